@@ -1,0 +1,107 @@
+# What every target of this project is built with.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Programs find their libraries beside them, on Windows and everywhere else.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+# Installed programs and libraries find their libraries from where they stand.
+if(NOT WIN32)
+  file(RELATIVE_PATH _korvanejson_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+  set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${_korvanejson_libraries}")
+endif()
+
+if(WIN32)
+  # The suite's libraries bear their plain names: KorvaneJson.dll, no "lib" in front.
+  set(CMAKE_SHARED_LIBRARY_PREFIX "")
+endif()
+
+if(MSVC)
+  set(_korvanejson_warnings /W4 /permissive- /utf-8 /Zc:__cplusplus)
+  set(_korvanejson_werror /WX)
+else()
+  set(_korvanejson_warnings -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  set(_korvanejson_werror -Werror)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # gcc 12 sees overlapping copies in std::string's own operator+ where there are none.
+    list(APPEND _korvanejson_warnings -Wno-restrict)
+  endif()
+endif()
+
+# Warnings and sanitizers for a target of this project.
+function(korvanejson_configure target)
+  target_compile_options(${target} PRIVATE ${_korvanejson_warnings})
+  if(KORVANEJSON_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE ${_korvanejson_werror})
+  endif()
+  if(KORVANEJSON_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${KORVANEJSON_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${KORVANEJSON_SANITIZE})
+  endif()
+  if(WIN32)
+    target_compile_definitions(${target} PRIVATE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+  endif()
+endfunction()
+
+# Installs a library, as part of the targets with the namespace, and headers into a folder of their own.
+function(korvanejson_install target namespace folder)
+  install(TARGETS ${target} EXPORT ${namespace}Targets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+endfunction()
+
+# A shared library of the platform:
+# korvanejson_platform_library(<target> DEFINE <macro> [FOLDER <name>] SOURCES <files>... [HEADERS <files>...])
+# <macro> is defined while the library itself is compiled (its header then exports instead of imports).
+# Headers stand in the library's source folder and are found by their plain names, as in the suite. With FOLDER the
+# library is installed, and its HEADERS into the folder of that name.
+function(korvanejson_platform_library target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINE;FOLDER" "SOURCES;HEADERS")
+  add_library(${target} SHARED ${arg_SOURCES})
+  target_compile_definitions(${target} PRIVATE ${arg_DEFINE})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  korvanejson_configure(${target})
+  if(arg_FOLDER)
+    target_include_directories(${target} PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/${arg_FOLDER}>)
+    if(arg_FOLDER STREQUAL libjson)
+      set(namespace libjson)
+    else()
+      set(namespace Korvane)
+    endif()
+    korvanejson_install(${target} ${namespace} ${arg_FOLDER} ${arg_HEADERS})
+  endif()
+endfunction()
+
+# Compiles and links a target against the platform libraries that the product's interface and sources name.
+function(korvanejson_use_platform target)
+  target_link_libraries(${target} PUBLIC Korvane::Korvane Korvane::orsutl libjson::libjson)
+endfunction()
+
+# Keeps out of the export table what is not in the version script (ELF) or marked for export (Windows):
+# instantiations of templates leak otherwise.
+function(korvanejson_export_only target version_script)
+  if(NOT WIN32)
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${version_script}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${version_script}")
+  endif()
+endfunction()
+
+# The manifest that makes UTF-8 the code page of a Windows program; nothing elsewhere.
+function(korvanejson_utf8_code_page target)
+  if(WIN32)
+    target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/utf8-code-page.rc")
+  endif()
+endfunction()

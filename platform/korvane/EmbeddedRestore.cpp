@@ -1,0 +1,75 @@
+#include "EmbeddedRestore.h"
+
+#include "Access.h"
+#include "Creation.h"
+#include "ObjectData.h"
+#include "ObjectTree.h"
+
+namespace korvane {
+
+CAEObject* RestoreObject(CAEObject& parent, _tagCAEObjectType type, const OuString& name, int id) {
+    const ObjectData& data = Access::Data(parent);
+    if (!data.isInTree || !CanBeCreated(type) || id <= 0 || data.tree->Find(id) != nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<CAEObject> made = Access::MakeObject(type);
+    data.tree->StampCreation(*made);
+    if (CAEProject* const project = AsProject(*made)) {
+        Access::Project(*project).directory = Access::Project(*data.project).directory;
+    }
+    Access::Name(*made) = name;
+    Access::SetId(*made, id);
+    CAEObject& object = data.tree->Own(std::move(made));
+    data.tree->HangChild(parent, object);
+    return &object;
+}
+
+CAEFile* RestoreFile(CAEProject& project, const OuString& name, int id) {
+    const ObjectData& data = Access::Data(project);
+    if (!data.isInTree || id <= 0 || data.tree->Find(id) != nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<CAEObject> made = Access::MakeObject(CAE_FILE);
+    data.tree->StampCreation(*made);
+    Access::Name(*made) = name;
+    Access::SetId(*made, id);
+    auto& file = static_cast<CAEFile&>(data.tree->Own(std::move(made)));
+    data.tree->HangFile(project, file);
+    return &file;
+}
+
+void SetFileRoles(CAEObject& object, const FileRoles& roles) {
+    auto files = std::make_unique<AttachedFiles>();
+    for (const int id : roles.files) {
+        if (id > 0) {
+            files->FindOrAttach(id);
+        }
+    }
+    const auto attached = [&](int id) { return files->Find(id) != nullptr ? id : 0; };
+    files->cadFile = attached(roles.cadFile);
+    files->graphicFile = attached(roles.graphicFile);
+    files->feRepresentation = attached(roles.feRepresentation);
+    for (const int id : roles.meshes) {
+        if (attached(id) != 0) {
+            files->FindOrAttach(id).isMesh = true;
+        }
+    }
+    for (const int id : roles.customFiles) {
+        if (attached(id) != 0) {
+            files->FindOrAttach(id).isCustom = true;
+        }
+    }
+    const AttachedFiles::File* const mesh = files->Find(roles.activeMesh);
+    files->activeMesh = mesh != nullptr && mesh->isMesh ? mesh->id : 0;
+    Access::Data(object).files = std::move(files);
+}
+
+int GetNextIdentifier(const CAEProject& project) {
+    return Access::Data(project).tree->NextIdentifier();
+}
+
+void SetNextIdentifier(CAEProject& project, int next) {
+    Access::Data(project).tree->SkipIdentifiersBefore(next);
+}
+
+}  // namespace korvane

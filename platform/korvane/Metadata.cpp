@@ -1,0 +1,128 @@
+#include "Metadata.h"
+
+#include "Access.h"
+#include "ObjectData.h"
+#include "Recorded.h"
+#include "Status.h"
+
+namespace korvane {
+namespace {
+
+constexpr std::size_t kMostEntriesWithoutIndex = 16;
+
+const MetadataEntry* FindEntry(const CAEObject& object, const OuString& name) {
+    const Metadata* const metadata = Access::Data(object).metadata.get();
+    return metadata != nullptr ? metadata->Find(name) : nullptr;
+}
+
+}  // namespace
+
+std::size_t Metadata::PositionOf(const OuString& name) const {
+    if (entries_.size() <= kMostEntriesWithoutIndex) {
+        std::size_t position = 0;
+        while (position < entries_.size() && entries_[position].name.CompareNoCase(name) != 0) {
+            ++position;
+        }
+        return position;
+    }
+    if (!index_) {
+        auto index = std::make_unique<Index>();
+        for (std::size_t i = 0; i < entries_.size(); ++i) {
+            index->emplace(entries_[i].name, i);
+        }
+        index_ = std::move(index);
+    }
+    const auto found = index_->find(name);
+    return found != index_->end() ? found->second : entries_.size();
+}
+
+const MetadataEntry* Metadata::Find(const OuString& name) const {
+    const std::size_t position = PositionOf(name);
+    return position < entries_.size() ? &entries_[position] : nullptr;
+}
+
+MetadataEntry& Metadata::FindOrAdd(const OuString& name) {
+    const std::size_t position = PositionOf(name);
+    if (position == entries_.size()) {
+        entries_.push_back({name, {}, {}, {}});
+        if (index_) {
+            try {
+                index_->emplace(name, position);
+            } catch (...) {
+                entries_.pop_back();
+                throw;
+            }
+        }
+    }
+    return entries_[position];
+}
+
+MetadataEntry& MetadataOf(CAEObject& object, const OuString& name) {
+    std::unique_ptr<Metadata>& metadata = Access::Data(object).metadata;
+    if (!metadata) {
+        metadata = std::make_unique<Metadata>();
+    }
+    return metadata->FindOrAdd(name);
+}
+
+}  // namespace korvane
+
+using korvane::FindEntry;
+using korvane::kDone;
+using korvane::kFailed;
+using korvane::MetadataEntry;
+using korvane::Recorded;
+
+int CAEObject::getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator<>>& names,
+                              OuTemplateArray<OuString, OuCRTAllocator<>>& values) const {
+    const Recorded note("CAEObject::getAllMetadata", *this);
+    if (data_->metadata) {
+        for (const MetadataEntry& entry : data_->metadata->Entries()) {
+            names.Add(entry.name);
+            values.Add(entry.value);
+        }
+    }
+    return kDone;
+}
+
+int CAEObject::getMetadataType(const OuString& name, OuString& type) const {
+    const Recorded note("CAEObject::getMetadataType", *this, name);
+    const MetadataEntry* const entry = FindEntry(*this, name);
+    if (entry == nullptr) {
+        return kFailed;
+    }
+    type = entry->type;
+    return kDone;
+}
+
+int CAEObject::getMetadataUnitString(const OuString& name, OuString& unit) const {
+    const Recorded note("CAEObject::getMetadataUnitString", *this, name);
+    const MetadataEntry* const entry = FindEntry(*this, name);
+    if (entry == nullptr) {
+        return kFailed;
+    }
+    unit = entry->unit;
+    return kDone;
+}
+
+int CAEObject::getMetadataValue(const OuString& name, OuString& value) const {
+    const Recorded note("CAEObject::getMetadataValue", *this, name);
+    const MetadataEntry* const entry = FindEntry(*this, name);
+    if (entry == nullptr) {
+        return kFailed;
+    }
+    value = entry->value;
+    return kDone;
+}
+
+int CAEObject::setMetadataType(const OuString& name, const OuString& type) {
+    const Recorded note("CAEObject::setMetadataType", *this, name, type);
+    korvane::MetadataOf(*this, name).type = type;
+    return kDone;
+}
+
+int CAEObject::setMetadataValue(const OuString& name, const OuString& value) {
+    const Recorded note("CAEObject::setMetadataValue", *this, name, value);
+    korvane::MetadataOf(*this, name).value = value;
+    return kDone;
+}

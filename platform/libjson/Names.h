@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "Pool.h"
+#include "ShortText.h"
+
+namespace libjson::detail {
+
+/// The name of nodes. Names that documents repeat are held once for the whole process and for its whole life,
+/// so any thread may refer to them and nobody counts them. Other names (long ones, and those for which the
+/// table has no room left) are counted, and belong to one thread at a time as the nodes do.
+/// The text follows the name, is followed by zeros up to whole blocks, and is never empty: a node without a
+/// name refers to none.
+struct Name {
+    std::size_t length;
+    std::uint32_t references;
+    bool lasting;
+    /// Whether the text is written without any escape.
+    bool plain;
+
+    const char* Text() const noexcept { return reinterpret_cast<const char*>(this + 1); }
+    std::string_view View() const noexcept { return {Text(), length}; }
+    bool Is(std::string_view text) const noexcept {
+        return length == text.size() && SameText(Text(), text.data(), length);
+    }
+};
+static_assert(sizeof(Name) == 16);
+
+/// A reference to the name with that text; null for the empty text. Throws std::bad_alloc.
+Name* AcquireName(std::string_view text, Cells& cells);
+
+void DropCountedName(Name* name, Cells& cells) noexcept;
+
+/// One more reference to the name, which may be null.
+inline Name* ShareName(Name* name) noexcept {
+    if (name != nullptr && !name->lasting) {
+        ++name->references;
+    }
+    return name;
+}
+
+/// Gives a reference back.
+inline void DropName(Name* name, Cells& cells) noexcept {
+    if (name != nullptr && !name->lasting) {
+        DropCountedName(name, cells);
+    }
+}
+
+inline std::string_view TextOf(const Name* name) noexcept {
+    return name != nullptr ? name->View() : std::string_view();
+}
+
+}  // namespace libjson::detail

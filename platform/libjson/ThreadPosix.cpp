@@ -1,0 +1,35 @@
+#include "Pool.h"
+
+namespace libjson::detail {
+namespace {
+
+/// The lists that the calling thread has, null before the first use and after its end. It is asked for at
+/// every operation: found at a fixed place it costs no call.
+[[gnu::tls_model("initial-exec")]] constinit thread_local CellCache* current = nullptr;
+
+constinit thread_local CellCache cache{};
+constinit thread_local bool hasEnded = false;
+
+struct ThreadEnd {
+    ~ThreadEnd() {
+        current = nullptr;
+        hasEnded = true;
+        HandOver(cache);
+    }
+};
+
+CellCache* EnterThread() noexcept {
+    static thread_local const ThreadEnd threadEnd;
+    if (!hasEnded) {
+        current = &cache;
+    }
+    return current;
+}
+
+}  // namespace
+
+CellCache* CacheOfThread() noexcept {
+    return current != nullptr ? current : EnterThread();
+}
+
+}  // namespace libjson::detail

@@ -1,0 +1,114 @@
+// Nodes as plain values.
+
+#include <charconv>
+#include <limits>
+#include <string_view>
+#include <system_error>
+
+#include "Node.h"
+#include "Number.h"
+#include "libjson.h"
+
+using namespace libjson::detail;
+
+namespace {
+
+constexpr json_int_t kLeastInteger = std::numeric_limits<json_int_t>::min();
+constexpr json_int_t kGreatestInteger = std::numeric_limits<json_int_t>::max();
+
+/// The number that a number or a string spells; empty where it spells none.
+std::string_view NumberText(const Node& node) noexcept {
+    if (node.type != JSON_NUMBER && node.type != JSON_STRING) {
+        return {};
+    }
+    const std::string_view text = TextOf(node);
+    const char* const end = text.data() + text.size();
+    const NumberScan scan = ScanNumber(text.data(), end);
+    return scan.fault == nullptr && scan.end == end ? text : std::string_view();
+}
+
+bool IsTrue(const Node& node) noexcept {
+    return node.type == JSON_BOOL && TextOf(node) == "true";
+}
+
+/// Of a number that no double holds: whether it is too large, and not too small.
+bool IsLarge(std::string_view number) noexcept {
+    const std::size_t exponentAt = number.find_first_of("eE");
+    const std::string_view mantissa = number.substr(0, exponentAt);
+    long long exponent = 0;
+    if (exponentAt != std::string_view::npos) {
+        std::string_view digits = number.substr(exponentAt + 1);
+        if (digits.front() == '+') {
+            digits.remove_prefix(1);
+        }
+        const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+        if (result.ec == std::errc::result_out_of_range) {
+            return digits.front() != '-';
+        }
+    }
+    const auto point = static_cast<long long>(
+        mantissa.find('.') == std::string_view::npos ? mantissa.size() : mantissa.find('.'));
+    const auto firstDigit = static_cast<long long>(mantissa.find_first_of("123456789"));
+    return exponent > firstDigit - point;
+}
+
+double ToDouble(std::string_view number) noexcept {
+    double value = 0;
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec != std::errc::result_out_of_range) {
+        return value;
+    }
+    const double limit = IsLarge(number) ? std::numeric_limits<double>::infinity() : 0.0;
+    return number.front() == '-' ? -limit : limit;
+}
+
+json_int_t ToInteger(std::string_view number) noexcept {
+    if (number.find_first_of("eE") == std::string_view::npos) {
+        // The digits before the point are the value cut towards zero, whatever its size.
+        json_int_t value = 0;
+        const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+        if (result.ec != std::errc::result_out_of_range) {
+            return value;
+        }
+        return number.front() == '-' ? kLeastInteger : kGreatestInteger;
+    }
+    const double value = ToDouble(number);
+    // 2^63: the limit itself is no double.
+    constexpr double kBeyondGreatest = 9223372036854775808.0;
+    if (value >= kBeyondGreatest) {
+        return kGreatestInteger;
+    }
+    return value < -kBeyondGreatest ? kLeastInteger : static_cast<json_int_t>(value);
+}
+
+bool IsZero(std::string_view number) noexcept {
+    return number.substr(0, number.find_first_of("eE")).find_first_of("123456789") == std::string_view::npos;
+}
+
+}  // namespace
+
+json_string JSONNode::as_string() const {
+    const Node& node = Read(*this);
+    return IsContainer(node) ? json_string() : json_string(TextOf(node));
+}
+
+json_int_t JSONNode::as_int() const noexcept {
+    const Node& node = Read(*this);
+    const std::string_view number = NumberText(node);
+    return number.empty() ? json_int_t{IsTrue(node) ? 1 : 0} : ToInteger(number);
+}
+
+double JSONNode::as_float() const noexcept {
+    const Node& node = Read(*this);
+    const std::string_view number = NumberText(node);
+    return number.empty() ? (IsTrue(node) ? 1.0 : 0.0) : ToDouble(number);
+}
+
+bool JSONNode::as_bool() const noexcept {
+    const Node& node = Read(*this);
+    const std::string_view number = NumberText(node);
+    if (!number.empty()) {
+        return !IsZero(number);
+    }
+    return IsTrue(node) || (node.type == JSON_STRING && TextOf(node) == "true");
+}

@@ -1,0 +1,277 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#if defined(_WIN32)
+#if defined(LIBJSON_BUILD)
+#define LIBJSON_API __declspec(dllexport)
+#else
+#define LIBJSON_API __declspec(dllimport)
+#endif
+#else
+#define LIBJSON_API __attribute__((visibility("default")))
+#endif
+
+/// The six types of a node. Compare and construct with the names only, never with their values.
+inline constexpr char JSON_NULL = 0;
+inline constexpr char JSON_STRING = 1;
+inline constexpr char JSON_NUMBER = 2;
+inline constexpr char JSON_BOOL = 3;
+inline constexpr char JSON_ARRAY = 4;
+inline constexpr char JSON_NODE = 5;
+
+using json_char = char;
+using json_index_t = unsigned int;
+using json_int_t = long long;
+
+#if defined(LIBJSON_OWN_STRING_ALLOCATOR)
+namespace libjson {
+/// An allocator that differs from std::allocator in nothing but its type: a build with it finds every place
+/// that takes json_string for std::string.
+template <class T>
+struct string_allocator {
+    using value_type = T;
+    string_allocator() noexcept = default;
+    template <class U>
+    string_allocator(const string_allocator<U>&) noexcept {}
+    T* allocate(std::size_t count) { return std::allocator<T>().allocate(count); }
+    void deallocate(T* texts, std::size_t count) noexcept { std::allocator<T>().deallocate(texts, count); }
+    template <class U>
+    bool operator==(const string_allocator<U>&) const noexcept {
+        return true;
+    }
+};
+}  // namespace libjson
+using json_string =
+    std::basic_string<json_char, std::char_traits<json_char>, libjson::string_allocator<json_char>>;
+#else
+/// Text of names, values and documents. Some builds of libjson give it an allocator of its own: convert
+/// through c_str() and size(), and never assume that it is std::string.
+using json_string = std::string;
+#endif
+
+namespace libjson::detail {
+struct Node;
+struct NodeAccess;
+}  // namespace libjson::detail
+
+/// A JSON value with an optional name: null, string, number, boolean, array or object ("node").
+///
+/// A JSONNode is a handle, one pointer wide. Copying it shares the value behind it; a change through one
+/// handle first gives that handle a value of its own, so no other holder ever sees the change. Only the
+/// changed node itself is copied then: its children go on being shared.
+///
+/// The operations that hand out changeable children (begin, end, find, at and operator[] on a node that is
+/// not const) give the node a value of its own first. What they hand out, references and iterators alike, is
+/// void once that node is changed, copied or destroyed. The const forms copy nothing.
+///
+/// A node, and nodes that share anything, belong to one thread at a time. Nodes that share nothing (made
+/// apart, or by duplicate()) may be used on different threads at the same time, and a whole tree may be
+/// handed to another thread and be released there.
+///
+/// Every operation that needs memory throws std::bad_alloc when there is none, and leaves the node as it was.
+/// No operation needs stack in proportion to the depth of a tree.
+class LIBJSON_API JSONNode {
+public:
+    using iterator = JSONNode*;
+    using const_iterator = const JSONNode*;
+
+    /// An unnamed node: an empty object, an empty array, null, the empty string, the number 0 or false.
+    /// A value that is none of the six types gives null. Without an argument no memory is needed.
+    explicit JSONNode(char type = JSON_NODE);
+
+    /// A named string; a null pointer stands for the empty text. The form with json_string keeps NUL
+    /// characters.
+    JSONNode(const json_string& name, const char* value);
+    JSONNode(const json_string& name, const json_string& value);
+
+    /// A named boolean.
+    JSONNode(const json_string& name, bool value);
+
+    /// A named number with the decimal digits of the value; the character types count as numbers here.
+    JSONNode(const json_string& name, char value);
+    JSONNode(const json_string& name, signed char value);
+    JSONNode(const json_string& name, unsigned char value);
+    JSONNode(const json_string& name, short value);
+    JSONNode(const json_string& name, unsigned short value);
+    JSONNode(const json_string& name, int value);
+    JSONNode(const json_string& name, unsigned int value);
+    JSONNode(const json_string& name, long value);
+    JSONNode(const json_string& name, unsigned long value);
+    JSONNode(const json_string& name, long long value);
+    JSONNode(const json_string& name, unsigned long long value);
+
+    /// A named number with the fewest digits that read back as the same value (a long double is taken as the
+    /// nearest double). JSON has no infinities and no NaN: they give a named null.
+    JSONNode(const json_string& name, float value);
+    JSONNode(const json_string& name, double value);
+    JSONNode(const json_string& name, long double value);
+
+    /// Shares the other's value.
+    JSONNode(const JSONNode& other) noexcept;
+    JSONNode& operator=(const JSONNode& other) noexcept;
+
+    /// Takes the other's value over; the other becomes an unnamed empty object.
+    JSONNode(JSONNode&& other) noexcept : node_(other.node_) { other.node_ = nullptr; }
+    JSONNode& operator=(JSONNode&& other) noexcept;
+
+    ~JSONNode();
+
+    /// One of the six types.
+    unsigned char type() const noexcept;
+
+    /// The name; empty where there is none.
+    json_string name() const;
+    void set_name(const json_string& name);
+
+    /// The number of children: members of an object, elements of an array. Other types have none.
+    json_index_t size() const noexcept;
+    bool empty() const noexcept { return size() == 0; }
+
+    /// Removes all children and keeps type and name; does nothing to types that have no children.
+    void clear();
+
+    /// Makes room for a number of children in one step; does nothing to types that have no children.
+    void reserve(json_index_t capacity);
+
+    /// Appends the child, shared. Equal names are not looked for, and an element of an array keeps its name.
+    /// On a node that is neither array nor object nothing happens. Throws std::length_error beyond 2^32 - 1
+    /// children.
+    void push_back(const JSONNode& child);
+
+    /// Removes the child at a position, or the first one of a name, and returns it. Throws std::out_of_range
+    /// when there is none (the node is unchanged then).
+    JSONNode pop_back(json_index_t position);
+    JSONNode pop_back(const json_string& name);
+
+    /// The first child of exactly that name, byte for byte; end() when there is none.
+    iterator find(const json_string& name);
+    const_iterator find(const json_string& name) const noexcept;
+    iterator find(const char* name);
+    const_iterator find(const char* name) const noexcept;
+
+    /// The child at a position, or the first one of a name. Throws std::out_of_range when there is none.
+    JSONNode& at(json_index_t position);
+    const JSONNode& at(json_index_t position) const;
+    JSONNode& at(const json_string& name);
+    const JSONNode& at(const json_string& name) const;
+
+    /// As at().
+    JSONNode& operator[](json_index_t position) { return at(position); }
+    const JSONNode& operator[](json_index_t position) const { return at(position); }
+    JSONNode& operator[](const json_string& name) { return at(name); }
+    const JSONNode& operator[](const json_string& name) const { return at(name); }
+
+    /// The children in order; an empty range for types that have none.
+    iterator begin();
+    iterator end();
+    const_iterator begin() const noexcept;
+    const_iterator end() const noexcept;
+
+    /// The value as text. String: its characters, NUL included; number: the digits as they stood in the text
+    /// that was read; boolean: "true" or "false"; null: "null"; array and object: the empty text.
+    json_string as_string() const;
+
+    /// The value as an integer, cut towards zero, the nearest limit where it is beyond the range of the type.
+    /// A string is taken for the number that its whole text spells (0 when it spells none); a boolean is 0 or
+    /// 1; null, array and object are 0.
+    json_int_t as_int() const noexcept;
+
+    /// The value as a double, infinite where it is beyond the range, zero where it is too small; otherwise as
+    /// as_int().
+    double as_float() const noexcept;
+
+    /// The value as a boolean. Number: whether it is other than zero; string: whether its text is "true" or
+    /// spells a number other than zero; null, array and object: false.
+    bool as_bool() const noexcept;
+
+    /// An array: this very node, shared. An object: an array of the same children in order, their names
+    /// cleared, with the object's own name. Anything else: an unnamed empty array.
+    JSONNode as_array() const;
+
+    /// An object: this very node, shared. An array: an object of the same elements, which keep the names they
+    /// have, with the array's own name. Anything else: an unnamed empty object.
+    JSONNode as_node() const;
+
+    /// A copy of the whole tree that shares nothing with this one.
+    JSONNode duplicate() const;
+
+    void swap(JSONNode& other) noexcept;
+
+    /// Whether type, name and value are the same; children are compared in order, numbers digit by digit (1
+    /// and 1.0 differ).
+    bool operator==(const JSONNode& other) const;
+    bool operator!=(const JSONNode& other) const { return !(*this == other); }
+
+    /// The document as compact text: no blanks, no line breaks, the root without its name. Every character
+    /// beyond printable ASCII is escaped, and so are the quote, the backslash and the slash; what an escape
+    /// stands for is decided by the text units. A node that is neither array nor object gives the empty text.
+    /// reserve is the number of bytes to make room for beforehand, a hint only.
+    json_string write(std::size_t reserve = 1024) const;
+
+    /// The same document for human eyes: one member or element per line, indented by one tab per level (64 at
+    /// most, deeper lines are indented no further), a blank on either side of the colon, lines parted by LF
+    /// and none at the end. Empty containers stay {} and [].
+    json_string write_formatted(std::size_t reserve = 2048) const;
+
+    /// Does nothing: documents are always read whole.
+    void preparse() noexcept {}
+
+private:
+    friend struct libjson::detail::NodeAccess;
+
+    /// Takes over one reference to the node.
+    explicit JSONNode(libjson::detail::Node* node) noexcept : node_(node) {}
+
+    /// Null stands for an unnamed empty object.
+    libjson::detail::Node* node_;
+};
+
+namespace libjson {
+
+/// What a character of a node's text is.
+enum class text_units {
+    /// A byte of a single-byte code page: every byte beyond ASCII is written as \u0080 to \u00FF and read
+    /// back
+    /// from it. An escape above \u00FF gives the UTF-8 bytes of its code point.
+    bytes,
+    /// UTF-8: a well-formed sequence is written as the escape of its code point (a surrogate pair beyond
+    /// U+FFFF). A byte that belongs to no such sequence is written as \uDC80 to \uDCFF and read back from it;
+    /// any other lone surrogate stands for its three-byte form. So every sequence of bytes survives writing
+    /// and
+    /// reading.
+    utf8
+};
+
+/// Sets the text units of the process, bytes at its start. Call it once before documents are written or read;
+/// a write or parse under way keeps the units that it began with.
+LIBJSON_API void set_text_units(text_units units) noexcept;
+LIBJSON_API text_units get_text_units() noexcept;
+
+/// Reads a whole document by the grammar of RFC 8259, with any value as the root. Numbers keep their digits,
+/// equal names are all kept, bytes from 0x80 up stand for themselves. There is no limit on nesting or sizes
+/// but memory.
+/// Throws std::invalid_argument for any other text (an empty one, text after the value, a byte order mark and
+/// NUL characters included). Its what() reads "line 3, column 14: " and the reason; both count from 1,
+/// columns count bytes, and a line ends with LF, CR or CR LF.
+LIBJSON_API JSONNode parse(const json_string& text);
+
+/// Whether parse would accept the text.
+LIBJSON_API bool is_valid(const json_string& text);
+
+using malloc_t = void* (*)(std::size_t);
+using realloc_t = void* (*)(void*, std::size_t);
+using free_t = void (*)(void*);
+
+/// From now on the memory of nodes comes from these functions, a null pointer standing for the C library's
+/// own. They behave as malloc, realloc and free do, are called on any thread, and must not use libjson
+/// themselves. Memory is given back to the functions that belonged to those it came from. A function that
+/// returns null makes the operation at hand throw std::bad_alloc. Nodes lie in blocks of a megabyte; texts
+/// and lists of children that are too large for them have blocks of their own. A block goes back as soon as
+/// nothing lies in it but for what threads keep at hand for their next nodes; one empty block is kept, and
+/// names that many nodes bear are kept for the life of the process.
+LIBJSON_API void register_memory_callbacks(malloc_t allocate, realloc_t reallocate, free_t release) noexcept;
+
+}  // namespace libjson

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+
+#include "OrsutlExport.h"
+
+namespace orsutl::detail {
+class TextBuffer;
+}
+
+/// A wide-character text that shares its buffer between copies.
+///
+/// Copying allocates nothing; a change through one copy never shows in another. Copies may be used and
+/// destroyed on different threads at the same time; one and the same OuString may not be changed by one
+/// thread while another uses it. A text may hold NUL characters, but everything that takes a plain pointer
+/// ends at the first one. Memory exhaustion throws std::bad_alloc and leaves the text as it was.
+class ORSUTL_API OuString {
+public:
+    OuString() noexcept;
+    /// The wide text up to its NUL; null gives the empty text.
+    OuString(const wchar_t* text);
+    /// The first `length` characters of the wide text, NUL characters included.
+    OuString(const wchar_t* text, std::size_t length);
+    /// The narrow text up to its NUL, in the ANSI code page; null gives the empty text. `flags` is reserved:
+    /// 0.
+    OuString(const char* text, int flags);
+    OuString(const OuString& other) noexcept;
+    OuString(OuString&& other) noexcept;
+    ~OuString();
+
+    OuString& operator=(const OuString& other) noexcept;
+    OuString& operator=(OuString&& other) noexcept;
+    OuString& operator=(const wchar_t* text);
+    /// Takes a narrow text in the ANSI code page, as the constructor does.
+    OuString& operator=(const char* text);
+
+    /// The characters, ended by a NUL; valid until this text is changed or destroyed.
+    const wchar_t* GetBuffer() const noexcept;
+    /// The text in the ANSI code page, ended by a NUL; a character that the code page lacks becomes one '?'.
+    /// Made when first asked for, or with the text where that costs no memory of its own, and kept; valid
+    /// until this text is changed or destroyed. A narrow text comes back as it was where the code page is
+    /// UTF-8, whatever its bytes: one that belongs to no well-formed sequence stands in the wide text as the
+    /// lone surrogate U+DC00 plus the byte.
+    const char* GetAnsiBuffer() const;
+    /// The length in wide characters (16-bit units on Windows).
+    std::size_t GetLength() const noexcept;
+    bool IsEmpty() const noexcept;
+
+    /// Appends `length` characters of the text, or the whole of it up to its NUL when `length` is 0. The text
+    /// may lie in this one's own buffer; null appends nothing.
+    void Append(const wchar_t* text, std::size_t length);
+
+    /// Less than, equal to or greater than zero, as this text stands before, at or behind the other, unit by
+    /// unit. A null pointer stands for the empty text, here and in the operators.
+    int Compare(const OuString& other) const noexcept;
+    int Compare(const wchar_t* other) const noexcept;
+    /// The same with letter case folded by Unicode's simple mappings, whatever the locale, code point by code
+    /// point.
+    int CompareNoCase(const OuString& other) const noexcept;
+    int CompareNoCase(const wchar_t* other) const noexcept;
+
+    /// Upper-cases every character by Unicode's simple mappings, whatever the locale; the length never
+    /// changes.
+    void MakeUpper();
+
+    /// Replaces the text by the formatted one, however long it is. The format and its arguments are those of
+    /// std::swprintf, with these differences, the same on every platform: "%s" and "%ls" take a wide text,
+    /// "%S" and
+    /// "%hs" a narrow one in the ANSI code page (whose precision counts bytes), "%c" and "%lc" a wide
+    /// character, "%C" and "%hc" a narrow one; a null text is "(null)". This text's own buffer may be an
+    /// argument. A null format, one with a conversion that does not exist, and "%n" give the empty text.
+    void Format(const wchar_t* format, ...);
+
+    /// The same with the arguments as a list, which is not usable afterwards.
+    void FormatV(const wchar_t* format, std::va_list arguments);
+
+    /// Parts the text at the first occurrence of the separator: true, and what stands before and behind it.
+    /// Without one: false, the whole text before, nothing behind. An empty or null separator never occurs.
+    /// This text may itself be the one or the other.
+    bool Split(const wchar_t* separator, OuString& before, OuString& behind) const;
+
+    /// The number that the text begins with (blanks and other white space of ASCII, a sign, the digits 0 to
+    /// 9; the limits of int instead of overflow), or `otherwise` where no digits stand. What follows does not
+    /// matter.
+    int ToInt(int otherwise) const noexcept;
+
+private:
+    orsutl::detail::TextBuffer* buffer_;
+};
+
+ORSUTL_API bool operator==(const OuString& left, const OuString& right) noexcept;
+ORSUTL_API bool operator==(const OuString& left, const wchar_t* right) noexcept;
+ORSUTL_API bool operator<(const OuString& left, const OuString& right) noexcept;
+
+/// Chooses the ANSI code page of the process by an iconv name ("UTF-8", "CP1252", "CP932", ...; letter case
+/// does not matter) and tells whether there is one of that name; call it before texts are made, a kept ANSI
+/// form is not made anew. UTF-8 unless set. On Windows the code page is the process's own and the call
+/// returns false for any other.
+///
+/// A code page other than UTF-8 holds ASCII and has one or two bytes per character; iconv's further kinds are
+/// refused. A byte from 80 to 9F that it gives no meaning is the control character of that number, as on
+/// Windows; any other byte without a meaning, such as a lead byte without its trail, stands in the wide text
+/// as the lone surrogate U+DC00 plus the byte, comes back as that byte, and costs nothing of the text around
+/// it.
+ORSUTL_API bool OuSetAnsiCodePage(const char* name);

@@ -1,0 +1,202 @@
+#include "TextBuffer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <cwchar>
+#include <limits>
+#include <new>
+
+#include "AnsiCodePage.h"
+#include "CaseMapping.h"
+#include "WideText.h"
+
+namespace orsutl::detail {
+
+namespace {
+
+bool IsAscii(std::string_view text) {
+    // Documents of many megabytes come this way: eight bytes at a time.
+    std::uint64_t word = 0;
+    for (; text.size() >= sizeof(word); text.remove_prefix(sizeof(word))) {
+        std::memcpy(&word, text.data(), sizeof(word));
+        if ((word & 0x8080808080808080U) != 0) {
+            return false;
+        }
+    }
+    return std::all_of(text.begin(), text.end(), [](char character) { return (character & 0x80) == 0; });
+}
+
+bool IsAscii(std::wstring_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](wchar_t character) { return CodePoint(character) < 0x80; });
+}
+
+struct ReleaseBytes {
+    void operator()(char* bytes) const noexcept { ::operator delete(bytes); }
+};
+using Bytes = std::unique_ptr<char, ReleaseBytes>;
+
+}  // namespace
+
+void ReleaseTextBuffer::operator()(TextBuffer* buffer) const noexcept {
+    buffer->ReleaseReference();
+}
+
+void TextBuffer::ReleaseReference() noexcept {
+    if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        std::destroy_at(this);
+        ::operator delete(static_cast<void*>(this));
+    }
+}
+
+TextBufferPointer TextBuffer::Create(std::size_t length, std::size_t capacity, std::size_t ansiRoom) {
+    static_assert(sizeof(TextBuffer) % alignof(wchar_t) == 0);
+    constexpr std::size_t kLongest =
+        std::numeric_limits<std::size_t>::max() / (2 * sizeof(wchar_t)) - sizeof(TextBuffer);
+    if (length == 0) {
+        return nullptr;
+    }
+    if (capacity > kLongest || ansiRoom > kLongest) {
+        throw std::bad_alloc();
+    }
+    void* memory = ::operator new(sizeof(TextBuffer) + (capacity + 1) * sizeof(wchar_t) + ansiRoom);
+    TextBufferPointer buffer(std::construct_at(static_cast<TextBuffer*>(memory), length, capacity));
+    buffer->Characters()[length] = L'\0';
+    return buffer;
+}
+
+void TextBuffer::KeepAnsiFormOfBlock(std::size_t length) noexcept {
+    AnsiRoom()[length] = '\0';
+    ansiStandsInBlock_ = true;
+    ansi_.store(AnsiRoom(), std::memory_order_relaxed);
+}
+
+void TextBuffer::DropAnsiForm() noexcept {
+    char* ansi = ansi_.exchange(nullptr, std::memory_order_relaxed);
+    if (!ansiStandsInBlock_) {
+        ::operator delete(ansi);
+    }
+    ansiStandsInBlock_ = false;
+}
+
+void TextBuffer::KeepAsciiForm() noexcept {
+    const std::wstring_view text = Text();
+    std::transform(text.begin(), text.end(), AnsiRoom(),
+                   [](wchar_t character) { return static_cast<char>(character); });
+    KeepAnsiFormOfBlock(text.size());
+}
+
+TextBufferPointer TextBuffer::FromWide(std::wstring_view text) {
+    const bool ascii = IsAscii(text);
+    TextBufferPointer buffer = Create(text.size(), text.size(), ascii ? text.size() + 1 : 0);
+    if (buffer) {
+        std::copy(text.begin(), text.end(), buffer->Characters());
+        if (ascii) {
+            buffer->KeepAsciiForm();
+        }
+    }
+    return buffer;
+}
+
+TextBufferPointer TextBuffer::FromWideInUpperCase(std::wstring_view text) {
+    const bool ascii = IsAscii(text);
+    TextBufferPointer buffer = Create(text.size(), text.size(), ascii ? text.size() + 1 : 0);
+    if (buffer) {
+        wchar_t* place = buffer->Characters();
+        for (std::size_t index = 0; index < text.size();) {
+            const std::size_t start = index;
+            const char32_t upper = ToUpper(NextCodePoint(text, index));
+            // A pair in 32-bit characters stays a pair; no mapping leaves the plane that it starts in.
+            place = index - start == 2 ? PutPair(upper, place) : PutWide(upper, place);
+        }
+        if (ascii) {
+            buffer->KeepAsciiForm();
+        }
+    }
+    return buffer;
+}
+
+TextBufferPointer TextBuffer::FromNarrow(std::string_view text) {
+    if (IsAscii(text)) {
+        TextBufferPointer buffer = Create(text.size(), text.size(), text.size() + 1);
+        if (buffer) {
+            std::copy(text.begin(), text.end(), buffer->Characters());
+            std::copy(text.begin(), text.end(), buffer->AnsiRoom());
+            buffer->KeepAnsiFormOfBlock(text.size());
+        }
+        return buffer;
+    }
+    const AnsiCodePage& codePage = CurrentAnsiCodePage();
+    const std::size_t length = codePage.WidenedLength(text);
+    TextBufferPointer buffer = Create(length, length, codePage.KeepsEveryByte() ? text.size() + 1 : 0);
+    if (!buffer) {
+        return buffer;
+    }
+    codePage.Widen(text, buffer->Characters());
+    if (codePage.KeepsEveryByte()) {
+        std::copy(text.begin(), text.end(), buffer->AnsiRoom());
+        buffer->KeepAnsiFormOfBlock(text.size());
+    }
+    return buffer;
+}
+
+TextBufferPointer TextBuffer::Joined(std::wstring_view text, std::wstring_view other) {
+    if (other.size() > std::numeric_limits<std::size_t>::max() / 2 - text.size()) {
+        throw std::bad_alloc();
+    }
+    const std::size_t length = text.size() + other.size();
+    // Half as much again keeps the cost of a text that grows piece by piece in proportion to its length.
+    const std::size_t capacity = length + length / 2;
+    const bool ascii = IsAscii(text) && IsAscii(other);
+    TextBufferPointer buffer = Create(length, capacity, ascii ? capacity + 1 : 0);
+    if (buffer) {
+        std::copy(other.begin(), other.end(), std::copy(text.begin(), text.end(), buffer->Characters()));
+        if (ascii) {
+            buffer->KeepAsciiForm();
+        }
+    }
+    return buffer;
+}
+
+bool TextBuffer::AppendInPlace(std::wstring_view other) noexcept {
+    if (!HasOneReference() || other.size() > capacity_ - length_) {
+        return false;
+    }
+    // Only what Joined has made has room, so an ANSI form in the block is one in ASCII, and has the same
+    // room.
+    const bool staysAscii = ansiStandsInBlock_ && IsAscii(other);
+    if (!staysAscii) {
+        DropAnsiForm();
+    }
+    wchar_t* end = Characters() + length_;
+    std::wmemmove(end, other.data(), other.size());
+    if (staysAscii) {
+        std::transform(end, end + other.size(), AnsiRoom() + length_,
+                       [](wchar_t character) { return static_cast<char>(character); });
+        AnsiRoom()[length_ + other.size()] = '\0';
+    }
+    length_ += other.size();
+    Characters()[length_] = L'\0';
+    return true;
+}
+
+const char* TextBuffer::AnsiForm() {
+    char* kept = ansi_.load(std::memory_order_acquire);
+    if (kept != nullptr) {
+        return kept;
+    }
+    const AnsiCodePage& codePage = CurrentAnsiCodePage();
+    const std::size_t length = codePage.NarrowedLength(Text());
+    Bytes made(static_cast<char*>(::operator new(length + 1)));
+    codePage.Narrow(Text(), made.get());
+    made.get()[length] = '\0';
+    // Another thread may have been faster; then its form stays, because it may have been handed out.
+    if (ansi_.compare_exchange_strong(kept, made.get(), std::memory_order_acq_rel,
+                                      std::memory_order_acquire)) {
+        return made.release();
+    }
+    return kept;
+}
+
+}  // namespace orsutl::detail

@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "PlainRun.h"
+#include "Pool.h"
+
+namespace {
+
+using namespace libjson::detail;
+
+TEST(Masks, AreTheSameWithAndWithoutWideInstructions) {
+    std::mt19937 random(7);
+    char block[kBlock];
+    for (int round = 0; round < 100000; ++round) {
+        const bool mostlyPlain = round % 2 == 0;
+        for (char& character : block) {
+            const auto value = random();
+            character = static_cast<char>(mostlyPlain && value % 16 != 0 ? 'a' + value % 26 : value % 256);
+        }
+        ASSERT_EQ(ReadMask(block), MaskPortable<EndsReadRun>(block));
+        ASSERT_EQ(WriteMask(block), MaskPortable<EndsWriteRun>(block));
+    }
+}
+
+TEST(Masks, HaveOneBitPerCharacter) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const auto character = static_cast<unsigned char>(byte);
+        for (std::size_t place = 0; place < kBlock; ++place) {
+            char block[kBlock];
+            std::memset(block, 'x', kBlock);
+            block[place] = static_cast<char>(character);
+            ASSERT_EQ(ReadMask(block), std::uint32_t{EndsReadRun(character)} << place);
+            ASSERT_EQ(WriteMask(block), std::uint32_t{EndsWriteRun(character)} << place);
+        }
+    }
+}
+
+TEST(Masks, AreCutToTheFirstCharacters) {
+    EXPECT_EQ(FirstOf(0xFFFF, 0), 0U);
+    EXPECT_EQ(FirstOf(0xFFFF, 3), 7U);
+    EXPECT_EQ(FirstOf(0xFFFF, 16), 0xFFFFU);
+    EXPECT_EQ(FirstOf(0xFFFF, 100), 0xFFFFU);
+}
+
+TEST(CellClasses, AreTheSmallestThatHoldTheBytes) {
+    for (std::size_t bytes = 1; bytes <= kLargestCell; ++bytes) {
+        const CellClass cellClass = CellClassFor(bytes);
+        ASSERT_LT(cellClass, kCellClasses);
+        ASSERT_GE(kCellSizes[cellClass], bytes);
+        ASSERT_TRUE(cellClass == 0 || kCellSizes[cellClass - 1] < bytes) << bytes;
+    }
+}
+
+}  // namespace

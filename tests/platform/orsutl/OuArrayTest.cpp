@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "OuArray.h"
+#include "OuCRTAllocator.h"
+#include "OuString.h"
+#include "OuTemplateArray.h"
+
+namespace {
+
+void* Slot(int number) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the slots are made for it.
+    return reinterpret_cast<void*>(static_cast<std::intptr_t>(number));
+}
+
+int Number(void* slot) {
+    return static_cast<int>(reinterpret_cast<std::intptr_t>(slot));
+}
+
+TEST(OuArray, HoldsItsSlotsInOrder) {
+    OuArray array(0);
+    EXPECT_EQ(array.GetSize(), 0);
+    for (int number = -50; number < 50; ++number) {
+        array.Add(Slot(number));
+    }
+    ASSERT_EQ(array.GetSize(), 100);
+    for (int index = 0; index < 100; ++index) {
+        EXPECT_EQ(Number(array.GetAt(index)), index - 50);
+    }
+}
+
+TEST(OuArray, BeginsWithNullSlots) {
+    const OuArray array(3);
+    ASSERT_EQ(array.GetSize(), 3);
+    EXPECT_EQ(array.GetAt(0), nullptr);
+    EXPECT_EQ(array.GetAt(2), nullptr);
+    EXPECT_EQ(OuArray(-1).GetSize(), 0);
+    EXPECT_EQ(OuArray().GetSize(), 0);
+}
+
+TEST(OuArray, IsFilledAgainAfterRemoveAll) {
+    OuArray array(2);
+    array.RemoveAll();
+    EXPECT_EQ(array.GetSize(), 0);
+    array.Add(Slot(5));
+    EXPECT_EQ(Number(array.GetAt(0)), 5);
+}
+
+TEST(OuArray, CopiesAndMovesItsSlots) {
+    OuArray array;
+    array.Add(Slot(1));
+    OuArray copy(array);
+    copy.Add(Slot(2));
+    EXPECT_EQ(array.GetSize(), 1);
+    EXPECT_EQ(copy.GetSize(), 2);
+    const OuArray& same = copy;
+    copy = same;
+    EXPECT_EQ(Number(copy.GetAt(1)), 2);
+    array = std::move(copy);
+    ASSERT_EQ(array.GetSize(), 2);
+    EXPECT_EQ(Number(array.GetAt(0)), 1);
+}
+
+using Texts = OuTemplateArray<OuString, OuCRTAllocator<>>;
+
+TEST(OuTemplateArray, HoldsItsValuesInOrder) {
+    Texts texts;
+    EXPECT_EQ(texts.GetSize(), 0);
+    texts.Add(L"first");
+    texts.Add(L"second");
+    ASSERT_EQ(texts.GetSize(), 2);
+    const Texts& constant = texts;
+    EXPECT_STREQ(constant[0].GetBuffer(), L"first");
+    EXPECT_STREQ(constant[1].GetBuffer(), L"second");
+    texts[0] = L"changed";
+    EXPECT_STREQ(constant[0].GetBuffer(), L"changed");
+}
+
+TEST(OuTemplateArray, AddsAValueOfItsOwn) {
+    Texts texts;
+    texts.Add(L"again");
+    for (int i = 0; i < 100; ++i) {
+        texts.Add(texts[0]);
+    }
+    EXPECT_STREQ(texts[100].GetBuffer(), L"again");
+}
+
+TEST(OuTemplateArray, CopiesMovesAndForgetsItsValues) {
+    Texts texts;
+    texts.Add(L"one");
+    Texts copy(texts);
+    copy[0] = L"other";
+    EXPECT_STREQ(texts[0].GetBuffer(), L"one");
+    const Texts& same = copy;
+    copy = same;
+    EXPECT_STREQ(copy[0].GetBuffer(), L"other");
+    texts = std::move(copy);
+    ASSERT_EQ(texts.GetSize(), 1);
+    EXPECT_STREQ(texts[0].GetBuffer(), L"other");
+    texts.RemoveAll();
+    EXPECT_EQ(texts.GetSize(), 0);
+}
+
+TEST(OuTemplateArray, ComesWithAnAllocatorOfItsOwn) {
+    OuTemplateArray<int> numbers;
+    numbers.Add(3);
+    EXPECT_EQ(numbers[0], 3);
+}
+
+/// A value that cannot be copied when it is told so.
+struct Stubborn {
+    explicit Stubborn(bool refusesCopies) : refuses(refusesCopies) {}
+    Stubborn(const Stubborn& other) : refuses(other.refuses) {
+        if (refuses) {
+            throw std::runtime_error("no copies");
+        }
+    }
+    Stubborn& operator=(const Stubborn&) = default;
+
+    bool refuses;
+};
+
+TEST(OuTemplateArray, StaysAsItWasWhenAValueCannotBeCopied) {
+    OuTemplateArray<Stubborn> values;
+    values.Add(Stubborn(false));
+    EXPECT_THROW(values.Add(Stubborn(true)), std::runtime_error);
+    ASSERT_EQ(values.GetSize(), 1);
+    EXPECT_FALSE(values[0].refuses);
+}
+
+TEST(OuCRTAllocator, ServesContainers) {
+    std::vector<OuString, OuCRTAllocator<OuString>> texts;
+    std::map<int, int, std::less<>, OuCRTAllocator<std::pair<const int, int>>> numbers;
+    for (int i = 0; i < 100; ++i) {
+        texts.emplace_back(L"text");
+        numbers[i] = i;
+    }
+    EXPECT_STREQ(texts.back().GetBuffer(), L"text");
+    EXPECT_EQ(numbers.at(99), 99);
+    EXPECT_TRUE(OuCRTAllocator<int>() == OuCRTAllocator<long>());
+}
+
+TEST(OuCRTAllocator, ThrowsWhenThereIsNoMemory) {
+    OuCRTAllocator<std::uint64_t> allocator;
+    EXPECT_THROW(allocator.allocate(std::numeric_limits<std::size_t>::max()), std::bad_alloc);
+    EXPECT_THROW(allocator.allocate(std::numeric_limits<std::size_t>::max() / 8 + 1), std::bad_alloc);
+}
+
+TEST(OuCRTAllocator, AnswersNoValuesWithMemoryToo) {
+    OuCRTAllocator<int> allocator;
+    int* memory = allocator.allocate(0);
+    EXPECT_NE(memory, nullptr);
+    allocator.deallocate(memory, 0);
+}
+
+}  // namespace

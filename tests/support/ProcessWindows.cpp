@@ -1,0 +1,137 @@
+#include <windows.h>
+
+#include <array>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+namespace {
+
+struct CloseHandleOfProcess {
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, CloseHandleOfProcess>;
+
+[[noreturn]] void Fail(const char* what) {
+    throw std::system_error(static_cast<int>(::GetLastError()), std::system_category(), what);
+}
+
+std::wstring Widen(const std::string& text) {
+    return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
+}
+
+/// Appends an argument so that CommandLineToArgvW gives it back: backslashes count only in front of a quote.
+void AppendQuoted(std::wstring& line, const std::wstring& argument) {
+    line += line.empty() ? L"\"" : L" \"";
+    std::size_t backslashes = 0;
+    for (const wchar_t character : argument) {
+        if (character == L'"') {
+            line.append(backslashes + 1, L'\\');
+        }
+        backslashes = character == L'\\' ? backslashes + 1 : 0;
+        line += character;
+    }
+    line.append(backslashes, L'\\');
+    line += L'"';
+}
+
+Handle OpenInherited(const std::filesystem::path& file, DWORD access, DWORD disposition) {
+    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE const handle = ::CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                                        disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        Fail("the program's stream");
+    }
+    return Handle(handle);
+}
+
+std::string ReadFromPipe(HANDLE pipe, std::size_t most) {
+    std::string bytes;
+    std::array<char, 4096> buffer{};
+    while (bytes.size() < most) {
+        DWORD count = 0;
+        const auto size = static_cast<DWORD>(std::min(buffer.size(), most - bytes.size()));
+        if (::ReadFile(pipe, buffer.data(), size, &count, nullptr) == 0 || count == 0) {
+            break;
+        }
+        bytes.append(buffer.data(), count);
+    }
+    return bytes;
+}
+
+}  // namespace
+
+ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
+    const TemporaryDirectory folder;
+    const std::filesystem::path outputFile = options.output.empty() ? folder / "output" : options.output;
+    const std::filesystem::path errorFile = folder / "error";
+    const Handle input = OpenInherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
+    const Handle error = OpenInherited(errorFile, GENERIC_WRITE, CREATE_ALWAYS);
+    Handle output;
+    Handle pipe;
+    if (options.bytesRead) {
+        SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+        HANDLE readEnd = nullptr;
+        HANDLE writeEnd = nullptr;
+        if (::CreatePipe(&readEnd, &writeEnd, &inherited, 0) == 0) {
+            Fail("pipe");
+        }
+        pipe.reset(readEnd);
+        output.reset(writeEnd);
+        ::SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+    } else {
+        output = OpenInherited(outputFile, GENERIC_WRITE, OPEN_ALWAYS);
+    }
+
+    std::wstring line;
+    AppendQuoted(line, program.wstring());
+    for (const std::string& argument : options.arguments) {
+        AppendQuoted(line, Widen(argument));
+    }
+    // The child takes the test's own variables, so these are set here for its start.
+    for (const auto& [name, value] : options.environment) {
+        ::SetEnvironmentVariableW(Widen(name).c_str(), Widen(value).c_str());
+    }
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = input.get();
+    start.hStdOutput = output.get();
+    start.hStdError = error.get();
+    PROCESS_INFORMATION started{};
+    const BOOL isStarted =
+        ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                         options.directory.empty() ? nullptr : options.directory.c_str(), &start, &started);
+    for (const auto& [name, value] : options.environment) {
+        ::SetEnvironmentVariableW(Widen(name).c_str(), nullptr);
+    }
+    if (isStarted == 0) {
+        Fail("start of the program");
+    }
+    const Handle process(started.hProcess);
+    const Handle thread(started.hThread);
+    output.reset();
+    ProcessResult result;
+    if (options.bytesRead) {
+        result.output = ReadFromPipe(pipe.get(), *options.bytesRead);
+        pipe.reset();
+    }
+    ::WaitForSingleObject(process.get(), INFINITE);
+    DWORD status = 0;
+    ::GetExitCodeProcess(process.get(), &status);
+    result.status = static_cast<int>(status);
+    if (options.output.empty() && !options.bytesRead) {
+        result.output = ReadWholeFile(outputFile);
+    }
+    result.error = ReadWholeFile(errorFile);
+    return result;
+}
+
+std::filesystem::path ProgramPath(const std::string& name) {
+    std::vector<wchar_t> path(32768);
+    const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    return std::filesystem::path(std::wstring(path.data(), length)).parent_path() / (name + ".exe");
+}
