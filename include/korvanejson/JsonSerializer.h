@@ -1,0 +1,45 @@
+#pragma once
+
+#include <OuString.h>
+#include <libjson.h>
+
+#include "Export.h"
+
+class CAEObject;
+
+/// Turns one object of the object model, with everything under it, into a JSON document.
+///
+/// The document is an object node: the object's header, its metadata, its children and its files, and last
+/// the member "subType" with the value "SDM". A file object is written as an object node as well. Every call
+/// builds the document anew; the serializer itself holds no JSON.
+///
+/// The serializer does not own the object, which must live as long as documents are asked for. Nothing is
+/// reported: what the object model does not give is empty or absent in the document. Only std::bad_alloc is
+/// thrown.
+///
+/// A serializer belongs to one thread at a time. The export mode is copied into one mode of the whole module
+/// by GetJson, so exports with different modes must not run at the same time.
+class KORVANEJSON_API JsonSerializer {
+public:
+    /// The object may be null: its document holds nothing but "subType". The export mode is empty.
+    JsonSerializer(CAEObject* object);
+    JsonSerializer(const JsonSerializer& other);
+    JsonSerializer& operator=(const JsonSerializer& other);
+    virtual ~JsonSerializer();
+
+    /// Narrows which children the documents carry, at every level: "PROJECT" only files (kind 3), "STUDY" all
+    /// but iteration models (kind 8), any other text, the empty one included, all. The text is compared as it
+    /// stands. Takes effect with the next document and stays the module's mode until a document with another
+    /// is made.
+    void SetExportMode(const OuString& mode);
+
+    /// The document as a node of its own: changing it changes nothing else.
+    JSONNode GetJson();
+
+    /// The document as compact text, widened from the ANSI code page in which libjson holds it.
+    OuString GetJsonString();
+
+private:
+    CAEObject* object_;
+    OuString exportMode_;
+};

@@ -1,0 +1,9 @@
+#include "ExportMode.h"
+
+namespace {
+OuString moduleExportMode;
+}  // namespace
+
+OuString& ModuleExportMode() noexcept {
+    return moduleExportMode;
+}

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <CAETypes.h>
+#include <OuString.h>
+#include <libjson.h>
+
+#include "ObjectNodeKey.h"
+
+class CAEFile;
+class CAEObject;
+class CAEProject;
+class ExportWalk;
+class ImportWalk;
+
+/// The converter between one object of the object model and one object node, the JSON form of the object.
+///
+/// An object node holds, in this order, "id", "name", ["studyTypeName"], "createdDate", "createdBy", "type",
+/// ["dbkey"], "metaData", "children" and "files"; every value of the header is a JSON string.
+///
+/// A converter lives for one conversion and on one thread. It owns neither the object nor the project, and
+/// shares its node with whoever else holds it: before it writes, it makes the node its own, so that a
+/// caller's node is never changed. Nothing is reported; only std::bad_alloc is thrown, by allocation.
+class CAEObjectJson {
+public:
+    /// For export: no project, a new and empty object node. The object may be null.
+    explicit CAEObjectJson(CAEObject* object);
+
+    /// For import: over a node, which is shared and not copied, and the object that it is to be written onto.
+    /// Takes the project from the object. A project object gets the node's "type" as its additional type at
+    /// once, and the empty text where the node has none. The object may be null.
+    CAEObjectJson(JSONNode node, CAEObject* object);
+
+    CAEObjectJson(const CAEObjectJson&) = delete;
+    CAEObjectJson& operator=(const CAEObjectJson&) = delete;
+
+    /// Writes the object, with its whole subtree and its files, to the end of the node. The object must be
+    /// set. A second call appends everything a second time.
+    virtual void Export();
+
+    /// Leaves the object and the project alone.
+    virtual ~CAEObjectJson();
+
+    /// Runs Export where the object is set, and returns the node, shared with this converter.
+    JSONNode GetJsonNode();
+
+    /// The node as compact text, as it stands: runs no export.
+    OuString GetJsonText() const;
+
+    /// Whether the module's export mode lets the child through: "PROJECT" only files (kind 3), "STUDY" all
+    /// but iteration models (kind 8), any other mode all. Tests neither for null, which is of no kind, nor
+    /// for kind 26, which is never exported as a child.
+    bool IsChildExported(CAEObject* child) const;
+
+    /// A string node with the key as its name, both texts in the ANSI code page.
+    static JSONNode MakeStringNode(OuString key, OuString value);
+
+    /// The text of the node's first member "type"; empty where it has none.
+    static OuString ReadTypeField(JSONNode node);
+
+    /// The object's metadata as an object named "metaData": one record of "value" and "metaDataType" for each
+    /// entry, in the order of the object model. "metaDataType" carries the entry's unit.
+    JSONNode ExportMetadata();
+
+    /// The array "children" with one object node for each child that the export mode lets through, files
+    /// included, each with its own subtree, in the order of the object model. The object must be set.
+    JSONNode ExportChildren();
+
+    /// The array "files" with one file record for each file in the object's list that its project knows. The
+    /// object must be set; without a project the array is empty.
+    JSONNode ExportFiles();
+
+    /// Imports the node onto the object: nothing at all where the node has no "type" (or an empty one), the
+    /// object is null or it has no project; otherwise as ImportMembers does.
+    void Import();
+
+    /// Applies the members of the node to the object, in document order, a later one of the same name after
+    /// an earlier one. Members that are not recognised, and those that are recognised and have no effect, are
+    /// left out. Does nothing without an object and for a node that is no object node.
+    void ImportMembers();
+
+    /// Creates an object below the converter's for every element of the array that has a "type", and imports
+    /// the element onto it with its whole subtree before the next one is created. The identifiers in the
+    /// document are not used. Does nothing without a project.
+    void ImportChildren(JSONNode children);
+
+    /// Creates a file in the project for every child of the array or object, reads the record onto it, gives
+    /// it the path of the project's directory and its name, and attaches it to the object in the role that
+    /// its type has there. Files that the project already has are never matched. Does nothing without a
+    /// project.
+    void ImportFiles(JSONNode files);
+
+    /// Sets type and value of a metadata entry for every record of the section. The record "Reference To
+    /// Program" with the value No, in any letter case, also clears the project's program reference.
+    void ImportMetadata(JSONNode section);
+
+    /// Makes an imported view item show the master assembly that its link database key names, where the
+    /// project has one by now.
+    void ResolveViewItemReference(CAEObject* viewItem);
+
+    /// The document's name of a kind, before it is upper-cased: "CAE" and the object model's name, but for
+    /// five kinds with names of their own.
+    static OuString ObjectTypeName(_tagCAEObjectType type);
+
+    /// The kind with exactly this document name; 43 for any other text and for null.
+    static _tagCAEObjectType ObjectTypeFromName(const char* name);
+
+protected:
+    /// Appends a member to the node, which becomes this converter's own first where it is shared.
+    void Append(const JSONNode& member);
+
+    const JSONNode& Node() const { return node_; }
+
+private:
+    friend class ExportWalk;
+    friend class ImportWalk;
+
+    /// Takes the project from the object and tells whether there is all that an import needs.
+    bool PrepareImport();
+    /// Applies one member; "children" is the walk's.
+    void ImportMember(ObjectNodeKey key, const JSONNode& member);
+    /// Attaches a file of the project to the object in the role of its type.
+    void AttachFile(int fileId, const CAEFile& file);
+
+    /// Writes what an object node holds before its nesting sections: the header and the metadata.
+    void ExportOwnMembers();
+    void ExportHeader();
+
+    CAEProject* project_ = nullptr;
+    CAEObject* object_ = nullptr;
+    JSONNode node_;
+};
+
+/// A document as compact text, widened from the ANSI code page in which the node holds it.
+OuString DocumentText(const JSONNode& document);

@@ -1,0 +1,16 @@
+#include <CAEFunctions.h>
+#include <CAEViewItem.h>
+
+#include "CAEObjectJson.h"
+
+void CAEObjectJson::ResolveViewItemReference(CAEObject* viewItem) {
+    if (viewItem == nullptr) {
+        return;
+    }
+    int masterId = 0;
+    // The key is passed also when it is empty; only the identifier tells whether there is a master assembly.
+    getMasterAssemblyCAEIDByITEMID(project_, viewItem->getLinkDBKey(), masterId);
+    if (auto* item = masterId == 0 ? nullptr : dynamic_cast<CAEViewItem*>(viewItem)) {
+        item->setReferencedCAEObject(masterId);
+    }
+}

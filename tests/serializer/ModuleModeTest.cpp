@@ -1,0 +1,29 @@
+#include <gtest/gtest.h>
+#include <korvanejson/JsonSerializer.h>
+
+#include "module/ExportMode.h"
+#include "objectjson/CAEObjectJson.h"
+#include "support/ModelBuilders.h"
+
+TEST(ModuleMode, IsEmptyFromTheStartAndKeptAfterEveryDocument) {
+    TestProject project;
+    project.Add(CAE_ITERATION_MODEL, L"model");
+    EXPECT_TRUE(ModuleExportMode().IsEmpty());
+    EXPECT_EQ(CAEObjectJson(&*project).ExportChildren().size(), 1U);
+
+    JsonSerializer serializer(&*project);
+    serializer.SetExportMode(L"STUDY");
+    EXPECT_TRUE(ModuleExportMode().IsEmpty());
+
+    serializer.GetJson();
+    EXPECT_STREQ(ModuleExportMode().GetBuffer(), L"STUDY");
+    // The last document's mode also decides for a converter that nobody gave a mode.
+    EXPECT_EQ(CAEObjectJson(&*project).ExportChildren().size(), 0U);
+
+    serializer.SetExportMode(L"PROJECT");
+    EXPECT_STREQ(ModuleExportMode().GetBuffer(), L"STUDY");
+
+    JsonSerializer(nullptr).GetJson();
+    EXPECT_TRUE(ModuleExportMode().IsEmpty());
+    EXPECT_EQ(CAEObjectJson(&*project).ExportChildren().size(), 1U);
+}
