@@ -1,0 +1,11 @@
+# Runs COMMAND (a list): the text file TEXT must show exactly what it prints, in a block of the language LANGUAGE.
+execute_process(COMMAND ${COMMAND} OUTPUT_VARIABLE printed RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "${COMMAND} ended with ${status}")
+endif()
+string(REPLACE "\r\n" "\n" printed "${printed}")
+file(READ "${TEXT}" text)
+string(FIND "${text}" "\n```${LANGUAGE}\n${printed}```\n" position)
+if(printed STREQUAL "" OR position EQUAL -1)
+  message(FATAL_ERROR "${TEXT} does not show what ${COMMAND} prints:\n${printed}")
+endif()
