@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Texts.h"
 
@@ -270,23 +272,31 @@ TEST(JSONNode, KeepsMoreDifferentNamesThanAreShared) {
     EXPECT_EQ(Parse(Write(object)), object);
 }
 
-TEST(JSONNode, SwapsAndMoves) {
+TEST(JSONNode, Swaps) {
     JSONNode first(Text("first"), 1);
     JSONNode second(Text("second"), 2);
     first.swap(second);
     EXPECT_EQ(NameOf(first), "second");
     EXPECT_EQ(NameOf(second), "first");
-    JSONNode moved(std::move(first));
-    EXPECT_EQ(NameOf(moved), "second");
-    EXPECT_EQ(first, JSONNode());  // NOLINT(bugprone-use-after-move): what is left is part of the contract
-    first = std::move(moved);
-    EXPECT_EQ(ValueOf(first), "2");
-    EXPECT_EQ(moved, JSONNode());  // NOLINT(bugprone-use-after-move)
-    JSONNode& self = first;
-    first = std::move(self);
-    EXPECT_EQ(ValueOf(first), "2");
-    first = self;
-    EXPECT_EQ(ValueOf(first), "2");
+}
+
+TEST(JSONNode, LeavesAnEmptyObjectBehindWhenItIsMoved) {
+    std::vector<JSONNode> nodes = {JSONNode(Text("name"), 1), JSONNode(Text("other"), 2)};
+    const JSONNode moved(std::move(nodes[0]));
+    EXPECT_EQ(moved, JSONNode(Text("name"), 1));
+    EXPECT_EQ(nodes[0], JSONNode());
+    nodes[0] = std::move(nodes[1]);
+    EXPECT_EQ(nodes[0], JSONNode(Text("other"), 2));
+    EXPECT_EQ(nodes[1], JSONNode());
+}
+
+TEST(JSONNode, MayBeAssignedToItself) {
+    JSONNode node(Text("name"), 1);
+    JSONNode& self = node;
+    node = self;
+    EXPECT_EQ(node, JSONNode(Text("name"), 1));
+    node = std::move(self);
+    EXPECT_EQ(node, JSONNode(Text("name"), 1));
 }
 
 TEST(JSONNode, ComparesTypeNameAndValue) {
