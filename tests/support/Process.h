@@ -19,6 +19,8 @@ struct ProcessOptions {
     std::filesystem::path output;
     /// Its standard output is a pipe that is closed after this many bytes have been read.
     std::optional<std::size_t> bytesRead;
+    /// A file that is its standard input; nothing is on it if empty.
+    std::filesystem::path input = {};
 };
 
 struct ProcessResult {
@@ -28,7 +30,7 @@ struct ProcessResult {
     std::string error;
 };
 
-/// Runs a program to its end, with nothing on its standard input. Throws when it cannot be started.
+/// Runs a program to its end. Throws when it cannot be started.
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options);
 
 /// The path of a program of this project: it lies beside the one that runs the tests.

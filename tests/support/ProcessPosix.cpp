@@ -30,7 +30,7 @@ namespace {
     for (const auto& [name, value] : options.environment) {
         ::setenv(name.c_str(), value.c_str(), 1);
     }
-    const int input = ::open("/dev/null", O_RDONLY);
+    const int input = ::open(options.input.empty() ? "/dev/null" : options.input.c_str(), O_RDONLY);
     const int errors = ::open(error.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     const bool isReady = input >= 0 && errors >= 0 && ::dup2(input, 0) == 0 && ::dup2(output, 1) == 1 &&
                          ::dup2(errors, 2) == 2 &&

@@ -115,6 +115,15 @@ TEST(AddChild, FailsForWhatIsAbove) {
     EXPECT_EQ(project->addChild(&model), 0);
 }
 
+TEST(AddChild, FailsForTheRootBelowADetachedObject) {
+    TestProject project;
+    CAEObject& model = project.Add(CAE_MODEL, L"Model");
+    Detach(*project, model);
+    EXPECT_NE(model.addChild(&*project), 0);
+    EXPECT_EQ(project->getParent(), nullptr);
+    EXPECT_TRUE(ChildrenOf(model).empty());
+}
+
 TEST(DetachChild, FailsForAnythingButAChild) {
     TestProject project;
     CAEObject& model = project.Add(CAE_MODEL, L"Model");

@@ -1,0 +1,232 @@
+#include "Database.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+
+namespace host {
+namespace {
+
+constexpr int kPatienceInMilliseconds = 5000;
+
+[[noreturn]] void Fail(sqlite3* handle, int code) {
+    switch (code & 0xFF) {
+        case SQLITE_NOTADB:
+            throw DatabaseError("is no SQLite database");
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            throw DatabaseError("is in use by another program");
+        case SQLITE_CORRUPT:
+            throw DatabaseError("is damaged");
+        case SQLITE_READONLY:
+            throw DatabaseError("may not be written to");
+        case SQLITE_FULL:
+            throw DatabaseError("cannot be written: there is no room left");
+        case SQLITE_NOMEM:
+            throw std::bad_alloc();
+        default:
+            throw DatabaseError(std::string("cannot be used: ") +
+                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
+    }
+}
+
+void Check(sqlite3* handle, int code) {
+    if (code != SQLITE_OK) {
+        Fail(handle, code);
+    }
+}
+
+bool BeginsAsDatabase(const std::filesystem::path& file) {
+    constexpr std::string_view kBegin("SQLite format 3\0", 16);
+    std::array<char, kBegin.size()> bytes{};
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        throw DatabaseError("cannot be read: " + std::generic_category().message(errno));
+    }
+    stream.read(bytes.data(), bytes.size());
+    return std::string_view(bytes.data(), static_cast<std::size_t>(stream.gcount())) == kBegin;
+}
+
+/// SQLite takes its names in UTF-8 on Windows and as they are elsewhere.
+std::string NameOf(const std::filesystem::path& file) {
+#if defined(_WIN32)
+    const std::u8string name = file.u8string();
+    return {name.begin(), name.end()};
+#else
+    return file.native();
+#endif
+}
+
+}  // namespace
+
+Database::Database() {
+    const int code = sqlite3_open(":memory:", &handle_);
+    if (code != SQLITE_OK) {
+        const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer(handle_, sqlite3_close);
+        Fail(handle_, code);
+    }
+}
+
+Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
+    std::error_code error;
+    bool isThere = std::filesystem::exists(std::filesystem::status(file, error));
+    if (error && error != std::errc::no_such_file_or_directory) {
+        throw DatabaseError("cannot be read: " + error.message());
+    }
+    if (!isThere && use != DatabaseUse::Creating) {
+        throw DatabaseError("is not there");
+    }
+    if (isThere && !std::filesystem::is_regular_file(file, error)) {
+        throw DatabaseError("is no file");
+    }
+    if (isThere && std::filesystem::file_size(file, error) == 0 && !error) {
+        if (use != DatabaseUse::Creating) {
+            throw DatabaseError("is an empty file and no " + std::string(kind.name));
+        }
+        isThere = false;
+    }
+    // SQLite takes some very short files for empty databases.
+    if (isThere && !BeginsAsDatabase(file)) {
+        throw DatabaseError("is no SQLite database");
+    }
+    // Also for reading: what another program left unfinished is put in order first.
+    const int flags = SQLITE_OPEN_READWRITE | (isThere ? 0 : SQLITE_OPEN_CREATE);
+    const int code = sqlite3_open_v2(NameOf(file).c_str(), &handle_, flags, nullptr);
+    try {
+        Check(handle_, code);
+        sqlite3_extended_result_codes(handle_, 1);
+        Check(handle_, sqlite3_busy_timeout(handle_, kPatienceInMilliseconds));
+        // The file may come from anywhere: nothing in it runs.
+        Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
+        Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr));
+        Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr));
+        if (isThere) {
+            CheckKind(kind);
+        }
+        if (use == DatabaseUse::Reading) {
+            Run("PRAGMA query_only = 1");
+        }
+    } catch (...) {
+        sqlite3_close(handle_);
+        throw;
+    }
+}
+
+Database::~Database() {
+    sqlite3_close(handle_);
+}
+
+std::int64_t Database::ReadNumber(const char* question) {
+    Statement statement(*this, question);
+    return statement.Begin().Next() ? statement.Number(0) : 0;
+}
+
+void Database::CheckKind(const DatabaseKind& kind) {
+    if (ReadNumber("PRAGMA application_id") != kind.application) {
+        throw DatabaseError("is a database of another program and no " + std::string(kind.name));
+    }
+    const std::int64_t format = ReadNumber("PRAGMA user_version");
+    if (format > kind.format) {
+        throw DatabaseError("was written by a newer korvane-json: it has the format " +
+                            std::to_string(format) + ", and this one reads formats up to " +
+                            std::to_string(kind.format));
+    }
+    if (format < 1) {
+        throw DatabaseError("is damaged: it does not say in which format it is");
+    }
+}
+
+void Database::Run(const char* statements) {
+    Check(handle_, sqlite3_exec(handle_, statements, nullptr, nullptr, nullptr));
+}
+
+void Database::SetKind(const DatabaseKind& kind) {
+    Run(("PRAGMA application_id = " + std::to_string(kind.application)).c_str());
+    Run(("PRAGMA user_version = " + std::to_string(kind.format)).c_str());
+}
+
+void Database::CopyFrom(Database& other) {
+    sqlite3_backup* const backup = sqlite3_backup_init(handle_, "main", other.handle_, "main");
+    if (backup == nullptr) {
+        Fail(handle_, sqlite3_errcode(handle_));
+    }
+    const int step = sqlite3_backup_step(backup, -1);
+    sqlite3_backup_finish(backup);
+    if (step != SQLITE_DONE) {
+        Fail(other.handle_, step);
+    }
+}
+
+Statement::Statement(Database& database, const char* text) : database_(database.Handle()) {
+    Check(database_,
+          sqlite3_prepare_v3(database_, text, -1, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr));
+}
+
+Statement::~Statement() {
+    sqlite3_finalize(statement_);
+}
+
+bool Statement::Next() {
+    const int code = sqlite3_step(statement_);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        Fail(database_, code);
+    }
+    return code == SQLITE_ROW;
+}
+
+void Statement::Reset() {
+    // What it returns is the error of the last step, which that has reported.
+    sqlite3_reset(statement_);
+}
+
+std::int64_t Statement::Number(int column) const {
+    return sqlite3_column_int64(statement_, column);
+}
+
+bool Statement::IsNull(int column) const {
+    return sqlite3_column_type(statement_, column) == SQLITE_NULL;
+}
+
+std::string Statement::Text(int column) const {
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
+    return text != nullptr ? std::string(text, size) : std::string();
+}
+
+void Statement::Bind(int index, std::int64_t value) {
+    Check(database_, sqlite3_bind_int64(statement_, index, value));
+}
+
+void Statement::Bind(int index, std::string_view value) {
+    const char* const text = value.data() != nullptr ? value.data() : "";
+    Check(database_, sqlite3_bind_text64(statement_, index, text, value.size(), SQLITE_STATIC, SQLITE_UTF8));
+}
+
+void Statement::Bind(int index, const std::optional<std::int64_t>& value) {
+    if (value) {
+        Bind(index, *value);
+    } else {
+        Check(database_, sqlite3_bind_null(statement_, index));
+    }
+}
+
+Transaction::Transaction(Database& database) : database_(database) {
+    database_.Run("BEGIN IMMEDIATE");
+}
+
+Transaction::~Transaction() {
+    if (isOpen_) {
+        // Some errors have ended the transaction already, which is as good.
+        sqlite3_exec(database_.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
+void Transaction::Commit() {
+    database_.Run("COMMIT");
+    isOpen_ = false;
+}
+
+}  // namespace host

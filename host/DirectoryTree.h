@@ -1,0 +1,73 @@
+#pragma once
+
+#include <CAETypes.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "FileKinds.h"
+
+namespace host {
+
+class Console;
+
+/// One file below the root, with its kind settled.
+struct ScannedFile {
+    std::filesystem::path name;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;
+    std::optional<std::uint32_t> owner;
+    /// The file lies elsewhere below the root and has its bytes counted there.
+    bool isLink = false;
+    _tagFileType type = CAE_FILE_OTHER;
+    _tagFileFormat format = CAE_FORMAT_UNKNOWN;
+    Solver solver = Solver::None;
+};
+
+/// One directory below the root, or the root itself.
+struct ScannedDirectory {
+    std::filesystem::path name;
+    /// Its whole path, the root's in front.
+    std::filesystem::path path;
+    std::int64_t modified = 0;
+    std::optional<std::uint32_t> owner;
+    /// Ordered by name, as the files are.
+    std::vector<std::size_t> directories;
+    std::vector<ScannedFile> files;
+    /// What the directory itself and everything under it holds.
+    bool hasDecks = false;
+    bool hasDecksInTree = false;
+    bool hasFilesInTree = false;
+};
+
+/// What lies below a root directory; the root is the first, and every directory comes behind the one that it
+/// is in.
+struct DirectoryTree {
+    std::vector<ScannedDirectory> directories;
+    /// Entries that could not be read, each named on the console.
+    std::size_t unreadableCount = 0;
+};
+
+struct ScanOptions {
+    /// A file that is left out: the one that the document is written to.
+    std::optional<std::filesystem::path> leftOut;
+};
+
+/// Reads everything below a root, which must be a whole path without links in it, and settles the kinds of
+/// files.
+///
+/// Hidden entries are left out. A link to a file below the root is a file of the directory that it stands in,
+/// because a deck draws it in from there. A link to a directory below the root is not entered: what it leads
+/// to stands in its own place already. Links that lead out of the root are left out, which is said on the
+/// console. An entry that cannot be read, and one that is neither file nor directory nor link, is named
+/// there, counted and left out. No walk needs stack in proportion to the nesting. Returns an error only for
+/// the root itself.
+std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptions& options, Console& console,
+                              DirectoryTree& tree);
+
+}  // namespace host

@@ -1,0 +1,158 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <map>
+#include <memory>
+
+#include "FileSystem.h"
+
+namespace host {
+namespace {
+
+std::error_code LastError() {
+    return {errno, std::generic_category()};
+}
+
+EntryType TypeOf(mode_t mode) {
+    if (S_ISREG(mode)) {
+        return EntryType::File;
+    }
+    if (S_ISDIR(mode)) {
+        return EntryType::Directory;
+    }
+    return S_ISLNK(mode) ? EntryType::Link : EntryType::Other;
+}
+
+void FillIn(const struct stat& status, Entry& entry) {
+    entry.type = TypeOf(status.st_mode);
+    entry.size = entry.type == EntryType::File ? static_cast<std::uint64_t>(status.st_size) : 0;
+    entry.modified = status.st_mtime;
+    entry.owner = status.st_uid;
+}
+
+}  // namespace
+
+std::error_code ListDirectory(const std::filesystem::path& directory, Listing& listing) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(directory.c_str()), ::closedir);
+    if (!stream) {
+        return LastError();
+    }
+    const int folder = ::dirfd(stream.get());
+    for (;;) {
+        errno = 0;
+        const dirent* const found = ::readdir(stream.get());
+        if (found == nullptr) {
+            return errno == 0 ? std::error_code() : LastError();
+        }
+        const std::string name = static_cast<const char*>(found->d_name);
+        if (name == "." || name == "..") {
+            continue;
+        }
+        Entry entry;
+        entry.name = name;
+        entry.isHidden = name.front() == '.';
+        struct stat status {};
+        if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+            listing.unreadable.push_back({entry.name, LastError()});
+            continue;
+        }
+        FillIn(status, entry);
+        listing.entries.push_back(std::move(entry));
+    }
+}
+
+std::error_code InspectTarget(const std::filesystem::path& path, Entry& entry) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+        return LastError();
+    }
+    FillIn(status, entry);
+    entry.name = path.filename();
+    entry.isHidden = !entry.name.empty() && entry.name.native().front() == '.';
+    return {};
+}
+
+std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error) {
+    return std::filesystem::canonical(path, error);
+}
+
+std::string OwnerName(std::uint32_t owner) {
+    static std::map<std::uint32_t, std::string> names;
+    const auto known = names.find(owner);
+    if (known != names.end()) {
+        return known->second;
+    }
+    std::string name = std::to_string(owner);
+    std::array<char, 16384> buffer{};
+    passwd record{};
+    passwd* found = nullptr;
+    if (::getpwuid_r(owner, &record, buffer.data(), buffer.size(), &found) == 0 && found != nullptr) {
+        name = found->pw_name;
+    }
+    names.emplace(owner, name);
+    return name;
+}
+
+std::optional<std::filesystem::path> PathOfStandardOutput() {
+    struct stat status {};
+    if (::fstat(STDOUT_FILENO, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return std::nullopt;
+    }
+    std::error_code error;
+    std::filesystem::path path = std::filesystem::read_symlink("/proc/self/fd/1", error);
+    return error ? std::nullopt : std::optional(path);
+}
+
+std::error_code ReadSample(const std::filesystem::path& file, std::size_t headSize, std::size_t tailSize,
+                           FileSample& sample) {
+    // Without waiting: what was a file when it was listed may have become a pipe.
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (descriptor < 0) {
+        return LastError();
+    }
+    const auto closeAndReturn = [&](std::error_code error) {
+        ::close(descriptor);
+        return error;
+    };
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0) {
+        return closeAndReturn(LastError());
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return closeAndReturn(std::make_error_code(std::errc::invalid_argument));
+    }
+    const auto readAt = [&](std::uint64_t place, std::string& bytes) -> std::error_code {
+        std::size_t filled = 0;
+        while (filled < bytes.size()) {
+            const ssize_t count = ::pread(descriptor, bytes.data() + filled, bytes.size() - filled,
+                                          static_cast<off_t>(place + filled));
+            if (count < 0 && errno == EINTR) {
+                continue;
+            }
+            if (count < 0) {
+                return LastError();
+            }
+            if (count == 0) {
+                break;
+            }
+            filled += static_cast<std::size_t>(count);
+        }
+        bytes.resize(filled);
+        return {};
+    };
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    sample.head.resize(std::min<std::uint64_t>(size, headSize));
+    sample.tail.resize(std::min<std::uint64_t>(size - sample.head.size(), tailSize));
+    std::error_code error = readAt(0, sample.head);
+    if (!error) {
+        error = readAt(size - sample.tail.size(), sample.tail);
+    }
+    return closeAndReturn(error);
+}
+
+}  // namespace host

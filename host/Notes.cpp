@@ -1,0 +1,83 @@
+#include "Notes.h"
+
+#include <algorithm>
+
+#include "Text.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t kLongestQuoted = 80;
+
+}  // namespace
+
+Notes::Kind& Notes::Find(std::string_view kind) {
+    const auto found = std::ranges::find(kinds_, kind, &Kind::text);
+    if (found != kinds_.end()) {
+        return *found;
+    }
+    return kinds_.emplace_back(Kind{std::string(kind), 0, {}, {}});
+}
+
+void Notes::AddName(std::string_view kind, std::string_view name) {
+    Kind& noted = Find(kind);
+    ++noted.count;
+    const auto known = noted.countOfName.find(name);
+    if (known != noted.countOfName.end()) {
+        ++known->second;
+    } else {
+        noted.countOfName.emplace(name, 1);
+    }
+}
+
+std::size_t Notes::CountOf(std::string_view kind) const {
+    const auto found = std::ranges::find(kinds_, kind, &Kind::text);
+    return found != kinds_.end() ? found->count : 0;
+}
+
+void Notes::Say(const Kind& kind, const std::string& what, Console& console) {
+    std::vector<std::string> named = kind.first;
+    for (const auto& [name, count] : kind.countOfName) {
+        if (named.size() < kMostNamed) {
+            named.push_back(Quoted(name) + (count > 1 ? " " + std::to_string(count) + " times" : ""));
+        }
+    }
+    const std::size_t total = kind.countOfName.empty() ? kind.count : kind.countOfName.size();
+    std::string line = what + ": " + kind.text + " (" + std::to_string(kind.count) + "): ";
+    for (std::size_t index = 0; index < named.size(); ++index) {
+        line += (index == 0 ? "" : "; ") + named[index];
+    }
+    if (total > named.size()) {
+        line += "; and " + std::to_string(total - named.size()) + " more";
+    }
+    console.Say(line);
+}
+
+void Notes::Say(const std::string& what, Console& console) const {
+    for (const Kind& kind : kinds_) {
+        Say(kind, what, console);
+    }
+}
+
+void Notes::SayWithoutNames(const std::string& what, Console& console) const {
+    for (const Kind& kind : kinds_) {
+        if (kind.countOfName.empty()) {
+            Say(kind, what, console);
+        }
+    }
+}
+
+std::string Quoted(std::string_view text) {
+    std::string printable = Printable(text.substr(0, 4 * kLongestQuoted));
+    if (printable.size() > kLongestQuoted) {
+        std::size_t end = kLongestQuoted;
+        while (end > 0 && (static_cast<unsigned char>(printable[end]) & 0xC0U) == 0x80) {
+            --end;
+        }
+        printable.resize(end);
+        printable += "...";
+    }
+    return '\'' + printable + '\'';
+}
+
+}  // namespace host

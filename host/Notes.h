@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Console.h"
+
+namespace host {
+
+/// What is to be said of many things of few kinds: how many of each kind there are, and the first of them by
+/// name.
+class Notes {
+public:
+    /// Notes one thing of the kind. `describe` gives its text on one line; it is asked only for the things
+    /// that are named.
+    template <typename Describe>
+    void Add(std::string_view kind, const Describe& describe) {
+        Kind& noted = Find(kind);
+        ++noted.count;
+        if (noted.first.size() < kMostNamed) {
+            noted.first.push_back(describe());
+        }
+    }
+    /// Notes a name of the kind; equal names are counted together.
+    void AddName(std::string_view kind, std::string_view name);
+
+    std::size_t CountOf(std::string_view kind) const;
+    /// Says each kind on a line of its own, in the order in which they came: `WHAT: KIND (3): one; two;
+    /// three`.
+    void Say(const std::string& what, Console& console) const;
+    /// The same without the kinds that count equal names.
+    void SayWithoutNames(const std::string& what, Console& console) const;
+
+private:
+    static constexpr std::size_t kMostNamed = 10;
+
+    struct Kind {
+        std::string text;
+        std::size_t count = 0;
+        std::vector<std::string> first;
+        std::map<std::string, std::size_t, std::less<>> countOfName;
+    };
+    Kind& Find(std::string_view kind);
+    static void Say(const Kind& kind, const std::string& what, Console& console);
+
+    std::vector<Kind> kinds_;
+};
+
+/// A text for a note: quoted, printable and not too long.
+std::string Quoted(std::string_view text);
+
+}  // namespace host

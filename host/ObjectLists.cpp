@@ -1,0 +1,31 @@
+#include "ObjectLists.h"
+
+namespace host {
+
+std::vector<CAEObject*> ChildrenOf(const CAEObject& object) {
+    OuList list;
+    object.getChildrenList(list);
+    std::vector<CAEObject*> children;
+    children.reserve(list.GetCount());
+    OuListPosition* position = list.GetHeadPosition();
+    while (position != nullptr) {
+        children.push_back(static_cast<CAEObject*>(list.GetNext(position)));
+    }
+    return children;
+}
+
+std::vector<MetadataOfObject> MetadataOf(const CAEObject& object) {
+    OuTemplateArray<OuString, OuCRTAllocator<>> names;
+    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    object.getAllMetadata(names, values);
+    std::vector<MetadataOfObject> entries;
+    for (int index = 0; index < names.GetSize(); ++index) {
+        MetadataOfObject entry{names[index], values[index], {}, {}};
+        object.getMetadataType(entry.name, entry.type);
+        object.getMetadataUnitString(entry.name, entry.unit);
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+}  // namespace host

@@ -1,0 +1,137 @@
+#include "ProjectFile.h"
+
+#include <optional>
+#include <random>
+#include <string>
+#include <system_error>
+
+#include "ProjectTables.h"
+
+namespace host {
+namespace {
+
+using std::filesystem::path;
+
+/// Runs the work; what the database says becomes what the project file says.
+template <typename Work>
+auto AsProjectFile(const Work& work) {
+    try {
+        return work();
+    } catch (const DatabaseError& error) {
+        throw ProjectFileError(error.what());
+    }
+}
+
+/// A name in the same folder that nothing has, hidden and random.
+path TemporaryName(const path& file) {
+    std::random_device random;
+    path name = ".korvane-json-";
+    name += std::to_string(random()) + "-" + std::to_string(random()) + ".tmp";
+    return file.parent_path() / name;
+}
+
+/// A file that is removed, with what SQLite keeps beside it, unless it was renamed.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(path name) : name_(std::move(name)) {}
+    ~TemporaryFile() {
+        std::error_code ignored;
+        std::filesystem::remove(name_, ignored);
+        path journal = name_;
+        journal += "-journal";
+        std::filesystem::remove(journal, ignored);
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    const path& Name() const { return name_; }
+
+private:
+    path name_;
+};
+
+/// A journal that is left over from a file of this name would be taken for the new file's.
+void RefuseLeftovers(const path& file) {
+    for (const char* const ending : {"-journal", "-wal"}) {
+        path leftover = file;
+        leftover += ending;
+        std::error_code ignored;
+        if (std::filesystem::exists(leftover, ignored)) {
+            throw ProjectFileError(std::string("cannot be made: a file of the same name with '") + ending +
+                                   "' at its end is left of an older one. Remove it first");
+        }
+    }
+}
+
+}  // namespace
+
+struct ProjectFile::State {
+    State(const path& file, bool forChange)
+        : database(file, forChange ? DatabaseUse::Changing : DatabaseUse::Reading, kProjectFileKind) {
+        if (forChange) {
+            transaction.emplace(database);
+        }
+    }
+
+    Database database;
+    std::optional<Transaction> transaction;
+    std::unique_ptr<CAEProject> project;
+};
+
+std::unique_ptr<CAEProject> ReadProjectFile(const path& file, Console& console) {
+    return AsProjectFile([&] {
+        Database database(file, DatabaseUse::Reading, kProjectFileKind);
+        return ReadProjectTables(database, console);
+    });
+}
+
+ProjectFile::ProjectFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
+ProjectFile::~ProjectFile() = default;
+ProjectFile::ProjectFile(ProjectFile&&) noexcept = default;
+ProjectFile& ProjectFile::operator=(ProjectFile&&) noexcept = default;
+
+ProjectFile ProjectFile::Open(const path& file, bool forChange, Console& console) {
+    return AsProjectFile([&] {
+        auto state = std::make_unique<State>(file, forChange);
+        state->project = ReadProjectTables(state->database, console);
+        return ProjectFile(std::move(state));
+    });
+}
+
+CAEProject& ProjectFile::Project() const {
+    return *state_->project;
+}
+
+void ProjectFile::Save(Console& console) {
+    Save(*state_->project, console);
+}
+
+void ProjectFile::Save(CAEProject& project, Console& console) {
+    AsProjectFile([&] {
+        WriteProjectTables(state_->database, project, console);
+        state_->transaction->Commit();
+    });
+}
+
+void CreateProjectFile(const path& file, CAEProject& project, Console& console) {
+    AsProjectFile([&] {
+        std::error_code error;
+        if (std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+            throw ProjectFileError("is there already");
+        }
+        RefuseLeftovers(file);
+        const TemporaryFile temporary(TemporaryName(file));
+        {
+            Database database(temporary.Name(), DatabaseUse::Creating, kProjectFileKind);
+            Transaction transaction(database);
+            CreateProjectTables(database);
+            WriteProjectTables(database, project, console);
+            transaction.Commit();
+        }
+        std::filesystem::rename(temporary.Name(), file, error);
+        if (error) {
+            throw ProjectFileError("cannot be made: " + error.message());
+        }
+    });
+}
+
+}  // namespace host

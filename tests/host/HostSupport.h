@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "Console.h"
+
+namespace host {
+
+/// A console that keeps what is said, without any progress.
+struct KeptConsole {
+    std::string said;
+    Console console{[this](std::string_view text) { said += text; }, false, &Console::Clock::now};
+};
+
+/// Decks in as few words as their solvers' syntax allows.
+inline constexpr std::string_view kAbaqusDeck = "*STEP\n*STATIC\n*END STEP\n";
+inline constexpr std::string_view kNastranDeck = "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n";
+inline constexpr std::string_view kLsDynaDeck = "*KEYWORD\n*CONTROL_TERMINATION\n0.02\n*END\n";
+
+}  // namespace host

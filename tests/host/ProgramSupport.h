@@ -1,0 +1,80 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+/// Tests that run the program in a directory of their own, with names relative to it.
+class ProgramInFolder : public testing::Test {
+protected:
+    /// Runs the program. `input` is the name of a file that is its standard input.
+    ProcessResult Run(std::vector<std::string> arguments, std::string_view input = {}) const {
+        ProcessOptions options{std::move(arguments), {{"LC_ALL", "C"}}, folder.Path(), {}, {}};
+        if (!input.empty()) {
+            options.input = folder / input;
+        }
+        return RunProgram(ProgramPath("korvane-json"), options);
+    }
+    /// Runs it, expects that it succeeds, and gives what it said.
+    std::string Do(const std::vector<std::string>& arguments) const {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.status, 0) << result.error;
+        EXPECT_EQ(result.output, "");
+        return result.error;
+    }
+    /// Runs it, expects that it succeeds without a word, and gives its output.
+    std::string OutputOf(const std::vector<std::string>& arguments) const {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.status, 0) << result.error;
+        EXPECT_EQ(result.error, "");
+        return result.output;
+    }
+    /// Runs it and expects that it does nothing: the status, the only message, and every file as it was.
+    void ExpectRefused(const std::vector<std::string>& arguments, const std::string& message,
+                       int status = 1) const {
+        const std::string before = Content();
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.status, status);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.error, "korvane-json: " + message + "\n");
+        EXPECT_EQ(Content(), before) << "files were changed";
+    }
+    /// Runs it with --dry-run and expects what the run without it says, with one line more, and every file
+    /// as it was; then runs it without.
+    std::string DoAfterDryRun(std::vector<std::string> arguments) const {
+        const std::string before = Content();
+        std::vector<std::string> dry = arguments;
+        dry.emplace_back("--dry-run");
+        const std::string said = Do(dry);
+        EXPECT_EQ(Content(), before) << "files were changed";
+        const std::string done = Do(arguments);
+        EXPECT_EQ(said, done + "korvane-json: nothing was changed, because of --dry-run\n");
+        EXPECT_NE(Content(), before);
+        return done;
+    }
+
+    /// The names and the bytes of all files in the folder.
+    std::string Content() const {
+        std::vector<std::string> entries;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
+            entries.push_back(ToUtf8(entry.path()) +
+                              (entry.is_regular_file() ? ": " + ReadWholeFile(entry.path()) : ""));
+        }
+        std::ranges::sort(entries);
+        std::string content;
+        for (const std::string& entry : entries) {
+            content += entry + '\n';
+        }
+        return content;
+    }
+    std::string Read(std::string_view name) const { return ReadWholeFile(folder / name); }
+
+    TemporaryDirectory folder;
+};

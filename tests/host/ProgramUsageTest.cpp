@@ -1,0 +1,99 @@
+#include <gtest/gtest.h>
+
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+namespace {
+
+ProcessResult RunHost(std::vector<std::string> arguments) {
+    return RunProgram(ProgramPath("korvane-json"), {std::move(arguments), {}, {}, {}, {}});
+}
+
+void ExpectUsageError(const std::vector<std::string>& arguments, const std::string& message) {
+    const ProcessResult result = RunHost(arguments);
+    EXPECT_EQ(result.status, 2) << message;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.error, "korvane-json: " + message + "\n");
+}
+
+TEST(ProgramUsage, PrintsTheVersion) {
+    const ProcessResult result = RunHost({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "");
+    EXPECT_TRUE(result.output.starts_with("korvane-json " KORVANEJSON_VERSION)) << result.output;
+    EXPECT_TRUE(result.output.ends_with("\n"));
+}
+
+TEST(ProgramUsage, ExplainsItsCommands) {
+    const ProcessResult result = RunHost({"--help"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "");
+    for (const char* const word :
+         {"Usage: korvane-json", "tree", "export", "--version", "Exit status", "Examples:"}) {
+        EXPECT_NE(result.output.find(word), std::string::npos) << word << "\n" << result.output;
+    }
+}
+
+TEST(ProgramUsage, ExplainsEveryOptionOfACommandWithAnExample) {
+    const ProcessResult tree = RunHost({"tree", "--help"});
+    EXPECT_EQ(tree.status, 0);
+    for (const char* const word :
+         {"Usage: korvane-json tree", "DIR", "--strict", "korvane-json tree projects/bracket"}) {
+        EXPECT_NE(tree.output.find(word), std::string::npos) << word << "\n" << tree.output;
+    }
+    const ProcessResult exported = RunHost({"export", "-h"});
+    EXPECT_EQ(exported.status, 0);
+    for (const char* const word :
+         {"--strict", "--object 12", "--mode STUDY", "--text indented", "-o bracket.json"}) {
+        EXPECT_NE(exported.output.find(word), std::string::npos) << word << "\n" << exported.output;
+    }
+}
+
+TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
+    ExpectUsageError({}, "give a command, like 'korvane-json tree DIR'. 'korvane-json --help' lists them");
+    ExpectUsageError({"draw"}, "there is no command 'draw'. See 'korvane-json --help'");
+    ExpectUsageError({"--draw"}, "there is no option '--draw'. See 'korvane-json --help'");
+    ExpectUsageError({"tree"}, "DIR is required. See 'korvane-json tree --help'");
+    ExpectUsageError({"tree", ".", "more"},
+                     "The following argument was not expected: more. See 'korvane-json tree --help'");
+    ExpectUsageError({"export", ".", "--mode", "project"},
+                     "--mode: project not in {PROJECT,STUDY}. See 'korvane-json export --help'");
+    ExpectUsageError({"export", ".", "--text", "pretty"},
+                     "--text: pretty not in {compact,indented}. See 'korvane-json export --help'");
+    ExpectUsageError({"export", ".", "--object", "first"},
+                     "Could not convert: --object = first. See 'korvane-json export --help'");
+}
+
+TEST(ProgramUsage, FailsForARootThatCannotBeRead) {
+    const TemporaryDirectory folder;
+    for (const char* const command : {"tree", "export"}) {
+        const ProcessResult missing = RunHost({command, ToUtf8(folder / "missing")});
+        EXPECT_EQ(missing.status, 1);
+        EXPECT_EQ(missing.output, "");
+        EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read '")) << missing.error;
+        EXPECT_TRUE(missing.error.ends_with(". Give a directory of simulation files that you may read\n"))
+            << missing.error;
+        EXPECT_EQ(RunHost({command, ToUtf8(folder.Write("file.txt", "x"))}).status, 1);
+    }
+}
+
+TEST(ProgramUsage, FailsForAnObjectThatIsNotThere) {
+    const TemporaryDirectory folder;
+    const ProcessResult result = RunHost({"export", ToUtf8(folder.Path()), "--object", "7"});
+    const std::string directory = ToUtf8(folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.error, "korvane-json: there is no object 7 in '" + directory + "'; 'korvane-json tree " +
+                                directory + "' lists them\n");
+}
+
+TEST(ProgramUsage, NamesMayLookLikeOptionsBehindTwoDashes) {
+    const TemporaryDirectory folder;
+    folder.MakeDirectory("--strange");
+    const ProcessResult result = RunProgram(
+        ProgramPath("korvane-json"), {{"tree", "--", "--strange"}, {{"LC_ALL", "C"}}, folder.Path(), {}, {}});
+    EXPECT_EQ(result.status, 0) << result.error;
+    EXPECT_TRUE(result.output.starts_with("--strange  Project")) << result.output;
+}
+
+}  // namespace
