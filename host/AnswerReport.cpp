@@ -114,7 +114,9 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
         OuString oldKey;
     };
     std::unordered_map<int, Target> targets;
-    for (const auto& [text, key] : keys) {
+    for (const auto& entry : keys) {
+        const std::string& text = entry.first;
+        const std::string& key = entry.second;
         const int id = ToIdentifier(text);
         CAEObject* const object = project.getCAEObject(id);
         if (object == nullptr) {

@@ -37,7 +37,7 @@ TEST_F(DocumentTextTest, AValueOfTenMegabytesComesBackWhole) {
     }
     piece += "\x7F\xC3\xBC\xE4\xB8\xAD\xF0\x9F\x94\xA7";
     std::string value;
-    while (value.size() < 10U * 1024 * 1024) {
+    while (value.size() < std::size_t{10} * 1024 * 1024) {
         value += piece;
     }
     project->setMetadataValue(L"Log", OuString(value.c_str(), 0));

@@ -54,7 +54,8 @@ std::string DeepAnswer(const std::string& first, const std::string& second) {
     for (int id = 2; id < kLevels + 2; ++id) {
         const std::string number = std::to_string(id);
         const std::string& section = id % 2 == 0 ? first : second;
-        text += R"({"id":")" + number + R"(","dbkey":"K)" + number + R"(",")" + section + R"(":[)";
+        text.append(R"({"id":")").append(number).append(R"(","dbkey":"K)").append(number);
+        text.append(R"(",")").append(section).append(R"(":[)");
     }
     return text + Repeated("]}");
 }

@@ -149,7 +149,8 @@ TEST(ImportFileRecord, EachFlagHasItsOwnMember) {
 TEST(ImportFileRecord, AbsentMembersLeaveTheFileAsItIs) {
     for (const char* record :
          {"{}", R"({"FilePath":"x","filetype":"Mesh","LocationType":"x","FILEFORMAT":"Binary",)"
-                R"("isInCoordinateGlobalframe":false,"isFiledownloaded":false,"file":{"filePath":"x"}})"}) {
+                R"("isInCoordinateGlobalframe":false,"isFiledownloaded":false,"file":{"filePath":"x"},)"
+                R"("filePath\u0000":"x","fileType\u0000":"Mesh"})"}) {
         TestProject project;
         CAEFile& file = project.AddFile(*project, L"a.dat", CAE_FILE_REPORT, CAE_FORMAT_ASCII);
         file.m_locationType = L"vault";

@@ -166,7 +166,7 @@ TEST(ImportFiles, NameIsAppendedAsItStands) {
 }
 
 TEST(ImportFiles, PathOfTheRecordNeverSurvives) {
-    for (const char* path : {"D:\\\\other\\\\x.dat", "/other/x.dat", "other/x.dat", "x.dat", ""}) {
+    for (const char* path : {R"(D:\\other\\x.dat)", "/other/x.dat", "other/x.dat", "x.dat", ""}) {
         EXPECT_EQ(PathIn(L"D:\\proj", std::string(R"({"filePath":")") + path +
                                           R"(","name":"mesh.dat","fileType":"Mesh"})"),
                   "D:/proj/mesh.dat");

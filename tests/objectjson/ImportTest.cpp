@@ -142,6 +142,18 @@ TEST(Import, MembersWithoutEffectChangeNothing) {
     EXPECT_TRUE(VersionsOf(part).empty());
 }
 
+TEST(Import, NameWithANulIsAnotherName) {
+    TestProject project;
+    CAEObject& part = project.Add(CAE_PART, L"frame");
+    const std::string before = Exported(*project);
+    ImportText(WithMember(R"("name\u0000":"x","name\u0000x":"y","dbkey\u0000":"K","files\u0000":[{}],)"
+                          R"("children\u0000":[{"type":"CAETAG"}],"metaData\u0000":{"m":{}})"),
+               part);
+    EXPECT_EQ(Exported(*project), before);
+    ImportText(R"({"type\u0000":"CAEPART","name":"x"})", part);
+    EXPECT_EQ(Exported(*project), before);
+}
+
 TEST(Import, LaterMemberOfTheSameNameWins) {
     TestProject project;
     CAEObject& part = project.Add(CAE_PART, L"frame");

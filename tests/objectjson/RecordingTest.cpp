@@ -14,7 +14,7 @@
 namespace {
 
 class Recording : public testing::Test {
-protected:
+public:
     ~Recording() override { ModuleExportMode() = OuString(); }
 };
 

@@ -50,15 +50,14 @@ TEST(ParseNode, WholeSubtreesOfTheChildrenComeBeforeTheFiles) {
 }
 
 TEST(ParseNode, SubtreeOfAnEarlierElementComesBeforeTheNextElement) {
-    for (const std::string section : {"children", "files"}) {
-        const std::string name = "\"" + section + "\"";
-        EXPECT_EQ(Flattened("{" + name + ":[{" + name + R"(:[{"id":"7","dbkey":"first"}]},)" +
-                            R"({"id":"7","dbkey":"second"},{"id":"7","dbkey":"third"}]})"),
-                  (Keys{{"7", "first"}}));
-        // And the files of an earlier child before the next child.
-        EXPECT_EQ(Flattened("{" + name + R"(:[{"files":[{"id":"7","dbkey":"first"}]},)" +
-                            R"({"id":"7","dbkey":"second"}]})"),
-                  (Keys{{"7", "first"}}));
+    for (
+        const char* text :
+        {R"({"children":[{"children":[{"id":"7","dbkey":"first"}]},{"id":"7","dbkey":"second"}]})",
+         R"({"children":[{"files":[{"id":"7","dbkey":"first"}]},{"id":"7","dbkey":"second"}]})",
+         R"({"files":[{"children":[{"id":"7","dbkey":"first"}]},{"id":"7","dbkey":"second"}]})",
+         R"({"files":[{"files":[{"id":"7","dbkey":"first"}]},{"id":"7","dbkey":"second"}]})",
+         R"({"children":[{"id":"7","dbkey":"first"},{"id":"7","dbkey":"second"},{"id":"7","dbkey":"third"}]})"}) {
+        EXPECT_EQ(Flattened(text), (Keys{{"7", "first"}})) << text;
     }
 }
 
@@ -88,6 +87,7 @@ TEST(ParseNode, NamesAreMatchedExactly) {
     EXPECT_EQ(Flattened(R"({"Id":"1","dbkey":"A"})"), Keys{});
     EXPECT_EQ(Flattened(R"({"id":"1","dbKey":"A"})"), Keys{});
     EXPECT_EQ(Flattened(R"({"id":"1","DBKEY":"A","id ":"2"})"), Keys{});
+    EXPECT_EQ(Flattened(R"({"id\u0000":"1","dbkey":"A"})"), Keys{});
     EXPECT_EQ(Flattened(R"({"Children":[{"id":"1","dbkey":"A"}],"FILES":[{"id":"2","dbkey":"B"}],)"
                         R"("versions":[{"id":"3","dbkey":"C"}],"child":{"id":"4","dbkey":"D"}})"),
               Keys{});
@@ -129,10 +129,10 @@ TEST(ParseNode, ObjectsAsSectionsAreTheArraysOfTheirMembers) {
 }
 
 TEST(ParseNode, SectionsOfAnyOtherKindAreEmpty) {
-    for (const std::string value : {R"("text")", "1", "true", "null", "[]", "{}"}) {
-        EXPECT_EQ(Flattened(R"({"id":"1","dbkey":"A","children":)" + value + R"(,"files":)" + value + "}"),
-                  (Keys{{"1", "A"}}))
-            << value;
+    for (const char* value : {R"("text")", "1", "true", "null", "[]", "{}"}) {
+        std::string text = R"({"id":"1","dbkey":"A","children":)";
+        text.append(value).append(R"(,"files":)").append(value).append("}");
+        EXPECT_EQ(Flattened(text), (Keys{{"1", "A"}})) << text;
     }
 }
 
