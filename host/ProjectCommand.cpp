@@ -49,8 +49,10 @@ ObjectCounts CountObjects(CAEProject& project) {
     };
     count(project);
     --counts.objects;
-    for (std::size_t index = 0; index < projects.size(); ++index) {
-        for (CAEFile* const file : korvane::GetProjectFiles(*projects[index])) {
+    while (!projects.empty()) {
+        const CAEProject& counted = *projects.back();
+        projects.pop_back();
+        for (CAEFile* const file : korvane::GetProjectFiles(counted)) {
             count(*file);
         }
     }

@@ -61,9 +61,11 @@ void Writer::Write(CAEProject& root) {
         });
     };
     write(root, std::nullopt, false);
-    for (std::size_t index = 0; index < projects.size(); ++index) {
-        for (CAEFile* const file : korvane::GetProjectFiles(*projects[index])) {
-            write(*file, projects[index]->getID(), true);
+    while (!projects.empty()) {
+        const CAEProject& project = *projects.back();
+        projects.pop_back();
+        for (CAEFile* const file : korvane::GetProjectFiles(project)) {
+            write(*file, project.getID(), true);
         }
     }
 }

@@ -65,7 +65,7 @@ Node* MakeLongText(char type, Name* name, std::string_view text, Cells& cells) {
     char* const characters = static_cast<char*>(AllocateBlock(WholeBlocks(text.size())));
     CopyText(characters, text);
     constexpr CellClass kClass = CellClassFor(sizeof(LongText));
-    void* memory;
+    void* memory = nullptr;
     try {
         memory = cells.Allocate(kClass);
     } catch (...) {
@@ -90,7 +90,7 @@ Node* MakeText(char type, Name* name, std::string_view text, Cells& cells) {
 
 Container* MakeContainer(char type, Name* name, std::uint32_t capacity, Cells& cells) {
     constexpr CellClass kClass = CellClassFor(sizeof(Container));
-    Container* const container =
+    auto* const container =
         new (cells.Allocate(kClass)) Container{{1, type, kClass, 0, {name}}, nullptr, 0, 0};
     if (capacity > 0) {
         try {
@@ -125,7 +125,7 @@ void Release(Node* node, Cells& cells) noexcept {
     DropName(node->name, cells);
     node->nextReleased = nullptr;
     while (node != nullptr) {
-        Container* const container = static_cast<Container*>(node);
+        auto* const container = static_cast<Container*>(node);
         node = container->nextReleased;
         for (std::uint32_t index = 0; index < container->count; ++index) {
             Node* const child = NodeAccess::Pointer(container->children[index]);
@@ -171,7 +171,7 @@ void ReserveChildren(Container& container, std::uint32_t capacity, Cells& cells)
     const ChildList list = AllocateChildren(capacity, cells);
     if (container.count > 0) {
         // Handles are moved as the pointers that they are: nothing refers to their place.
-        std::memcpy(static_cast<void*>(list.children), container.children,
+        std::memcpy(static_cast<void*>(list.children), static_cast<const void*>(container.children),
                     container.count * sizeof(JSONNode));
     }
     FreeChildren(container, cells);

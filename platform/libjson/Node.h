@@ -77,7 +77,7 @@ inline const Node& Read(const JSONNode& handle) noexcept {
 /// The text of a node that is no container, readable up to whole blocks.
 inline std::string_view TextOf(const Node& node) noexcept {
     if (node.shortLength == kHasLongText) [[unlikely]] {
-        const LongText& longText = static_cast<const LongText&>(node);
+        const auto& longText = static_cast<const LongText&>(node);
         return {longText.text, longText.length};
     }
     return {reinterpret_cast<const char*>(&node + 1), node.shortLength};

@@ -93,7 +93,7 @@ public:
         if (bin.activeCount == CellsPerBatch(cellClass)) [[unlikely]] {
             SetAside(bin);
         }
-        FreeCell* const cell = static_cast<FreeCell*>(memory);
+        auto* const cell = static_cast<FreeCell*>(memory);
         cell->next = bin.active;
         bin.active = cell;
         ++bin.activeCount;

@@ -61,7 +61,7 @@ TEST_F(ProgramServer, FetchesWhatWasStored) {
 }
 
 TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
-    folder.Write("broken.json", "{\"type\":\"X\",}");
+    folder.Write("broken.json", R"({"type":"X",})");
     folder.Write("no-type.json", R"({"name":"P"})");
     folder.Write("no-name.json", R"({"type":"X"})");
     folder.Write("text", "x");

@@ -54,7 +54,7 @@ protected:
         dry.emplace_back("--dry-run");
         const std::string said = Do(dry);
         EXPECT_EQ(Content(), before) << "files were changed";
-        const std::string done = Do(arguments);
+        std::string done = Do(arguments);
         EXPECT_EQ(said, done + "korvane-json: nothing was changed, because of --dry-run\n");
         EXPECT_NE(Content(), before);
         return done;

@@ -24,7 +24,7 @@ protected:
         Do({"store", "doc.json", "--db", "server.db", "-o", "answer.json"});
         applied = Do({"apply", "answer.json", "first.kvp"});
         Do({"fetch", FirstKey(Read("answer.json")), "--db", "server.db", "-o", "doc2.json"});
-        const std::string said = Do({"import", "doc2.json", "second.kvp"});
+        std::string said = Do({"import", "doc2.json", "second.kvp"});
         const ProcessResult same = Run({"compare", "first.kvp", "second.kvp"});
         EXPECT_EQ(same.status, 0) << same.output;
         EXPECT_TRUE(same.output.starts_with("the same, but for what the format does not carry: "))

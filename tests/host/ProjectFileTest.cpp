@@ -88,6 +88,7 @@ std::string ModelText(CAEProject& project) {
         });
     };
     add(project, "");
+    // NOLINTNEXTLINE(modernize-loop-convert): the loop may find more projects.
     for (std::size_t index = 0; index < projects.size(); ++index) {
         for (CAEFile* const file : korvane::GetProjectFiles(*projects[index])) {
             add(*file, "file of #" + std::to_string(projects[index]->getID()) + ": ");

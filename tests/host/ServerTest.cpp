@@ -18,7 +18,8 @@ JSONNode Parse(const std::string& text) {
 }
 
 std::string ToText(const JSONNode& node) {
-    return node.write().c_str();
+    const json_string text = node.write();
+    return {text.data(), text.size()};
 }
 
 /// The text with what tells the database from others taken out of its keys.
@@ -288,7 +289,7 @@ TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
 TEST_F(ServerTest, RefusesOtherFiles) {
     const auto errorOf = [&](std::string_view name) {
         const std::string storing = ErrorOf([&] { Server::OpenForStoring(folder / name, false); });
-        const std::string fetching = ErrorOf([&] { Server::OpenForFetching(folder / name); });
+        std::string fetching = ErrorOf([&] { Server::OpenForFetching(folder / name); });
         EXPECT_EQ(storing, fetching);
         return fetching;
     };

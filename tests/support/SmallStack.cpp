@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr std::size_t kStackSize = 256 * 1024;
+constexpr std::size_t kStackSize = std::size_t{256} * 1024;
 
 struct Run {
     const std::function<void()>& body;

@@ -157,6 +157,7 @@ TEST(DetachChild, DestroysWhatItIsToldTo) {
 TEST(DetachChild, WorksAtEveryPlaceAmongTheSiblings) {
     TestProject project;
     std::vector<CAEObject*> parts;
+    parts.reserve(5);
     for (int i = 0; i < 5; ++i) {
         parts.push_back(&project.Add(CAE_PART, L""));
     }

@@ -43,7 +43,8 @@ bool Same(const JSONNode& node, const Ordered& oracle) {
         case Ordered::value_t::array:
         case Ordered::value_t::object: {
             const bool named = oracle.is_object();
-            if (node.type() != (named ? JSON_NODE : JSON_ARRAY) || node.size() != oracle.size()) {
+            const int type = named ? JSON_NODE : JSON_ARRAY;
+            if (node.type() != type || node.size() != oracle.size()) {
                 return false;
             }
             json_index_t index = 0;
