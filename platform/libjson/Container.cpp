@@ -98,7 +98,7 @@ JSONNode JSONNode::pop_back(json_index_t position) {
     JSONNode* const children = container.children;
     Node* const removed = NodeAccess::Pointer(children[position]);
     --container.count;
-    std::memmove(static_cast<void*>(children + position), children + position + 1,
+    std::memmove(static_cast<void*>(children + position), static_cast<const void*>(children + position + 1),
                  (container.count - position) * sizeof(JSONNode));
     return JSONNode(removed);
 }

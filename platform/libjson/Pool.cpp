@@ -67,6 +67,7 @@ struct Region {
 };
 
 Span* SpanOf(FreeCell* cell) noexcept {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a span is found by where its cells lie.
     return reinterpret_cast<Span*>(reinterpret_cast<std::uintptr_t>(cell) &
                                    ~(std::uintptr_t{kSpanBytes} - 1));
 }
@@ -181,8 +182,8 @@ private:
     }
 
     void AddRegion() {
-        std::byte* const memory = static_cast<std::byte*>(AllocateBlock(kRegionBytes));
-        Region* const region = new (memory) Region{};
+        auto* const memory = static_cast<std::byte*>(AllocateBlock(kRegionBytes));
+        auto* const region = new (memory) Region{};
         std::byte* const end = memory + kRegionBytes;
         const std::uintptr_t past = reinterpret_cast<std::uintptr_t>(memory + sizeof(Region)) % kSpanBytes;
         std::byte* at = memory + sizeof(Region) + (kSpanBytes - past) % kSpanBytes;

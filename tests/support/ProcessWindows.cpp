@@ -68,7 +68,8 @@ ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOpti
     const TemporaryDirectory folder;
     const std::filesystem::path outputFile = options.output.empty() ? folder / "output" : options.output;
     const std::filesystem::path errorFile = folder / "error";
-    const Handle input = OpenInherited(options.input.empty() ? L"NUL" : options.input, GENERIC_READ, OPEN_EXISTING);
+    const Handle input =
+        OpenInherited(options.input.empty() ? L"NUL" : options.input, GENERIC_READ, OPEN_EXISTING);
     const Handle error = OpenInherited(errorFile, GENERIC_WRITE, CREATE_ALWAYS);
     Handle output;
     Handle pipe;

@@ -43,7 +43,7 @@ bool Same(const JSONNode& node, const Ordered& oracle) {
         case Ordered::value_t::array:
         case Ordered::value_t::object: {
             const bool named = oracle.is_object();
-            const int type = named ? JSON_NODE : JSON_ARRAY;
+            const auto type = static_cast<unsigned char>(named ? JSON_NODE : JSON_ARRAY);
             if (node.type() != type || node.size() != oracle.size()) {
                 return false;
             }
