@@ -5,9 +5,13 @@
 function(korvanejson_header_package target folder header)
   find_path(${target}_ROOT "${folder}/${header}" PATHS /usr/include /usr/local/include
     NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-  set(links "${PROJECT_BINARY_DIR}/header-packages/${target}")
-  file(MAKE_DIRECTORY "${links}")
-  file(CREATE_LINK "${${target}_ROOT}/${folder}" "${links}/${folder}" SYMBOLIC)
+  set(headers "${${target}_ROOT}")
+  # Windows makes links for administrators only, and has no such folder for a compiler to stumble over.
+  if(NOT CMAKE_HOST_WIN32)
+    set(headers "${PROJECT_BINARY_DIR}/header-packages/${target}")
+    file(MAKE_DIRECTORY "${headers}")
+    file(CREATE_LINK "${${target}_ROOT}/${folder}" "${headers}/${folder}" SYMBOLIC)
+  endif()
   add_library(${target} INTERFACE IMPORTED GLOBAL)
-  target_include_directories(${target} SYSTEM INTERFACE "${links}")
+  target_include_directories(${target} SYSTEM INTERFACE "${headers}")
 endfunction()

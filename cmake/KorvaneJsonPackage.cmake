@@ -1,11 +1,16 @@
-# What makes an installed tree usable: the CMake package and the pkg-config file.
+# What makes an installed tree usable: the CMake package and the pkg-config file, the compiler's runtime, the manual
+# page, documentation and examples.
 
 include(CMakePackageConfigHelpers)
+include(CompilerRuntime)
+include(Packages)
 
 set(_package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/KorvaneJson")
-foreach(namespace libjson Korvane KorvaneJson)
+foreach(namespace IN LISTS KORVANEJSON_EXPORTED_NAMESPACES)
   install(EXPORT ${namespace}Targets NAMESPACE ${namespace}:: DESTINATION "${_package_folder}")
 endforeach()
+list(TRANSFORM KORVANEJSON_FOUND_PACKAGES
+  REPLACE "(.+)" "${CMAKE_CURRENT_LIST_DIR}/Find\\1.cmake" OUTPUT_VARIABLE _find_modules)
 configure_package_config_file(
   "${CMAKE_CURRENT_LIST_DIR}/KorvaneJsonConfig.cmake.in" "${PROJECT_BINARY_DIR}/KorvaneJsonConfig.cmake"
   INSTALL_DESTINATION "${_package_folder}")
@@ -14,23 +19,61 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/KorvaneJsonConfigVersion
 install(FILES
   "${PROJECT_BINARY_DIR}/KorvaneJsonConfig.cmake"
   "${PROJECT_BINARY_DIR}/KorvaneJsonConfigVersion.cmake"
+  ${_find_modules}
   DESTINATION "${_package_folder}")
 
-file(RELATIVE_PATH KORVANEJSON_PREFIX_FROM_PC
-  "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
-# The file of libjson is called so everywhere, which the linker's -l does not expect where libraries begin with lib.
-if(WIN32)
-  set(KORVANEJSON_LIBJSON_LINK -llibjson)
-else()
-  set(KORVANEJSON_LIBJSON_LINK "-l:libjson${CMAKE_SHARED_LIBRARY_SUFFIX}")
+# Libraries of others have no place that the file could name.
+if(NOT KORVANEJSON_FOUND_PACKAGES)
+  file(RELATIVE_PATH KORVANEJSON_PREFIX_FROM_PC
+    "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+  # The file of libjson is called so everywhere, which the linker's -l does not expect where libraries begin with lib.
+  if(WIN32)
+    set(KORVANEJSON_LIBJSON_LINK -llibjson)
+  else()
+    set(KORVANEJSON_LIBJSON_LINK "-l:libjson${CMAKE_SHARED_LIBRARY_SUFFIX}")
+  endif()
+  configure_file("${CMAKE_CURRENT_LIST_DIR}/korvanejson.pc.in" "${PROJECT_BINARY_DIR}/korvanejson.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/korvanejson.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 endif()
-configure_file("${CMAKE_CURRENT_LIST_DIR}/korvanejson.pc.in" "${PROJECT_BINARY_DIR}/korvanejson.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/korvanejson.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
+# Programs that use the library find the runtime with it.
+if(MSVC)
+  set(CMAKE_INSTALL_SYSTEM_RUNTIME_DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  include(InstallRequiredSystemLibraries)
+elseif(KORVANEJSON_RUNTIME_LIBRARIES)
+  install(PROGRAMS ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+
+# On Windows the documentation is what one sees first in the folder; its texts link to each other as in the sources.
+if(WIN32)
+  set(_document_folder .)
+else()
+  set(_document_folder "${CMAKE_INSTALL_DATADIR}/doc/korvanejson")
+endif()
 install(FILES
   "${PROJECT_SOURCE_DIR}/LICENSE"
   "${PROJECT_SOURCE_DIR}/README.md"
   "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-  "${PROJECT_SOURCE_DIR}/docs/document.md"
-  "${PROJECT_SOURCE_DIR}/docs/document.schema.json"
-  DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/korvanejson")
+  DESTINATION "${_document_folder}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${_document_folder}"
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.json")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${_document_folder}")
+
+if(MINGW)
+  string(REGEX MATCH "^[0-9]+" KORVANEJSON_COMPILER_MAJOR "${CMAKE_CXX_COMPILER_VERSION}")
+  configure_file("${PROJECT_SOURCE_DIR}/docs/README-Windows.txt.in" "${PROJECT_BINARY_DIR}/README-Windows.txt"
+    @ONLY NEWLINE_STYLE CRLF)
+  install(FILES "${PROJECT_BINARY_DIR}/README-Windows.txt" DESTINATION "${_document_folder}")
+  # The licences of the runtime, where the build machine has them.
+  foreach(_licence IN ITEMS
+      doc/gcc-mingw-w64-base/copyright=gcc-mingw-w64.txt
+      doc/mingw-w64-x86-64-dev/copyright=mingw-w64.txt
+      common-licenses/GPL-3=GPL-3.txt)
+    string(REGEX MATCH "^(.*)=(.*)$" _licence "${_licence}")
+    if(CMAKE_CROSSCOMPILING AND EXISTS "/usr/share/${CMAKE_MATCH_1}")
+      install(FILES "/usr/share/${CMAKE_MATCH_1}" DESTINATION licences RENAME "${CMAKE_MATCH_2}")
+    endif()
+  endforeach()
+elseif(NOT WIN32 AND KORVANEJSON_BUILD_HOST)
+  install(FILES "${PROJECT_SOURCE_DIR}/docs/korvane-json.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+endif()

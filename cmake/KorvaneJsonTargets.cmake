@@ -26,7 +26,8 @@ if(WIN32)
 endif()
 
 if(MSVC)
-  set(_korvanejson_warnings /W4 /permissive- /utf-8 /Zc:__cplusplus)
+  # Constant conditions (4127) are how this code tells one platform's wide characters from another's.
+  set(_korvanejson_warnings /W4 /wd4127 /permissive- /utf-8 /Zc:__cplusplus /bigobj)
   set(_korvanejson_werror /WX)
 else()
   set(_korvanejson_warnings -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
@@ -37,11 +38,19 @@ else()
   endif()
 endif()
 
+# The names under which programs ask for the libraries end in what an interface lasts for: the minor version while the
+# major one is 0, the major one later.
+set(_korvanejson_soversion ${PROJECT_VERSION_MAJOR})
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  string(APPEND _korvanejson_soversion .${PROJECT_VERSION_MINOR})
+endif()
+
 # Warnings and sanitizers for a target of this project.
 function(korvanejson_configure target)
-  target_compile_options(${target} PRIVATE ${_korvanejson_warnings})
+  # For C++ only: the compiler of Windows resources knows none of these.
+  target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${_korvanejson_warnings}>")
   if(KORVANEJSON_WARNINGS_AS_ERRORS)
-    target_compile_options(${target} PRIVATE ${_korvanejson_werror})
+    target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${_korvanejson_werror}>")
   endif()
   if(KORVANEJSON_SANITIZE)
     target_compile_options(${target} PRIVATE
@@ -51,15 +60,22 @@ function(korvanejson_configure target)
   if(WIN32)
     target_compile_definitions(${target} PRIVATE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
   endif()
+  if(MSVC)
+    # Functions of the C standard are no mistake.
+    target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
+  endif()
 endfunction()
 
 # Installs a library, as part of the targets with the namespace, and headers into a folder of their own.
 function(korvanejson_install target namespace folder)
+  set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${_korvanejson_soversion})
   install(TARGETS ${target} EXPORT ${namespace}Targets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+  list(TRANSFORM ARGN PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+  set_property(GLOBAL APPEND PROPERTY KORVANEJSON_INSTALLED_HEADERS ${ARGN})
 endfunction()
 
 # A shared library of the platform:
@@ -88,6 +104,10 @@ endfunction()
 # Compiles and links a target against the platform libraries that the product's interface and sources name.
 function(korvanejson_use_platform target)
   target_link_libraries(${target} PUBLIC Korvane::Korvane Korvane::orsutl libjson::libjson)
+  if(WIN32)
+    # The warning of an unload, which only Windows has.
+    target_link_libraries(${target} PRIVATE Korvane::PimuUtil)
+  endif()
 endfunction()
 
 # Keeps out of the export table what is not in the version script (ELF) or marked for export (Windows):
@@ -99,9 +119,19 @@ function(korvanejson_export_only target version_script)
   endif()
 endfunction()
 
+# Keeps a library loaded until the process ends, whoever closes it. On Windows its entry point sees to that.
+function(korvanejson_never_unload target)
+  if(NOT WIN32)
+    target_link_options(${target} PRIVATE LINKER:-z,nodelete)
+  endif()
+endfunction()
+
 # The manifest that makes UTF-8 the code page of a Windows program; nothing elsewhere.
 function(korvanejson_utf8_code_page target)
-  if(WIN32)
+  if(MSVC)
+    # Its linker makes a manifest of its own for every program, and takes this one into it.
+    target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/utf8-code-page.manifest")
+  elseif(WIN32)
     target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/utf8-code-page.rc")
   endif()
 endfunction()

@@ -18,12 +18,9 @@ endif()
 include(GoogleTest)
 
 # Programs run beside the compiler's runtime on Windows.
-if(MINGW)
-  foreach(runtime libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
-    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}
-      OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
-    file(COPY "${path}" DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" FOLLOW_SYMLINK_CHAIN)
-  endforeach()
+include(CompilerRuntime)
+if(KORVANEJSON_RUNTIME_LIBRARIES)
+  file(COPY ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 endif()
 
 if(CMAKE_CROSSCOMPILING AND KORVANEJSON_WINE_PREFIX AND NOT EXISTS "${KORVANEJSON_WINE_PREFIX}/system.reg")
@@ -38,16 +35,43 @@ if(CMAKE_CROSSCOMPILING AND KORVANEJSON_WINE_PREFIX AND NOT EXISTS "${KORVANEJSO
   endif()
 endif()
 
+# Under the thread sanitizer only these programs are built and run.
+add_custom_target(thread-tests)
+
+# The runtime of clang's thread sanitizer finds no room where the kernel spreads addresses widely; programs start
+# without that where the machine lets them.
+set(_korvanejson_test_launcher)
+if(KORVANEJSON_SANITIZE MATCHES "thread")
+  find_program(KORVANEJSON_SETARCH setarch)
+  if(KORVANEJSON_SETARCH)
+    execute_process(COMMAND ${KORVANEJSON_SETARCH} --addr-no-randomize true
+      RESULT_VARIABLE setarch_status OUTPUT_QUIET ERROR_QUIET)
+    if(setarch_status EQUAL 0)
+      set(_korvanejson_test_launcher ${KORVANEJSON_SETARCH} --addr-no-randomize)
+    endif()
+  endif()
+endif()
+
 # A GoogleTest program and its tests:
-# korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [ANSI] [DOCUMENTS])
+# korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE] [ANSI] [DOCUMENTS] [THREADS])
+# INSIDE compiles and links the tests with what the library is made of, which it does not export, in its place.
 # ANSI leaves the code page of Windows at the system's own instead of UTF-8. DOCUMENTS lets the tests keep the
-# documents that they make (support/Documents.h), which the test documents.schema then checks.
+# documents that they make (support/Documents.h), which the test documents.schema then checks. THREADS marks
+# tests with the label threads: the preset linux-tsan runs these.
 function(korvanejson_test target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "ANSI;DOCUMENTS" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "INSIDE;ANSI;DOCUMENTS;THREADS" "" "SOURCES;LIBRARIES")
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   korvanejson_configure(${target})
+  if(arg_INSIDE)
+    target_sources(${target} PRIVATE $<TARGET_OBJECTS:KorvaneJsonObjects>)
+    target_compile_definitions(${target} PRIVATE KORVANEJSON_BUILD)
+    target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/include")
+    if(WIN32)
+      target_link_libraries(${target} PRIVATE Korvane::PimuUtil)
+    endif()
+  endif()
   if(NOT arg_ANSI)
     korvanejson_utf8_code_page(${target})
   endif()
@@ -61,7 +85,15 @@ function(korvanejson_test target)
       "KORVANEJSON_DOCUMENTS=\"${PROJECT_BINARY_DIR}/documents/${target}\"")
     list(APPEND fixtures FIXTURES_SETUP documents DEPENDS documents.empty)
   endif()
+  set(labels)
+  if(arg_THREADS)
+    add_dependencies(thread-tests ${target})
+    list(APPEND labels LABELS threads)
+  endif()
+  if(_korvanejson_test_launcher)
+    set_target_properties(${target} PROPERTIES CROSSCOMPILING_EMULATOR "${_korvanejson_test_launcher}")
+  endif()
   gtest_discover_tests(${target} DISCOVERY_TIMEOUT 120
     WORKING_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}"
-    PROPERTIES TIMEOUT 300 ${fixtures})
+    PROPERTIES TIMEOUT 300 ${fixtures} ${labels})
 endfunction()

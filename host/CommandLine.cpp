@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include <korvanejson/Module.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
@@ -9,7 +11,6 @@
 #include "ProjectFileCommands.h"
 #include "Text.h"
 #include "TreeCommand.h"
-#include "Version.h"
 
 namespace host {
 namespace {
@@ -49,7 +50,21 @@ std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
         return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + " '" +
                Printable(std::string_view(unknown.front())) + "'";
     }
+    // A misspelt option in a command's place for a name is told rather than that the name is missing.
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !program.get_subcommands().empty()) {
+        for (const std::string& argument : program.get_subcommands().front()->remaining()) {
+            if (argument.size() > 1 && argument.starts_with("-")) {
+                return "there is no option '" + Printable(std::string_view(argument)) + "'";
+            }
+        }
+    }
     return Printable(std::string_view(error.what()));
+}
+
+/// The version as a script reads it, and the library's banner.
+std::string VersionText() {
+    return std::string("korvane-json ") + KorvaneJson_get_module_info(KORVANEJSON_MODULE_VERSION) + '\n' +
+           KorvaneJson_get_module_info(KORVANEJSON_MODULE_BANNER);
 }
 
 }  // namespace
@@ -63,7 +78,8 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     program.allow_windows_style_options(false);
     program.require_subcommand(0, 1);
     program.set_help_flag("-h,--help", "Print this help; after a command, the command's");
-    program.set_version_flag("--version", kVersionText, "Print the version of the library and of its source");
+    program.set_version_flag("--version", VersionText(),
+                             "Print the version of the library and what it was built on");
     program.footer(kNotes);
     int status = kDone;
     AddTreeCommand(program, console, status);

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "FileSystem.h"
+#include "ObjectLists.h"
 #include "Text.h"
 
 namespace host {
@@ -68,18 +69,6 @@ OuString NameOf(const CAEObject& object) {
     OuString name;
     object.getName(name);
     return name;
-}
-
-std::vector<CAEObject*> ChildrenOf(const CAEObject& object) {
-    OuList list;
-    object.getChildrenList(list);
-    std::vector<CAEObject*> children;
-    children.reserve(list.GetCount());
-    OuListPosition* position = list.GetHeadPosition();
-    while (position != nullptr) {
-        children.push_back(static_cast<CAEObject*>(list.GetNext(position)));
-    }
-    return children;
 }
 
 std::vector<CAEFile*> FilesOf(CAEObject& object) {

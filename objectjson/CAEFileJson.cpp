@@ -83,6 +83,9 @@ OuString CAEFileJson::GetFileFormatName() const {
 }
 
 void CAEFileJson::Export() {
+    if (file_ == nullptr) {
+        return;
+    }
     CAEObjectJson::Export();
     ExportFileMembers();
 }

@@ -12,11 +12,11 @@ public:
     explicit CAEFileJson(CAEFile* file);
 
     /// For import: over a record, which is shared and not copied, and the file that it is read onto.
-    /// Construction is what fills the file: it runs ImportFileRecord. The file must not be null.
+    /// Construction is what fills the file: it runs ImportFileRecord. With null nothing happens.
     CAEFileJson(JSONNode node, CAEFile* file);
 
     /// Writes the record to the end of the node: all that the object converter writes for the file, then the
-    /// file's own members. The file must be set.
+    /// file's own members; nothing without a file.
     void Export() override;
 
     ~CAEFileJson() override;

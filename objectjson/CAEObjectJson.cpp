@@ -33,6 +33,9 @@ CAEObjectJson::CAEObjectJson(JSONNode node, CAEObject* object) : object_(object)
 CAEObjectJson::~CAEObjectJson() = default;
 
 void CAEObjectJson::Export() {
+    if (object_ == nullptr) {
+        return;
+    }
     ExportOwnMembers();
     Append(ExportChildren());
     Append(ExportFiles());

@@ -19,7 +19,8 @@ class ImportWalk;
 ///
 /// A converter lives for one conversion and on one thread. It owns neither the object nor the project, and
 /// shares its node with whoever else holds it: before it writes, it makes the node its own, so that a
-/// caller's node is never changed. Nothing is reported; only std::bad_alloc is thrown, by allocation.
+/// caller's node is never changed. Nothing is reported; only std::bad_alloc is thrown, by allocation, except
+/// where an operation says otherwise.
 class CAEObjectJson {
 public:
     /// For export: no project, a new and empty object node. The object may be null.
@@ -33,8 +34,8 @@ public:
     CAEObjectJson(const CAEObjectJson&) = delete;
     CAEObjectJson& operator=(const CAEObjectJson&) = delete;
 
-    /// Writes the object, with its whole subtree and its files, to the end of the node. The object must be
-    /// set. A second call appends everything a second time.
+    /// Writes the object, with its whole subtree and its files, to the end of the node; nothing without
+    /// an object. A second call appends everything a second time.
     virtual void Export();
 
     /// Leaves the object and the project alone.
@@ -58,16 +59,32 @@ public:
     static OuString ReadTypeField(JSONNode node);
 
     /// The object's metadata as an object named "metaData": one record of "value" and "metaDataType" for each
-    /// entry, in the order of the object model. "metaDataType" carries the entry's unit.
+    /// entry, in the order of the object model. "metaDataType" carries the entry's unit. Without an object it
+    /// is empty, and so are the next two.
     JSONNode ExportMetadata();
 
     /// The array "children" with one object node for each child that the export mode lets through, files
-    /// included, each with its own subtree, in the order of the object model. The object must be set.
+    /// included, each with its own subtree, in the order of the object model.
     JSONNode ExportChildren();
 
-    /// The array "files" with one file record for each file in the object's list that its project knows. The
-    /// object must be set; without a project the array is empty.
+    /// The array "files" with one file record for each file in the object's list that its project knows;
+    /// empty without a project.
     JSONNode ExportFiles();
+
+    /// What writes the node of a version for ExportVersions; the version is null where the object model gave
+    /// none.
+    using VersionNodeWriter = JSONNode (*)(CAEObject* version);
+
+    /// The array "versions" with one record for each version of the object that the object model finds: the
+    /// version's node, with this node's "files" (an empty list where it has none) in place of its own,
+    /// without its "versions", and last its number as "version". The node must hold the object's "files"; the
+    /// object may be null. It is not added to the node.
+    ///
+    /// Throws std::out_of_range, and gives nothing, where the node of a version has no "files" or no
+    /// "versions". The nodes that Export writes have no "versions": a driver that wants the section gives
+    /// them one, with a writer of its own.
+    JSONNode ExportVersions();
+    JSONNode ExportVersions(VersionNodeWriter nodeOf);
 
     /// Imports the node onto the object: nothing at all where the node has no "type" (or an empty one), the
     /// object is null or it has no project; otherwise as ImportMembers does.
@@ -92,6 +109,14 @@ public:
     /// Sets type and value of a metadata entry for every record of the section. The record "Reference To
     /// Program" with the value No, in any letter case, also clears the project's program reference.
     void ImportMetadata(JSONNode section);
+
+    /// Makes a version of the object from every record of the array or object that has a "type" and a
+    /// "version", imports the record onto it while it stands in the object's place under the parent, and
+    /// overwrites the object's current content with it, so that the last record's remains. Whatever number a
+    /// record has, its version is 0.0. Skips a record whose version the object model refuses or does not
+    /// find, and all of them for an object without a parent. What the import of a record throws leaves the
+    /// version in the object's place.
+    void ImportVersions(JSONNode section);
 
     /// Makes an imported view item show the master assembly that its link database key names, where the
     /// project has one by now.
@@ -118,6 +143,7 @@ private:
     bool PrepareImport();
     /// Applies one member; "children" is the walk's.
     void ImportMember(ObjectNodeKey key, const JSONNode& member);
+    void ImportVersion(const JSONNode& record);
     /// Attaches a file of the project to the object in the role of its type.
     void AttachFile(int fileId, const CAEFile& file);
 

@@ -40,7 +40,9 @@ bool CAEObjectJson::IsChildExported(CAEObject* child) const {
 void ExportWalk::BeginChildren(Place& place) {
     place.array = NamedContainer(kChildren, JSON_ARRAY);
     place.elements = OuList(kListBlockSize);
-    place.converter.object_->getChildrenList(place.elements);
+    if (CAEObject* const object = place.converter.object_) {
+        object->getChildrenList(place.elements);
+    }
     place.next = place.elements.GetHeadPosition();
 }
 

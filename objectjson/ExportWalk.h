@@ -20,7 +20,7 @@ public:
     /// The sections that nest, in the order in which an object node carries them.
     enum class Section { kChildren, kFiles };
 
-    /// One section of the converter's object, whole. The object must be set.
+    /// One section of the converter's object, whole; empty without one.
     static JSONNode Write(CAEObjectJson& converter, Section section);
 
 private:

@@ -74,10 +74,11 @@ JSONNode CAEObjectJson::ExportFiles() {
 }
 
 void ExportWalk::BeginFiles(Place& place) {
-    CAEObject& object = *place.converter.object_;
-    place.elements = object.GetFiles();
     place.array = NamedContainer(kFiles, JSON_ARRAY);
-    place.project = object.getProject();
+    if (CAEObject* const object = place.converter.object_) {
+        place.elements = object->GetFiles();
+        place.project = object->getProject();
+    }
     place.next = place.project == nullptr ? nullptr : place.elements.GetHeadPosition();
 }
 

@@ -42,7 +42,9 @@ JSONNode CAEObjectJson::ExportMetadata() {
     JSONNode section = NamedContainer(kMetaData, JSON_NODE);
     OuTemplateArray<OuString, OuCRTAllocator<>> names;
     OuTemplateArray<OuString, OuCRTAllocator<>> values;
-    object_->getAllMetadata(names, values);
+    if (object_ != nullptr) {
+        object_->getAllMetadata(names, values);
+    }
     for (int index = 0; index < names.GetSize(); ++index) {
         OuString name = names[index];
         if (name == kDescriptionEntry) {

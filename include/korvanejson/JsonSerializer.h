@@ -17,14 +17,20 @@ class CAEObject;
 /// reported: what the object model does not give is empty or absent in the document. Only std::bad_alloc is
 /// thrown.
 ///
-/// A serializer belongs to one thread at a time. The export mode is copied into one mode of the whole module
-/// by GetJson, so exports with different modes must not run at the same time.
+/// A serializer belongs to one thread at a time, and so does the tree of its object. GetJson copies the
+/// export mode into one mode of the whole module, which is empty at first, and writes that without a lock,
+/// but only where it differs. So exports of different trees may run at the same time if all have the mode
+/// that the module has already; exports with different modes must not, and neither may the first ones with a
+/// new mode. Before threads that will all use one mode start, a single export with it makes it the module's.
 class KORVANEJSON_API JsonSerializer {
 public:
     /// The object may be null: its document holds nothing but "subType". The export mode is empty.
     JsonSerializer(CAEObject* object);
+    /// A serializer of the same object, with the export mode that the other has now.
     JsonSerializer(const JsonSerializer& other);
+    /// Takes over the other's object and export mode.
     JsonSerializer& operator=(const JsonSerializer& other);
+    /// Leaves the object alone.
     virtual ~JsonSerializer();
 
     /// Narrows which children the documents carry, at every level: "PROJECT" only files (kind 3), "STUDY" all

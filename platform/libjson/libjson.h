@@ -233,15 +233,13 @@ namespace libjson {
 
 /// What a character of a node's text is.
 enum class text_units {
-    /// A byte of a single-byte code page: every byte beyond ASCII is written as \u0080 to \u00FF and read
-    /// back
-    /// from it. An escape above \u00FF gives the UTF-8 bytes of its code point.
+    /// A byte of a single-byte code page: every byte beyond ASCII is written as `\u0080` to `\u00FF` and
+    /// read back from it. An escape above `\u00FF` gives the UTF-8 bytes of its code point.
     bytes,
     /// UTF-8: a well-formed sequence is written as the escape of its code point (a surrogate pair beyond
-    /// U+FFFF). A byte that belongs to no such sequence is written as \uDC80 to \uDCFF and read back from it;
-    /// any other lone surrogate stands for its three-byte form. So every sequence of bytes survives writing
-    /// and
-    /// reading.
+    /// U+FFFF). A byte that belongs to no such sequence is written as `\uDC80` to `\uDCFF` and read back from
+    /// it; any other lone surrogate stands for its three-byte form. So every sequence of bytes survives
+    /// writing and reading.
     utf8
 };
 

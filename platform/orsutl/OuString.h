@@ -66,9 +66,8 @@ public:
 
     /// Replaces the text by the formatted one, however long it is. The format and its arguments are those of
     /// std::swprintf, with these differences, the same on every platform: "%s" and "%ls" take a wide text,
-    /// "%S" and
-    /// "%hs" a narrow one in the ANSI code page (whose precision counts bytes), "%c" and "%lc" a wide
-    /// character, "%C" and "%hc" a narrow one; a null text is "(null)". This text's own buffer may be an
+    /// "%S" and "%hs" a narrow one in the ANSI code page (whose precision counts bytes), "%c" and "%lc" a
+    /// wide character, "%C" and "%hc" a narrow one; a null text is "(null)". This text's own buffer may be an
     /// argument. A null format, one with a conversion that does not exist, and "%n" give the empty text.
     void Format(const wchar_t* format, ...);
 

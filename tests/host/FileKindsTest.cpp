@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <set>
 #include <string>
 
@@ -14,6 +15,11 @@ struct Expectation {
     _tagFileType type;
     Solver solver;
 };
+
+/// For the list of tests.
+void PrintTo(const Expectation& expectation, std::ostream* stream) {
+    *stream << expectation.name;
+}
 
 class KindOfFileNameTest : public testing::TestWithParam<Expectation> {};
 

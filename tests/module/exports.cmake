@@ -1,5 +1,7 @@
 # Compares the export table of LIBRARY with the names in EXPECTED, one a line.
 
+include("${CMAKE_CURRENT_LIST_DIR}/compare.cmake")
+
 if(WINDOWS)
   set(command ${OBJDUMP} -p "${LIBRARY}")
 else()
@@ -19,15 +21,4 @@ foreach(line IN LISTS lines)
     list(APPEND exported "${CMAKE_MATCH_1}")
   endif()
 endforeach()
-list(SORT exported)
-
-file(STRINGS "${EXPECTED}" expected)
-list(SORT expected)
-if(NOT expected)
-  message(FATAL_ERROR "${EXPECTED} names nothing")
-endif()
-if(NOT exported STREQUAL expected)
-  list(JOIN exported "\n  " exported)
-  list(JOIN expected "\n  " expected)
-  message(FATAL_ERROR "${LIBRARY} exports\n  ${exported}\ninstead of\n  ${expected}")
-endif()
+compare_exports("${LIBRARY}" "${exported}" "${EXPECTED}")

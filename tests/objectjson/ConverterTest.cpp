@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "ConverterSupport.h"
+#include "objectjson/CAEFileJson.h"
 #include "support/ModelBuilders.h"
 #include "support/ObjectText.h"
 
@@ -18,6 +19,18 @@ TEST(Converter, WithoutObjectHasAnEmptyUnnamedObjectNode) {
     EXPECT_EQ(node.type(), JSON_NODE);
     EXPECT_TRUE(node.name().empty());
     EXPECT_EQ(TextOfNode(node), "{}");
+}
+
+TEST(Converter, WithoutObjectEveryOperationAloneWritesNothing) {
+    CAEObjectJson converter(nullptr);
+    converter.Export();
+    EXPECT_EQ(TextOfNode(converter.GetJsonNode()), "{}");
+    EXPECT_EQ(TextOfSection(converter.ExportMetadata()), R"({"metaData":{}})");
+    EXPECT_EQ(TextOfSection(converter.ExportChildren()), R"({"children":[]})");
+    EXPECT_EQ(TextOfSection(converter.ExportFiles()), R"({"files":[]})");
+    CAEFileJson file(nullptr);
+    file.Export();
+    EXPECT_EQ(TextOfNode(file.GetJsonNode()), "{}");
 }
 
 TEST(Converter, NodeIsSharedWithTheCaller) {

@@ -178,7 +178,7 @@ TEST(ImportMetadata, AloneNeedsNoProjectAndLeavesTheReferenceThen) {
     CAEObject& part = project.Add(CAE_PART, L"frame");
     // A converter for export has no project.
     CAEObjectJson converter(&part);
-    converter.ImportMetadata(libjson::parse(ProgramReference("Reference To Program", R"("No")")));
+    converter.ImportMetadata(libjson::parse(ProgramReference("Reference To Program", R"("No")").c_str()));
     EXPECT_EQ(Entries(part), "Reference To Program=No::");
     EXPECT_TRUE(korvane::GetProgramReference(*project));
 }

@@ -1,5 +1,8 @@
-# Installs the build tree BUILD into WORK and builds and runs the outside project against it, once with the CMake
-# package and, where PKG_CONFIG is given, once with the pkg-config file.
+# Installs the build tree BUILD into WORK, or makes a package of the kind PACKAGE (ZIP, TGZ, DEB) there and unpacks it,
+# and builds and runs the outside project against the tree, once with the CMake package and, where PKG_CONFIG is
+# given, once with the pkg-config file. What a package holds is checked in contents.cmake.
+
+cmake_minimum_required(VERSION 3.25)
 
 set(expected [[{"id":"1","name":"Outside","createdDate":"2026-03-01T09:30:00Z","createdBy":"engineer",]]
   [["type":"SIMULATION","metaData":{},"children":[],"files":[],"subType":"SDM"}]])
@@ -20,19 +23,35 @@ function(expect_document how)
   endif()
 endfunction()
 
+# Configures and builds a project that knows nothing of the sources against the tree PREFIX. The program comes into
+# the folder of the build whatever the generator.
+function(build_outside source build)
+  set(toolchain)
+  if(TOOLCHAIN)
+    list(APPEND toolchain "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+  endif()
+  if(NOT GENERATOR MATCHES "Visual Studio")
+    list(APPEND toolchain "-DCMAKE_CXX_COMPILER=${COMPILER}")
+  endif()
+  run(${CMAKE_COMMAND} -S "${source}" -B "${build}" -G "${GENERATOR}" ${toolchain}
+    "-DCMAKE_CXX_FLAGS=${FLAGS}" "-DCMAKE_BUILD_TYPE=${CONFIG}" "-DCMAKE_RUNTIME_OUTPUT_DIRECTORY=$<1:${build}>"
+    "-DCMAKE_FIND_ROOT_PATH=${PREFIX}" "-DCMAKE_PREFIX_PATH=${PREFIX}")
+  run(${CMAKE_COMMAND} --build "${build}" --config "${CONFIG}")
+endfunction()
+
 file(REMOVE_RECURSE "${WORK}")
-run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${WORK}/prefix")
-set(toolchain)
-if(TOOLCHAIN)
-  set(toolchain "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+if(PACKAGE)
+  include("${CMAKE_CURRENT_LIST_DIR}/unpack.cmake")
+  include("${CMAKE_CURRENT_LIST_DIR}/contents.cmake")
+else()
+  set(PREFIX "${WORK}/prefix")
+  run(${CMAKE_COMMAND} --install "${BUILD}" --config "${CONFIG}" --prefix "${PREFIX}")
 endif()
-run(${CMAKE_COMMAND} -S "${CMAKE_CURRENT_LIST_DIR}/outside" -B "${WORK}/build" -G Ninja ${toolchain}
-  "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}" "-DCMAKE_FIND_ROOT_PATH=${WORK}/prefix"
-  "-DCMAKE_PREFIX_PATH=${WORK}/prefix")
-run(${CMAKE_COMMAND} --build "${WORK}/build")
-if(TOOLCHAIN)
+
+build_outside("${CMAKE_CURRENT_LIST_DIR}/outside" "${WORK}/build")
+if(WINDOWS)
   # A Windows program finds its libraries beside itself.
-  file(GLOB libraries "${WORK}/prefix/bin/*.dll" "${BUILD}/bin/lib*-*.dll")
+  file(GLOB libraries "${PREFIX}/bin/*.dll")
   file(COPY ${libraries} DESTINATION "${WORK}/build")
   run(${EMULATOR} "${WORK}/build/outside.exe")
 else()
@@ -41,7 +60,7 @@ endif()
 expect_document("the CMake package")
 
 if(PKG_CONFIG)
-  file(GLOB_RECURSE pc "${WORK}/prefix/korvanejson.pc")
+  file(GLOB_RECURSE pc "${PREFIX}/korvanejson.pc")
   get_filename_component(pc_folder "${pc}" DIRECTORY)
   get_filename_component(library_folder "${pc_folder}" DIRECTORY)
   run(${CMAKE_COMMAND} -E env "PKG_CONFIG_PATH=${pc_folder}" ${PKG_CONFIG} --cflags --libs korvanejson)

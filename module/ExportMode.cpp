@@ -1,9 +1,0 @@
-#include "ExportMode.h"
-
-namespace {
-OuString moduleExportMode;
-}  // namespace
-
-OuString& ModuleExportMode() noexcept {
-    return moduleExportMode;
-}

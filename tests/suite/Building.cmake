@@ -1,0 +1,45 @@
+# What the scripts of this folder share.
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${ARGN} ended with ${status}\n${output}\n${errors}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# Configures the source in a build tree with the given options, with the compiler of the tree that is tested.
+function(configure tree)
+  set(options "-DCMAKE_CXX_COMPILER=${COMPILER}")
+  if(LAUNCHER)
+    list(APPEND options "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
+  endif()
+  if(TOOLCHAIN)
+    list(APPEND options "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+  endif()
+  run(${CMAKE_COMMAND} -S "${SOURCE}" -B "${tree}" -G "${GENERATOR}" ${options} ${ARGN})
+endfunction()
+
+# Lays out libjson as an installed one: its header in include/, its libraries in lib/ and bin/, from an installed tree.
+function(lay_out_libjson installed folder)
+  file(COPY "${installed}/include/libjson/libjson.h" DESTINATION "${folder}/include")
+  lay_out_libraries("${installed}" "${folder}" libjson)
+endfunction()
+
+# Libraries and import libraries come to lib/, the libraries of Windows to bin/.
+function(lay_out_libraries installed folder)
+  foreach(library IN LISTS ARGN)
+    file(GLOB_RECURSE found "${installed}/${library}.*" "${installed}/lib${library}.*")
+    list(FILTER found INCLUDE REGEX "\\.(so|a|lib|dll)(\\.[0-9.]+)?$")
+    if(NOT found)
+      message(FATAL_ERROR "${installed} has no library ${library}")
+    endif()
+    foreach(file IN LISTS found)
+      if(file MATCHES "\\.dll$")
+        file(COPY "${file}" DESTINATION "${folder}/bin")
+      else()
+        file(COPY "${file}" DESTINATION "${folder}/lib")
+      endif()
+    endforeach()
+  endforeach()
+endfunction()

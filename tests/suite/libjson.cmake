@@ -1,0 +1,39 @@
+# Lays out a libjson whose texts are not std::string, builds the product against it and runs the product's tests.
+
+include("${CMAKE_CURRENT_LIST_DIR}/Building.cmake")
+
+# What is tested is the text's type, so nothing is made faster.
+set(quick -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DKORVANEJSON_BUILD_HOST=OFF)
+
+file(REMOVE_RECURSE "${WORK}/installed" "${WORK}/libjson" "${WORK}/build/documents")
+configure("${WORK}/libjson-build" ${quick} -DKORVANEJSON_BUILD_TESTS=OFF -DLIBJSON_OWN_STRING_ALLOCATOR=ON)
+run(${CMAKE_COMMAND} --build "${WORK}/libjson-build" --target libjson)
+run(${CMAKE_COMMAND} --install "${WORK}/libjson-build/platform/libjson" --prefix "${WORK}/installed")
+lay_out_libjson("${WORK}/installed" "${WORK}/libjson")
+# An installed libjson knows how it was built.
+file(READ "${WORK}/libjson/include/libjson.h" header)
+string(REPLACE "#pragma once" "#pragma once\n#define LIBJSON_OWN_STRING_ALLOCATOR" header "${header}")
+file(WRITE "${WORK}/libjson/include/libjson.h" "${header}")
+
+configure("${WORK}/build" ${quick} -DKORVANEJSON_BUILD_TESTS=ON
+  -DKORVANEJSON_LIBJSON=system "-Dlibjson_ROOT=${WORK}/libjson")
+set(programs test-objectjson test-rest test-serializer test-serializer-mode test-module test-module-inside
+  test-module-loading module-host)
+run(${CMAKE_COMMAND} --build "${WORK}/build" --target ${programs})
+
+execute_process(COMMAND nm --dynamic --demangle "${WORK}/build/bin/libKorvaneJson.so" OUTPUT_VARIABLE symbols
+  COMMAND_ERROR_IS_FATAL ANY)
+if(NOT symbols MATCHES "libjson::string_allocator<char>")
+  message(FATAL_ERROR "The library was built with another libjson:\n${symbols}")
+endif()
+
+set(total 0)
+list(FILTER programs INCLUDE REGEX "^test")
+foreach(program IN LISTS programs)
+  run("${WORK}/build/bin/${program}")
+  if(NOT output MATCHES "\\[  PASSED  \\] ([1-9][0-9]*) test")
+    message(FATAL_ERROR "${program} ran no tests:\n${output}")
+  endif()
+  math(EXPR total "${total} + ${CMAKE_MATCH_1}")
+endforeach()
+message("${total} tests passed")
