@@ -5,6 +5,8 @@
 
 #include "KorvaneExport.h"
 
+class CAEObject;
+
 /// The recording build of the object model: the same headers and the same work, and every operation of the
 /// suite's interface first notes its name and arguments. Only the library KorvaneRecording has these
 /// functions.
@@ -21,5 +23,9 @@ namespace korvane {
 KORVANE_API void StartRecording();
 /// Ends the recording and hands out its notes, in the order of the calls.
 KORVANE_API std::vector<std::string> TakeRecording();
+
+/// The next getPointerToVersion of this thread answers with this status and this pointer, whatever versions
+/// there are: an object model may answer so that its callers cannot count on the two going together.
+KORVANE_API void AnswerNextVersionWith(int status, const CAEObject* version);
 
 }  // namespace korvane

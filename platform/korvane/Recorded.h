@@ -1,9 +1,10 @@
 #pragma once
 
 #if defined(KORVANE_RECORDING)
+#include <optional>
 #include <string>
 
-#include "CAEObjectIdentification.h"
+#include "CAEObject.h"
 #include "OuString.h"
 #endif
 
@@ -50,6 +51,13 @@ private:
     static void Append(std::string& note, bool value);
     static void Append(std::string& note, int value);
 };
+
+/// What a test wants getPointerToVersion to answer once: its status and pointer.
+struct VersionAnswer {
+    int status = 0;
+    const CAEObject* version = nullptr;
+};
+std::optional<VersionAnswer> TakeVersionAnswer() noexcept;
 
 #else
 

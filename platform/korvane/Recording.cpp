@@ -17,6 +17,7 @@ struct Recording {
 };
 
 thread_local Recording recording;
+thread_local std::optional<VersionAnswer> nextVersionAnswer;
 
 constexpr std::uint32_t kFirstLeadSurrogate = 0xD800;
 constexpr std::uint32_t kFirstTrailSurrogate = 0xDC00;
@@ -61,6 +62,14 @@ void StartRecording() {
 std::vector<std::string> TakeRecording() {
     recording.isRunning = false;
     return std::exchange(recording.notes, {});
+}
+
+void AnswerNextVersionWith(int status, const CAEObject* version) {
+    nextVersionAnswer = VersionAnswer{status, version};
+}
+
+std::optional<VersionAnswer> TakeVersionAnswer() noexcept {
+    return std::exchange(nextVersionAnswer, std::nullopt);
 }
 
 bool Recorded::Enter() noexcept {

@@ -141,6 +141,12 @@ void CAEObject::getAvailableVersions(OuArray& majors, OuArray& minors) const {
 
 int CAEObject::getPointerToVersion(int major, int minor, const CAEObject*& version) const {
     const Recorded note("CAEObject::getPointerToVersion", *this, major, minor);
+#if defined(KORVANE_RECORDING)
+    if (const auto answer = korvane::TakeVersionAnswer()) {
+        version = answer->version;
+        return answer->status;
+    }
+#endif
     const Versions::Version* const found = korvane::FindVersion(*this, major, minor);
     if (found == nullptr) {
         return kFailed;

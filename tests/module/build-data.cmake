@@ -1,4 +1,5 @@
 # Runs SCRIPT, which writes the build data from TEMPLATE, in the folder WORK and reads what comes out; GIT is the program.
+# BUILT is what the build of SOURCE made with it.
 
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}/plain" "${WORK}/checkout/inner")
@@ -81,7 +82,6 @@ unset(ENV{SOURCE_DATE_EPOCH})
 
 # Nothing is compiled again because of a header that says the same.
 run("${WORK}/plain")
-file(TOUCH "${WORK}/BuildData.h")
 execute_process(COMMAND touch -d 2026-01-01T00:00:00Z "${WORK}/BuildData.h" COMMAND_ERROR_IS_FATAL ANY)
 run("${WORK}/plain")
 file(TIMESTAMP "${WORK}/BuildData.h" time "%Y-%m-%d" UTC)
@@ -99,5 +99,19 @@ run("${WORK}/plain" MAKER_PREFIX=Four)
 expect_failure("must have 3 characters")
 run("${WORK}/plain" BUILD_HOST=)
 expect_failure("printable ASCII")
-run("${WORK}/plain" "WEB_ADDRESS=https://\"maker\"")
-expect_failure("printable ASCII")
+foreach(address "https://\"maker\"" "https:\\\\maker" "https://m\u00E4ker")
+  run("${WORK}/plain" "WEB_ADDRESS=${address}")
+  expect_failure("printable ASCII")
+endforeach()
+
+# The build asks for the revision of its own sources. It may be older than they are by now.
+run("${SOURCE}")
+file(READ "${BUILT}" built)
+if(NOT built MATCHES "#define KORVANEJSON_REVISION \"([0-9a-f]+)\"\n")
+  message(SEND_ERROR "The build has no revision:\n${built}")
+endif()
+set(built_revision "${CMAKE_MATCH_1}")
+string(REGEX MATCH "#define KORVANEJSON_REVISION \"${zeros}\"" outside "${header}")
+if(outside AND NOT built_revision STREQUAL zeros OR NOT outside AND built_revision STREQUAL zeros)
+  message(SEND_ERROR "The build states the revision ${built_revision}, its sources\n${header}")
+endif()

@@ -91,11 +91,15 @@ TEST(ExportVersions, OfNoObjectIsEmpty) {
 
 TEST(ExportVersions, ThrowsForNodesAsTheExportWritesThem) {
     Door door;
-    door.AddVersion(1, 0, L"Old door");
+    CAEObject& version = door.AddVersion(1, 0, L"Old door");
     CAEObjectJson converter(&door.part);
     const std::string before = TextOfNode(converter.GetJsonNode());
-    EXPECT_THROW(converter.ExportVersions(), std::out_of_range);
+    const std::string recording =
+        RecordingOf([&] { EXPECT_THROW(converter.ExportVersions(), std::out_of_range); });
     EXPECT_EQ(converter.GetJsonText(), OuString(before.c_str(), 0));
+    // The version was written as every object is.
+    EXPECT_EQ(recording, "CAEObject::getAvailableVersions(#2)\nCAEObject::getPointerToVersion(#2, 1, 0)\n" +
+                             RecordingOf([&] { CAEObjectJson(&version).GetJsonNode(); }));
 }
 
 TEST(ExportVersions, ThrowsForNodesWithoutFiles) {
@@ -137,7 +141,6 @@ TEST(ExportVersions, EveryRecordHasTheObjectsFilesAndNotTheVersionsOwn) {
     ASSERT_EQ(door.project->addChild(&old), 0);
     ASSERT_EQ(CAEObjectJson(&old).GetJsonNode().at("files").size(), 2U);
 
-    CAEObjectJson converter(&door.part);
     JSONNode files(JSON_ARRAY);
     files.set_name("files");
     files.push_back(JSONNode("", "the object's own list"));
@@ -158,6 +161,31 @@ TEST(ExportVersions, WithoutFilesInTheNodeTheListIsEmpty) {
     const JSONNode section = CAEObjectJson(&door.part).ExportVersions(NodeWithVersions);
     ASSERT_EQ(section.size(), 1U);
     EXPECT_EQ(TextOfSection(section.at(0).at("files")), R"({"files":[]})");
+}
+
+TEST(ExportVersions, TakesTheFilesOfTheNodeAsAnArray) {
+    Door door;
+    door.AddVersion(1, 0, L"a");
+    CAEObjectJson converter(libjson::parse(R"({"files":{"a":"1"}})"), &door.part);
+    EXPECT_EQ(TextOfSection(converter.ExportVersions(NodeWithVersions).at(0).at("files")),
+              R"({"files":["1"]})");
+}
+
+TEST(ExportVersions, ThrowsForAVersionThatIsFoundAndIsNull) {
+    Door door;
+    door.AddVersion(1, 0, L"a");
+    CAEObjectJson converter(&door.part);
+    korvane::AnswerNextVersionWith(0, nullptr);
+    EXPECT_THROW(converter.ExportVersions(), std::out_of_range);
+}
+
+TEST(ExportVersions, LeavesOutAVersionWithAStatusAlsoWhereItComesAlong) {
+    Door door;
+    CAEObject& version = door.AddVersion(1, 0, L"a");
+    for (const int status : {1, -1}) {
+        korvane::AnswerNextVersionWith(status, &version);
+        EXPECT_EQ(TextOfSection(door.Section()), RecordTextOfSection(""));
+    }
 }
 
 TEST(ExportVersions, LeavesOutAVersionThatIsNotFoundAndGoesOn) {
@@ -388,6 +416,56 @@ TEST(ImportVersions, AnObjectWithoutAParentGetsVersionsThatNothingIsReadOnto) {
               "CAEObject::getParent(#1)\n");
     EXPECT_EQ(VersionsOf(*project), (Numbers{{0, 0}}));
     EXPECT_EQ(NameOf(*VersionOf(*project, 0, 0)), "Project");
+}
+
+TEST(ImportVersions, SkipsAVersionThatIsNull) {
+    Door door;
+    korvane::AnswerNextVersionWith(0, nullptr);
+    EXPECT_EQ(RecordingOf([&] {
+                  ImportVersionsText(R"([{"type":"CAEPART","name":"x","version":"1.0"}])", door.part);
+              }),
+              "CAEObject::getType(#2)\n"
+              "CAEObject::getProject(#2)\n"
+              "CAEObject::createNewVersion(#2, 0, 0, true, false)\n"
+              "CAEObject::getPointerToVersion(#2, 0, 0)\n");
+    EXPECT_EQ(NameOf(door.part), "Door");
+}
+
+TEST(ImportVersions, TakesAVersionWhateverItsStatus) {
+    Door door;
+    CAEObject& version = door.AddVersion(3, 0, L"Old door");
+    korvane::AnswerNextVersionWith(1, &version);
+    ImportVersionsText(R"([{"type":"CAEPART","name":"x","version":"1.0"}])", door.part);
+    EXPECT_EQ(NameOf(version), "x");
+    EXPECT_EQ(NameOf(door.part), "Door");
+}
+
+TEST(ImportVersions, UnderAParentWithoutAProjectTheyAreSwappedAndNothingIsReadOntoThem) {
+    TestProject project;
+    CAEObject& assembly = project.Add(CAE_SUBASSEMBLY, L"Body");
+    CAEObject& part = project.Add(assembly, CAE_PART, L"Door");
+    ASSERT_EQ(Detach(*project, assembly), 0);
+    EXPECT_EQ(
+        RecordingOf([&] { ImportVersionsText(R"([{"type":"CAEPART","name":"x","version":"1.0"}])", part); }),
+        "CAEObject::getType(#3)\n"
+        "CAEObject::getProject(#3)\n"
+        "CAEObject::createNewVersion(#3, 0, 0, true, false)\n"
+        "CAEObject::getPointerToVersion(#3, 0, 0)\n"
+        "CAEObject::getParent(#3)\n"
+        "CAEObject::detachChild(#2, #3, false)\n"
+        "CAEObjectIdentification::getID(#3)\n"
+        "CAEObjectIdentification::setID(#3, 3)\n"
+        "CAEObject::addChild(#2, #3)\n"
+        "CAEObject::getType(#3)\n"
+        "CAEObject::getProject(#3)\n"
+        "CAEObject::getProject(#3)\n"
+        "CAEObject::detachChild(#2, #3, false)\n"
+        "CAEObject::addChild(#2, #3)\n"
+        "CAEObject::getProject(#3)\n"
+        "CAEObjectIdentification::getID(#3)\n"
+        "overwriteCurrentVersionWithVersion(null, 3, 0, 0)\n");
+    EXPECT_EQ(NameOf(part), "Door");
+    EXPECT_EQ(ChildrenOf(assembly), std::vector<CAEObject*>{&part});
 }
 
 TEST(ImportVersions, WalksTheMembersOfAnObjectAndNothingElse) {

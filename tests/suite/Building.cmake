@@ -8,9 +8,15 @@ function(run)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# Configures the source in a build tree with the given options, with the compiler of the tree that is tested.
+# Configures the source in a build tree with the given options, with the compiler and the build data of the tree that
+# is tested.
 function(configure tree)
-  set(options "-DCMAKE_CXX_COMPILER=${COMPILER}")
+  set(options "-DCMAKE_CXX_COMPILER=${COMPILER}"
+    "-DKORVANEJSON_WEB_ADDRESS=${WEB_ADDRESS}"
+    "-DKORVANEJSON_BUILD_HOST_NAME=${HOST_NAME}"
+    "-DKORVANEJSON_BUILD_RUNNER_NAME=${RUNNER_NAME}"
+    "-DKORVANEJSON_MAKER_PREFIX=${MAKER_PREFIX}"
+    "-DKORVANEJSON_RIGHTS_NOTICE=${RIGHTS_NOTICE}")
   if(LAUNCHER)
     list(APPEND options "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
   endif()
