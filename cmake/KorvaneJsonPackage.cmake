@@ -22,6 +22,11 @@ install(FILES
   ${_find_modules}
   DESTINATION "${_package_folder}")
 
+# For programs on Windows that want UTF-8 as their code page.
+if(WIN32)
+  install(FILES "${CMAKE_CURRENT_LIST_DIR}/utf8-code-page.manifest" DESTINATION "${_package_folder}")
+endif()
+
 # Libraries of others have no place that the file could name.
 if(NOT KORVANEJSON_FOUND_PACKAGES)
   file(RELATIVE_PATH KORVANEJSON_PREFIX_FROM_PC

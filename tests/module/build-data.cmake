@@ -1,6 +1,8 @@
 # Runs SCRIPT, which writes the build data from TEMPLATE, in the folder WORK and reads what comes out; GIT is the program.
 # BUILT is what the build of SOURCE made with it.
 
+cmake_minimum_required(VERSION 3.25)
+
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}/plain" "${WORK}/checkout/inner")
 

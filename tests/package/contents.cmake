@@ -24,7 +24,8 @@ set(needed
   lib/pkgconfig/korvanejson.pc)
 if(PACKAGE STREQUAL ZIP)
   list(APPEND needed README-Windows.txt bin/korvane-json.exe bin/libjson.dll lib/liblibjson.dll.a
-    bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll)
+    bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
+    lib/cmake/KorvaneJson/utf8-code-page.manifest)
   foreach(library IN LISTS libraries)
     list(APPEND needed bin/${library}.dll lib/lib${library}.dll.a)
   endforeach()

@@ -8,14 +8,7 @@ set(expected [[{"id":"1","name":"Outside","createdDate":"2026-03-01T09:30:00Z","
   [["type":"SIMULATION","metaData":{},"children":[],"files":[],"subType":"SDM"}]])
 list(JOIN expected "" expected)
 
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-  if(NOT status EQUAL 0)
-    message(FATAL_ERROR "${ARGN} ended with ${status}\n${output}\n${errors}")
-  endif()
-  string(STRIP "${output}" output)
-  set(output "${output}" PARENT_SCOPE)
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/../support/Run.cmake")
 
 function(expect_document how)
   if(NOT output STREQUAL expected)

@@ -1,12 +1,6 @@
 # What the scripts of this folder share.
 
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-  if(NOT status EQUAL 0)
-    message(FATAL_ERROR "${ARGN} ended with ${status}\n${output}\n${errors}")
-  endif()
-  set(output "${output}" PARENT_SCOPE)
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/../support/Run.cmake")
 
 # Configures the source in a build tree with the given options, with the compiler and the build data of the tree that
 # is tested.

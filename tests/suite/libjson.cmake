@@ -1,5 +1,7 @@
 # Lays out a libjson whose texts are not std::string, builds the product against it and runs the product's tests.
 
+cmake_minimum_required(VERSION 3.25)
+
 include("${CMAKE_CURRENT_LIST_DIR}/Building.cmake")
 
 # What is tested is the text's type, so nothing is made faster.

@@ -1,6 +1,8 @@
 # Lays out the platform libraries of the build tree BUILD as a suite and as an installed libjson, builds the product
 # alone against them and runs PROGRAMS, which were built with the embedded ones, with the library that comes out.
 
+cmake_minimum_required(VERSION 3.25)
+
 include("${CMAKE_CURRENT_LIST_DIR}/Building.cmake")
 
 file(REMOVE_RECURSE "${WORK}")
