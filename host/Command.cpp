@@ -17,6 +17,16 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
                      "The output is written all the same, without the entry");
 }
 
+void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {
+    // The parser would take an empty text for no option at all, and 010 for an octal number.
+    const auto check = [](const std::string& text) -> std::string {
+        const bool isNumber =
+            !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == std::string::npos;
+        return isNumber ? "" : "'" + text + "' is no identifier, which is a number like 12";
+    };
+    command.add_option("--object", object, description)->type_name("ID")->check(check);
+}
+
 void AddExamples(CLI::App& command, std::string_view examples) {
     command.footer("Examples:\n" + std::string(examples));
 }

@@ -26,6 +26,9 @@ struct InputOptions {
 };
 void AddInputOptions(CLI::App& command, InputOptions& options);
 
+/// Adds --object, an identifier.
+void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
+
 /// Adds the examples that end a command's help.
 void AddExamples(CLI::App& command, std::string_view examples);
 

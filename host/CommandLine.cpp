@@ -53,7 +53,7 @@ std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
     // A misspelt option in a command's place for a name is told rather than that the name is missing.
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !program.get_subcommands().empty()) {
         for (const std::string& argument : program.get_subcommands().front()->remaining()) {
-            if (argument.size() > 1 && argument.starts_with("-")) {
+            if (argument.starts_with("-") && argument != "-" && argument != "--") {
                 return "there is no option '" + Printable(std::string_view(argument)) + "'";
             }
         }

@@ -94,11 +94,21 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
                     "The status is 1 when they differ")
         ->required()
         ->expected(2)
+        // Where more are allowed the parser takes a name in brackets for a list.
+        ->allow_extra_args(false)
         ->type_name("");
     AddExamples(command,
                 "  korvane-json compare bracket.kvp rebuilt.kvp\n"
                 "  korvane-json compare projects/bracket bracket.json\n");
-    command.callback([options, &console, &status] { status = Compare(*options, console); });
+    command.callback([options, &console, &status] {
+        if (options->inputs.front() == "-" && options->inputs.back() == "-") {
+            console.Say(
+                "the standard input (-) can be one of the two only. See 'korvane-json compare --help'");
+            status = kBadUsage;
+            return;
+        }
+        status = Compare(*options, console);
+    });
 }
 
 }  // namespace host

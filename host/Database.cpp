@@ -23,6 +23,8 @@ constexpr int kPatienceInMilliseconds = 5000;
             throw DatabaseError("is damaged");
         case SQLITE_READONLY:
             throw DatabaseError("may not be written to");
+        case SQLITE_CANTOPEN:
+            throw DatabaseError("cannot be opened or made: its directory must exist and let you write in it");
         case SQLITE_FULL:
             throw DatabaseError("cannot be written: there is no room left");
         case SQLITE_NOMEM:
@@ -50,13 +52,15 @@ bool BeginsAsDatabase(const std::filesystem::path& file) {
     return std::string_view(bytes.data(), static_cast<std::size_t>(stream.gcount())) == kBegin;
 }
 
-/// SQLite takes its names in UTF-8 on Windows and as they are elsewhere.
+/// SQLite takes its names in UTF-8 on Windows and as they are elsewhere. Some, like ":memory:" and those that
+/// begin with "file:", mean no file to it: a relative one says that it stands for itself.
 std::string NameOf(const std::filesystem::path& file) {
+    const std::filesystem::path named = file.has_root_path() ? file : "." / file;
 #if defined(_WIN32)
-    const std::u8string name = file.u8string();
+    const std::u8string name = named.u8string();
     return {name.begin(), name.end()};
 #else
-    return file.native();
+    return named.native();
 #endif
 }
 
@@ -71,6 +75,9 @@ Database::Database() {
 }
 
 Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
+    if (file.empty()) {
+        throw DatabaseError("is no name of a file");
+    }
     std::error_code error;
     bool isThere = std::filesystem::exists(std::filesystem::status(file, error));
     if (error && error != std::errc::no_such_file_or_directory) {
@@ -107,7 +114,8 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
             CheckKind(kind);
         }
         if (use == DatabaseUse::Reading) {
-            Run("PRAGMA query_only = 1");
+            // All reading is one transaction, so that no other program changes anything in between.
+            Run("PRAGMA query_only = 1; BEGIN");
         }
     } catch (...) {
         sqlite3_close(handle_);

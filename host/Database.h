@@ -42,7 +42,8 @@ public:
     Database();
     /// Opens a database of the kind. One that is not there, or an empty file, is made when it is opened for
     /// creating; it is of no kind then until SetKind says so. A file that is no database, or one of another
-    /// kind or of a newer format, is refused.
+    /// kind or of a newer format, is refused. What is read through a database that was opened for reading is
+    /// of one moment: other programs change nothing from the first reading until the object is gone.
     Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind);
     ~Database();
     Database(const Database&) = delete;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "Console.h"
@@ -53,12 +54,14 @@ private:
     bool FollowLink(const path& link, Entry& entry);
     bool IsLeftOut(const path& file) const;
     bool ReadFile(std::size_t directory, std::size_t index, ScannedFile& file);
-    bool HasStarter(const InputCandidate& candidate) const;
+    bool HasStarter(const InputCandidate& candidate);
 
     const ScanOptions& options_;
     Console& console_;
     DirectoryTree& tree_;
     std::vector<InputCandidate> candidates_;
+    /// The names in directories with engine files of Radioss, in upper case.
+    std::unordered_map<std::size_t, std::unordered_set<std::string>> namesOfDirectory_;
     std::uint64_t fileCount_ = 0;
 };
 
@@ -218,7 +221,11 @@ void Scanner::ReadFiles() {
 }
 
 /// Whether the starter that an engine file of Radioss goes with lies beside it.
-bool Scanner::HasStarter(const InputCandidate& candidate) const {
+bool Scanner::HasStarter(const InputCandidate& candidate) {
+    const auto keyOf = [](OuString name) {
+        name.MakeUpper();
+        return std::string(name.GetAnsiBuffer());
+    };
     const std::vector<ScannedFile>& files = tree_.directories[candidate.directory].files;
     const OuString engine = ToOuString(files[candidate.file].name);
     std::string starter = engine.GetAnsiBuffer();
@@ -227,9 +234,11 @@ bool Scanner::HasStarter(const InputCandidate& candidate) const {
         return false;
     }
     starter.replace(underscore, starter.find('.', underscore) - underscore, "_0000");
-    return std::ranges::any_of(files, [&](const ScannedFile& file) {
-        return ToOuString(file.name).CompareNoCase(OuString(starter.c_str(), 0)) == 0;
-    });
+    const auto [known, isNew] = namesOfDirectory_.try_emplace(candidate.directory);
+    for (std::size_t index = 0; isNew && index < files.size(); ++index) {
+        known->second.insert(keyOf(ToOuString(files[index].name)));
+    }
+    return known->second.contains(keyOf(OuString(starter.c_str(), 0)));
 }
 
 void Scanner::SettleInput() {

@@ -4,6 +4,7 @@
 #include <deque>
 
 #include "CarriedNode.h"
+#include "DocumentNode.h"
 #include "Notes.h"
 
 namespace host {
@@ -61,7 +62,7 @@ void Comparing::Enter(const JSONNode& first, const JSONNode& second, NodePlace p
     Pair& pair = pairs_.emplace_back();
     pair.first = ReadCarried(first, place, study != nullptr ? &study->first : nullptr);
     pair.second = ReadCarried(second, place, study != nullptr ? &study->second : nullptr);
-    ++result_.objects;
+    ++(KindOfTypeName(pair.first.type) == CAE_FILE ? result_.files : result_.objects);
     CompareHeads(pair);
     const auto compareCount = [&](const char* what, std::size_t left, std::size_t right) {
         if (left != right) {

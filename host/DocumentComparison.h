@@ -19,7 +19,7 @@ struct ComparedDocument {
 };
 
 struct Comparison {
-    /// Object nodes and file records that were compared.
+    /// What was compared: objects, and files, be they children or records.
     std::size_t objects = 0;
     std::size_t files = 0;
     /// How many differences there are, and the first of them, each in one line.

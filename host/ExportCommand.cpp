@@ -48,6 +48,9 @@ std::optional<std::filesystem::path> OutputPath(const ExportOptions& options) {
 }
 
 int ExportProject(const ExportOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.input.directory}, console)) {
+        return kNothingDone;
+    }
     const std::optional<ProjectReading> reading = OpenProject(options.input, OutputPath(options), console);
     if (!reading) {
         return kNothingDone;
@@ -77,11 +80,9 @@ void AddExportCommand(CLI::App& program, Console& console, int& status) {
     CLI::App& command =
         *program.add_subcommand("export", "Write the JSON document of a project or of one object in it");
     AddInputOptions(command, options->input);
-    command
-        .add_option("--object", options->object,
+    AddObjectOption(command, options->object,
                     "Write the document of the object with this identifier instead of the\n"
-                    "whole project's; 'korvane-json tree DIR' lists them: --object 12")
-        ->type_name("ID");
+                    "whole project's; 'korvane-json tree DIR' lists them: --object 12");
     command
         .add_option("--mode", options->mode,
                     "PROJECT writes only the files that lie in the project's own directory,\n"

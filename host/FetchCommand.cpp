@@ -17,6 +17,9 @@ struct FetchOptions {
 };
 
 int FetchDocument(const FetchOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.database}, console)) {
+        return kNothingDone;
+    }
     const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
     JSONNode document(JSON_NODE);
     try {

@@ -70,12 +70,10 @@ void AddImportCommand(CLI::App& program, Console& console, int& status) {
                     "document expected in its directory")
         ->required()
         ->type_name("");
-    command
-        .add_option("--object", options->object,
+    AddObjectOption(command, options->object,
                     "Import onto the object with this identifier instead of the project;\n"
                     "'korvane-json tree PROJECT.kvp' lists them. A document of another kind\n"
-                    "of object than that becomes a new object below it: --object 12")
-        ->type_name("ID");
+                    "of object than that becomes a new object below it: --object 12");
     AddDryRun(command, options->isDryRun);
     AddExamples(command,
                 "  korvane-json import bracket.json rebuilt.kvp\n"

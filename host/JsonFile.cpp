@@ -8,7 +8,9 @@
 #include <system_error>
 
 #include "Command.h"
+#include "FileSystem.h"
 #include "OutputFile.h"
+#include "ProjectInput.h"
 #include "Text.h"
 
 #if defined(_WIN32)
@@ -51,6 +53,37 @@ std::error_code ReadFile(const std::filesystem::path& file, std::string& text) {
     }
     const bool isWhole = stream.eof() && !stream.bad();
     return isWhole ? std::error_code() : std::error_code(errno != 0 ? errno : EIO, std::generic_category());
+}
+
+bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
+    std::error_code error;
+    if (std::filesystem::exists(left, error)) {
+        return std::filesystem::is_regular_file(left, error) &&
+               std::filesystem::equivalent(left, right, error);
+    }
+    // Neither may be there yet.
+    const std::filesystem::path whole = std::filesystem::weakly_canonical(left, error);
+    return !error && !left.empty() && whole == std::filesystem::weakly_canonical(right, error);
+}
+
+/// Whether it is a file somewhere below the directory that holds something, but no document.
+bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::path& directory) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(directory, error) || !std::filesystem::is_regular_file(file, error)) {
+        return false;
+    }
+    const std::filesystem::path root = ResolvePath(directory, error);
+    if (error) {
+        return false;
+    }
+    const std::filesystem::path whole = ResolvePath(file, error);
+    const std::filesystem::path relative = whole.lexically_relative(root);
+    FileSample sample;
+    if (error || relative.empty() || *relative.begin() == ".." || ReadSample(whole, 4096, 0, sample)) {
+        return false;
+    }
+    const std::string_view text = Trim(sample.head);
+    return !text.empty() && text.front() != '{';
 }
 
 }  // namespace
@@ -99,6 +132,30 @@ std::string DocumentText(const JSONNode& document) {
     std::string line(text.c_str(), text.size());
     line += '\n';
     return line;
+}
+
+bool IsReplaceable(const std::string& file, const std::vector<std::string>& inputs, Console& console) {
+    if (file == kStandardStream) {
+        return true;
+    }
+    const std::filesystem::path target = PathFromUtf8(file);
+    std::string reason;
+    for (const std::string& input : inputs) {
+        if (input != kStandardStream && IsSameFile(target, PathFromUtf8(input))) {
+            reason = "the command works on that file itself";
+        } else if (IsFileOfProject(target, PathFromUtf8(input))) {
+            reason = "it is a file of the project and no document";
+        }
+    }
+    if (reason.empty() && IsDatabase(target)) {
+        reason = "a database lies there";
+    }
+    if (reason.empty()) {
+        return true;
+    }
+    console.Say("cannot write '" + Printable(std::string_view(file)) + "': " + reason +
+                ". Nothing was changed; give another file with -o");
+    return false;
 }
 
 bool WriteOutput(const std::string& file, std::string_view text, Console& console) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Console.h"
 
@@ -24,6 +25,11 @@ bool IsImportable(const JSONNode& document, const std::string& file, Console& co
 
 /// The node as compact text, with the line feed that ends a text file.
 std::string DocumentText(const JSONNode& document);
+
+/// Whether a document may take the place of what lies under the name. Not that of a file that the command
+/// reads or works on (`inputs`), of a file without a document in a directory that it reads, or of a database:
+/// then the message says so.
+bool IsReplaceable(const std::string& file, const std::vector<std::string>& inputs, Console& console);
 
 /// Writes the text to the file, all of it or nothing. False, after a message, where that fails; a reader of
 /// the standard output that has gone away has what it wanted.

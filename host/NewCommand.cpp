@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <vector>
 
 #include "Command.h"
 #include "FileSystem.h"
@@ -15,13 +14,15 @@ namespace host {
 namespace {
 
 struct NewOptions {
-    std::vector<std::string> paths;
+    std::string first;
+    std::string second;
     bool isEmpty = false;
     bool isForced = false;
     bool isStrict = false;
     bool isDryRun = false;
 
-    const std::string& File() const { return paths.back(); }
+    const std::string& Directory() const { return first; }
+    const std::string& File() const { return isEmpty ? first : second; }
 };
 
 /// The project, read from its directory or without objects.
@@ -35,7 +36,7 @@ std::optional<ProjectReading> MakeProject(const NewOptions& options, Console& co
     }
     std::error_code isNew;
     const std::filesystem::path old = ResolvePath(file, isNew);
-    return OpenProject({options.paths.front(), options.isStrict}, isNew ? std::nullopt : std::optional(old),
+    return OpenProject({options.Directory(), options.isStrict}, isNew ? std::nullopt : std::optional(old),
                        console);
 }
 
@@ -85,13 +86,13 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
         "\n"
         "A project file is one SQLite 3 database. It keeps everything that the project and its objects\n"
         "hold, identifiers included, but versions of objects, which no command makes.");
-    command
-        .add_option("PATHS", options->paths,
-                    "DIR PROJECT.kvp: the directory that holds the studies, and the project file\n"
-                    "to make; with --empty only the project file")
-        ->required()
-        ->expected(1, 2)
-        ->type_name("");
+    CLI::Option* const first =
+        command
+            .add_option("DIR", options->first,
+                        "The directory that holds the studies, or a project file; left out with --empty")
+            ->type_name("");
+    CLI::Option* const second =
+        command.add_option("PROJECT.kvp", options->second, "The project file to make")->type_name("");
     command.add_flag("--empty", options->isEmpty, "Make a project without objects");
     command.add_flag("--force", options->isForced,
                      "Put the new project in place of the one in an existing project file");
@@ -102,9 +103,8 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
     AddExamples(command,
                 "  korvane-json new projects/bracket bracket.kvp\n"
                 "  korvane-json new --empty rebuilt.kvp\n");
-    command.callback([options, &console, &status] {
-        const std::size_t wanted = options->isEmpty ? 1 : 2;
-        if (options->paths.size() != wanted) {
+    command.callback([options, first, second, &console, &status] {
+        if (first->empty() || second->empty() != options->isEmpty) {
             console.Say(std::string("give ") +
                         (options->isEmpty ? "nothing but a project file with --empty"
                                           : "a directory and a project file") +

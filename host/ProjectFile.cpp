@@ -30,7 +30,7 @@ path TemporaryName(const path& file) {
     return file.parent_path() / name;
 }
 
-/// A file that is removed, with what SQLite keeps beside it, unless it was renamed.
+/// A name that is removed, with what SQLite keeps beside it, unless the file was renamed.
 class TemporaryFile {
 public:
     explicit TemporaryFile(path name) : name_(std::move(name)) {}
@@ -59,6 +59,22 @@ void RefuseLeftovers(const path& file) {
             throw ProjectFileError(std::string("cannot be made: a file of the same name with '") + ending +
                                    "' at its end is left of an older one. Remove it first");
         }
+    }
+}
+
+/// Gives the whole file its name. Renaming would take away what another program has made of that name
+/// meanwhile; a link does not, but some file systems have none.
+void PutInPlace(const path& temporary, const path& file) {
+    std::error_code error;
+    std::filesystem::create_hard_link(temporary, file, error);
+    if (error == std::errc::file_exists) {
+        throw ProjectFileError("is there already");
+    }
+    if (error) {
+        std::filesystem::rename(temporary, file, error);
+    }
+    if (error) {
+        throw ProjectFileError("cannot be made: " + error.message());
     }
 }
 
@@ -127,10 +143,7 @@ void CreateProjectFile(const path& file, CAEProject& project, Console& console) 
             WriteProjectTables(database, project, console);
             transaction.Commit();
         }
-        std::filesystem::rename(temporary.Name(), file, error);
-        if (error) {
-            throw ProjectFileError("cannot be made: " + error.message());
-        }
+        PutInPlace(temporary.Name(), file);
     });
 }
 

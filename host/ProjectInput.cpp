@@ -24,11 +24,13 @@ InputKind KindOfInput(const std::string& name) {
     if (InspectTarget(file, entry) || entry.type == EntryType::Directory) {
         return InputKind::Directory;
     }
+    return IsDatabase(file) || ToUpperAscii(name).ends_with(kExtension) ? InputKind::ProjectFile
+                                                                        : InputKind::Document;
+}
+
+bool IsDatabase(const std::filesystem::path& file) {
     FileSample sample;
-    const bool isDatabase =
-        !ReadSample(file, kDatabaseBegin.size(), 0, sample) && sample.head == kDatabaseBegin;
-    return isDatabase || ToUpperAscii(name).ends_with(kExtension) ? InputKind::ProjectFile
-                                                                  : InputKind::Document;
+    return !ReadSample(file, kDatabaseBegin.size(), 0, sample) && sample.head == kDatabaseBegin;
 }
 
 std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& console) {

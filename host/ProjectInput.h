@@ -2,6 +2,7 @@
 
 #include <CAEProject.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -16,6 +17,9 @@ enum class InputKind { Directory, ProjectFile, Document };
 /// other file and - (the standard input) for a document; everything else for a directory, whether it is there
 /// or not.
 InputKind KindOfInput(const std::string& name);
+
+/// Whether the file begins as SQLite databases do.
+bool IsDatabase(const std::filesystem::path& file);
 
 /// The project in a project file. Null, after a message, where it cannot be read.
 std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& console);

@@ -18,7 +18,7 @@ void StoreReport::Say(const std::string& what, Console& console) const {
 
 Server::State::EmptyFile::~EmptyFile() {
     std::error_code error;
-    if (!name.empty() && std::filesystem::is_regular_file(name, error) &&
+    if (isOurs && !name.empty() && std::filesystem::is_regular_file(name, error) &&
         std::filesystem::file_size(name, error) == 0) {
         std::filesystem::remove(name, error);
     }
@@ -36,7 +36,12 @@ Server Server::OpenForStoring(const std::filesystem::path& file, bool isDryRun) 
         }
         auto copy = std::make_unique<State>();
         std::error_code error;
-        if (std::filesystem::exists(file, error)) {
+        const std::filesystem::file_status status = std::filesystem::status(file, error);
+        const bool isNew =
+            status.type() == std::filesystem::file_type::not_found ||
+            (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) == 0);
+        // What keeps the database from being opened keeps a run that is not dry from it as well.
+        if (!isNew || file.empty()) {
             State original(file, DatabaseUse::Reading);
             copy->database.CopyFrom(original.database);
         }

@@ -1,6 +1,7 @@
 #include "ServerDocument.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "DocumentNode.h"
@@ -113,6 +114,9 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot) {
 JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, const JSONNode& children,
                      const JSONNode& files) {
     const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
+    if (kept.type() != JSON_NODE) {
+        throw std::invalid_argument("no object");
+    }
     const JSONNode keyMember(member::kDatabaseKey, key.c_str());
     const bool hasKey = kept.find(member::kDatabaseKey) != kept.end();
     const bool hasType = kept.find(member::kType) != kept.end();

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kColumns =
     "SELECT node.number, node.members, coalesce(assembly.key, object.key), node.section FROM node"
-    " JOIN object ON object.number = node.object LEFT JOIN object AS assembly ON assembly.number = "
+    " LEFT JOIN object ON object.number = node.object LEFT JOIN object AS assembly ON assembly.number = "
     "node.shown ";
 
 /// A node of the database, with what was put together of its children and files so far.
@@ -32,6 +32,9 @@ JSONNode NamedArray(const char* name) {
 }
 
 Place RowToPlace(const Statement& row) {
+    if (row.IsNull(2)) {
+        throw DatabaseError("is damaged: a node is of no object");
+    }
     return {row.Number(0),
             row.Text(1),
             row.Text(2),

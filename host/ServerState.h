@@ -11,11 +11,19 @@ namespace host {
 
 /// The open database behind a Server.
 struct Server::State {
-    /// Removes the file, as long as it is empty: what is left where a new database did not come about.
+    /// Removes the file, as long as it is empty: what is left where a new database did not come about. A file
+    /// is empty too while another program makes its database there, so it stays until this one has its lock.
     struct EmptyFile {
         std::filesystem::path name;
+        bool isOurs = false;
         EmptyFile() = default;
-        explicit EmptyFile(std::filesystem::path file) : name(std::move(file)) {}
+        /// A file that is there already is nobody's leftover.
+        explicit EmptyFile(const std::filesystem::path& file) {
+            std::error_code error;
+            if (!std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+                name = file;
+            }
+        }
         ~EmptyFile();
         EmptyFile(const EmptyFile&) = delete;
         EmptyFile& operator=(const EmptyFile&) = delete;

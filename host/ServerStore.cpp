@@ -275,6 +275,7 @@ JSONNode Server::Store(const JSONNode& document, const std::string& project, Sto
         std::vector<StoredNode> nodes = ListNodes(taken, report.notes);
         Database& database = state_->database;
         Transaction transaction(database);
+        state_->leftover.isOurs = true;
         Statement tables(database, "SELECT count(*) FROM sqlite_schema WHERE name = 'object'");
         tables.Begin().Next();
         const bool isNew = tables.Number(0) == 0;

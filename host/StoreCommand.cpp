@@ -21,6 +21,9 @@ struct StoreOptions {
 };
 
 int StoreDocument(const StoreOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.document, options.database}, console)) {
+        return kNothingDone;
+    }
     const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
     const std::optional<JSONNode> document = ReadJson(options.document, console);
     if (!document || !IsImportable(*document, options.document, console)) {

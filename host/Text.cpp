@@ -30,10 +30,8 @@ constexpr std::array kCombining = {
 
 // Characters that change the direction or the lines of what follows.
 constexpr std::array kSteering = {
-    Range{0x200B, 0x200F},
-    Range{0x2028, 0x202E},
-    Range{0x2060, 0x206F},
-    Range{0xFEFF, 0xFEFF},
+    Range{0x061C, 0x061C}, Range{0x200B, 0x200F}, Range{0x2028, 0x202E},
+    Range{0x2060, 0x206F}, Range{0xFEFF, 0xFEFF},
 };
 
 template <std::size_t Size>

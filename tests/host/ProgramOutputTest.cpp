@@ -102,6 +102,21 @@ TEST_F(ProgramOutputTest, AnOldFileStaysWhenNothingCouldBeDone) {
     EXPECT_EQ(ReadWholeFile(folder / "out.json"), "old");
 }
 
+TEST_F(ProgramOutputTest, TakesNoFileOfTheProjectForItsOutput) {
+    const std::string deck = ToUtf8(folder.Write("root/kept/run.inp", "*STEP\n"));
+    const ProcessResult result = RunHost({"export", Root(), "-o", deck});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.error,
+              "korvane-json: cannot write '" + deck +
+                  "': it is a file of the project and no document. Nothing was changed; give another file "
+                  "with -o\n");
+    EXPECT_EQ(ReadWholeFile(folder / "root/kept/run.inp"), "*STEP\n");
+    // The document of the last time is replaced.
+    for (int count = 0; count < 2; ++count) {
+        EXPECT_EQ(RunHost({"export", Root(), "-o", ToUtf8(folder / "root/kept/out.json")}).status, 0);
+    }
+}
+
 TEST_F(ProgramOutputTest, SaysWhyTheOutputCannotBeWritten) {
     folder.MakeDirectory("out.json");
     const ProcessResult directory = RunHost({"export", Root(), "-o", ToUtf8(folder / "out.json")});

@@ -36,6 +36,25 @@ TEST_F(ProgramProjectFile, NewMakesAProjectWithoutObjects) {
     EXPECT_EQ(OutputOf({"tree", "p.kvp"}), "p  Project  #1  Simulation\n\n0 files (0 B)\n");
 }
 
+TEST_F(ProgramProjectFile, NamesInBracketsAreNamesLikeOthers) {
+    folder.Write("[a,b]/plan.csv", "1\n");
+    folder.Write("a/other.csv", "1\n");
+    Do({"new", "[a,b]", "[p]"});
+    EXPECT_TRUE(std::filesystem::exists(folder / "[p]"));
+    EXPECT_NE(OutputOf({"tree", "[p]"}).find("plan.csv"), std::string::npos);
+    EXPECT_EQ(Run({"compare", "[a,b]", "[p]"}).status, 0);
+    EXPECT_EQ(Run({"compare", "[a]", "a"}).status, 1);
+}
+
+TEST_F(ProgramProjectFile, NewAsksForWhatIsMissing) {
+    const std::string help = ". See 'korvane-json new --help'";
+    ExpectRefused({"new"}, "give a directory and a project file" + help, 2);
+    ExpectRefused({"new", "root"}, "give a directory and a project file" + help, 2);
+    ExpectRefused({"new", "--empty"}, "give nothing but a project file with --empty" + help, 2);
+    ExpectRefused({"new", "--empty", "root", "p.kvp"}, "give nothing but a project file with --empty" + help,
+                  2);
+}
+
 TEST_F(ProgramProjectFile, NewLeavesWhatIsThereUnlessItIsForced) {
     WriteStudies();
     Do({"new", "--empty", "p.kvp"});
@@ -78,7 +97,8 @@ TEST_F(ProgramProjectFile, NewRefusesBadUsageAndWhatCannotBeRead) {
     folder.MakeDirectory("empty");
     const ProcessResult nowhere = Run({"new", "empty", "missing/p.kvp"});
     EXPECT_EQ(nowhere.status, 1);
-    EXPECT_TRUE(nowhere.error.starts_with("korvane-json: 'missing/p.kvp' cannot be used: ")) << nowhere.error;
+    EXPECT_TRUE(nowhere.error.starts_with("korvane-json: 'missing/p.kvp' cannot be opened or made: "))
+        << nowhere.error;
 }
 
 TEST_F(ProgramProjectFile, ImportMakesAProjectFileOrAddsToOne) {

@@ -96,6 +96,40 @@ TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
         "'p.kvp' is a database of another program and no database of the server. Nothing was changed");
 }
 
+TEST_F(ProgramServer, TakesNothingThatItWorksOnForItsOutput) {
+    const std::string refused =
+        "': the command works on that file itself. Nothing was changed; give another "
+        "file with -o";
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "./a.json"}, "cannot write './a.json" + refused);
+    Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+    const std::string key = ordered_json::parse(Read("answer.json"))["dbkey"];
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    ExpectRefused({"fetch", key, "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    Do({"new", "--empty", "p.kvp"});
+    ExpectRefused({"export", "p.kvp", "-o", "p.kvp"}, "cannot write 'p.kvp" + refused);
+    ExpectRefused(
+        {"fetch", key, "--db", "s.db", "-o", "p.kvp"},
+        "cannot write 'p.kvp': a database lies there. Nothing was changed; give another file with -o");
+}
+
+#if !defined(_WIN32)
+
+TEST_F(ProgramServer, NamesThatSqliteTakesForSomethingElseAreNamesOfFiles) {
+    for (const std::string name : {":memory:", "file:s.db", "file:x?mode=memory"}) {
+        Do({"store", "a.json", "--db", name, "-o", "answer.json"});
+        EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
+        const std::string key = ordered_json::parse(Read("answer.json"))["dbkey"];
+        EXPECT_NE(OutputOf({"fetch", key, "--db", name}), "");
+        const std::string project = name + ".kvp";
+        Do({"new", "--empty", project});
+        EXPECT_NE(OutputOf({"tree", project}), "");
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "s.db"));
+}
+
+#endif
+
 TEST_F(ProgramServer, AnAnswerThatCannotBeWrittenCanBeHadAgain) {
     const ProcessResult result = Run({"store", "a.json", "--db", "s.db", "-o", "missing/answer.json"});
     EXPECT_EQ(result.status, 1);

@@ -60,8 +60,18 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
                      "--mode: project not in {PROJECT,STUDY}. See 'korvane-json export --help'");
     ExpectUsageError({"export", ".", "--text", "pretty"},
                      "--text: pretty not in {compact,indented}. See 'korvane-json export --help'");
-    ExpectUsageError({"export", ".", "--object", "first"},
-                     "Could not convert: --object = first. See 'korvane-json export --help'");
+    for (const std::string text : {"first", "", "0", "010", "0x10", "-1", "1 "}) {
+        ExpectUsageError(
+            {"export", ".", "--object", text},
+            "--object: '" + text +
+                "' is no identifier, which is a number like 12. See 'korvane-json export --help'");
+    }
+    ExpectUsageError({"export", ".", "--object", "99999999999"},
+                     "Could not convert: --object = 99999999999. See 'korvane-json export --help'");
+    ExpectUsageError({"tree", "--"}, "DIR is required. See 'korvane-json tree --help'");
+    ExpectUsageError({"tree", "--strct"}, "there is no option '--strct'. See 'korvane-json tree --help'");
+    ExpectUsageError({"compare", "-", "-"},
+                     "the standard input (-) can be one of the two only. See 'korvane-json compare --help'");
 }
 
 TEST(ProgramUsage, FailsForARootThatCannotBeRead) {

@@ -261,8 +261,8 @@ TEST_F(ProjectFileTest, ANewFileTakesNothingsPlaceAndLeavesNothingBeside) {
     EXPECT_EQ(ErrorOf([&] { CreateProjectFile(there, *project, kept.console); }), "is there already");
     EXPECT_EQ(ReadWholeFile(there), "kept");
     const auto missing = folder / "missing/p.kvp";
-    EXPECT_TRUE(
-        ErrorOf([&] { CreateProjectFile(missing, *project, kept.console); }).starts_with("cannot be"));
+    EXPECT_EQ(ErrorOf([&] { CreateProjectFile(missing, *project, kept.console); }),
+              "cannot be opened or made: its directory must exist and let you write in it");
     folder.Write("left.kvp-journal", "x");
     EXPECT_NE(
         ErrorOf([&] { CreateProjectFile(folder / "left.kvp", *project, kept.console); }).find("'-journal'"),
@@ -274,6 +274,21 @@ TEST_F(ProjectFileTest, ANewFileTakesNothingsPlaceAndLeavesNothingBeside) {
     }
     std::ranges::sort(names);
     EXPECT_EQ(names, (std::vector<std::string>{"left.kvp-journal", "p.kvp", "there.kvp"}));
+}
+
+TEST_F(ProjectFileTest, ANewFileLeavesWhatCameUnderItsNameMeanwhile) {
+    TestProject project;
+    project.Add(CAE_PART, L"Arm");
+    // Progress is told while the file is written.
+    Console console([](std::string_view) {}, true,
+                    [&] {
+                        folder.Write("p.kvp", "another program's");
+                        return Console::Clock::time_point();
+                    });
+    std::filesystem::remove(folder / "p.kvp");
+    EXPECT_EQ(ErrorOf([&] { CreateProjectFile(folder / "p.kvp", *project, console); }), "is there already");
+    EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), "another program's");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
 TEST_F(ProjectFileTest, RefusesWhatIsNoProjectFile) {

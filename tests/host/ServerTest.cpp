@@ -277,6 +277,10 @@ TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
     };
     EXPECT_EQ(dryRun(R"({"id":"1","type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
     EXPECT_FALSE(std::filesystem::exists(File()));
+    // An empty file is as good as none.
+    folder.Write("server.db", "");
+    EXPECT_EQ(dryRun(R"({"id":"1","type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(ReadWholeFile(File()), "");
     Store(kDocument);
     const std::string bytes = ReadWholeFile(File());
     EXPECT_NE(
@@ -305,6 +309,69 @@ TEST_F(ServerTest, RefusesOtherFiles) {
     EXPECT_EQ(errorOf("server.db"), "is a database of another program and no database of the server");
     EXPECT_EQ(ErrorOf([&] { Server::OpenForFetching(folder / "missing"); }), "is not there");
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+}
+
+TEST_F(ServerTest, LeavesTheFileInWhichAnotherProgramMakesItsDatabase) {
+    Database other(File(), DatabaseUse::Creating, kServerKind);
+    {
+        Transaction transaction(other);
+        ASSERT_EQ(std::filesystem::file_size(File()), 0U);
+        EXPECT_EQ(ErrorOf([&] { Store(kDocument); }), "is in use by another program");
+        EXPECT_TRUE(std::filesystem::exists(File()));
+        other.SetKind(kServerKind);
+        transaction.Commit();
+    }
+    EXPECT_GT(std::filesystem::file_size(File()), 0U);
+}
+
+TEST_F(ServerTest, FetchesTheStateOfOneMoment) {
+    Store(kDocument);
+    const std::string whole = Fetch("PRJ-1");
+    const std::string key = KeyOf("PRJ-1");
+    Server server = Server::OpenForFetching(File());
+    // Progress is told between the nodes: there another program tries to change what comes next.
+    bool isFetching = false;
+    std::size_t tries = 0;
+    Console console([](std::string_view) {}, true,
+                    [&] {
+                        if (isFetching) {
+                            ++tries;
+                            Database other(File(), DatabaseUse::Changing, kServerKind);
+                            other.Run("PRAGMA busy_timeout = 0");
+                            EXPECT_THROW(other.Run("UPDATE node SET members = '{}'"), DatabaseError);
+                        }
+                        return Console::Clock::time_point();
+                    });
+    isFetching = true;
+    JSONNode document(JSON_NODE);
+    EXPECT_TRUE(server.Fetch(key, document, console));
+    EXPECT_EQ(Plain(ToText(document)), whole);
+    EXPECT_EQ(tries, 4U);
+}
+
+TEST_F(ServerTest, RefusesAnEmptyName) {
+    // To SQLite it means a database that is gone at the end.
+    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, false); }), "is no name of a file");
+    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, true); }), "is no name of a file");
+}
+
+TEST_F(ServerTest, RefusesDamagedContent) {
+    const auto errorOf = [&](const char* statement) {
+        std::filesystem::remove(File());
+        Store(kDocument);
+        const std::string key = KeyOf("PRJ-1");
+        Database(File(), DatabaseUse::Changing, kServerKind).Run(statement);
+        JSONNode document(JSON_NODE);
+        return ErrorOf([&] { Server::OpenForFetching(File()).Fetch(key, document, kept.console); });
+    };
+    EXPECT_EQ(errorOf("UPDATE node SET members = '5' WHERE number = 1"),
+              "is damaged: the members of a node are no object");
+    EXPECT_EQ(errorOf("UPDATE node SET members = '[1]' WHERE number = 3"),
+              "is damaged: the members of a node are no object");
+    EXPECT_TRUE(errorOf("UPDATE node SET members = '{' WHERE number = 3")
+                    .starts_with("is damaged: the members of a node are line 1, column 2"));
+    EXPECT_EQ(errorOf("DELETE FROM object WHERE number = 3"), "is damaged: a node is of no object");
+    EXPECT_EQ(errorOf("UPDATE node SET above = 2 WHERE number = 1"), "is damaged: a node lies within itself");
 }
 
 TEST_F(ServerTest, AnInterruptedStoreLeavesNothing) {

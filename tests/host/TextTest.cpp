@@ -27,6 +27,7 @@ TEST(HostText, PrintsBytesThatAreNoUtf8AsEscapes) {
 TEST(HostText, PrintsWhatTurnsTheDirectionOfWritingAsEscapes) {
     // NOLINTNEXTLINE(misc-misleading-bidirectional): what is tested.
     EXPECT_EQ(Printable(std::string_view("a\xE2\x80\xAEgpj.exe")), "a\\u202Egpj.exe");
+    EXPECT_EQ(Printable(std::string_view("a\xD8\x9Cz")), "a\\u061Cz");
     EXPECT_EQ(Printable(std::string_view("a\xC2\x9B"
                                          "b")),
               "a\\u009Bb");
