@@ -95,7 +95,7 @@ std::string_view FormatName(_tagFileFormat format) {
     }
 }
 
-std::string RoleOf(const korvane::FileRoles& roles, int file) {
+std::string RoleOf(const korvane::FileRoles& roles, const std::set<int>& meshes, int file) {
     if (file == roles.cadFile) {
         return "CAD file";
     }
@@ -108,7 +108,7 @@ std::string RoleOf(const korvane::FileRoles& roles, int file) {
     if (file == roles.feRepresentation) {
         return "FE representation";
     }
-    return std::ranges::find(roles.meshes, file) != roles.meshes.end() ? "mesh" : "custom file";
+    return meshes.contains(file) ? "mesh" : "custom file";
 }
 
 class Printer {
@@ -251,10 +251,11 @@ void Printer::Walk(CAEObject& root) {
         const std::vector<CAEFile*> files = FilesOf(object);
         AddObject(object, strokes, !files.empty() || !level.children.empty());
         const korvane::FileRoles roles = korvane::GetFileRoles(object);
+        const std::set<int> meshes(roles.meshes.begin(), roles.meshes.end());
         for (std::size_t index = 0; index < files.size(); ++index) {
             const bool isLast = index + 1 == files.size() && level.children.empty();
             AddFileRow(*files[index], Indent() + std::string(isLast ? strokes_.lastBranch : strokes_.branch),
-                       RoleOf(roles, files[index]->getID()), false);
+                       RoleOf(roles, meshes, files[index]->getID()), false);
         }
         levels.push_back(std::move(level));
     };
