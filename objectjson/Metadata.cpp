@@ -40,11 +40,12 @@ OuString RecordText(const JSONNode& record, const char* name) {
 
 JSONNode CAEObjectJson::ExportMetadata() {
     JSONNode section = NamedContainer(kMetaData, JSON_NODE);
+    if (object_ == nullptr) {
+        return section;
+    }
     OuTemplateArray<OuString, OuCRTAllocator<>> names;
     OuTemplateArray<OuString, OuCRTAllocator<>> values;
-    if (object_ != nullptr) {
-        object_->getAllMetadata(names, values);
-    }
+    object_->getAllMetadata(names, values);
     for (int index = 0; index < names.GetSize(); ++index) {
         OuString name = names[index];
         if (name == kDescriptionEntry) {

@@ -74,11 +74,12 @@ JSONNode CAEObjectJson::ExportVersions() {
 
 JSONNode CAEObjectJson::ExportVersions(VersionNodeWriter nodeOf) {
     JSONNode section = NamedContainer(kVersions, JSON_ARRAY);
+    if (object_ == nullptr) {
+        return section;
+    }
     OuArray majors(0);
     OuArray minors(0);
-    if (object_ != nullptr) {
-        object_->getAvailableVersions(majors, minors);
-    }
+    object_->getAvailableVersions(majors, minors);
     if (majors.GetSize() == 0) {
         return section;
     }
