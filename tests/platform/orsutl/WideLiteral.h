@@ -4,8 +4,7 @@
 #include <string_view>
 
 /// Code points as a wide text: beyond the basic plane one wide character where wchar_t has 32 bit, two where
-/// it has
-/// 16. Surrogates are taken as they are.
+/// it has 16. Surrogates are taken as they are.
 inline std::wstring WideText(std::u32string_view codePoints) {
     std::wstring wide;
     for (const char32_t codePoint : codePoints) {
