@@ -24,6 +24,10 @@ KORVANE_API void StartRecording();
 /// Ends the recording and hands out its notes, in the order of the calls.
 KORVANE_API std::vector<std::string> TakeRecording();
 
+/// The next call of the operation that is noted throws std::bad_alloc, as it may when there is no memory, and
+/// does nothing else. The operation is named as in its note: "CAEObject::setName". It must not be noexcept.
+KORVANE_API void ThrowAtNext(const char* operation);
+
 /// The next getPointerToVersion of this thread answers with this status and this pointer, whatever versions
 /// there are: an object model may answer so that its callers cannot count on the two going together.
 KORVANE_API void AnswerNextVersionWith(int status, const CAEObject* version);

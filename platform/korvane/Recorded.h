@@ -28,6 +28,7 @@ public:
             ((note += before, before = ", ", Append(note, arguments)), ...);
             note += ')';
             Keep(note);
+            ThrowWhereWanted(operation);
         } catch (...) {
             // No destructor runs for a scope that was not made.
             Leave();
@@ -43,6 +44,7 @@ private:
     static bool Enter() noexcept;
     static void Leave() noexcept;
     static void Keep(const std::string& note);
+    static void ThrowWhereWanted(const char* operation);
 
     static void Append(std::string& note, const CAEObjectIdentification& object);
     static void Append(std::string& note, const CAEObjectIdentification* object);

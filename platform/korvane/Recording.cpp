@@ -1,5 +1,6 @@
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -14,6 +15,7 @@ struct Recording {
     bool isRunning = false;
     int depth = 0;
     std::vector<std::string> notes;
+    std::string throwingOperation;
 };
 
 thread_local Recording recording;
@@ -64,6 +66,10 @@ std::vector<std::string> TakeRecording() {
     return std::exchange(recording.notes, {});
 }
 
+void ThrowAtNext(const char* operation) {
+    recording.throwingOperation = operation;
+}
+
 void AnswerNextVersionWith(int status, const CAEObject* version) {
     nextVersionAnswer = VersionAnswer{status, version};
 }
@@ -82,6 +88,13 @@ void Recorded::Leave() noexcept {
 
 void Recorded::Keep(const std::string& note) {
     recording.notes.push_back(note);
+}
+
+void Recorded::ThrowWhereWanted(const char* operation) {
+    if (recording.throwingOperation == operation) {
+        recording.throwingOperation.clear();
+        throw std::bad_alloc();
+    }
 }
 
 void Recorded::Append(std::string& note, const CAEObjectIdentification& object) {

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 #include <korvanejson/CaeRest.h>
 
+#include <new>
 #include <string>
+#include <vector>
 
 #include "ConverterSupport.h"
 #include "RecordingSupport.h"
@@ -363,4 +365,31 @@ TEST(ImportRecording, AnswerWithoutEntriesAsksForTheKindOnly) {
                                R"([[{"id":"1","dbkey":"K"}]])"}) {
         EXPECT_EQ(RecordingOfAnswer(answer, &*project), "CAEObject::getType(#1)\n") << answer;
     }
+}
+
+TEST(ImportRecording, AnExceptionPassesThroughTheWalkAndWhatWasMadeStays) {
+    TestProject project;
+    korvane::ThrowAtNext("CAEObject::setDBKey");
+    const std::string recording = RecordingOf([&] {
+        JSONNode node = libjson::parse(R"({"type":"T","children":[{"type":"CAEMODEL","name":"study",)"
+                                       R"("children":[{"type":"CAEPART","dbkey":"K","name":"x"}]},)"
+                                       R"({"type":"CAETAG"}]})");
+        EXPECT_THROW(caerest::json::DeserializeJsonToObject(node, &*project), std::bad_alloc);
+    });
+    EXPECT_TRUE(recording.ends_with("CAEObject::setDBKey(#3, \"K\")\n")) << recording;
+    EXPECT_EQ(NameOf(*project->getCAEObject(2)), "study");
+    EXPECT_EQ(ChildIdsOf(*project->getCAEObject(2)), std::vector<int>{3});
+    EXPECT_EQ(project->getCAEObject(4), nullptr);
+}
+
+TEST(ImportRecording, AnExceptionInARecordLeavesItsFileOutOfTheProject) {
+    TestProject project;
+    CAEObject& part = project.Add(CAE_PART, L"frame");
+    korvane::ThrowAtNext("CAEFile::setFileType");
+    RecordingOf([&] {
+        JSONNode node = libjson::parse(R"({"type":"CAEPART","files":[{"name":"a","fileType":"CAD"}]})");
+        EXPECT_THROW(caerest::json::DeserializeJsonToObject(node, &part), std::bad_alloc);
+    });
+    EXPECT_TRUE(korvane::GetProjectFiles(*project).empty());
+    EXPECT_TRUE(FileIdsOf(part).empty());
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <korvanejson/JsonSerializer.h>
 
+#include <new>
 #include <string>
 
 #include "ConverterSupport.h"
@@ -176,4 +177,19 @@ TEST_F(Recording, SerializerAsksWhatItsConverterAsks) {
     project.Add(CAE_PART, L"frame");
     EXPECT_EQ(RecordingOf([&] { JsonSerializer(&*project).GetJsonString(); }),
               RecordingOf([&] { CAEObjectJson(&*project).GetJsonNode(); }));
+}
+
+TEST_F(Recording, AnExceptionPassesThroughTheWalkAndTheNextDocumentIsWhole) {
+    TestProject project;
+    CAEObject& study = project.Add(CAE_MODEL, L"study");
+    project.AddFile(project.Add(study, CAE_PART, L"frame"), L"frame.step", CAE_FILE_CAD);
+    JsonSerializer serializer(&*project);
+    const std::string whole = TextOfNode(serializer.GetJson());
+    for (const char* operation :
+         {"CAEObject::getCreatedDate", "CAEObject::getChildrenList", "CAEObject::GetFiles",
+          "CAEFile::getFullPathName", "CAEFile::getFileType"}) {
+        korvane::ThrowAtNext(operation);
+        RecordingOf([&] { EXPECT_THROW(serializer.GetJson(), std::bad_alloc) << operation; });
+        EXPECT_EQ(TextOfNode(serializer.GetJson()), whole) << operation;
+    }
 }

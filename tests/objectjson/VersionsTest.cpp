@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -466,6 +467,24 @@ TEST(ImportVersions, UnderAParentWithoutAProjectTheyAreSwappedAndNothingIsReadOn
         "overwriteCurrentVersionWithVersion(null, 3, 0, 0)\n");
     EXPECT_EQ(NameOf(part), "Door");
     EXPECT_EQ(ChildrenOf(assembly), std::vector<CAEObject*>{&part});
+}
+
+TEST(ImportVersions, AnExceptionPassesAndLeavesTheVersionInTheObjectsPlace) {
+    Door door;
+    korvane::ThrowAtNext("CAEObject::setName");
+    const std::string recording = RecordingOf([&] {
+        EXPECT_THROW(ImportVersionsText(R"([{"type":"CAEPART","dbkey":"K","name":"x","version":"1.0"},)"
+                                        R"({"type":"CAEPART","name":"y","version":"1.0"}])",
+                                        door.part),
+                     std::bad_alloc);
+    });
+    EXPECT_TRUE(recording.ends_with("CAEObject::setName(#2, \"x\")\n")) << recording;
+    CAEObject* const version = VersionOf(door.part, 0, 0);
+    EXPECT_EQ(ChildrenOf(*door.project), std::vector<CAEObject*>{version});
+    EXPECT_EQ(door.project->getCAEObject(2), version);
+    EXPECT_EQ(TextOf(version->getDBKey()), "K");
+    EXPECT_EQ(door.part.getParent(), nullptr);
+    EXPECT_EQ(NameOf(door.part), "Door");
 }
 
 TEST(ImportVersions, WalksTheMembersOfAnObjectAndNothingElse) {
