@@ -16,7 +16,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -81,8 +80,10 @@ public:
 
     OuString Write() {
         WriteObject(project_, "Simulation", [this] {
-            for (CAEObject* child : Children(project_)) {
-                WriteObject(*child, "CAEPart", [] {});
+            OuList children;
+            project_.getChildrenList(children);
+            for (OuListPosition* position = children.GetHeadPosition(); position != nullptr;) {
+                WriteObject(*static_cast<CAEObject*>(children.GetNext(position)), "CAEPart", [] {});
             }
         });
         Text("subType", "SDM");
@@ -91,16 +92,6 @@ public:
     }
 
 private:
-    static std::vector<CAEObject*> Children(const CAEObject& object) {
-        OuList list;
-        object.getChildrenList(list);
-        std::vector<CAEObject*> children;
-        for (OuListPosition* position = list.GetHeadPosition(); position != nullptr;) {
-            children.push_back(static_cast<CAEObject*>(list.GetNext(position)));
-        }
-        return children;
-    }
-
     void Text(const char* name, const std::string& value) {
         writer_.Key(name);
         writer_.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));

@@ -88,7 +88,14 @@ private:
     }
     static void* Address(const char* name) {
         void* const handle = dlopen(kFileName, RTLD_NOW | RTLD_NOLOAD);
-        return handle == nullptr ? nullptr : dlsym(handle, name);
+        if (handle == nullptr) {
+            return nullptr;
+        }
+        void* const address = dlsym(handle, name);
+        // Looking something up must not be a load that is never given back: it would keep the library by
+        // itself.
+        dlclose(handle);
+        return address;
     }
     void* handle_;
 #endif
