@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "Command.h"
-#include "CommandLine.h"
-#include "Console.h"
-#include "Terminal.h"
+#include "commands/Command.h"
+#include "commands/CommandLine.h"
+#include "system/Console.h"
+#include "system/Terminal.h"
 
 #if defined(_WIN32)
 #include <windows.h>

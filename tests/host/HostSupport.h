@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "Console.h"
+#include "host/system/Console.h"
 
 namespace host {
 

@@ -1,0 +1,56 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "Command.h"
+#include "JsonFile.h"
+#include "ProjectCommand.h"
+#include "ProjectFileCommands.h"
+#include "host/document/AnswerReport.h"
+#include "host/projectfile/ProjectFile.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+struct ApplyOptions {
+    std::string answer;
+    std::string file;
+    bool isDryRun = false;
+};
+
+int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
+    return DoWithProjectFile(options.file, console, [&] {
+        const std::optional<JSONNode> answer = ReadJson(options.answer, console);
+        if (!answer || !IsAnswer(*answer, options.answer, console)) {
+            return kNothingDone;
+        }
+        ProjectFile file = ProjectFile::Open(PathFromUtf8(options.file), !options.isDryRun, console);
+        AnswerReport report;
+        ApplyAnswer(*answer, file.Project(), report, console);
+        if (!options.isDryRun) {
+            file.Save(console);
+        }
+        report.Say("'" + Printable(std::string_view(options.file)) + "'", console);
+        SayDryRun(options.isDryRun, console);
+        return kDone;
+    });
+}
+
+}  // namespace
+
+void AddApplyCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<ApplyOptions>();
+    CLI::App& command = *program.add_subcommand(
+        "apply", "Write the database keys of the server's answer onto the objects of a project file");
+    command.add_option("ANSWER.json", options->answer, "The answer; - is the standard input")
+        ->required()
+        ->type_name("");
+    command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
+    AddDryRun(command, options->isDryRun);
+    AddExamples(command,
+                "  korvane-json apply answer.json bracket.kvp\n"
+                "  korvane-json store bracket.json --db server.db | korvane-json apply - bracket.kvp\n");
+    command.callback([options, &console, &status] { status = ApplyToProjectFile(*options, console); });
+}
+
+}  // namespace host

@@ -1,0 +1,119 @@
+#include "CommandLine.h"
+
+#include <korvanejson/Module.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "Command.h"
+#include "CompareCommand.h"
+#include "ExportCommand.h"
+#include "ProjectFileCommands.h"
+#include "TreeCommand.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kPurpose =
+    "Reads directories of simulation files as projects of studies, keeps projects in files, and\n"
+    "turns them into the JSON documents of the data-management server and back.";
+
+constexpr const char* kNotes =
+    "What a directory is read as:\n"
+    "  A directory with solver decks is a study with one iteration for each deck; geometry and\n"
+    "  meshes in it are parts, pictures named like a part belong to it, and everything else is a\n"
+    "  file of the study. Other directories with files are assembly folders. Hidden entries are\n"
+    "  left out. A link to a file in the directory counts as a file, links to directories and\n"
+    "  links that lead out of the directory are not followed.\n"
+    "\n"
+    "The round trip:\n"
+    "  new keeps a project in a file, export writes its document, store gives that to a stand-in for\n"
+    "  the server and takes its answer, apply writes the answer's keys onto the project's objects,\n"
+    "  fetch gets a document back from the server, and import makes objects of it again.\n"
+    "\n"
+    "Exit status:\n"
+    "  0 done, 1 nothing done, (with --strict) an entry left out or (compare) differences, 2 bad usage\n"
+    "\n"
+    "Examples:\n"
+    "  korvane-json tree projects/bracket\n"
+    "  korvane-json export projects/bracket -o bracket.json\n"
+    "  korvane-json new projects/bracket bracket.kvp\n"
+    "  korvane-json import bracket.json rebuilt.kvp\n"
+    "  korvane-json compare bracket.kvp rebuilt.kvp\n"
+    "  korvane-json export --help\n";
+
+/// What was wrong with the arguments, in words that say where.
+std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
+    const std::vector<std::string> unknown = program.remaining();
+    if (program.get_subcommands().empty() && !unknown.empty()) {
+        return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + " '" +
+               Printable(std::string_view(unknown.front())) + "'";
+    }
+    // A misspelt option in a command's place for a name is told rather than that the name is missing.
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !program.get_subcommands().empty()) {
+        for (const std::string& argument : program.get_subcommands().front()->remaining()) {
+            if (argument.starts_with("-") && argument != "-" && argument != "--") {
+                return "there is no option '" + Printable(std::string_view(argument)) + "'";
+            }
+        }
+    }
+    return Printable(std::string_view(error.what()));
+}
+
+/// The version as a script reads it, and the library's banner.
+std::string VersionText() {
+    return std::string("korvane-json ") + KorvaneJson_get_module_info(KORVANEJSON_MODULE_VERSION) + '\n' +
+           KorvaneJson_get_module_info(KORVANEJSON_MODULE_BANNER);
+}
+
+}  // namespace
+
+int RunCommandLine(std::vector<std::string> arguments, Console& console) {
+    CLI::App program(kPurpose, "korvane-json");
+    program.get_formatter()->column_width(26);
+    program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    program.get_formatter()->label("Subcommands", "Commands");
+    // The same options on every platform: a slash opens a path.
+    program.allow_windows_style_options(false);
+    program.require_subcommand(0, 1);
+    program.set_help_flag("-h,--help", "Print this help; after a command, the command's");
+    program.set_version_flag("--version", VersionText(),
+                             "Print the version of the library and what it was built on");
+    program.footer(kNotes);
+    int status = kDone;
+    AddTreeCommand(program, console, status);
+    AddExportCommand(program, console, status);
+    AddNewCommand(program, console, status);
+    AddStoreCommand(program, console, status);
+    AddApplyCommand(program, console, status);
+    AddFetchCommand(program, console, status);
+    AddImportCommand(program, console, status);
+    AddCompareCommand(program, console, status);
+
+    // The parser takes its arguments from the back.
+    std::ranges::reverse(arguments);
+    try {
+        program.parse(std::move(arguments));
+    } catch (const CLI::CallForHelp&) {
+        const std::vector<CLI::App*> chosen = program.get_subcommands();
+        const CLI::App& asked = chosen.empty() ? program : *chosen.front();
+        return WriteToStandardOutput(asked.help(chosen.empty() ? "" : program.get_name()), console)
+                   ? kDone
+                   : kNothingDone;
+    } catch (const CLI::CallForVersion& version) {
+        return WriteToStandardOutput(std::string(version.what()) + '\n', console) ? kDone : kNothingDone;
+    } catch (const CLI::ParseError& error) {
+        const std::vector<CLI::App*> chosen = program.get_subcommands();
+        const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + ' ';
+        console.Say(Complaint(error, program) + ". See 'korvane-json " + command + "--help'");
+        return kBadUsage;
+    }
+    if (program.get_subcommands().empty()) {
+        console.Say("give a command, like 'korvane-json tree DIR'. 'korvane-json --help' lists them");
+        return kBadUsage;
+    }
+    return status;
+}
+
+}  // namespace host

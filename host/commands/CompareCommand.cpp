@@ -1,0 +1,114 @@
+#include "CompareCommand.h"
+
+#include <EmbeddedModel.h>
+#include <korvanejson/JsonSerializer.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include "Command.h"
+#include "JsonFile.h"
+#include "ProjectInput.h"
+#include "host/document/DocumentComparison.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+struct CompareOptions {
+    std::vector<std::string> inputs;
+};
+
+/// Something to compare, with the project that it comes from, if it comes from one.
+struct Input {
+    std::unique_ptr<CAEProject> project;
+    ComparedDocument document;
+};
+
+std::string DisplayNameOf(CAEProject& project, const std::string& identifier) {
+    const auto* const found = dynamic_cast<const CAEProject*>(
+        project.getCAEObject(static_cast<int>(std::strtol(identifier.c_str(), nullptr, 10))));
+    return found != nullptr ? korvane::GetDisplayName(*found).GetAnsiBuffer() : "";
+}
+
+bool OpenInput(const std::string& name, Input& input, Console& console) {
+    if (KindOfInput(name) == InputKind::Document) {
+        const std::optional<JSONNode> document = ReadJson(name, console);
+        if (!document || !IsImportable(*document, name, console)) {
+            return false;
+        }
+        input.document.node = *document;
+        return true;
+    }
+    std::optional<ProjectReading> reading = OpenProject({name, false}, std::nullopt, console);
+    if (!reading) {
+        return false;
+    }
+    input.project = std::move(reading->project);
+    CAEProject& project = *input.project;
+    input.document.node = JsonSerializer(&project).GetJson();
+    input.document.displayName = [&project](const std::string& identifier) {
+        return DisplayNameOf(project, identifier);
+    };
+    return true;
+}
+
+int Compare(const CompareOptions& options, Console& console) {
+    Input first;
+    Input second;
+    if (!OpenInput(options.inputs.front(), first, console) ||
+        !OpenInput(options.inputs.back(), second, console)) {
+        return kNothingDone;
+    }
+    console.ShowProgress("Comparing", 0, 0);
+    const Comparison result = CompareDocuments(first.document, second.document);
+    console.ClearProgress();
+    std::string text;
+    for (const std::string& difference : result.differences) {
+        text += difference + "\n";
+    }
+    if (result.differenceCount > result.differences.size()) {
+        text += "and " + std::to_string(result.differenceCount - result.differences.size()) +
+                " more differences\n";
+    }
+    text += result.differenceCount == 0
+                ? "the same, but for what the format does not carry: " +
+                      FormatCount(result.objects, "object", "objects") + " and " +
+                      FormatCount(result.files, "file", "files") + " compared\n"
+                : FormatCount(result.differenceCount, "difference", "differences") + "\n";
+    const bool isWritten = WriteToStandardOutput(text, console);
+    return isWritten && result.differenceCount == 0 ? kDone : kNothingDone;
+}
+
+}  // namespace
+
+void AddCompareCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<CompareOptions>();
+    CLI::App& command = *program.add_subcommand(
+        "compare", "Tell whether two projects are the same but for what documents do not carry");
+    command
+        .add_option("PROJECTS", options->inputs,
+                    "Two of: a directory, a project file, a document (- is the standard input).\n"
+                    "The status is 1 when they differ")
+        ->required()
+        ->expected(2)
+        // Where more are allowed the parser takes a name in brackets for a list.
+        ->allow_extra_args(false)
+        ->type_name("");
+    AddExamples(command,
+                "  korvane-json compare bracket.kvp rebuilt.kvp\n"
+                "  korvane-json compare projects/bracket bracket.json\n");
+    command.callback([options, &console, &status] {
+        if (options->inputs.front() == "-" && options->inputs.back() == "-") {
+            console.Say(
+                "the standard input (-) can be one of the two only. See 'korvane-json compare --help'");
+            status = kBadUsage;
+            return;
+        }
+        status = Compare(*options, console);
+    });
+}
+
+}  // namespace host

@@ -1,0 +1,110 @@
+#include "ExportCommand.h"
+
+#include <korvanejson/JsonSerializer.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+
+#include "Command.h"
+#include "JsonFile.h"
+#include "host/system/FileSystem.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+struct ExportOptions {
+    InputOptions input;
+    std::optional<int> object;
+    std::string mode;
+    std::string text = "compact";
+    std::string output = "-";
+
+    bool IsToStandardOutput() const { return output == "-"; }
+};
+
+/// The document's text with the line feed that ends a text file.
+std::string MakeDocument(CAEObject& object, const ExportOptions& options) {
+    JsonSerializer serializer(&object);
+    serializer.SetExportMode(OuString(options.mode.c_str(), 0));
+    const JSONNode document = serializer.GetJson();
+    const auto text = options.text == "indented" ? document.write_formatted() : document.write();
+    std::string lines(text.c_str(), text.size());
+    if (lines.empty() || lines.back() != '\n') {
+        lines += '\n';
+    }
+    return lines;
+}
+
+/// The file that the document goes to, if it goes to one that is there already.
+std::optional<std::filesystem::path> OutputPath(const ExportOptions& options) {
+    if (options.IsToStandardOutput()) {
+        return PathOfStandardOutput();
+    }
+    std::error_code error;
+    std::filesystem::path path = ResolvePath(PathFromUtf8(options.output), error);
+    return error ? std::nullopt : std::optional(path);
+}
+
+int ExportProject(const ExportOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.input.directory}, console)) {
+        return kNothingDone;
+    }
+    const std::optional<ProjectReading> reading = OpenProject(options.input, OutputPath(options), console);
+    if (!reading) {
+        return kNothingDone;
+    }
+    CAEObject* object = reading->project.get();
+    if (options.object) {
+        object = reading->project->getCAEObject(*options.object);
+        if (object == nullptr) {
+            const std::string directory = Printable(std::string_view(options.input.directory));
+            console.Say("there is no object " + std::to_string(*options.object) + " in '" + directory +
+                        "'; 'korvane-json tree " + directory + "' lists them");
+            return kNothingDone;
+        }
+    }
+    console.ShowProgress("Making the document", 0, 0);
+    const std::string text = MakeDocument(*object, options);
+    console.ClearProgress();
+    const bool isWritten = WriteOutput(options.output, text, console);
+    const int status = Finish(options.input, *reading, console);
+    return isWritten ? status : kNothingDone;
+}
+
+}  // namespace
+
+void AddExportCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App& command =
+        *program.add_subcommand("export", "Write the JSON document of a project or of one object in it");
+    AddInputOptions(command, options->input);
+    AddObjectOption(command, options->object,
+                    "Write the document of the object with this identifier instead of the\n"
+                    "whole project's; 'korvane-json tree DIR' lists them: --object 12");
+    command
+        .add_option("--mode", options->mode,
+                    "PROJECT writes only the files that lie in the project's own directory,\n"
+                    "STUDY everything but the iteration models; without it everything is\n"
+                    "written: --mode STUDY")
+        ->type_name("MODE")
+        ->check(CLI::IsMember({"PROJECT", "STUDY"}));
+    command
+        .add_option("--text", options->text,
+                    "compact (the default) writes the document on one line, indented for the\n"
+                    "eye. Both end with a line feed: --text indented")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"compact", "indented"}));
+    command
+        .add_option("-o,--output", options->output,
+                    "The file to write to; an old one is replaced once the new one is whole.\n"
+                    "- is the standard output (the default): -o bracket.json")
+        ->type_name("FILE");
+    AddExamples(command,
+                "  korvane-json export projects/bracket -o bracket.json\n"
+                "  korvane-json export projects/bracket --object 12 --mode STUDY --text indented\n");
+    command.callback([options, &console, &status] { status = ExportProject(*options, console); });
+}
+
+}  // namespace host

@@ -1,0 +1,62 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "Command.h"
+#include "JsonFile.h"
+#include "ProjectFileCommands.h"
+#include "host/server/Server.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+struct FetchOptions {
+    std::string key;
+    std::string database;
+    std::string output = "-";
+};
+
+int FetchDocument(const FetchOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.database}, console)) {
+        return kNothingDone;
+    }
+    const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
+    JSONNode document(JSON_NODE);
+    try {
+        Server server = Server::OpenForFetching(PathFromUtf8(options.database));
+        if (!server.Fetch(options.key, document, console)) {
+            console.Say("there is no object with the key '" + Printable(std::string_view(options.key)) +
+                        "' in " + name + "; the answer of 'korvane-json store' names the keys");
+            return kNothingDone;
+        }
+    } catch (const ServerError& error) {
+        console.Say(name + " " + error.what());
+        return kNothingDone;
+    }
+    return WriteOutput(options.output, DocumentText(document), console) ? kDone : kNothingDone;
+}
+
+}  // namespace
+
+void AddFetchCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<FetchOptions>();
+    CLI::App& command =
+        *program.add_subcommand("fetch", "Play the data-management server: give a kept object as a document");
+    command
+        .add_option("KEY", options->key,
+                    "The database key of the object, as 'korvane-json store' answered it")
+        ->required()
+        ->type_name("");
+    command.add_option("--db", options->database, "The server's database: --db server.db")
+        ->required()
+        ->type_name("FILE");
+    command
+        .add_option("-o,--output", options->output,
+                    "The file for the document; - is the standard output (the default):\n"
+                    "-o bracket.json")
+        ->type_name("FILE");
+    AddExamples(command, "  korvane-json fetch PRJ-1-3f9a20 --db server.db -o bracket.json\n");
+    command.callback([options, &console, &status] { status = FetchDocument(*options, console); });
+}
+
+}  // namespace host

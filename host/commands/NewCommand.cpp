@@ -1,0 +1,119 @@
+#include <EmbeddedModel.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "Command.h"
+#include "ProjectCommand.h"
+#include "ProjectFileCommands.h"
+#include "host/projectfile/ProjectFile.h"
+#include "host/system/FileSystem.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+struct NewOptions {
+    std::string first;
+    std::string second;
+    bool isEmpty = false;
+    bool isForced = false;
+    bool isStrict = false;
+    bool isDryRun = false;
+
+    const std::string& Directory() const { return first; }
+    const std::string& File() const { return isEmpty ? first : second; }
+};
+
+/// The project, read from its directory or without objects.
+std::optional<ProjectReading> MakeProject(const NewOptions& options, Console& console) {
+    const std::filesystem::path file = PathFromUtf8(options.File());
+    if (options.isEmpty) {
+        ProjectReading reading;
+        reading.project = korvane::CreateProject(ToOuString(file.stem()), DirectoryOfFile(file));
+        reading.project->setAdditionalType(OuString(L"Simulation"));
+        return reading;
+    }
+    std::error_code isNew;
+    const std::filesystem::path old = ResolvePath(file, isNew);
+    return OpenProject({options.Directory(), options.isStrict}, isNew ? std::nullopt : std::optional(old),
+                       console);
+}
+
+int MakeProjectFile(const NewOptions& options, Console& console) {
+    const std::filesystem::path file = PathFromUtf8(options.File());
+    std::error_code error;
+    const bool isThere = std::filesystem::exists(std::filesystem::symlink_status(file, error));
+    if (isThere && !options.isForced) {
+        console.Say("'" + Printable(std::string_view(options.File())) +
+                    "' is there already, and was left as it is. Give another name, or --force to put the "
+                    "new project in its place");
+        return kNothingDone;
+    }
+    return DoWithProjectFile(options.File(), console, [&] {
+        // Whatever else lies under the name is no project file and is not replaced.
+        std::optional<ProjectFile> old;
+        if (isThere) {
+            old.emplace(ProjectFile::Open(file, !options.isDryRun, console));
+        }
+        const std::optional<ProjectReading> reading = MakeProject(options, console);
+        if (!reading) {
+            return kNothingDone;
+        }
+        if (!options.isDryRun && old) {
+            old->Save(*reading->project, console);
+        } else if (!options.isDryRun) {
+            CreateProjectFile(file, *reading->project, console);
+        }
+        const ObjectCounts counts = CountObjects(*reading->project);
+        console.Say("'" + Printable(std::string_view(options.File())) + "': a project with " +
+                    FormatCount(counts.objects, "object", "objects") + " and " +
+                    FormatCount(counts.files, "file", "files") +
+                    (isThere ? ", in place of the one that was there" : ""));
+        SayDryRun(options.isDryRun, console);
+        return Finish({{}, options.isStrict}, *reading, console);
+    });
+}
+
+}  // namespace
+
+void AddNewCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<NewOptions>();
+    CLI::App& command = *program.add_subcommand(
+        "new", "Make a project file of a directory of studies, or one without objects");
+    command.description(
+        "Make a project file of a directory of studies, or one without objects.\n"
+        "\n"
+        "A project file is one SQLite 3 database. It keeps everything that the project and its objects\n"
+        "hold, identifiers included, but versions of objects, which no command makes.");
+    CLI::Option* const first =
+        command
+            .add_option("DIR", options->first,
+                        "The directory that holds the studies, or a project file; left out with --empty")
+            ->type_name("");
+    CLI::Option* const second =
+        command.add_option("PROJECT.kvp", options->second, "The project file to make")->type_name("");
+    command.add_flag("--empty", options->isEmpty, "Make a project without objects");
+    command.add_flag("--force", options->isForced,
+                     "Put the new project in place of the one in an existing project file");
+    command.add_flag("--strict", options->isStrict,
+                     "End with status 1 when an entry of the directory could not be read.\n"
+                     "The project file is made all the same, without the entry");
+    AddDryRun(command, options->isDryRun);
+    AddExamples(command,
+                "  korvane-json new projects/bracket bracket.kvp\n"
+                "  korvane-json new --empty rebuilt.kvp\n");
+    command.callback([options, first, second, &console, &status] {
+        if (first->empty() || second->empty() != options->isEmpty) {
+            console.Say(std::string("give ") +
+                        (options->isEmpty ? "nothing but a project file with --empty"
+                                          : "a directory and a project file") +
+                        ". See 'korvane-json new --help'");
+            status = kBadUsage;
+            return;
+        }
+        status = MakeProjectFile(*options, console);
+    });
+}
+
+}  // namespace host

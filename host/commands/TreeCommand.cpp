@@ -1,0 +1,54 @@
+#include "TreeCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "Command.h"
+#include "ProjectInput.h"
+#include "TreePrinter.h"
+#include "host/system/FileSystem.h"
+#include "host/system/Terminal.h"
+
+namespace host {
+namespace {
+
+bool PrintObject(CAEObject& object, Console& console) {
+    return WriteToStandardOutput(PrintTree(object, {IsOutputUtf8(), IsOutputColoured()}), console);
+}
+
+int PrintDocument(const InputOptions& options, Console& console) {
+    const OpenedDocument document = OpenDocument(options.directory, console);
+    return document.root != nullptr && PrintObject(*document.root, console) ? kDone : kNothingDone;
+}
+
+int PrintProject(const InputOptions& options, Console& console) {
+    if (KindOfInput(options.directory) == InputKind::Document) {
+        return PrintDocument(options, console);
+    }
+    const std::optional<ProjectReading> reading = OpenProject(options, PathOfStandardOutput(), console);
+    if (!reading) {
+        return kNothingDone;
+    }
+    const bool isWritten = PrintObject(*reading->project, console);
+    const int status = Finish(options, *reading, console);
+    return isWritten ? status : kNothingDone;
+}
+
+}  // namespace
+
+void AddTreeCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<InputOptions>();
+    CLI::App& command =
+        *program.add_subcommand("tree", "Print the objects of a project: kinds, names, files and metadata");
+    AddInputOptions(command, *options);
+    command.get_option("DIR")->description(
+        "The directory that holds the studies, a project file, or a document, which is\n"
+        "shown as an import makes objects of it (- is the standard input)");
+    AddExamples(command,
+                "  korvane-json tree projects/bracket\n"
+                "  korvane-json tree bracket.kvp\n"
+                "  korvane-json tree --strict projects/bracket > bracket.txt\n");
+    command.callback([options, &console, &status] { status = PrintProject(*options, console); });
+}
+
+}  // namespace host

@@ -1,0 +1,142 @@
+#include "AnswerReport.h"
+
+#include <korvanejson/CaeRest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <map>
+#include <unordered_map>
+#include <vector>
+
+#include "DocumentNode.h"
+#include "host/commands/JsonFile.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+constexpr std::string_view kNoSuchObject = "key not set, because no object has the identifier";
+constexpr std::string_view kNoKey = "no key given, because there is no \"dbkey\"";
+constexpr std::string_view kNoIdentifier = "key not set, because there is no \"id\"";
+constexpr std::string_view kLater = "key not set, because the identifier came before with another key";
+constexpr std::string_view kEmptyKey = "key taken away, because \"dbkey\" is empty";
+constexpr std::string_view kNoNumber = "identifier that is no number, taken for the one in front";
+constexpr std::string_view kNoObject = "passed over, because it is no object";
+
+using KeyOfText = std::map<std::string, std::string>;
+
+/// As the library reads identifiers.
+int ToIdentifier(const std::string& text) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(
+        std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 10), Limits::min(), Limits::max()));
+}
+
+/// The nodes that the library looks at in an answer, each with everything below it.
+void NoteNodes(const JSONNode& answer, const KeyOfText& keys, Notes& notes) {
+    std::vector<JSONNode> waiting;
+    const auto putElements = [&](const JSONNode& array) {
+        for (json_index_t index = array.size(); index-- > 0;) {
+            waiting.push_back(array.at(index));
+        }
+    };
+    if (answer.type() == JSON_ARRAY) {
+        putElements(answer);
+    } else {
+        waiting.push_back(answer);
+    }
+    while (!waiting.empty()) {
+        const JSONNode node = waiting.back();
+        waiting.pop_back();
+        if (node.type() != JSON_NODE) {
+            notes.Add(kNoObject, [&] { return Describe(node); });
+            continue;
+        }
+        const auto id = node.find(member::kId);
+        const auto key = node.find(member::kDatabaseKey);
+        if (id != node.end() && key == node.end()) {
+            notes.Add(kNoKey, [&] { return Describe(node); });
+        } else if (id == node.end() && key != node.end()) {
+            notes.Add(kNoIdentifier, [&] { return Quoted(TextOf(*key)); });
+        } else if (id != node.end()) {
+            const auto first = keys.find(TextOf(*id));
+            if (first != keys.end() && first->second != TextOf(*key)) {
+                notes.Add(kLater, [&] { return Describe(node) + " with the key " + Quoted(TextOf(*key)); });
+            }
+        }
+        for (const char* const section : {member::kFiles, member::kChildren}) {
+            if (const auto found = node.find(section); found != node.end()) {
+                putElements(found->as_array());
+            }
+        }
+    }
+}
+
+KeyOfText Flatten(const JSONNode& answer) {
+    KeyOfText keys;
+    if (answer.type() == JSON_ARRAY) {
+        for (const JSONNode& element : answer) {
+            caerest::json::util::ParseNode(element, keys);
+        }
+    } else {
+        caerest::json::util::ParseNode(answer, keys);
+    }
+    return keys;
+}
+
+}  // namespace
+
+void AnswerReport::Say(const std::string& what, Console& console) const {
+    console.Say(what + ": " + FormatCount(keysSet, "key", "keys") + " set, " + std::to_string(keysKept) +
+                " there already" + (hasName ? ", and the display name taken from the answer" : ""));
+    notes.Say(what, console);
+}
+
+bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console) {
+    if (answer.type() == JSON_NODE || answer.type() == JSON_ARRAY) {
+        return true;
+    }
+    console.Say("cannot use " + InputName(file) +
+                ": it is neither an object node nor an array of such, and no answer of a server. Nothing was "
+                "changed");
+    return false;
+}
+
+void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console) {
+    console.ShowProgress("Applying the answer", 0, 0);
+    RemoveNullKeys(answer, report.notes);
+    const KeyOfText keys = Flatten(answer);
+    NoteNodes(answer, keys, report.notes);
+
+    struct Target {
+        CAEObject* object;
+        OuString oldKey;
+    };
+    std::unordered_map<int, Target> targets;
+    for (const auto& entry : keys) {
+        const std::string& text = entry.first;
+        const std::string& key = entry.second;
+        const int id = ToIdentifier(text);
+        CAEObject* const object = project.getCAEObject(id);
+        if (object == nullptr) {
+            report.notes.Add(kNoSuchObject, [&] { return Quoted(text) + " with the key " + Quoted(key); });
+            continue;
+        }
+        if (text != std::to_string(id)) {
+            report.notes.Add(kNoNumber, [&] { return Quoted(text) + " for " + std::to_string(id); });
+        }
+        if (targets.emplace(id, Target{object, object->getDBKey()}).second && key.empty()) {
+            report.notes.Add(kEmptyKey, [&] { return Quoted(text); });
+        }
+    }
+    caerest::json::ApplyJsonResponseOnObject(answer, &project);
+    for (const auto& [id, target] : targets) {
+        ++(target.object->getDBKey() == target.oldKey ? report.keysKept : report.keysSet);
+    }
+    report.hasName = answer.type() == JSON_NODE && static_cast<const JSONNode&>(answer).find(member::kName) !=
+                                                       static_cast<const JSONNode&>(answer).end();
+    console.ClearProgress();
+}
+
+}  // namespace host

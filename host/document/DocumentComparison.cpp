@@ -1,0 +1,161 @@
+#include "DocumentComparison.h"
+
+#include <algorithm>
+#include <deque>
+
+#include "CarriedNode.h"
+#include "DocumentNode.h"
+#include "host/system/Notes.h"
+
+namespace host {
+namespace {
+
+constexpr std::size_t kMostDifferences = 20;
+
+/// Two nodes on the way, and the elements of both that come next.
+struct Pair {
+    CarriedNode first;
+    CarriedNode second;
+    std::size_t nextFile = 0;
+    std::size_t nextChild = 0;
+};
+
+class Comparing {
+public:
+    Comparing(const ComparedDocument& first, const ComparedDocument& second)
+        : first_(first), second_(second) {}
+
+    Comparison Run();
+
+private:
+    void Enter(const JSONNode& first, const JSONNode& second, NodePlace place);
+    void CompareHeads(const Pair& pair);
+    void CompareProjectNames(const Pair& pair);
+    void CompareMetadata(const Pair& pair);
+    void CompareFiles(Pair& pair);
+    void Differ(const Pair& pair, const std::string& what, const std::string& first,
+                const std::string& second);
+
+    const ComparedDocument& first_;
+    const ComparedDocument& second_;
+    /// A pair keeps its address while others come and go behind it.
+    std::deque<Pair> pairs_;
+    Comparison result_;
+};
+
+Comparison Comparing::Run() {
+    Enter(first_.node, second_.node, NodePlace::Root);
+    while (!pairs_.empty()) {
+        Pair& pair = pairs_.back();
+        const std::size_t next = pair.nextChild++;
+        if (next < pair.first.children.size() && next < pair.second.children.size()) {
+            Enter(pair.first.children[next], pair.second.children[next], NodePlace::Child);
+        } else {
+            pairs_.pop_back();
+        }
+    }
+    return std::move(result_);
+}
+
+void Comparing::Enter(const JSONNode& first, const JSONNode& second, NodePlace place) {
+    const Pair* const study = pairs_.size() > 1 ? &pairs_[pairs_.size() - 2] : nullptr;
+    Pair& pair = pairs_.emplace_back();
+    pair.first = ReadCarried(first, place, study != nullptr ? &study->first : nullptr);
+    pair.second = ReadCarried(second, place, study != nullptr ? &study->second : nullptr);
+    ++(KindOfTypeName(pair.first.type) == CAE_FILE ? result_.files : result_.objects);
+    CompareHeads(pair);
+    const auto compareCount = [&](const char* what, std::size_t left, std::size_t right) {
+        if (left != right) {
+            Differ(pair, what, std::to_string(left), std::to_string(right));
+        }
+    };
+    compareCount("the number of files", pair.first.files.size(), pair.second.files.size());
+    compareCount("the number of children", pair.first.children.size(), pair.second.children.size());
+    CompareFiles(pair);
+}
+
+void Comparing::CompareFiles(Pair& pair) {
+    const std::size_t count = std::min(pair.first.files.size(), pair.second.files.size());
+    for (std::size_t index = 0; index < count; ++index) {
+        Pair records;
+        records.first = ReadCarried(pair.first.files[index], NodePlace::FileRecord, nullptr);
+        records.second = ReadCarried(pair.second.files[index], NodePlace::FileRecord, nullptr);
+        ++result_.files;
+        CompareHeads(records);
+    }
+}
+
+void Comparing::CompareHeads(const Pair& pair) {
+    CompareProjectNames(pair);
+    // Of nodes of different kinds the kind alone is told: it stands first.
+    const std::size_t count = std::min(pair.first.members.size(), pair.second.members.size());
+    for (std::size_t index = 0; index < count; ++index) {
+        const auto& [name, text] = pair.first.members[index];
+        const auto& [otherName, otherText] = pair.second.members[index];
+        if (name != otherName) {
+            Differ(pair, "which members there are", name, otherName);
+            return;
+        }
+        if (text != otherText) {
+            Differ(pair, name, text, otherText);
+        }
+    }
+    if (pair.first.members.size() != pair.second.members.size()) {
+        Differ(pair, "the number of members", std::to_string(pair.first.members.size()),
+               std::to_string(pair.second.members.size()));
+    }
+    CompareMetadata(pair);
+}
+
+void Comparing::CompareProjectNames(const Pair& pair) {
+    if (pair.first.projectName.has_value() != pair.second.projectName.has_value()) {
+        Differ(pair, "whether it is a project", pair.first.type, pair.second.type);
+        return;
+    }
+    if (!pair.first.projectName || (!first_.displayName && !second_.displayName)) {
+        return;
+    }
+    const std::string& first = *pair.first.projectName;
+    const std::string& second = *pair.second.projectName;
+    const bool isTaken = first == second ||
+                         (second_.displayName && second_.displayName(pair.second.identifier) == first) ||
+                         (first_.displayName && first_.displayName(pair.first.identifier) == second);
+    if (!isTaken) {
+        Differ(pair, "the project's name", first, second);
+    }
+}
+
+void Comparing::CompareMetadata(const Pair& pair) {
+    const std::size_t count = std::min(pair.first.metadata.size(), pair.second.metadata.size());
+    for (std::size_t index = 0; index < count; ++index) {
+        const auto& [name, value] = pair.first.metadata[index];
+        const auto& [otherName, otherValue] = pair.second.metadata[index];
+        if (name != otherName) {
+            Differ(pair, "the name of a metadata entry", name, otherName);
+        } else if (value != otherValue) {
+            Differ(pair, "the metadata entry " + Quoted(name), value, otherValue);
+        }
+    }
+    if (pair.first.metadata.size() != pair.second.metadata.size()) {
+        Differ(pair, "the number of metadata entries", std::to_string(pair.first.metadata.size()),
+               std::to_string(pair.second.metadata.size()));
+    }
+}
+
+void Comparing::Differ(const Pair& pair, const std::string& what, const std::string& first,
+                       const std::string& second) {
+    if (++result_.differenceCount <= kMostDifferences) {
+        result_.differences.push_back(Quoted(pair.first.name) + " (id " + Quoted(pair.first.identifier) +
+                                      ") and " + Quoted(pair.second.name) + " (id " +
+                                      Quoted(pair.second.identifier) + ") differ in " + what + ": " +
+                                      Quoted(first) + ", " + Quoted(second));
+    }
+}
+
+}  // namespace
+
+Comparison CompareDocuments(const ComparedDocument& first, const ComparedDocument& second) {
+    return Comparing(first, second).Run();
+}
+
+}  // namespace host

@@ -1,0 +1,178 @@
+#include "ServerDocument.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "host/document/DocumentNode.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kFileTypeName = "CAEFILE";
+constexpr std::string_view kNoObject = "not stored, because it is no object";
+
+bool IsContainer(const JSONNode& value) {
+    return value.type() == JSON_NODE || value.type() == JSON_ARRAY;
+}
+
+JSONNode EmptyArray(const char* name) {
+    JSONNode array(JSON_ARRAY);
+    array.set_name(name);
+    return array;
+}
+
+StoredNode MakeStored(const JSONNode& node, std::size_t above, Section section) {
+    StoredNode stored;
+    stored.node = node;
+    stored.above = above;
+    stored.section = section;
+    if (const auto id = node.find(member::kId); id != node.end()) {
+        stored.identifier = TextOf(*id);
+    }
+    stored.type = section == Section::Files ? kFileTypeName : MemberText(node, member::kType);
+    stored.givenKey = MemberText(node, member::kDatabaseKey);
+    return stored;
+}
+
+}  // namespace
+
+bool StoredNode::IsFile() const {
+    return type == kFileTypeName;
+}
+
+bool StoredNode::IsViewItem() const {
+    return KindOfTypeName(type) == CAE_VIEW_ITEM;
+}
+
+bool StoredNode::IsMasterAssembly() const {
+    const _tagCAEObjectType kind = KindOfTypeName(type);
+    return kind == CAE_SUBASSEMBLY || kind == CAE_ITERATION_MODEL;
+}
+
+std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
+    struct Waiting {
+        JSONNode node;
+        std::size_t above;
+        Section section;
+    };
+    std::vector<StoredNode> nodes;
+    std::vector<Waiting> waiting = {{document, 0, Section::Children}};
+    while (!waiting.empty()) {
+        const Waiting next = std::move(waiting.back());
+        waiting.pop_back();
+        if (next.node.type() != JSON_NODE) {
+            notes.Add(kNoObject, [&] { return "in " + Describe(nodes[next.above].node); });
+            continue;
+        }
+        const std::size_t index = nodes.size();
+        nodes.push_back(MakeStored(next.node, next.above, next.section));
+        if (index != 0) {
+            StoredNode& above = nodes[next.above];
+            std::vector<std::size_t>& list = next.section == Section::Files ? above.files : above.children;
+            nodes.back().position = static_cast<std::int64_t>(list.size());
+            list.push_back(index);
+        }
+        const std::size_t first = waiting.size();
+        for (const Section section : {Section::Children, Section::Files}) {
+            const char* const name = section == Section::Files ? member::kFiles : member::kChildren;
+            for (const JSONNode& value : next.node) {
+                if (NameOfMember(value) == name) {
+                    const JSONNode array = value.as_array();
+                    for (const JSONNode& element : array) {
+                        waiting.push_back({element, index, section});
+                    }
+                }
+            }
+        }
+        std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
+    }
+    return nodes;
+}
+
+std::string KeptMembers(const StoredNode& stored, bool isRoot) {
+    JSONNode kept(JSON_NODE);
+    bool hasChildren = false;
+    bool hasFiles = false;
+    const JSONNode& node = stored.node;
+    for (const JSONNode& value : node) {
+        const std::string name = NameOfMember(value);
+        const bool isChildren = name == member::kChildren && IsContainer(value);
+        const bool isFiles = name == member::kFiles && IsContainer(value);
+        if (isChildren || isFiles) {
+            if (!std::exchange(isChildren ? hasChildren : hasFiles, true)) {
+                kept.push_back(EmptyArray(isChildren ? member::kChildren : member::kFiles));
+            }
+        } else if (!isRoot || name != member::kSubType) {
+            kept.push_back(value);
+        }
+    }
+    const auto text = kept.write();
+    return {text.c_str(), text.size()};
+}
+
+JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, const JSONNode& children,
+                     const JSONNode& files) {
+    const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
+    if (kept.type() != JSON_NODE) {
+        throw std::invalid_argument("no object");
+    }
+    const JSONNode keyMember(member::kDatabaseKey, key.c_str());
+    const bool hasKey = kept.find(member::kDatabaseKey) != kept.end();
+    const bool hasType = kept.find(member::kType) != kept.end();
+    bool isKeyWritten = false;
+    JSONNode node(JSON_NODE);
+    const auto writeKey = [&] {
+        if (!std::exchange(isKeyWritten, true)) {
+            node.push_back(keyMember);
+        }
+    };
+    for (const JSONNode& value : kept) {
+        const std::string name = NameOfMember(value);
+        if (name == member::kDatabaseKey) {
+            writeKey();
+        } else if (name == member::kChildren && IsContainer(value)) {
+            node.push_back(children);
+        } else if (name == member::kFiles && IsContainer(value)) {
+            node.push_back(files);
+        } else {
+            node.push_back(value);
+        }
+        if (name == member::kType && !hasKey) {
+            writeKey();
+        }
+    }
+    if (!hasKey && !hasType) {
+        writeKey();
+    }
+    return node;
+}
+
+JSONNode MakeAnswer(const std::vector<StoredNode>& nodes) {
+    std::vector<JSONNode> answers(nodes.size(), JSONNode(JSON_NODE));
+    // What a node holds comes behind it, so it is finished first when the list is gone through backwards.
+    for (std::size_t index = nodes.size(); index-- > 0;) {
+        const StoredNode& stored = nodes[index];
+        JSONNode answer(JSON_NODE);
+        if (stored.identifier) {
+            answer.push_back(JSONNode(member::kId, stored.identifier->c_str()));
+        }
+        answer.push_back(JSONNode(member::kDatabaseKey, stored.key.c_str()));
+        const auto putSection = [&](const char* name, const std::vector<std::size_t>& elements) {
+            if (elements.empty()) {
+                return;
+            }
+            JSONNode array = EmptyArray(name);
+            for (const std::size_t element : elements) {
+                array.push_back(std::exchange(answers[element], JSONNode(JSON_NODE)));
+            }
+            answer.push_back(array);
+        };
+        putSection(member::kChildren, stored.children);
+        putSection(member::kFiles, stored.files);
+        answers[index] = answer;
+    }
+    return answers.front();
+}
+
+}  // namespace host

@@ -1,0 +1,138 @@
+#include <stdexcept>
+#include <vector>
+
+#include "ServerDocument.h"
+#include "ServerState.h"
+#include "host/document/DocumentNode.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kColumns =
+    "SELECT node.number, node.members, coalesce(assembly.key, object.key), node.section FROM node"
+    " LEFT JOIN object ON object.number = node.object LEFT JOIN object AS assembly ON assembly.number = "
+    "node.shown ";
+
+/// A node of the database, with what was put together of its children and files so far.
+struct Place {
+    std::int64_t number;
+    std::string members;
+    std::string key;
+    Section section;
+    std::vector<Place> inner;
+    std::size_t nextInner = 0;
+    JSONNode children;
+    JSONNode files;
+};
+
+JSONNode NamedArray(const char* name) {
+    JSONNode array(JSON_ARRAY);
+    array.set_name(name);
+    return array;
+}
+
+Place RowToPlace(const Statement& row) {
+    if (row.IsNull(2)) {
+        throw DatabaseError("is damaged: a node is of no object");
+    }
+    return {row.Number(0),
+            row.Text(1),
+            row.Text(2),
+            row.Number(3) == 0 ? Section::Children : Section::Files,
+            {},
+            0,
+            NamedArray(member::kChildren),
+            NamedArray(member::kFiles)};
+}
+
+class Fetching {
+public:
+    Fetching(Database& database, Console& console)
+        : console_(console),
+          find_(database, (std::string(kColumns) +
+                           "WHERE object.key = ? ORDER BY node.above IS NULL, node.section DESC, node.number")
+                              .c_str()),
+          below_(
+              database,
+              (std::string(kColumns) + "WHERE node.above = ? ORDER BY node.section, node.position").c_str()),
+          count_(database, "SELECT count(*) FROM node") {
+        count_.Begin().Next();
+        nodeCount_ = count_.Number(0);
+        count_.Reset();
+    }
+
+    bool Run(const std::string& key, JSONNode& document);
+
+private:
+    void Enter(Place place);
+
+    Console& console_;
+    Statement find_;
+    Statement below_;
+    Statement count_;
+    std::int64_t nodeCount_ = 0;
+    std::int64_t entered_ = 0;
+    std::vector<Place> places_;
+};
+
+void Fetching::Enter(Place place) {
+    if (++entered_ > nodeCount_) {
+        throw DatabaseError("is damaged: a node lies within itself");
+    }
+    below_.Begin(place.number);
+    while (below_.Next()) {
+        place.inner.push_back(RowToPlace(below_));
+    }
+    below_.Reset();
+    places_.push_back(std::move(place));
+    console_.ShowProgress("Fetching the document", static_cast<std::uint64_t>(entered_), 0);
+}
+
+bool Fetching::Run(const std::string& key, JSONNode& document) {
+    if (!find_.Begin(key).Next()) {
+        return false;
+    }
+    Place root = RowToPlace(find_);
+    // A view item's document bears the key that it was asked for.
+    root.key = key;
+    find_.Reset();
+    Enter(std::move(root));
+    for (;;) {
+        Place& place = places_.back();
+        if (place.nextInner < place.inner.size()) {
+            Enter(std::move(place.inner[place.nextInner++]));
+            continue;
+        }
+        const JSONNode node = RestoreNode(place.members, place.key, place.children, place.files);
+        const Section section = place.section;
+        places_.pop_back();
+        if (places_.empty()) {
+            document = node;
+            console_.ClearProgress();
+            return true;
+        }
+        Place& above = places_.back();
+        (section == Section::Files ? above.files : above.children).push_back(node);
+    }
+}
+
+}  // namespace
+
+bool Server::Fetch(const std::string& key, JSONNode& document, Console& console) {
+    return AsServer([&] {
+        try {
+            if (!Fetching(state_->database, console).Run(key, document)) {
+                return false;
+            }
+        } catch (const std::invalid_argument& error) {
+            throw DatabaseError(std::string("is damaged: the members of a node are ") + error.what());
+        }
+        const JSONNode& node = document;
+        if (node.find(member::kSubType) == node.end()) {
+            document.push_back(JSONNode(member::kSubType, kSubTypeValue));
+        }
+        return true;
+    });
+}
+
+}  // namespace host

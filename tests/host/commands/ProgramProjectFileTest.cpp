@@ -1,0 +1,318 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "host/commands/ProgramSupport.h"
+
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr const char* kSmall =
+    R"({"id":"1","name":"P","type":"SIMULATION","children":[{"id":"2","name":"A","type":"CAEPART"}]})";
+
+class ProgramProjectFile : public ProgramInFolder {
+protected:
+    void WriteStudies() const {
+        folder.Write("root/plan.csv", "a;b\n");
+        folder.Write("root/beam/beam.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
+        folder.Write("root/beam/beam.step", "x");
+    }
+};
+
+TEST_F(ProgramProjectFile, NewKeepsADirectory) {
+    WriteStudies();
+    EXPECT_EQ(DoAfterDryRun({"new", "root", "p.kvp"}),
+              "korvane-json: 'p.kvp': a project with 5 objects and 3 files\n");
+    EXPECT_EQ(OutputOf({"export", "p.kvp"}), OutputOf({"export", "root"}));
+    EXPECT_EQ(OutputOf({"tree", "p.kvp"}), OutputOf({"tree", "root"}));
+    EXPECT_EQ(OutputOf({"export", "p.kvp", "--object", "3", "--mode", "STUDY"}),
+              OutputOf({"export", "root", "--object", "3", "--mode", "STUDY"}));
+}
+
+TEST_F(ProgramProjectFile, NewMakesAProjectWithoutObjects) {
+    EXPECT_EQ(DoAfterDryRun({"new", "--empty", "p.kvp"}),
+              "korvane-json: 'p.kvp': a project with 0 objects and 0 files\n");
+    EXPECT_EQ(OutputOf({"tree", "p.kvp"}), "p  Project  #1  Simulation\n\n0 files (0 B)\n");
+}
+
+TEST_F(ProgramProjectFile, NamesInBracketsAreNamesLikeOthers) {
+    folder.Write("[a,b]/plan.csv", "1\n");
+    folder.Write("a/other.csv", "1\n");
+    Do({"new", "[a,b]", "[p]"});
+    EXPECT_TRUE(std::filesystem::exists(folder / "[p]"));
+    EXPECT_NE(OutputOf({"tree", "[p]"}).find("plan.csv"), std::string::npos);
+    EXPECT_EQ(Run({"compare", "[a,b]", "[p]"}).status, 0);
+    EXPECT_EQ(Run({"compare", "[a]", "a"}).status, 1);
+}
+
+TEST_F(ProgramProjectFile, NewAsksForWhatIsMissing) {
+    const std::string help = ". See 'korvane-json new --help'";
+    ExpectRefused({"new"}, "give a directory and a project file" + help, 2);
+    ExpectRefused({"new", "root"}, "give a directory and a project file" + help, 2);
+    ExpectRefused({"new", "--empty"}, "give nothing but a project file with --empty" + help, 2);
+    ExpectRefused({"new", "--empty", "root", "p.kvp"}, "give nothing but a project file with --empty" + help,
+                  2);
+}
+
+TEST_F(ProgramProjectFile, NewLeavesWhatIsThereUnlessItIsForced) {
+    WriteStudies();
+    Do({"new", "--empty", "p.kvp"});
+    folder.Write("text.kvp", "x");
+    folder.Write("empty.kvp", "");
+    const std::string there =
+        "' is there already, and was left as it is. Give another name, or --force to put the new project in "
+        "its "
+        "place";
+    ExpectRefused({"new", "root", "p.kvp"}, "'p.kvp" + there);
+    ExpectRefused({"new", "--empty", "text.kvp"}, "'text.kvp" + there);
+    ExpectRefused({"new", "root", "text.kvp", "--force"},
+                  "'text.kvp' is no SQLite database. Nothing was changed");
+    ExpectRefused({"new", "root", "empty.kvp", "--force"},
+                  "'empty.kvp' is an empty file and no project file. Nothing was changed");
+    ExpectRefused({"new", "root", "root", "--force"}, "'root' is no file. Nothing was changed");
+    EXPECT_EQ(
+        DoAfterDryRun({"new", "root", "p.kvp", "--force"}),
+        "korvane-json: 'p.kvp': a project with 5 objects and 3 files, in place of the one that was there\n");
+    EXPECT_EQ(OutputOf({"export", "p.kvp"}), OutputOf({"export", "root"}));
+}
+
+TEST_F(ProgramProjectFile, NewDoesNotReadTheProjectFileThatItMakes) {
+    WriteStudies();
+    Do({"new", "root", "root/p.kvp"});
+    EXPECT_EQ(
+        Do({"new", "root", "root/p.kvp", "--force"}),
+        "korvane-json: 'root/p.kvp': a project with 5 objects and 3 files, in place of the one that was "
+        "there\n");
+}
+
+TEST_F(ProgramProjectFile, NewRefusesBadUsageAndWhatCannotBeRead) {
+    ExpectRefused({"new", "p.kvp"}, "give a directory and a project file. See 'korvane-json new --help'", 2);
+    ExpectRefused({"new", "--empty", "a", "p.kvp"},
+                  "give nothing but a project file with --empty. See 'korvane-json new --help'", 2);
+    const ProcessResult missing = Run({"new", "missing", "p.kvp"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read 'missing': ")) << missing.error;
+    EXPECT_FALSE(std::filesystem::exists(folder / "p.kvp"));
+    folder.MakeDirectory("empty");
+    const ProcessResult nowhere = Run({"new", "empty", "missing/p.kvp"});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_TRUE(nowhere.error.starts_with("korvane-json: 'missing/p.kvp' cannot be opened or made: "))
+        << nowhere.error;
+}
+
+TEST_F(ProgramProjectFile, ImportMakesAProjectFileOrAddsToOne) {
+    folder.Write("a.json", kSmall);
+    EXPECT_EQ(DoAfterDryRun({"import", "a.json", "p.kvp"}),
+              "korvane-json: 'p.kvp': 1 object and 0 files created, 0 of the files attached, 0 keys set\n"
+              "korvane-json: 'p.kvp': members without effect (2): 'id' 2 times\n");
+    folder.Write("b.json", R"({"name":"B","type":"CAEPART","files":[{"name":"b.step","fileType":"CAD"}]})");
+    EXPECT_EQ(DoAfterDryRun({"import", "b.json", "p.kvp", "--object", "2"}),
+              "korvane-json: 'p.kvp': 0 objects and 1 file created, 1 of the files attached, 0 keys set\n");
+    EXPECT_EQ(DoAfterDryRun({"import", "b.json", "p.kvp"}),
+              "korvane-json: 'p.kvp': 1 object and 1 file created, 1 of the files attached, 0 keys set\n");
+    EXPECT_EQ(OutputOf({"tree", "p.kvp"}),
+              "P             Project   #1  SIMULATION\n"
+              "|- B          Part      #2\n"
+              "|  `- b.step  CAD file  #3  CAD  Unknown  missing\n"
+              "`- B          Part      #4\n"
+              "   `- b.step  CAD file  #5  CAD  Unknown  missing\n"
+              "\n"
+              "2 parts, 2 files (0 B)\n");
+    // Files are expected beside the project file.
+    folder.Write("b.step", "12345");
+    EXPECT_NE(OutputOf({"tree", "p.kvp"}).find("5 B"), std::string::npos);
+}
+
+TEST_F(ProgramProjectFile, ImportRefusesWithoutChangingAnything) {
+    folder.Write("a.json", kSmall);
+    Do({"import", "a.json", "p.kvp"});
+    folder.Write("broken.json", "{\"type\":\"X\",\n  \"name\" \"P\"}");
+    folder.Write("no-type.json", R"({"name":"P","children":[{"type":"CAEPART"}]})");
+    folder.Write("empty-type.json", R"({"type":""})");
+    folder.Write("array.json", R"([{"type":"X"}])");
+    folder.Write("text.kvp", "x");
+    for (const char* const target : {"p.kvp", "new.kvp"}) {
+        const ProcessResult broken = Run({"import", "broken.json", target});
+        EXPECT_TRUE(broken.error.starts_with("korvane-json: cannot read 'broken.json': line 2, column 10: "))
+            << broken.error;
+        EXPECT_TRUE(broken.error.ends_with(". Nothing was changed\n")) << broken.error;
+        const std::string reason = ", and nothing is imported of such a document. Nothing was changed";
+        ExpectRefused({"import", "no-type.json", target},
+                      "cannot use 'no-type.json': its root has no \"type\"" + reason);
+        ExpectRefused({"import", "empty-type.json", target},
+                      "cannot use 'empty-type.json': its root's \"type\" is empty" + reason);
+        ExpectRefused({"import", "array.json", target},
+                      "cannot use 'array.json': it is no object node" + reason);
+        ExpectRefused({"import", "a.json", target, "--object", "77"},
+                      std::string("there is no object 77 in '") + target +
+                          "'. Nothing was changed; 'korvane-json tree' lists the objects");
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "new.kvp"));
+    ExpectRefused({"import", "a.json", "text.kvp"}, "'text.kvp' is no SQLite database. Nothing was changed");
+    const ProcessResult missing = Run({"import", "missing.json", "p.kvp"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read 'missing.json': ")) << missing.error;
+    EXPECT_EQ(Run({"import", ".", "p.kvp"}).status, 1);
+}
+
+TEST_F(ProgramProjectFile, ApplySetsKeysAndSaysWhatItDidNot) {
+    folder.Write("a.json", kSmall);
+    Do({"import", "a.json", "p.kvp"});
+    folder.Write("answer.json",
+                 R"([{"id":"1","dbkey":"P1"},{"id":"2","dbkey":"A1"},{"id":"9","dbkey":"X"}])");
+    EXPECT_EQ(
+        DoAfterDryRun({"apply", "answer.json", "p.kvp"}),
+        "korvane-json: 'p.kvp': 2 keys set, 0 there already\n"
+        "korvane-json: 'p.kvp': key not set, because no object has the identifier (1): '9' with the key "
+        "'X'\n");
+    EXPECT_EQ(OutputOf({"tree", "p.kvp"}),
+              "P     Project  #1  SIMULATION  key P1\n"
+              "`- A  Part     #2  key A1\n"
+              "\n"
+              "1 part, 0 files (0 B)\n");
+}
+
+TEST_F(ProgramProjectFile, ApplyRefusesWithoutChangingAnything) {
+    folder.Write("a.json", kSmall);
+    Do({"import", "a.json", "p.kvp"});
+    folder.Write("broken.json", "[\n\n {]");
+    folder.Write("number.json", "7");
+    folder.Write("answer.json", R"({"id":"1","dbkey":"K"})");
+    const ProcessResult broken = Run({"apply", "broken.json", "p.kvp"});
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_TRUE(broken.error.starts_with("korvane-json: cannot read 'broken.json': line 3, column 3: "))
+        << broken.error;
+    ExpectRefused(
+        {"apply", "number.json", "p.kvp"},
+        "cannot use 'number.json': it is neither an object node nor an array of such, and no answer "
+        "of a server. Nothing was changed");
+    ExpectRefused({"apply", "answer.json", "missing.kvp"}, "'missing.kvp' is not there. Nothing was changed");
+    ExpectRefused({"apply", "answer.json", "answer.json"},
+                  "'answer.json' is no SQLite database. Nothing was changed");
+}
+
+TEST_F(ProgramProjectFile, ReadingRefusesOtherFilesByName) {
+    folder.Write("text.kvp", "x");
+    folder.Write("empty.kvp", "");
+    folder.Write("text.txt", "x");
+    for (const char* const command : {"tree", "export"}) {
+        ExpectRefused({command, "text.kvp"}, "'text.kvp' is no SQLite database");
+        ExpectRefused({command, "empty.kvp"}, "'empty.kvp' is an empty file and no project file");
+    }
+    folder.Write("a.json", kSmall);
+    Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+    for (const char* const command : {"tree", "export"}) {
+        ExpectRefused({command, "s.db"}, "'s.db' is a database of another program and no project file");
+    }
+    ExpectRefused({"export", "text.txt"}, "'text.txt' is neither a directory nor a project file");
+    ExpectRefused({"tree", "text.txt"},
+                  "cannot read 'text.txt': line 1, column 1: a value is missing here. Nothing was changed");
+    ExpectRefused({"import", "a.json", "s.db"},
+                  "'s.db' is a database of another program and no project file. Nothing was changed");
+}
+
+TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
+    Do({"new", "--empty", "p.kvp"});
+    std::string bytes = Read("p.kvp");
+    // The format's number stands at byte 60 of the header, in four bytes.
+    ASSERT_EQ(bytes.at(63), '\x01');
+    bytes[63] = '\x02';
+    folder.Write("p.kvp", bytes);
+    folder.Write("a.json", kSmall);
+    const std::string reason =
+        "'p.kvp' was written by a newer korvane-json: it has the format 2, and this one reads formats up to "
+        "1";
+    ExpectRefused({"tree", "p.kvp"}, reason);
+    ExpectRefused({"export", "p.kvp"}, reason);
+    ExpectRefused({"import", "a.json", "p.kvp"}, reason + ". Nothing was changed");
+    ExpectRefused({"apply", "a.json", "p.kvp"}, reason + ". Nothing was changed");
+    ExpectRefused({"new", "--empty", "p.kvp", "--force"}, reason + ". Nothing was changed");
+}
+
+TEST_F(ProgramProjectFile, DocumentsAndAnswersComeFromTheStandardInput) {
+    folder.Write("a.json", kSmall);
+    const ProcessResult imported = Run({"import", "-", "p.kvp"}, "a.json");
+    EXPECT_EQ(imported.status, 0) << imported.error;
+    EXPECT_EQ(Run({"tree", "-"}, "a.json").output, OutputOf({"tree", "p.kvp"}));
+    folder.Write("answer.json", R"({"id":"1","dbkey":"K"})");
+    EXPECT_EQ(Run({"apply", "-", "p.kvp"}, "answer.json").error,
+              "korvane-json: 'p.kvp': 1 key set, 0 there already\n");
+    EXPECT_EQ(Run({"compare", "-", "p.kvp"}, "a.json").status, 1);
+    const ProcessResult empty = Run({"import", "-", "q.kvp"});
+    EXPECT_EQ(empty.status, 1);
+    EXPECT_TRUE(empty.error.starts_with("korvane-json: cannot read the standard input: line 1, column 1: "))
+        << empty.error;
+}
+
+TEST_F(ProgramProjectFile, TreeShowsADocumentAsAnImportMakesIt) {
+    folder.Write(
+        "a.json",
+        R"({"name":"S","type":"CAEMODEL","foo":1,"children":[{"name":"x"},{"name":"t.txt","type":"CAEFILE"}]})");
+    const ProcessResult result = Run({"tree", "a.json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(
+        result.error,
+        "korvane-json: 'a.json': left out with everything below, because there is no \"type\" (1): 'x'\n");
+    EXPECT_EQ(result.output,
+              "S         Model  #2\n"
+              "`- t.txt  File   #3  Unknown  Unknown  -\n"
+              "\n"
+              "1 study, 1 file (0 B)\n");
+}
+
+TEST_F(ProgramProjectFile, TextsOfAllKindsGoThroughAProjectFile) {
+    // Quotes, slashes, control characters, a direction mark, and bytes that are no text.
+    const std::string name =
+        R"(it's \"quoted\" \/ back\\slash \u0001\n\t\u007F \u202E \uDCE9\uDCFF \u4E2D \uD83D\uDD27)";
+    folder.Write(
+        "a.json",
+        R"({"type":"X","name":"P","createdDate":"D","children":[{"type":"CAEPART","createdDate":"D","name":")" +
+            name + R"(","dbkey":")" + name + R"(","metaData":{")" + name + R"(":{"value":")" + name +
+            R"(","metaDataType":""}},"children":[],"files":[]}],"files":[]})");
+    Do({"import", "a.json", "p.kvp"});
+    const std::string document = OutputOf({"export", "p.kvp"});
+    std::size_t count = 0;
+    for (std::size_t at = document.find(name); at != std::string::npos; at = document.find(name, at + 1)) {
+        ++count;
+    }
+    EXPECT_EQ(count, 4U) << document;
+    EXPECT_EQ(Run({"compare", "a.json", "p.kvp"}).status, 0);
+}
+
+TEST_F(ProgramProjectFile, CompareTellsDifferencesOnItsOutput) {
+    folder.Write("a.json", kSmall);
+    folder.Write(
+        "b.json",
+        R"({"id":"1","name":"P","type":"SIMULATION","children":[{"id":"5","name":"B","type":"CAEPART"}]})");
+    const ProcessResult different = Run({"compare", "a.json", "b.json"});
+    EXPECT_EQ(different.status, 1);
+    EXPECT_EQ(different.error, "");
+    EXPECT_EQ(different.output, "'A' (id '2') and 'B' (id '5') differ in name: 'A', 'B'\n1 difference\n");
+    EXPECT_EQ(OutputOf({"compare", "a.json", "a.json"}),
+              "the same, but for what the format does not carry: 2 objects and 0 files compared\n");
+    EXPECT_EQ(Run({"compare", "a.json"}).status, 2);
+    EXPECT_EQ(Run({"compare", "a.json", "missing"}).status, 1);
+}
+
+TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
+    const std::pair<const char*, std::vector<const char*>> commands[] = {
+        {"new", {"--empty", "--force", "--strict", "--dry-run", "PROJECT.kvp"}},
+        {"store", {"DOCUMENT.json", "--db", "--project", "--output", "--dry-run"}},
+        {"apply", {"ANSWER.json", "PROJECT.kvp", "--dry-run"}},
+        {"fetch", {"KEY", "--db", "--output"}},
+        {"import", {"DOCUMENT.json", "PROJECT.kvp", "--object", "--dry-run"}},
+        {"compare", {"PROJECTS"}},
+    };
+    const std::string overview = OutputOf({"--help"});
+    for (const auto& [command, words] : commands) {
+        EXPECT_NE(overview.find(std::string("\n  ") + command + " "), std::string::npos) << overview;
+        const std::string help = OutputOf({command, "--help"});
+        EXPECT_NE(help.find("Examples:"), std::string::npos);
+        for (const char* const word : words) {
+            EXPECT_NE(help.find(word), std::string::npos) << word << "\n" << help;
+        }
+    }
+}
+
+}  // namespace

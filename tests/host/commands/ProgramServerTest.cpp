@@ -1,0 +1,142 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "host/commands/ProgramSupport.h"
+
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr const char* kDocument =
+    R"({"id":"1","name":"P","type":"SIMULATION","children":[{"id":"2","name":"A","type":"CAEPART","files":[{"id":"3","name":"a"}]}]})";
+
+class ProgramServer : public ProgramInFolder {
+protected:
+    void SetUp() override { folder.Write("a.json", kDocument); }
+};
+
+TEST_F(ProgramServer, StoresAndAnswers) {
+    EXPECT_EQ(DoAfterDryRun({"store", "a.json", "--db", "s.db", "-o", "answer.json"}),
+              "korvane-json: 's.db': 2 objects and 1 file stored, 3 of them under new keys\n");
+    const ordered_json answer = ordered_json::parse(Read("answer.json"));
+    EXPECT_EQ(answer["id"], "1");
+    EXPECT_TRUE(answer["dbkey"].get<std::string>().starts_with("PRJ-1-"));
+    EXPECT_EQ(answer["children"][0]["id"], "2");
+    EXPECT_EQ(answer["children"][0]["files"][0]["id"], "3");
+    EXPECT_TRUE(Read("answer.json").ends_with("}\n"));
+
+    const ProcessResult again = Run({"store", "-", "--db", "s.db"}, "a.json");
+    EXPECT_EQ(again.status, 0);
+    EXPECT_EQ(again.error, "korvane-json: 's.db': 2 objects and 1 file stored, 0 of them under new keys\n");
+    EXPECT_EQ(again.output, Read("answer.json"));
+}
+
+TEST_F(ProgramServer, TheProjectsNameTellsIdentifiersApart) {
+    Do({"store", "a.json", "--db", "s.db", "-o", "first.json"});
+    folder.Write("part.json", R"({"id":"2","name":"A","type":"CAEPART"})");
+    // The part of another project, named after itself, and the one of the project.
+    Do({"store", "part.json", "--db", "s.db", "-o", "other.json"});
+    Do({"store", "part.json", "--db", "s.db", "--project", "P", "-o", "same.json"});
+    const ordered_json first = ordered_json::parse(Read("first.json"));
+    EXPECT_NE(ordered_json::parse(Read("other.json"))["dbkey"], first["children"][0]["dbkey"]);
+    EXPECT_EQ(ordered_json::parse(Read("same.json"))["dbkey"], first["children"][0]["dbkey"]);
+}
+
+TEST_F(ProgramServer, FetchesWhatWasStored) {
+    Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+    const ordered_json answer = ordered_json::parse(Read("answer.json"));
+    const std::string key = answer["children"][0]["dbkey"];
+    const std::string output = OutputOf({"fetch", key, "--db", "s.db"});
+    const ordered_json expected = {
+        {"id", "2"},
+        {"name", "A"},
+        {"type", "CAEPART"},
+        {"dbkey", key},
+        {"files", {{{"id", "3"}, {"name", "a"}, {"dbkey", answer["children"][0]["files"][0]["dbkey"]}}}},
+        {"subType", "SDM"}};
+    EXPECT_EQ(ordered_json::parse(output).dump(), expected.dump());
+    EXPECT_EQ(Do({"fetch", key, "--db", "s.db", "-o", "b.json"}), "");
+    EXPECT_EQ(Read("b.json"), output);
+}
+
+TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
+    folder.Write("broken.json", R"({"type":"X",})");
+    folder.Write("no-type.json", R"({"name":"P"})");
+    folder.Write("no-name.json", R"({"type":"X"})");
+    folder.Write("text", "x");
+    for (const bool isThere : {false, true}) {
+        const ProcessResult broken = Run({"store", "broken.json", "--db", "s.db"});
+        EXPECT_EQ(broken.status, 1);
+        EXPECT_TRUE(broken.error.starts_with("korvane-json: cannot read 'broken.json': line 1, column 13: "))
+            << broken.error;
+        ExpectRefused(
+            {"store", "no-type.json", "--db", "s.db"},
+            "cannot use 'no-type.json': its root has no \"type\", and nothing is imported of such a "
+            "document. Nothing was changed");
+        ExpectRefused(
+            {"store", "no-name.json", "--db", "s.db"},
+            "the root of 'no-name.json' has no name: give the project's with --project. Nothing was "
+            "changed");
+        if (!isThere) {
+            ExpectRefused({"fetch", "PRJ-1", "--db", "s.db"}, "'s.db' is not there");
+            EXPECT_FALSE(std::filesystem::exists(folder / "s.db"));
+            Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+        }
+    }
+    ExpectRefused(
+        {"fetch", "PRJ-1", "--db", "s.db"},
+        "there is no object with the key 'PRJ-1' in 's.db'; the answer of 'korvane-json store' names the "
+        "keys");
+    ExpectRefused({"store", "a.json", "--db", "text"}, "'text' is no SQLite database. Nothing was changed");
+    ExpectRefused({"fetch", "PRJ-1", "--db", "text"}, "'text' is no SQLite database");
+    Do({"new", "--empty", "p.kvp"});
+    ExpectRefused(
+        {"store", "a.json", "--db", "p.kvp"},
+        "'p.kvp' is a database of another program and no database of the server. Nothing was changed");
+}
+
+TEST_F(ProgramServer, TakesNothingThatItWorksOnForItsOutput) {
+    const std::string refused =
+        "': the command works on that file itself. Nothing was changed; give another "
+        "file with -o";
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "./a.json"}, "cannot write './a.json" + refused);
+    Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+    const std::string key = ordered_json::parse(Read("answer.json"))["dbkey"];
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    ExpectRefused({"fetch", key, "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    Do({"new", "--empty", "p.kvp"});
+    ExpectRefused({"export", "p.kvp", "-o", "p.kvp"}, "cannot write 'p.kvp" + refused);
+    ExpectRefused(
+        {"fetch", key, "--db", "s.db", "-o", "p.kvp"},
+        "cannot write 'p.kvp': a database lies there. Nothing was changed; give another file with -o");
+}
+
+#if !defined(_WIN32)
+
+TEST_F(ProgramServer, NamesThatSqliteTakesForSomethingElseAreNamesOfFiles) {
+    for (const std::string name : {":memory:", "file:s.db", "file:x?mode=memory"}) {
+        Do({"store", "a.json", "--db", name, "-o", "answer.json"});
+        EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
+        const std::string key = ordered_json::parse(Read("answer.json"))["dbkey"];
+        EXPECT_NE(OutputOf({"fetch", key, "--db", name}), "");
+        const std::string project = name + ".kvp";
+        Do({"new", "--empty", project});
+        EXPECT_NE(OutputOf({"tree", project}), "");
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "s.db"));
+}
+
+#endif
+
+TEST_F(ProgramServer, AnAnswerThatCannotBeWrittenCanBeHadAgain) {
+    const ProcessResult result = Run({"store", "a.json", "--db", "s.db", "-o", "missing/answer.json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.error.find("cannot write 'missing/answer.json': "), std::string::npos) << result.error;
+    EXPECT_NE(result.error.find("the document is stored all the same"), std::string::npos);
+    EXPECT_EQ(Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"}),
+              "korvane-json: 's.db': 2 objects and 1 file stored, 0 of them under new keys\n");
+}
+
+}  // namespace

@@ -1,0 +1,115 @@
+#include <EmbeddedModel.h>
+#include <gtest/gtest.h>
+
+#include "host/HostSupport.h"
+#include "host/document/AnswerReport.h"
+#include "support/ModelBuilders.h"
+#include "support/SmallStack.h"
+
+namespace host {
+namespace {
+
+JSONNode Parse(const std::string& text) {
+    return libjson::parse(json_string(text.data(), text.size()));
+}
+
+class AnswerReportTest : public testing::Test {
+protected:
+    void SetUp() override {
+        CAEObject& part = project.Add(CAE_PART, L"Arm");
+        project.AddFile(part, L"arm.msh", CAE_FILE_MESH);
+    }
+    /// Applies the answer and gives what is said of it.
+    std::string Apply(const std::string& text) {
+        AnswerReport report;
+        ApplyAnswer(Parse(text), *project, report, kept.console);
+        kept.said.clear();
+        report.Say("p", kept.console);
+        return kept.said;
+    }
+    std::string KeyOf(int id) const { return project->getCAEObject(id)->getDBKey().GetAnsiBuffer(); }
+
+    TestProject project;
+    KeptConsole kept;
+};
+
+TEST_F(AnswerReportTest, SaysHowManyKeysAreNew) {
+    const std::string answer =
+        R"({"id":"1","dbkey":"P","children":[{"id":"2","dbkey":"A","files":[{"id":"3","dbkey":"F"}]}]})";
+    EXPECT_EQ(Apply(answer), "korvane-json: p: 3 keys set, 0 there already\n");
+    EXPECT_EQ(KeyOf(1) + KeyOf(2) + KeyOf(3), "PAF");
+    EXPECT_EQ(Apply(answer), "korvane-json: p: 0 keys set, 3 there already\n");
+    EXPECT_EQ(Apply(R"([{"id":2,"dbkey":"B"},{"id":3,"dbkey":"F"}])"),
+              "korvane-json: p: 1 key set, 1 there already\n");
+}
+
+TEST_F(AnswerReportTest, SaysThatTheDisplayNameCameAlong) {
+    EXPECT_EQ(Apply(R"({"name":"N"})"),
+              "korvane-json: p: 0 keys set, 0 there already, and the display name taken from the answer\n");
+    EXPECT_EQ(std::string(korvane::GetDisplayName(*project).GetAnsiBuffer()), "N");
+}
+
+TEST_F(AnswerReportTest, SaysWhatWasNotApplied) {
+    EXPECT_EQ(Apply(R"([{"id":"99","dbkey":"X"},{"id":"2"},{"dbkey":"Y"},7])"),
+              "korvane-json: p: 0 keys set, 0 there already\n"
+              "korvane-json: p: no key given, because there is no \"dbkey\" (1): '' (id '2')\n"
+              "korvane-json: p: key not set, because there is no \"id\" (1): 'Y'\n"
+              "korvane-json: p: passed over, because it is no object (1): an element that is no object\n"
+              "korvane-json: p: key not set, because no object has the identifier (1): '99' with the key "
+              "'X'\n");
+}
+
+TEST_F(AnswerReportTest, TheFirstKeyOfAnIdentifierCounts) {
+    EXPECT_EQ(Apply(R"([{"id":"2","dbkey":"A"},{"id":"2","dbkey":"B"},{"id":"2","dbkey":"A"}])"),
+              "korvane-json: p: 1 key set, 0 there already\n"
+              "korvane-json: p: key not set, because the identifier came before with another key (1): '' (id "
+              "'2') with the key 'B'\n");
+    EXPECT_EQ(KeyOf(2), "A");
+}
+
+TEST_F(AnswerReportTest, NullAndEmptyKeysAreSaid) {
+    Apply(R"([{"id":"2","dbkey":"A"},{"id":"3","dbkey":"B"}])");
+    EXPECT_EQ(Apply(R"([{"id":"2","dbkey":null},{"id":"3","dbkey":""}])"),
+              "korvane-json: p: 1 key set, 0 there already\n"
+              "korvane-json: p: passed over, because \"dbkey\" is null (1): '' (id '2')\n"
+              "korvane-json: p: no key given, because there is no \"dbkey\" (1): '' (id '2')\n"
+              "korvane-json: p: key taken away, because \"dbkey\" is empty (1): '3'\n");
+    EXPECT_EQ(KeyOf(2), "A");
+    EXPECT_EQ(KeyOf(3), "");
+}
+
+TEST_F(AnswerReportTest, IdentifiersThatAreNoPlainNumbersAreSaid) {
+    EXPECT_EQ(
+        Apply(R"([{"id":"2x","dbkey":"A"},{"id":"99999999999","dbkey":"B"}])"),
+        "korvane-json: p: 1 key set, 0 there already\n"
+        "korvane-json: p: identifier that is no number, taken for the one in front (1): '2x' for 2\n"
+        "korvane-json: p: key not set, because no object has the identifier (1): '99999999999' with the "
+        "key 'B'\n");
+}
+
+TEST_F(AnswerReportTest, RefusesWhatIsNoAnswer) {
+    EXPECT_TRUE(IsAnswer(Parse("{}"), "a.json", kept.console));
+    EXPECT_TRUE(IsAnswer(Parse("[]"), "a.json", kept.console));
+    EXPECT_EQ(kept.said, "");
+    EXPECT_FALSE(IsAnswer(Parse("7"), "-", kept.console));
+    EXPECT_EQ(kept.said,
+              "korvane-json: cannot use the standard input: it is neither an object node nor an array of "
+              "such, and no answer of a server. Nothing was changed\n");
+}
+
+TEST_F(AnswerReportTest, NeedsNoStackForNesting) {
+    constexpr int kDepth = 100000;
+    std::string text = R"({"id":"1","dbkey":"P")";
+    for (int depth = 0; depth < kDepth; ++depth) {
+        text += R"(,"children":[{"id":"2","dbkey":"A")";
+    }
+    for (int depth = 0; depth < kDepth; ++depth) {
+        text += "}]";
+    }
+    std::string said;
+    OnSmallStack([&] { said = Apply(text + "}"); });
+    EXPECT_EQ(said, "korvane-json: p: 2 keys set, 0 there already\n");
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,411 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <regex>
+#include <set>
+
+#include "host/HostSupport.h"
+#include "host/server/Server.h"
+#include "host/server/ServerTables.h"
+#include "host/system/Database.h"
+#include "support/TemporaryDirectory.h"
+
+namespace host {
+namespace {
+
+JSONNode Parse(const std::string& text) {
+    return libjson::parse(json_string(text.data(), text.size()));
+}
+
+std::string ToText(const JSONNode& node) {
+    const json_string text = node.write();
+    return {text.data(), text.size()};
+}
+
+/// The text with what tells the database from others taken out of its keys.
+std::string Plain(const std::string& text) {
+    return std::regex_replace(text, std::regex("([A-Z]{3}-[0-9]+)-[0-9a-f]{6}"), "$1");
+}
+
+class ServerTest : public testing::Test {
+protected:
+    std::filesystem::path File() const { return folder / "server.db"; }
+
+    std::string StoreWhole(const std::string& document, const std::string& project = "P") {
+        report = StoreReport();
+        Server server = Server::OpenForStoring(File(), false);
+        return ToText(server.Store(Parse(document), project, report, kept.console));
+    }
+    std::string Store(const std::string& document, const std::string& project = "P") {
+        return Plain(StoreWhole(document, project));
+    }
+    /// The key that ends as the database's keys do.
+    std::string KeyOf(const std::string& plain) {
+        Database database(File(), DatabaseUse::Reading, kServerKind);
+        Statement origin(database, "SELECT text FROM origin");
+        EXPECT_TRUE(origin.Begin().Next());
+        return plain + "-" + origin.Text(0);
+    }
+    std::string FetchWhole(const std::string& plainKey) {
+        JSONNode document(JSON_NODE);
+        const bool isThere = Server::OpenForFetching(File()).Fetch(KeyOf(plainKey), document, kept.console);
+        return isThere ? ToText(document) : "none";
+    }
+    std::string Fetch(const std::string& plainKey) { return Plain(FetchWhole(plainKey)); }
+    std::string ErrorOf(const std::function<void()>& work) {
+        try {
+            work();
+        } catch (const ServerError& error) {
+            return error.what();
+        }
+        return "no error";
+    }
+    std::string Said() {
+        kept.said.clear();
+        report.Say("s", kept.console);
+        return kept.said;
+    }
+
+    TemporaryDirectory folder;
+    KeptConsole kept;
+    StoreReport report;
+};
+
+constexpr const char* kDocument =
+    R"({"id":"1","name":"P","type":"SIMULATION","metaData":{},"children":[)"
+    R"({"id":"2","name":"S","type":"CAEMODEL","children":[{"id":"3","name":"A","type":"CAEPART","children":[],"files":[]}],)"
+    R"("files":[{"id":"4","name":"a.dat","type":"CAEFILE","fileType":"Report","filePath":""}]}],"files":[],"subType":"SDM"})";
+
+TEST_F(ServerTest, AnswersWithIdentifiersAndKeysInTheTreeOfTheDocument) {
+    EXPECT_EQ(Store(kDocument),
+              R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"2","dbkey":"MOD-2","children":[)"
+              R"({"id":"3","dbkey":"PRT-3"}],"files":[{"id":"4","dbkey":"FIL-4"}]}]})");
+    EXPECT_EQ(Said(), "korvane-json: s: 3 objects and 1 file stored, 4 of them under new keys\n");
+}
+
+TEST_F(ServerTest, GivesTheDocumentBackWithItsKeysBehindTheTypes) {
+    Store(kDocument);
+    EXPECT_EQ(Fetch("PRJ-1"),
+              R"({"id":"1","name":"P","type":"SIMULATION","dbkey":"PRJ-1","metaData":{},"children":[)"
+              R"({"id":"2","name":"S","type":"CAEMODEL","dbkey":"MOD-2","children":[)"
+              R"({"id":"3","name":"A","type":"CAEPART","dbkey":"PRT-3","children":[],"files":[]}],)"
+              R"("files":[{"id":"4","name":"a.dat","type":"CAEFILE","dbkey":"FIL-4","fileType":"Report",)"
+              R"("filePath":""}]}],"files":[],"subType":"SDM"})");
+    EXPECT_EQ(
+        Fetch("PRT-3"),
+        R"({"id":"3","name":"A","type":"CAEPART","dbkey":"PRT-3","children":[],"files":[],"subType":"SDM"})");
+    EXPECT_EQ(Fetch("PRT-4"), "none");
+}
+
+TEST_F(ServerTest, TheSameDocumentGetsTheSameKeysAgain) {
+    const std::string answer = StoreWhole(kDocument);
+    EXPECT_EQ(StoreWhole(kDocument), answer);
+    EXPECT_EQ(report.newKeys, 0U);
+    EXPECT_EQ(report.parted, 0U);
+    // And so does the document that carries them.
+    EXPECT_EQ(StoreWhole(FetchWhole("PRJ-1"), "renamed"), answer);
+    EXPECT_EQ(report.newKeys, 0U);
+}
+
+TEST_F(ServerTest, TwoProjectsDoNotCollideAndTwoDatabasesShareNoKey) {
+    const std::string first = StoreWhole(kDocument);
+    EXPECT_EQ(Store(kDocument, "Q"),
+              R"({"id":"1","dbkey":"PRJ-5","children":[{"id":"2","dbkey":"MOD-6","children":[)"
+              R"({"id":"3","dbkey":"PRT-7"}],"files":[{"id":"4","dbkey":"FIL-8"}]}]})");
+    EXPECT_EQ(StoreWhole(kDocument), first);
+    std::set<std::string> origins;
+    for (int number = 0; number < 8; ++number) {
+        std::filesystem::remove(File());
+        Store(kDocument);
+        origins.insert(KeyOf(""));
+    }
+    EXPECT_GT(origins.size(), 4U);
+}
+
+TEST_F(ServerTest, AKeyOfTheDatabaseCountsBeforeTheIdentifier) {
+    Store(kDocument);
+    // 3 goes by the identifier 2 now, and what was 2 is 3.
+    const std::string swapped =
+        R"({"id":"1","type":"SIMULATION","children":[{"id":"3","type":"CAEMODEL","dbkey":")" +
+        KeyOf("MOD-2") + R"(","children":[{"id":"2","type":"CAEPART","dbkey":")" + KeyOf("PRT-3") +
+        R"("}]}]})";
+    EXPECT_EQ(Store(swapped),
+              R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"3","dbkey":"MOD-2","children":[)"
+              R"({"id":"2","dbkey":"PRT-3"}]}]})");
+    EXPECT_EQ(report.newKeys, 0U);
+    // A newcomer with the identifier of an object that bears its key is another one.
+    const std::string newcomer = R"({"id":"1","type":"SIMULATION","children":[{"id":"2","type":"CAEMODEL"},)"
+                                 R"({"id":"7","type":"CAEMODEL","dbkey":")" +
+                                 KeyOf("MOD-2") + R"("}]})";
+    EXPECT_EQ(Store(newcomer), R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"2","dbkey":"MOD-5"},)"
+                               R"({"id":"7","dbkey":"MOD-2"}]})");
+}
+
+TEST_F(ServerTest, AKeyThatTheDatabaseNeverGaveCountsForNothing) {
+    EXPECT_EQ(Store(R"({"id":"1","type":"CAEPART","dbkey":"PRT-9-other"})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(Fetch("PRT-1"), R"({"id":"1","type":"CAEPART","dbkey":"PRT-1","subType":"SDM"})");
+    EXPECT_EQ(Store(R"({"id":"1","type":"CAEPART","dbkey":""})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(Store(R"({"id":"1","type":"CAEPART","dbkey":null})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(report.notes.CountOf("passed over, because \"dbkey\" is null"), 1U);
+}
+
+TEST_F(ServerTest, AnIdentifierOfAnotherKindIsAnotherObject) {
+    EXPECT_EQ(Store(R"({"id":1,"type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(Store(R"({"id":"1","type":"CAETAG"})"), R"({"id":"1","dbkey":"TAG-2"})");
+    EXPECT_EQ(Store(R"({"id":"1","type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(Store(R"({"id":"1","type":"CAETAG"})"), R"({"id":"1","dbkey":"TAG-2"})");
+}
+
+TEST_F(ServerTest, EveryKindHasItsKey) {
+    const std::pair<const char*, const char*> kinds[] = {
+        {"CAESUBASSEMBLY", "SUB-1"},    {"CAEITERATION", "ITR-1"},      {"CAEITERATIONFOLDER", "ITF-1"},
+        {"CAEITERATIONMODEL", "RUN-1"}, {"CAEASSEMBLYFOLDER", "ASF-1"}, {"CAELOADCASEVIEWFOLDER", "LVF-1"},
+        {"CAELOADCASEVIEW", "LCV-1"},   {"CAEVIEWITEM", "ITM-1"},       {"CAETAG", "TAG-1"},
+        {"CAEFILE", "FIL-1"},           {"Anything", "PRJ-1"}};
+    for (const auto& [type, key] : kinds) {
+        std::filesystem::remove(File());
+        EXPECT_EQ(Store(std::string(R"({"id":"1","type":")") + type + "\"}"),
+                  std::string(R"({"id":"1","dbkey":")") + key + "\"}");
+    }
+}
+
+TEST_F(ServerTest, NodesWithoutIdentifierGoByTheirPlace) {
+    const std::string document =
+        R"({"type":"X","children":[{"type":"CAEPART","name":"a"},{"type":"CAEPART","name":"b"}],"files":[{"name":"f"}]})";
+    const std::string answer =
+        R"({"dbkey":"PRJ-1","children":[{"dbkey":"PRT-2"},{"dbkey":"PRT-3"}],"files":[{"dbkey":"FIL-4"}]})";
+    EXPECT_EQ(Store(document), answer);
+    EXPECT_EQ(Store(document), answer);
+    EXPECT_EQ(Fetch("PRT-3"), R"({"type":"CAEPART","dbkey":"PRT-3","name":"b","subType":"SDM"})");
+    // A key without a type to stand behind comes last.
+    EXPECT_EQ(Fetch("FIL-4"), R"({"name":"f","dbkey":"FIL-4","subType":"SDM"})");
+}
+
+TEST_F(ServerTest, AnIdentifierThatComesTwiceMeansTwoObjectsButOneFile) {
+    const std::string document =
+        R"({"id":"1","type":"X","children":[{"id":"5","type":"CAEPART"},{"id":"5","type":"CAEPART"},)"
+        R"({"id":"6","type":"CAEFILE","name":"c"}],"files":[{"id":"6","name":"r"}]})";
+    const std::string answer =
+        R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"5","dbkey":"PRT-2"},{"id":"5","dbkey":"PRT-3"},)"
+        R"({"id":"6","dbkey":"FIL-4"}],"files":[{"id":"6","dbkey":"FIL-4"}]})";
+    EXPECT_EQ(Store(document), answer);
+    EXPECT_EQ(Store(document), answer);
+    EXPECT_EQ(
+        Fetch("PRJ-1"),
+        R"({"id":"1","type":"X","dbkey":"PRJ-1","children":[{"id":"5","type":"CAEPART","dbkey":"PRT-2"},)"
+        R"({"id":"5","type":"CAEPART","dbkey":"PRT-3"},{"id":"6","type":"CAEFILE","dbkey":"FIL-4","name":"c"}],)"
+        R"("files":[{"id":"6","name":"r","dbkey":"FIL-4"}],"subType":"SDM"})");
+}
+
+TEST_F(ServerTest, WhatIsNoLongerInTheDocumentPartsButStaysFetchable) {
+    Store(kDocument);
+    EXPECT_EQ(Store(R"({"id":"1","name":"P","type":"SIMULATION","children":[],"files":[]})"),
+              R"({"id":"1","dbkey":"PRJ-1"})");
+    EXPECT_EQ(report.parted, 1U);
+    EXPECT_NE(Said().find("1 no longer part of what they belonged to"), std::string::npos);
+    EXPECT_EQ(
+        Fetch("PRJ-1"),
+        R"({"id":"1","name":"P","type":"SIMULATION","dbkey":"PRJ-1","children":[],"files":[],"subType":"SDM"})");
+    // With all below it.
+    EXPECT_NE(Fetch("MOD-2").find("PRT-3"), std::string::npos);
+    EXPECT_NE(Fetch("MOD-2").find("FIL-4"), std::string::npos);
+    // And back under its key.
+    EXPECT_NE(Store(kDocument).find("MOD-2"), std::string::npos);
+    EXPECT_NE(Fetch("PRJ-1").find("PRT-3"), std::string::npos);
+}
+
+TEST_F(ServerTest, APartOfAProjectIsReplacedInItsPlace) {
+    Store(kDocument);
+    const std::string study =
+        R"({"id":"2","name":"T","type":"CAEMODEL","children":[{"id":"9","type":"CAETAG"}],"files":[],"subType":"SDM"})";
+    EXPECT_EQ(Store(study), R"({"id":"2","dbkey":"MOD-2","children":[{"id":"9","dbkey":"TAG-5"}]})");
+    EXPECT_EQ(report.parted, 2U);
+    EXPECT_EQ(Fetch("PRJ-1"),
+              R"({"id":"1","name":"P","type":"SIMULATION","dbkey":"PRJ-1","metaData":{},"children":[)"
+              R"({"id":"2","name":"T","type":"CAEMODEL","dbkey":"MOD-2","children":[)"
+              R"({"id":"9","type":"CAETAG","dbkey":"TAG-5"}],"files":[]}],"files":[],"subType":"SDM"})");
+}
+
+TEST_F(ServerTest, AChildMovesAndAFileStaysWhereItHangsElsewhere) {
+    Store(
+        R"({"id":"1","type":"X","children":[)"
+        R"({"id":"2","type":"CAEMODEL","children":[{"id":"4","type":"CAEPART"}],"files":[{"id":"5","name":"old"}]},)"
+        R"({"id":"3","type":"CAEMODEL","children":[],"files":[]}]})");
+    Store(
+        R"({"id":"3","type":"CAEMODEL","children":[{"id":"4","type":"CAEPART"}],"files":[{"id":"5","name":"new"}]})");
+    EXPECT_EQ(
+        Fetch("PRJ-1"),
+        R"({"id":"1","type":"X","dbkey":"PRJ-1","children":[)"
+        R"({"id":"2","type":"CAEMODEL","dbkey":"MOD-2","children":[],"files":[{"id":"5","name":"new","dbkey":"FIL-4"}]},)"
+        R"({"id":"3","type":"CAEMODEL","dbkey":"MOD-5","children":[{"id":"4","type":"CAEPART","dbkey":"PRT-3"}],)"
+        R"("files":[{"id":"5","name":"new","dbkey":"FIL-4"}]}],"subType":"SDM"})");
+}
+
+TEST_F(ServerTest, AViewItemGoesOnShowingItsAssembly) {
+    const std::string document =
+        R"({"id":"1","type":"X","children":[{"id":"2","type":"CAEVIEWITEM","dbkey":"ITEM-1"},)"
+        R"({"id":"3","type":"CAESUBASSEMBLY","dbkey":"ITEM-1"},{"id":"4","type":"CAEVIEWITEM","dbkey":"ITEM-2"}]})";
+    EXPECT_EQ(Store(document), R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"2","dbkey":"ITM-2"},)"
+                               R"({"id":"3","dbkey":"SUB-3"},{"id":"4","dbkey":"ITM-4"}]})");
+    const std::string fetched =
+        R"({"id":"1","type":"X","dbkey":"PRJ-1","children":[{"id":"2","type":"CAEVIEWITEM","dbkey":"SUB-3"},)"
+        R"({"id":"3","type":"CAESUBASSEMBLY","dbkey":"SUB-3"},{"id":"4","type":"CAEVIEWITEM","dbkey":"ITM-4"}],"subType":"SDM"})";
+    EXPECT_EQ(Fetch("PRJ-1"), fetched);
+    Store(FetchWhole("PRJ-1"));
+    EXPECT_EQ(report.newKeys, 0U);
+    EXPECT_EQ(Fetch("PRJ-1"), fetched);
+    EXPECT_EQ(Fetch("ITM-2"), R"({"id":"2","type":"CAEVIEWITEM","dbkey":"ITM-2","subType":"SDM"})");
+}
+
+TEST_F(ServerTest, KeepsMembersOfEveryFormAndOrder) {
+    const std::string document =
+        R"({"files":{"x":{"n":1.50e2}},"a":[1,{"children":[]}],"type":"X","dbkey":"?","children":7,)"
+        R"("children":[{"type":"CAEPART","\u0001\"\/":null},4],"a":true})";
+    Store(document);
+    EXPECT_EQ(
+        Fetch("PRJ-1"),
+        R"({"files":[{"n":1.50e2,"dbkey":"FIL-3"}],"a":[1,{"children":[]}],"type":"X","dbkey":"PRJ-1","children":7,)"
+        R"("children":[{"type":"CAEPART","dbkey":"PRT-2","\u0001\"\/":null}],"a":true,"subType":"SDM"})");
+    EXPECT_EQ(report.notes.CountOf("not stored, because it is no object"), 1U);
+}
+
+TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
+    const auto dryRun = [&](const std::string& document) {
+        report = StoreReport();
+        Server server = Server::OpenForStoring(File(), true);
+        return Plain(ToText(server.Store(Parse(document), "P", report, kept.console)));
+    };
+    EXPECT_EQ(dryRun(R"({"id":"1","type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_FALSE(std::filesystem::exists(File()));
+    // An empty file is as good as none.
+    folder.Write("server.db", "");
+    EXPECT_EQ(dryRun(R"({"id":"1","type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
+    EXPECT_EQ(ReadWholeFile(File()), "");
+    Store(kDocument);
+    const std::string bytes = ReadWholeFile(File());
+    EXPECT_NE(
+        dryRun(R"({"id":"1","type":"SIMULATION","children":[{"id":"9","type":"CAETAG"}]})").find("TAG-5"),
+        std::string::npos);
+    EXPECT_EQ(report.parted, 1U);
+    EXPECT_EQ(ReadWholeFile(File()), bytes);
+}
+
+TEST_F(ServerTest, RefusesOtherFiles) {
+    const auto errorOf = [&](std::string_view name) {
+        const std::string storing = ErrorOf([&] { Server::OpenForStoring(folder / name, false); });
+        std::string fetching = ErrorOf([&] { Server::OpenForFetching(folder / name); });
+        EXPECT_EQ(storing, fetching);
+        return fetching;
+    };
+    folder.Write("text", "x");
+    EXPECT_EQ(errorOf("text"), "is no SQLite database");
+    EXPECT_EQ(ReadWholeFile(folder / "text"), "x");
+    Store(kDocument);
+    Database(File(), DatabaseUse::Changing, kServerKind).Run("PRAGMA user_version = 3");
+    EXPECT_EQ(errorOf("server.db"),
+              "was written by a newer korvane-json: it has the format 3, and this one reads formats up to 1");
+    Database(File(), DatabaseUse::Changing, DatabaseKind{kServerKind.application, 9, ""})
+        .Run("PRAGMA application_id = 3");
+    EXPECT_EQ(errorOf("server.db"), "is a database of another program and no database of the server");
+    EXPECT_EQ(ErrorOf([&] { Server::OpenForFetching(folder / "missing"); }), "is not there");
+    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+}
+
+TEST_F(ServerTest, LeavesTheFileInWhichAnotherProgramMakesItsDatabase) {
+    Database other(File(), DatabaseUse::Creating, kServerKind);
+    {
+        Transaction transaction(other);
+        ASSERT_EQ(std::filesystem::file_size(File()), 0U);
+        EXPECT_EQ(ErrorOf([&] { Store(kDocument); }), "is in use by another program");
+        EXPECT_TRUE(std::filesystem::exists(File()));
+        other.SetKind(kServerKind);
+        transaction.Commit();
+    }
+    EXPECT_GT(std::filesystem::file_size(File()), 0U);
+}
+
+TEST_F(ServerTest, FetchesTheStateOfOneMoment) {
+    Store(kDocument);
+    const std::string whole = Fetch("PRJ-1");
+    const std::string key = KeyOf("PRJ-1");
+    Server server = Server::OpenForFetching(File());
+    // Progress is told between the nodes: there another program tries to change what comes next.
+    bool isFetching = false;
+    std::size_t tries = 0;
+    Console console([](std::string_view) {}, true,
+                    [&] {
+                        if (isFetching) {
+                            ++tries;
+                            Database other(File(), DatabaseUse::Changing, kServerKind);
+                            other.Run("PRAGMA busy_timeout = 0");
+                            EXPECT_THROW(other.Run("UPDATE node SET members = '{}'"), DatabaseError);
+                        }
+                        return Console::Clock::time_point();
+                    });
+    isFetching = true;
+    JSONNode document(JSON_NODE);
+    EXPECT_TRUE(server.Fetch(key, document, console));
+    EXPECT_EQ(Plain(ToText(document)), whole);
+    EXPECT_EQ(tries, 4U);
+}
+
+TEST_F(ServerTest, RefusesAnEmptyName) {
+    // To SQLite it means a database that is gone at the end.
+    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, false); }), "is no name of a file");
+    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, true); }), "is no name of a file");
+}
+
+TEST_F(ServerTest, RefusesDamagedContent) {
+    const auto errorOf = [&](const char* statement) {
+        std::filesystem::remove(File());
+        Store(kDocument);
+        const std::string key = KeyOf("PRJ-1");
+        Database(File(), DatabaseUse::Changing, kServerKind).Run(statement);
+        JSONNode document(JSON_NODE);
+        return ErrorOf([&] { Server::OpenForFetching(File()).Fetch(key, document, kept.console); });
+    };
+    EXPECT_EQ(errorOf("UPDATE node SET members = '5' WHERE number = 1"),
+              "is damaged: the members of a node are no object");
+    EXPECT_EQ(errorOf("UPDATE node SET members = '[1]' WHERE number = 3"),
+              "is damaged: the members of a node are no object");
+    EXPECT_TRUE(errorOf("UPDATE node SET members = '{' WHERE number = 3")
+                    .starts_with("is damaged: the members of a node are line 1, column 2"));
+    EXPECT_EQ(errorOf("DELETE FROM object WHERE number = 3"), "is damaged: a node is of no object");
+    EXPECT_EQ(errorOf("UPDATE node SET above = 2 WHERE number = 1"), "is damaged: a node lies within itself");
+}
+
+TEST_F(ServerTest, AnInterruptedStoreLeavesNothing) {
+    Store(kDocument);
+    const std::string bytes = ReadWholeFile(File());
+    Database(File(), DatabaseUse::Changing, kServerKind).Run("CREATE UNIQUE INDEX names ON node (members)");
+    const std::string indexed = ReadWholeFile(File());
+    // Two nodes with the same members break it in the middle.
+    EXPECT_TRUE(ErrorOf([&] {
+                    Store(
+                        R"({"id":"1","type":"SIMULATION","children":[{"type":"CAETAG"},{"type":"CAETAG"}]})");
+                }).starts_with("cannot be used: "));
+    EXPECT_EQ(ReadWholeFile(File()), indexed);
+    EXPECT_NE(indexed, bytes);
+    EXPECT_NE(Fetch("PRJ-1").find("PRT-3"), std::string::npos);
+}
+
+TEST_F(ServerTest, StoresAndFetchesAHundredThousandNodesOneBelowTheOther) {
+    constexpr int kDepth = 100000;
+    std::string document = R"({"type":"X")";
+    for (int depth = 0; depth < kDepth; ++depth) {
+        document += R"(,"children":[{"type":"CAEMODEL")";
+    }
+    for (int depth = 0; depth < kDepth; ++depth) {
+        document += "}]";
+    }
+    document += "}";
+    const std::string answer = Store(document);
+    EXPECT_EQ(report.objects, static_cast<std::size_t>(kDepth) + 1);
+    EXPECT_NE(answer.find(R"("dbkey":"MOD-100001"}]})"), std::string::npos);
+    const std::string fetched = Fetch("PRJ-1");
+    EXPECT_NE(fetched.find(R"({"type":"CAEMODEL","dbkey":"MOD-100001"}]})"), std::string::npos);
+    EXPECT_TRUE(fetched.ends_with(R"(]}],"subType":"SDM"})"));
+}
+
+}  // namespace
+}  // namespace host
