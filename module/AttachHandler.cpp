@@ -1,10 +1,13 @@
 #include "AttachHandler.h"
 
-#include <PimuUtil.h>
 #include <korvanejson/Module.h>
 #include <windows.h>
 
+#include "objectjson/ObjectModel.h"
+
 namespace {
+
+constexpr auto kNormalMessage = static_cast<_PimuMessageType>(0);
 
 static_assert(static_cast<DWORD>(AttachReason::kProcessDetach) == DLL_PROCESS_DETACH);
 static_assert(static_cast<DWORD>(AttachReason::kProcessAttach) == DLL_PROCESS_ATTACH);
@@ -20,9 +23,8 @@ void Pin() noexcept {
 
 void WarnOfUnload() noexcept {
     if (PimuIsDLLUnloadWarningEnabled()) {
-        PimuWriteConsoleMessage(PIMU_MESSAGE_NORMAL,
-                                L"'%s' dll is getting unloaded with application still running!",
-                                L"KorvaneJson");
+        PimuWriteConsoleMessage(
+            kNormalMessage, L"'%s' dll is getting unloaded with application still running!", L"KorvaneJson");
     }
 }
 
@@ -32,7 +34,7 @@ int HandleAttach(AttachReason reason, const void* reserved) noexcept {
     switch (reason) {
         case AttachReason::kProcessAttach:
         case AttachReason::kThreadAttach:
-            // Every thread pins again: once would do, and more does no harm. This is meant.
+            // At every thread again, as every library of the suite does: a repeated pin does no harm.
             Pin();
             break;
         case AttachReason::kProcessDetach:

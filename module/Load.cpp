@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "ExportMode.h"
 #include "ModuleInformation.h"
+#include "objectjson/ExportMode.h"
 
 namespace {
 

@@ -2,8 +2,6 @@
 
 #include "CAEObjectJson.h"
 
-class CAEFile;
-
 /// The converter between a file of the object model and a file record: the object node of the file, continued
 /// with "fileType", "fileFormat", "locationType" and "filePath". All values are JSON strings.
 class CAEFileJson : public CAEObjectJson {
@@ -32,9 +30,5 @@ public:
     OuString GetFileFormatName() const;
 
 private:
-    friend class ExportWalk;
-
-    void ExportFileMembers();
-
     CAEFile* file_;
 };

@@ -1,14 +1,13 @@
 #include "CAEObjectJson.h"
 
-#include <CAEProject.h>
-
 #include <utility>
 
-#include "Members.h"
+#include "NodeReading.h"
+#include "NodeWriter.h"
+#include "Sections.h"
+#include "format/MemberNames.h"
 
 namespace {
-
-constexpr const char* kType = "type";
 
 /// The bytes to reserve for a document's text; longer documents are written whole.
 constexpr std::size_t kTextReserve = 1024;
@@ -21,8 +20,8 @@ CAEObjectJson::CAEObjectJson(JSONNode node, CAEObject* object) : object_(object)
     if (object_ == nullptr) {
         return;
     }
-    if (object_->getType() == CAE_PROJECT) {
-        if (auto* project = dynamic_cast<CAEProject*>(object_)) {
+    if (KindOf(*object_) == format::Kind::kProject) {
+        if (auto* const project = dynamic_cast<CAEProject*>(object_)) {
             project_ = project;
             project->setAdditionalType(ReadTypeField(node_));
         }
@@ -32,24 +31,6 @@ CAEObjectJson::CAEObjectJson(JSONNode node, CAEObject* object) : object_(object)
 
 CAEObjectJson::~CAEObjectJson() = default;
 
-void CAEObjectJson::Export() {
-    if (object_ == nullptr) {
-        return;
-    }
-    ExportOwnMembers();
-    Append(ExportChildren());
-    Append(ExportFiles());
-}
-
-void CAEObjectJson::ExportOwnMembers() {
-    ExportHeader();
-    Append(ExportMetadata());
-}
-
-void CAEObjectJson::Append(const JSONNode& member) {
-    node_.push_back(member);
-}
-
 JSONNode CAEObjectJson::GetJsonNode() {
     if (object_ != nullptr) {
         Export();
@@ -58,19 +39,17 @@ JSONNode CAEObjectJson::GetJsonNode() {
 }
 
 OuString CAEObjectJson::GetJsonText() const {
-    return DocumentText(node_);
+    return WideDocument(node_);
 }
 
 JSONNode CAEObjectJson::MakeStringNode(OuString key, OuString value) {
-    return StringMember(key.GetAnsiBuffer(), value);
+    return JSONNode(key.GetAnsiBuffer(), value.GetAnsiBuffer());
 }
 
 OuString CAEObjectJson::ReadTypeField(JSONNode node) {
-    const JSONNode& constNode = node;
-    const auto type = constNode.find(kType);
-    return type == constNode.end() ? OuString() : TextOf(*type);
+    return WideMember(node, format::member::kType);
 }
 
-OuString DocumentText(const JSONNode& document) {
+OuString WideDocument(const JSONNode& document) {
     return OuString(document.write(kTextReserve).c_str(), 0);
 }

@@ -1,16 +1,9 @@
 #pragma once
 
-#include <CAETypes.h>
-#include <OuString.h>
 #include <libjson.h>
 
+#include "ObjectModel.h"
 #include "ObjectNodeKey.h"
-
-class CAEFile;
-class CAEObject;
-class CAEProject;
-class ExportWalk;
-class ImportWalk;
 
 /// The converter between one object of the object model and one object node, the JSON form of the object.
 ///
@@ -19,8 +12,10 @@ class ImportWalk;
 ///
 /// A converter lives for one conversion and on one thread. It owns neither the object nor the project, and
 /// shares its node with whoever else holds it: before it writes, it makes the node its own, so that a
-/// caller's node is never changed. Nothing is reported; only std::bad_alloc is thrown, by allocation, except
-/// where an operation says otherwise.
+/// caller's node is never changed. The elements of an array are not members of it, even where they carry
+/// names. Nothing is reported. What the object model or libjson throws passes through, std::bad_alloc among
+/// it; what was written or set before stays. Nothing else is thrown, except where an operation says
+/// otherwise.
 class CAEObjectJson {
 public:
     /// For export: no project, a new and empty object node. The object may be null.
@@ -112,10 +107,13 @@ public:
 
     /// Makes a version of the object from every record of the array or object that has a "type" and a
     /// "version", imports the record onto it while it stands in the object's place under the parent, and
-    /// overwrites the object's current content with it, so that the last record's remains. Whatever number a
-    /// record has, its version is 0.0. Skips a record whose version the object model refuses or does not
-    /// find, and all of them for an object without a parent. What the import of a record throws leaves the
-    /// version in the object's place.
+    /// overwrites the object's current content with it, so that the last record's remains. The number in a
+    /// record is read and dropped: every version is 0.0.
+    ///
+    /// A record whose version the object model refuses or does not find is skipped. For an object without a
+    /// parent the version 0.0 is made, holds what the object holds, and stays; the record is not imported and
+    /// the object keeps its content. What the import of a record throws passes through and leaves the version
+    /// in the object's place.
     void ImportVersions(JSONNode section);
 
     /// Makes an imported view item show the master assembly that its link database key names, where the
@@ -130,26 +128,16 @@ public:
     static _tagCAEObjectType ObjectTypeFromName(const char* name);
 
 protected:
-    /// Appends a member to the node, which becomes this converter's own first where it is shared.
-    void Append(const JSONNode& member);
-
-    const JSONNode& Node() const { return node_; }
+    JSONNode& Node() { return node_; }
 
 private:
-    friend class ExportWalk;
     friend class ImportWalk;
 
-    /// Takes the project from the object and tells whether there is all that an import needs.
+    /// Takes the project from the object and says whether there is all that an import needs.
     bool PrepareImport();
     /// Applies one member; "children" is the walk's.
     void ImportMember(ObjectNodeKey key, const JSONNode& member);
     void ImportVersion(const JSONNode& record);
-    /// Attaches a file of the project to the object in the role of its type.
-    void AttachFile(int fileId, const CAEFile& file);
-
-    /// Writes what an object node holds before its nesting sections: the header and the metadata.
-    void ExportOwnMembers();
-    void ExportHeader();
 
     CAEProject* project_ = nullptr;
     CAEObject* object_ = nullptr;
@@ -157,4 +145,4 @@ private:
 };
 
 /// A document as compact text, widened from the ANSI code page in which the node holds it.
-OuString DocumentText(const JSONNode& document);
+OuString WideDocument(const JSONNode& document);

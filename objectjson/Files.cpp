@@ -1,109 +1,100 @@
-#include <CAEFile.h>
-#include <CAEPart.h>
-#include <CAEProject.h>
-#include <CAERunAssembly.h>
-#include <CAESubAssembly.h>
-#include <OuStringFileName.h>
-
 #include <memory>
 
 #include "CAEFileJson.h"
 #include "CAEObjectJson.h"
-#include "ExportWalk.h"
-#include "Members.h"
+#include "NodeReading.h"
+#include "Sections.h"
+
+using format::FileType;
+using format::Kind;
 
 namespace {
 
-constexpr const char* kFiles = "files";
-
-/// Calls operations of the object's own class, one after the other, with the identifier of a file.
-template <typename Owner, int (Owner::*... operations)(int)>
-void Attach(CAEObject& object, int fileId) {
-    if (auto* owner = dynamic_cast<Owner*>(&object)) {
-        (static_cast<void>((owner->*operations)(fileId)), ...);
+/// Calls what attaches a file to objects of a class; nothing for an object of another class.
+template <typename Owner, typename Attach>
+void AttachTo(CAEObject& object, const Attach& attach) {
+    if (auto* const owner = dynamic_cast<Owner*>(&object)) {
+        attach(*owner);
     }
 }
 
-/// How the files of the three types with a role are attached to an object of a kind, and what comes before
-/// the custom attachment of all others.
-struct Roles {
-    using Operation = void (*)(CAEObject& object, int fileId);
-    _tagCAEObjectType kind;
-    Operation mesh;
-    Operation cad;
-    Operation graphic;
-    Operation beforeCustom;
-};
+void AttachToPart(CAEObject& object, FileType type, int fileId) {
+    AttachTo<CAEPart>(object, [&](CAEPart& part) {
+        if (type == FileType::kMesh) {
+            part.attachNewMeshOrMeshingRequest(fileId);
+            part.setActiveMesh(fileId);
+        } else if (type == FileType::kCad) {
+            part.setCADFile(fileId);
+        } else if (type == FileType::kGraphic) {
+            part.setGraphicFile(fileId);
+        }
+    });
+}
 
-constexpr Roles::Operation kRepresentation = Attach<CAERunAssembly, &CAERunAssembly::setFERepresentationFile>;
+void AttachToSubAssembly(CAEObject& object, FileType type, int fileId) {
+    AttachTo<CAESubAssembly>(object, [&](CAESubAssembly& assembly) {
+        if (type == FileType::kMesh) {
+            assembly.attachNewRepresentationOrMeshingReq(fileId);
+            assembly.setActiveMesh(fileId);
+        } else if (type == FileType::kCad) {
+            assembly.setCADFile(fileId);
+        } else if (type == FileType::kGraphic) {
+            assembly.setGraphicFile(fileId);
+        }
+    });
+}
 
-constexpr Roles kRoles[] = {
-    {CAE_PART, Attach<CAEPart, &CAEPart::attachNewMeshOrMeshingRequest, &CAEPart::setActiveMesh>,
-     Attach<CAEPart, &CAEPart::setCADFile>, Attach<CAEPart, &CAEPart::setGraphicFile>, nullptr},
-    {CAE_SUBASSEMBLY,
-     Attach<CAESubAssembly, &CAESubAssembly::attachNewRepresentationOrMeshingReq,
-            &CAESubAssembly::setActiveMesh>,
-     Attach<CAESubAssembly, &CAESubAssembly::setCADFile>,
-     Attach<CAESubAssembly, &CAESubAssembly::setGraphicFile>, nullptr},
-    // Every file of a run assembly becomes its representation, and one without a role is attached as well:
-    // this is meant.
-    {CAE_ITERATION_MODEL, kRepresentation, kRepresentation, kRepresentation, kRepresentation},
-};
+/// Attaches a file of the project to the object in the role that its type has there.
+void AttachFile(CAEObject& object, CAEFile& file, int fileId) {
+    const Kind kind = KindOf(object);
+    const FileType type = FileTypeOf(file);
+    switch (kind) {
+        case Kind::kPart:
+            AttachToPart(object, type, fileId);
+            break;
+        case Kind::kSubAssembly:
+            AttachToSubAssembly(object, type, fileId);
+            break;
+        case Kind::kIterationModel:
+            // Whatever its type: everything that an iteration model has is what its solver runs on.
+            AttachTo<CAERunAssembly>(
+                object, [&](CAERunAssembly& assembly) { assembly.setFERepresentationFile(fileId); });
+            break;
+        default:
+            break;
+    }
+    if (!format::HasRole(type)) {
+        object.attachCustomFile(fileId, nullptr);
+    }
+}
 
-/// What the kind does with a file of the type; null where it does nothing.
-Roles::Operation FindOperation(_tagCAEObjectType kind, _tagFileType type) {
-    for (const Roles& roles : kRoles) {
-        if (roles.kind == kind) {
-            return type == CAE_FILE_MESH      ? roles.mesh
-                   : type == CAE_FILE_CAD     ? roles.cad
-                   : type == CAE_FILE_GRAPHIC ? roles.graphic
-                                              : roles.beforeCustom;
+}  // namespace
+
+ExportedFiles::ExportedFiles(CAEObject& object)
+    : identifiers_(object.GetFiles()), project_(object.getProject()) {
+    next_ = identifiers_.GetHeadPosition();
+}
+
+CAEFile* ExportedFiles::Next() {
+    while (project_ != nullptr && next_) {
+        if (CAEFile* const file = project_->getFile(identifiers_.GetNextID(next_))) {
+            return file;
         }
     }
     return nullptr;
 }
 
-bool IsCustom(_tagFileType type) {
-    return type != CAE_FILE_MESH && type != CAE_FILE_CAD && type != CAE_FILE_GRAPHIC;
-}
-
-}  // namespace
-
-JSONNode CAEObjectJson::ExportFiles() {
-    return ExportWalk::Write(*this, ExportWalk::Section::kFiles);
-}
-
-void ExportWalk::BeginFiles(Place& place) {
-    place.array = NamedContainer(kFiles, JSON_ARRAY);
-    if (CAEObject* const object = place.converter.object_) {
-        place.elements = object->GetFiles();
-        place.project = object->getProject();
-    }
-    place.next = place.project == nullptr ? nullptr : place.elements.GetHeadPosition();
-}
-
-bool ExportWalk::EnterNextFile(Place& place) {
-    while (place.next != nullptr) {
-        const int identifier = place.elements.GetNextID(place.next);
-        if (CAEFile* file = place.project->getFile(identifier)) {
-            Enter(places_.emplace_back(*file));
-            return true;
-        }
-    }
-    return false;
-}
-
-void CAEObjectJson::ImportFiles(JSONNode files) {
-    if (project_ == nullptr || object_ == nullptr) {
+void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records) {
+    OuStringFileName directory;
+    project.getDirectory(directory);
+    directory.NormalizeDirectory();
+    if (!IsContainer(records)) {
         return;
     }
-    OuStringFileName directory;
-    project_->getDirectory(directory);
-    directory.NormalizeDirectory();
-    const JSONNode& records = files;
     for (const JSONNode& record : records) {
         OuString path = directory;
-        auto file = std::make_unique<CAEFile>(nullptr, CAE_FILE_UNKNOWN, CAE_FORMAT_UNKNOWN, false);
+        auto file = std::make_unique<CAEFile>(nullptr, static_cast<_tagFileType>(FileType::kUnknown),
+                                              ToFileFormat(format::FileFormat::kUnknown), false);
         const CAEFileJson converter(record, file.get());
         OuString name;
         file->getName(name);
@@ -111,19 +102,14 @@ void CAEObjectJson::ImportFiles(JSONNode files) {
         // The record's own path never survives: a file lies where its project lies.
         file->setFullPathName(path);
         file->m_fullPathCopy = path;
-        const int fileId = project_->assignID(file.get());
-        project_->addFile(file.get());
-        AttachFile(fileId, *file.release());
+        const int fileId = project.assignID(file.get());
+        project.addFile(file.get());
+        AttachFile(object, *file.release(), fileId);
     }
 }
 
-void CAEObjectJson::AttachFile(int fileId, const CAEFile& file) {
-    const _tagCAEObjectType kind = object_->getType();
-    const _tagFileType type = file.getFileType();
-    if (const Roles::Operation attach = FindOperation(kind, type)) {
-        attach(*object_, fileId);
-    }
-    if (IsCustom(type)) {
-        object_->attachCustomFile(fileId, nullptr);
+void CAEObjectJson::ImportFiles(JSONNode files) {
+    if (project_ != nullptr && object_ != nullptr) {
+        ReadFiles(*object_, *project_, files);
     }
 }

@@ -1,63 +1,52 @@
-#include <CAEFile.h>
-#include <CAEProject.h>
-#include <OuStringFileName.h>
-
 #include <string>
 
 #include "CAEObjectJson.h"
-#include "Members.h"
+#include "NodeReading.h"
+#include "Sections.h"
+#include "format/MemberNames.h"
+#include "format/Values.h"
+
+namespace member = format::member;
+using format::Kind;
 
 namespace {
-
-constexpr const char* kId = "id";
-constexpr const char* kName = "name";
-constexpr const char* kStudyTypeName = "studyTypeName";
-constexpr const char* kCreatedDate = "createdDate";
-constexpr const char* kCreatedBy = "createdBy";
-constexpr const char* kType = "type";
-constexpr const char* kDatabaseKey = "dbkey";
-
-/// The name of an object that has none.
-constexpr const wchar_t* kNameless = L"model";
-/// The study type of an iteration that hangs below no study.
-constexpr const wchar_t* kGenericStudy = L"Generic";
 
 /// A file goes by the last component of its path, never by its own name.
 OuString FileObjectName(CAEObject& object) {
     OuStringFileName path;
-    if (const auto* file = dynamic_cast<const CAEFile*>(&object)) {
+    if (auto* const file = dynamic_cast<CAEFile*>(&object)) {
         file->getFullPathName(path);
     }
-    // Through the ANSI form and back: a character that the code page lacks is lost here already.
+    // Through the ANSI form and back: the format has no characters that the code page lacks.
     return OuString(path.GetFileName().GetAnsiBuffer(), 0);
 }
 
-OuString ObjectName(CAEObject& object, _tagCAEObjectType type) {
-    if (type == CAE_FILE) {
+OuString ObjectName(CAEObject& object, Kind kind) {
+    if (kind == Kind::kFile) {
         return FileObjectName(object);
     }
     OuString name;
     object.getName(name);
-    return name.IsEmpty() ? OuString(kNameless) : name;
+    return name.IsEmpty() ? OuString(format::kNameless, 0) : name;
 }
 
 /// The name of the iteration's grandparent, the study: written even when it is empty.
-OuString StudyTypeName(const CAEObject& iteration) {
-    const CAEObject* parent = iteration.getParent();
-    const CAEObject* study = parent == nullptr ? nullptr : parent->getParent();
+OuString StudyTypeName(CAEObject& iteration) {
+    CAEObject* const parent = iteration.getParent();
+    CAEObject* const study = parent == nullptr ? nullptr : parent->getParent();
     if (study == nullptr) {
-        return kGenericStudy;
+        return OuString(format::kGenericStudy, 0);
     }
     OuString name;
     study->getName(name);
     return name;
 }
 
-OuString DocumentTypeName(CAEObject& object, _tagCAEObjectType type) {
-    OuString name = CAEObjectJson::ObjectTypeName(type);
-    if (type == CAE_PROJECT) {
+OuString TypeName(CAEObject& object, Kind kind) {
+    OuString name = CAEObjectJson::ObjectTypeName(ToObjectType(kind));
+    if (kind == Kind::kProject) {
         // A project goes by its additional type, also by an empty one.
-        const auto* project = dynamic_cast<const CAEProject*>(&object);
+        auto* const project = dynamic_cast<CAEProject*>(&object);
         name = project == nullptr ? OuString() : project->getAdditionalType();
     }
     name.MakeUpper();
@@ -66,27 +55,62 @@ OuString DocumentTypeName(CAEObject& object, _tagCAEObjectType type) {
 
 }  // namespace
 
-void CAEObjectJson::ExportHeader() {
-    CAEObject& object = *object_;
-    Append(JSONNode(kId, std::to_string(object.getID()).c_str()));
+void WriteHeader(CAEObject& object, DocumentWriter& out) {
+    out.Text(member::kId, std::to_string(object.getID()).c_str());
 
-    const _tagCAEObjectType type = object.getType();
-    Append(StringMember(kName, ObjectName(object, type)));
-    if (type == CAE_ITERATION) {
-        Append(StringMember(kStudyTypeName, StudyTypeName(object)));
+    const Kind kind = KindOf(object);
+    out.Text(member::kName, ObjectName(object, kind));
+    if (kind == Kind::kIteration) {
+        out.Text(member::kStudyTypeName, StudyTypeName(object));
     }
 
     OuString createdDate;
     object.getCreatedDate(createdDate);
-    Append(StringMember(kCreatedDate, createdDate));
+    out.Text(member::kCreatedDate, createdDate);
 
     OuString createdBy;
     object.getCreatedUserName(createdBy);
-    Append(StringMember(kCreatedBy, createdBy));
+    out.Text(member::kCreatedBy, createdBy);
 
-    Append(StringMember(kType, DocumentTypeName(object, type)));
+    out.Text(member::kType, TypeName(object, kind));
 
     if (const OuString key = object.getDBKey(); !key.IsEmpty()) {
-        Append(StringMember(kDatabaseKey, key));
+        out.Text(member::kDatabaseKey, key);
+    }
+}
+
+void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member) {
+    switch (key) {
+        case ObjectNodeKey::kName:
+            // On a project the two names are crossed: the server's "name" is what a project is displayed as.
+            if (KindOf(object) != Kind::kProject) {
+                object.setName(WideValue(member));
+            } else if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
+                project->SetDisplayName(WideValue(member));
+            }
+            break;
+        case ObjectNodeKey::kDisplayName:
+            object.setName(WideValue(member));
+            break;
+        case ObjectNodeKey::kDatabaseKey:
+            // The server gives a view item the key of the item that it shows.
+            if (KindOf(object) == Kind::kViewItem) {
+                object.setLinkDBKey(WideValue(member));
+            } else {
+                object.setDBKey(WideValue(member));
+            }
+            break;
+        case ObjectNodeKey::kCreatedDate:
+            object.setCreatedDate(WideValue(member));
+            break;
+        case ObjectNodeKey::kCreatedBy: {
+            // Asked for and not set: no import changes who created an object.
+            OuString userName = WideValue(member);
+            object.getCreatedUserName(userName);
+            break;
+        }
+        default:
+            // Not recognised, or recognised and without effect: the server sends members that are its own.
+            break;
     }
 }

@@ -1,9 +1,124 @@
-#include <CAEObject.h>
-#include <CAEProject.h>
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <utility>
 
 #include "CAEObjectJson.h"
-#include "ImportWalk.h"
-#include "Members.h"
+#include "NodeReading.h"
+#include "Sections.h"
+
+/// The import of an object node with everything under it: members in document order, a child's whole subtree
+/// before its next sibling is created. The way back to the root is kept on the heap, so that no depth of
+/// nesting exhausts the stack.
+class ImportWalk {
+public:
+    /// Applies every member of the converter's node to its object.
+    static void ImportMembers(CAEObjectJson& converter);
+    /// Creates and imports the elements of the array as children of the converter's object.
+    static void ImportChildren(CAEObjectJson& converter, const JSONNode& children);
+
+private:
+    /// A converter whose node is being read, the member that comes next, and the children that are being
+    /// read.
+    struct OpenNode {
+        explicit OpenNode(CAEObjectJson& root) : converter(root) {}
+        OpenNode(const JSONNode& element, CAEObject& child)
+            : own(std::in_place, element, &child), converter(*own) {}
+        OpenNode(const OpenNode&) = delete;
+        OpenNode& operator=(const OpenNode&) = delete;
+
+        /// The converter of a child; the root's belongs to the caller.
+        std::optional<CAEObjectJson> own;
+        CAEObjectJson& converter;
+
+        bool hasMembersLeft = false;
+        json_index_t nextMember = 0;
+        JSONNode children = JSONNode(JSON_ARRAY);
+        json_index_t nextChild = 0;
+    };
+
+    void Run();
+    static void BeginMembers(OpenNode& node);
+    static void ImportNextMember(OpenNode& node);
+    static void BeginChildren(OpenNode& node, const JSONNode& children);
+    void EnterChild(const OpenNode& parent, const JSONNode& element);
+    /// Completes the innermost node, a child's, and leaves it.
+    void LeaveChild();
+
+    std::deque<OpenNode> open_;
+};
+
+void ImportWalk::ImportMembers(CAEObjectJson& converter) {
+    ImportWalk walk;
+    BeginMembers(walk.open_.emplace_back(converter));
+    walk.Run();
+}
+
+void ImportWalk::ImportChildren(CAEObjectJson& converter, const JSONNode& children) {
+    ImportWalk walk;
+    BeginChildren(walk.open_.emplace_back(converter), children);
+    walk.Run();
+}
+
+void ImportWalk::Run() {
+    for (;;) {
+        OpenNode& node = open_.back();
+        if (node.nextChild < node.children.size()) {
+            EnterChild(node, std::as_const(node.children).at(node.nextChild++));
+        } else if (node.hasMembersLeft) {
+            ImportNextMember(node);
+        } else if (open_.size() > 1) {
+            LeaveChild();
+        } else {
+            return;
+        }
+    }
+}
+
+void ImportWalk::BeginMembers(OpenNode& node) {
+    const JSONNode& members = node.converter.node_;
+    node.hasMembersLeft = members.type() == JSON_NODE && !members.empty();
+}
+
+void ImportWalk::ImportNextMember(OpenNode& node) {
+    const JSONNode& members = node.converter.node_;
+    const JSONNode& member = members.at(node.nextMember++);
+    node.hasMembersLeft = node.nextMember < members.size();
+    const json_string name = member.name();
+    const ObjectNodeKey key = ClassifyObjectNodeKey({name.data(), name.size()});
+    if (key == ObjectNodeKey::kChildren) {
+        BeginChildren(node, member);
+    } else {
+        node.converter.ImportMember(key, member);
+    }
+}
+
+void ImportWalk::BeginChildren(OpenNode& node, const JSONNode& children) {
+    node.children = IsContainer(children) ? children : JSONNode(JSON_ARRAY);
+    node.nextChild = 0;
+}
+
+void ImportWalk::EnterChild(const OpenNode& parent, const JSONNode& element) {
+    CAEObject* const above = parent.converter.object_;
+    CAEProject* const project = parent.converter.project_;
+    CAEObject* const child =
+        above == nullptr || project == nullptr ? nullptr : CreateChild(*above, *project, element);
+    if (child == nullptr) {
+        return;
+    }
+    OpenNode& entered = open_.emplace_back(element, *child);
+    if (entered.converter.PrepareImport()) {
+        BeginMembers(entered);
+    }
+}
+
+void ImportWalk::LeaveChild() {
+    CAEObject* const child = open_.back().converter.object_;
+    if (KindOf(*child) == format::Kind::kViewItem) {
+        open_[open_.size() - 2].converter.ResolveViewItemReference(child);
+    }
+    open_.pop_back();
+}
 
 void CAEObjectJson::Import() {
     if (PrepareImport()) {
@@ -25,63 +140,20 @@ void CAEObjectJson::ImportMembers() {
     }
 }
 
-void ImportWalk::BeginMembers(Place& place) {
-    // The elements of an array are no members, even where they bear names.
-    place.membersLeft = place.converter.node_.type() == JSON_NODE && !place.converter.node_.empty();
-}
-
-void ImportWalk::ImportNextMember(Place& place) {
-    const JSONNode& node = place.converter.node_;
-    const JSONNode& member = node.at(place.nextMember++);
-    place.membersLeft = place.nextMember < node.size();
-    const json_string name = member.name();
-    const ObjectNodeKey key = ClassifyObjectNodeKey({name.data(), name.size()});
-    if (key == ObjectNodeKey::kChildren) {
-        BeginChildren(place, member.as_array());
-    } else {
-        place.converter.ImportMember(key, member);
-    }
-}
-
 void CAEObjectJson::ImportMember(ObjectNodeKey key, const JSONNode& member) {
     switch (key) {
-        // On a project the two names are crossed: "name" is what it is displayed as. This is meant.
-        case ObjectNodeKey::kName:
-            if (object_->getType() != CAE_PROJECT) {
-                object_->setName(TextOf(member));
-            } else if (auto* project = dynamic_cast<CAEProject*>(object_)) {
-                project->SetDisplayName(TextOf(member));
-            }
-            break;
-        case ObjectNodeKey::kDisplayName:
-            object_->setName(TextOf(member));
-            break;
-        case ObjectNodeKey::kDatabaseKey:
-            // A view item's key names the item that it shows.
-            if (object_->getType() == CAE_VIEW_ITEM) {
-                object_->setLinkDBKey(TextOf(member));
-            } else {
-                object_->setDBKey(TextOf(member));
-            }
-            break;
-        case ObjectNodeKey::kCreatedDate:
-            object_->setCreatedDate(TextOf(member));
-            break;
-        case ObjectNodeKey::kCreatedBy: {
-            // Asks into the text instead of setting it, so no import changes who created an object. This is
-            // meant.
-            OuString userName = TextOf(member);
-            object_->getCreatedUserName(userName);
-            break;
-        }
         case ObjectNodeKey::kMetaData:
-            ImportMetadata(member.as_node());
+            ImportMetadata(member);
             break;
         case ObjectNodeKey::kFiles:
-            ImportFiles(member.as_array());
+            ImportFiles(member);
             break;
         default:
-            // Not recognised, or recognised and without effect on purpose.
+            ReadHeaderMember(*object_, key, member);
             break;
     }
+}
+
+void CAEObjectJson::ImportChildren(JSONNode children) {
+    ImportWalk::ImportChildren(*this, children);
 }

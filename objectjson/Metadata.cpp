@@ -1,80 +1,81 @@
-#include <CAEObject.h>
-#include <CAEProject.h>
-
 #include "CAEObjectJson.h"
-#include "Members.h"
+#include "NodeReading.h"
+#include "NodeWriter.h"
+#include "Sections.h"
+#include "format/MemberNames.h"
+#include "format/Values.h"
+
+namespace member = format::member;
 
 namespace {
 
-constexpr const char* kMetaData = "metaData";
-constexpr const char* kValue = "value";
-constexpr const char* kMetaDataType = "metaDataType";
-
-constexpr const wchar_t* kDescriptionEntry = L"Description";
-constexpr const wchar_t* kDescriptionMember = L"description";
-
-constexpr const wchar_t* kProgramReferenceEntry = L"Reference To Program";
-constexpr const wchar_t* kNo = L"No";
-
-JSONNode MetadataRecord(const CAEObject& object, const OuString& name) {
-    JSONNode record = NamedContainer(name.GetAnsiBuffer(), JSON_NODE);
+void WriteRecord(CAEObject& object, const OuString& name, DocumentWriter& out) {
     OuString type;
     OuString unit;
     OuString value;
-    // The type is asked for and written nowhere: "metaDataType" carries the unit. Both are meant.
+    // The type is asked for and written nowhere: the server expects the unit in "metaDataType".
     object.getMetadataType(name, type);
     object.getMetadataUnitString(name, unit);
     object.getMetadataValue(name, value);
-    record.push_back(StringMember(kValue, value));
-    record.push_back(StringMember(kMetaDataType, unit));
-    return record;
-}
-
-/// A member of a record as text; empty where the record has none.
-OuString RecordText(const JSONNode& record, const char* name) {
-    const auto member = record.find(name);
-    return member == record.end() ? OuString() : TextOf(*member);
+    out.OpenObject(name.GetAnsiBuffer());
+    out.Text(member::kValue, value);
+    out.Text(member::kMetaDataType, unit);
+    out.End();
 }
 
 }  // namespace
 
-JSONNode CAEObjectJson::ExportMetadata() {
-    JSONNode section = NamedContainer(kMetaData, JSON_NODE);
-    if (object_ == nullptr) {
-        return section;
-    }
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
-    object_->getAllMetadata(names, values);
+void WriteMetadata(CAEObject& object, DocumentWriter& out) {
+    out.OpenObject(member::kMetaData);
+    TextArray names;
+    TextArray values;
+    object.getAllMetadata(names, values);
     for (int index = 0; index < names.GetSize(); ++index) {
         OuString name = names[index];
-        if (name == kDescriptionEntry) {
-            // Renamed before the entry is looked up, so the object model is asked for "description". This is
-            // meant.
-            name = kDescriptionMember;
+        if (IsText(name, format::kDescriptionEntry)) {
+            // Renamed before the entry is looked up: the format fixes that "description" is what is asked
+            // for.
+            name = OuString(format::kDescriptionMember, 0);
         }
-        section.push_back(MetadataRecord(*object_, name));
+        WriteRecord(object, name, out);
     }
-    return section;
+    out.End();
+}
+
+JSONNode CAEObjectJson::ExportMetadata() {
+    return SectionNode([this](NodeWriter& out) {
+        if (object_ != nullptr) {
+            WriteMetadata(*object_, out);
+        } else {
+            out.OpenObject(member::kMetaData);
+            out.End();
+        }
+    });
+}
+
+void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section) {
+    if (!IsContainer(section)) {
+        return;
+    }
+    const bool hasNames = section.type() == JSON_NODE;
+    for (const JSONNode& record : section) {
+        const OuString name = hasNames ? OuString(record.name().c_str(), 0) : OuString();
+        const OuString value = WideMember(record, member::kValue);
+        const OuString type = WideMember(record, member::kMetaDataType);
+        if (IsText(name, format::kProgramReferenceEntry) &&
+            value.CompareNoCase(OuString(format::kNoProgramReference, 0)) == 0 && project != nullptr) {
+            // Only ever cleared: the server has no value that sets the reference.
+            project->SetProgramReference(false);
+        }
+        // The writer's "description" is not renamed back, and what it took from the unit becomes the type:
+        // the format fixes both.
+        object.setMetadataType(name, type);
+        object.setMetadataValue(name, value);
+    }
 }
 
 void CAEObjectJson::ImportMetadata(JSONNode section) {
-    if (object_ == nullptr) {
-        return;
-    }
-    const JSONNode& entries = section;
-    for (const JSONNode& entry : entries) {
-        const OuString name(entry.name().c_str(), 0);
-        const JSONNode record = entry.as_node();
-        const OuString value = RecordText(record, kValue);
-        const OuString type = RecordText(record, kMetaDataType);
-        if (name == kProgramReferenceEntry && value.CompareNoCase(kNo) == 0 && project_ != nullptr) {
-            // Only ever cleared: no value sets the reference.
-            project_->SetProgramReference(false);
-        }
-        // Names stand as they are: the writer's renaming of "Description" is not undone. And what the writer
-        // took from the unit goes to the type. Both are meant.
-        object_->setMetadataType(name, type);
-        object_->setMetadataValue(name, value);
+    if (object_ != nullptr) {
+        ReadMetadata(*object_, project_, section);
     }
 }

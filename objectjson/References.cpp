@@ -1,6 +1,3 @@
-#include <CAEFunctions.h>
-#include <CAEViewItem.h>
-
 #include "CAEObjectJson.h"
 
 void CAEObjectJson::ResolveViewItemReference(CAEObject* viewItem) {
@@ -8,9 +5,9 @@ void CAEObjectJson::ResolveViewItemReference(CAEObject* viewItem) {
         return;
     }
     int masterId = 0;
-    // The key is passed also when it is empty; only the identifier tells whether there is a master assembly.
+    // The key is passed also when it is empty; only the identifier says whether there is a master assembly.
     getMasterAssemblyCAEIDByITEMID(project_, viewItem->getLinkDBKey(), masterId);
-    if (auto* item = masterId == 0 ? nullptr : dynamic_cast<CAEViewItem*>(viewItem)) {
+    if (auto* const item = masterId == 0 ? nullptr : dynamic_cast<CAEViewItem*>(viewItem)) {
         item->setReferencedCAEObject(masterId);
     }
 }

@@ -1,71 +1,30 @@
-#include <CAEObject.h>
-
-#include <string_view>
-
 #include "CAEObjectJson.h"
+#include "format/Kinds.h"
 
 namespace {
 
-constexpr const wchar_t* kPrefix = L"CAE";
-
-struct WrittenName {
-    _tagCAEObjectType type;
-    const wchar_t* name;
-};
-
-/// The kinds whose name the document fixes, whatever the object model calls them.
-constexpr WrittenName kWrittenNames[] = {
-    {CAE_ITERATION, L"CAEITERATION"},
-    {CAE_ITERATION_FOLDER, L"CAEITERATIONFOLDER"},
-    {CAE_ITERATION_MODEL, L"CAEITERATIONMODEL"},
-    {CAE_LOADCASE_VIEW_FOLDER, L"CAELOADCASEVIEWFOLDER"},
-    {CAE_LOADCASE_VIEW, L"CAELOADCASEVIEW"},
-};
-
-struct ReadName {
-    std::string_view name;
-    _tagCAEObjectType type;
-};
-
-/// Two names read as a project: projects are written under their additional type, and a server answers with
-/// either.
-constexpr ReadName kReadNames[] = {
-    {"CAEPART", CAE_PART},
-    {"CAESUBASSEMBLY", CAE_SUBASSEMBLY},
-    {"CAEFILE", CAE_FILE},
-    {"CAEPROJECT", CAE_PROJECT},
-    {"CAEPROGRAM", CAE_PROJECT},
-    {"CAEMODEL", CAE_MODEL},
-    {"CAEITERATION", CAE_ITERATION},
-    {"CAEITERATIONFOLDER", CAE_ITERATION_FOLDER},
-    {"CAEITERATIONMODEL", CAE_ITERATION_MODEL},
-    {"CAEASSEMBLYFOLDER", CAE_ASSEMBLY_FOLDER},
-    {"CAELOADCASEVIEWFOLDER", CAE_LOADCASE_VIEW_FOLDER},
-    {"CAELOADCASEVIEW", CAE_LOADCASE_VIEW},
-    {"CAEVIEWITEM", CAE_VIEW_ITEM},
-    {"CAETAG", CAE_TAG},
-};
+/// The name that the format fixes for a kind, whatever the object model calls it; empty for all others.
+std::string_view FixedName(format::Kind kind) {
+    for (const format::KindName& known : format::kKindNames) {
+        if (known.kind == kind && known.writing == format::Writing::kAsRead) {
+            return known.name;
+        }
+    }
+    return {};
+}
 
 }  // namespace
 
 OuString CAEObjectJson::ObjectTypeName(_tagCAEObjectType type) {
-    const OuString modelName(CAEObject::getTypeName(type), 0);
-    OuString name(kPrefix);
-    name.Append(modelName.GetBuffer(), 0);
-    for (const WrittenName& fixed : kWrittenNames) {
-        if (fixed.type == type) {
-            name = fixed.name;
-        }
+    const OuString modelName = TextOfModel(CAEObject::getTypeName(type));
+    if (const std::string_view fixed = FixedName(static_cast<format::Kind>(type)); !fixed.empty()) {
+        return OuString(fixed.data(), 0);
     }
+    OuString name(format::kKindPrefix, 0);
+    name.Append(modelName.GetBuffer(), 0);
     return name;
 }
 
 _tagCAEObjectType CAEObjectJson::ObjectTypeFromName(const char* name) {
-    const std::string_view text = name == nullptr ? std::string_view() : std::string_view(name);
-    for (const ReadName& known : kReadNames) {
-        if (known.name == text) {
-            return known.type;
-        }
-    }
-    return CAE_UNKNOWN_OBJECT;
+    return ToObjectType(name == nullptr ? format::Kind::kUnknown : format::KindOfType(name));
 }

@@ -1,21 +1,18 @@
-#include <CAEFunctions.h>
-#include <CAEObject.h>
-#include <CAEProject.h>
-
 #include <bit>
 #include <cstdint>
+#include <stdexcept>
 
 #include "CAEObjectJson.h"
-#include "Members.h"
-#include "VersionNumber.h"
+#include "MajorMinor.h"
+#include "NodeReading.h"
+#include "NodeWriter.h"
+#include "format/MemberNames.h"
+
+namespace member = format::member;
 
 namespace {
 
-constexpr const char* kVersions = "versions";
-constexpr const char* kVersion = "version";
-constexpr const char* kFiles = "files";
-
-int SlotNumber(const OuArray& numbers, int index) noexcept {
+int SlotNumber(const OuArray& numbers, int index) {
     if (index >= numbers.GetSize()) {
         return 0;
     }
@@ -24,15 +21,22 @@ int SlotNumber(const OuArray& numbers, int index) noexcept {
 
 /// The current object's own list of files, which all of its versions are written with.
 JSONNode FileList(const JSONNode& node) {
-    const auto found = node.find(kFiles);
-    JSONNode files = found == node.end() ? JSONNode(JSON_ARRAY) : found->as_array();
-    files.set_name(kFiles);
+    const JSONNode* const found = FindMember(node, member::kFiles);
+    JSONNode files = found == nullptr ? JSONNode(JSON_ARRAY) : found->as_array();
+    files.set_name(member::kFiles.c_str());
     return files;
+}
+
+void RemoveMember(JSONNode& node, format::MemberName name) {
+    if (FindMember(node, name) == nullptr) {
+        throw std::out_of_range("the node of a version has no such member");
+    }
+    node.pop_back(name.c_str());
 }
 
 /// Asks the object model for a version; its status comes back, and the pointer stays as it was unless it is
 /// given.
-int FindVersion(const CAEObject& object, VersionNumber number, CAEObject*& version) {
+int FindVersion(CAEObject& object, MajorMinor number, CAEObject*& version) {
     const CAEObject* found = version;
     const int status = object.getPointerToVersion(number.majorNumber, number.minorNumber, found);
     // Versions are handed out as constant, yet to convert one is to ask it things that are not and to write
@@ -42,13 +46,12 @@ int FindVersion(const CAEObject& object, VersionNumber number, CAEObject*& versi
 }
 
 /// The number that every version is imported under, whatever its record says.
-VersionNumber ImportedNumber(const OuString& label) {
-    const VersionNumber number;
+MajorMinor ImportedNumber(const OuString& label) {
+    const MajorMinor number;
     OuString major;
     OuString minor;
     static_cast<void>(label.Split(L".", major, minor));
-    // The numbers are read and dropped, so that every version is created, fetched and made current as 0.0.
-    // This is meant.
+    // The numbers are read and dropped: the server expects that whatever it sends becomes version 0.0.
     static_cast<void>(major.ToInt(number.majorNumber));
     if (!minor.IsEmpty()) {
         static_cast<void>(minor.ToInt(number.minorNumber));
@@ -58,11 +61,11 @@ VersionNumber ImportedNumber(const OuString& label) {
 
 }  // namespace
 
-VersionNumber VersionNumber::At(const OuArray& majors, const OuArray& minors, int index) noexcept {
+MajorMinor MajorMinor::At(const OuArray& majors, const OuArray& minors, int index) {
     return {SlotNumber(majors, index), SlotNumber(minors, index)};
 }
 
-OuString VersionNumber::Label() const {
+OuString MajorMinor::Label() const {
     OuString label;
     label.Format(L"%d.%d", majorNumber, minorNumber);
     return label;
@@ -73,7 +76,8 @@ JSONNode CAEObjectJson::ExportVersions() {
 }
 
 JSONNode CAEObjectJson::ExportVersions(VersionNodeWriter nodeOf) {
-    JSONNode section = NamedContainer(kVersions, JSON_ARRAY);
+    JSONNode section(JSON_ARRAY);
+    section.set_name(member::kVersions.c_str());
     if (object_ == nullptr) {
         return section;
     }
@@ -83,32 +87,31 @@ JSONNode CAEObjectJson::ExportVersions(VersionNodeWriter nodeOf) {
     if (majors.GetSize() == 0) {
         return section;
     }
-    const JSONNode files = FileList(Node());
+    const JSONNode files = FileList(node_);
     for (int index = 0; index < majors.GetSize(); ++index) {
-        const VersionNumber number = VersionNumber::At(majors, minors, index);
+        const MajorMinor number = MajorMinor::At(majors, minors, index);
         CAEObject* version = nullptr;
         if (FindVersion(*object_, number, version) != 0) {
             continue;
         }
         JSONNode record = nodeOf(version);
-        // Not the version's own files but the current object's, in every record. This is meant.
-        record.pop_back(kFiles);
+        // The format gives every record the current object's files, not the version's own.
+        RemoveMember(record, member::kFiles);
         record.push_back(files);
-        // Throws for a node as the export writes it, which has no such member. This is meant: a driver gives
-        // its nodes one first.
-        record.pop_back(kVersions);
-        record.push_back(StringMember(kVersion, number.Label()));
+        // Throws for a node as Export writes it, which has no such member: a driver gives its nodes one
+        // first.
+        RemoveMember(record, member::kVersions);
+        NodeWriter(record).Text(member::kVersion, number.Label());
         section.push_back(record);
     }
     return section;
 }
 
 void CAEObjectJson::ImportVersions(JSONNode section) {
-    if (object_ == nullptr) {
+    if (object_ == nullptr || !IsContainer(section)) {
         return;
     }
-    const JSONNode& records = section;
-    for (const JSONNode& record : records) {
+    for (const JSONNode& record : std::as_const(section)) {
         ImportVersion(record);
     }
 }
@@ -117,11 +120,11 @@ void CAEObjectJson::ImportVersion(const JSONNode& record) {
     if (ReadTypeField(record).IsEmpty()) {
         return;
     }
-    const auto label = record.find(kVersion);
-    if (label == record.end()) {
+    const JSONNode* const label = FindMember(record, member::kVersion);
+    if (label == nullptr) {
         return;
     }
-    const VersionNumber number = ImportedNumber(TextOf(*label));
+    const MajorMinor number = ImportedNumber(WideValue(*label));
     if (object_->createNewVersion(number.majorNumber, number.minorNumber, true, false) != 0) {
         return;
     }
@@ -131,7 +134,7 @@ void CAEObjectJson::ImportVersion(const JSONNode& record) {
     if (parent == nullptr) {
         return;
     }
-    // While it is read, the version stands in the object's place and bears the object's identifier, which it
+    // While it is read, the version stands in the object's place and has the object's identifier, which it
     // keeps. The parent may clear the pointers that it is handed.
     CAEObject* leaving = object_;
     parent->detachChild(leaving, false);

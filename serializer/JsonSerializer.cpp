@@ -1,14 +1,13 @@
+// The suite's headers first: the serializer's own includes OuString's only under its usual name.
+// clang-format off
+#include "objectjson/ObjectModel.h"
 #include <korvanejson/JsonSerializer.h>
+// clang-format on
 
-#include "module/ExportMode.h"
+#include "format/MemberNames.h"
+#include "format/Values.h"
 #include "objectjson/CAEObjectJson.h"
-
-namespace {
-
-constexpr const char* kSubType = "subType";
-constexpr const char* kSimulationDataManagement = "SDM";
-
-}  // namespace
+#include "objectjson/ExportMode.h"
 
 JsonSerializer::JsonSerializer(CAEObject* object) : object_(object) {}
 
@@ -23,17 +22,17 @@ void JsonSerializer::SetExportMode(const OuString& mode) {
 }
 
 JSONNode JsonSerializer::GetJson() {
-    // The base converter also for a file: as a root, a file is an object node and no file record.
+    // The base converter also for a file: as a root, a file is an object node, not a file record.
     CAEObjectJson converter(object_);
     // Written only when it differs, so that exports with one and the same mode may run side by side.
     if (OuString& mode = ModuleExportMode(); mode.Compare(exportMode_) != 0) {
         mode = exportMode_;
     }
     JSONNode document = converter.GetJsonNode();
-    document.push_back(JSONNode(kSubType, kSimulationDataManagement));
+    document.push_back(JSONNode(format::member::kSubType.c_str(), format::kSubTypeValue));
     return document;
 }
 
 OuString JsonSerializer::GetJsonString() {
-    return DocumentText(GetJson());
+    return WideDocument(GetJson());
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+// A suite whose header has another name includes it first.
+#if __has_include(<OuString.h>)
 #include <OuString.h>
+#endif
 #include <libjson.h>
 
 #include "Export.h"
@@ -14,8 +17,9 @@ class CAEObject;
 /// builds the document anew; the serializer itself holds no JSON.
 ///
 /// The serializer does not own the object, which must live as long as documents are asked for. Nothing is
-/// reported: what the object model does not give is empty or absent in the document. Only std::bad_alloc is
-/// thrown.
+/// reported: what the object model does not give is empty or absent in the document. What the object model or
+/// libjson throws passes through, std::bad_alloc among it, and no document comes of it; nothing else is
+/// thrown. No depth of nesting exhausts the stack.
 ///
 /// A serializer belongs to one thread at a time, and so does the tree of its object. GetJson copies the
 /// export mode into one mode of the whole module, which is empty at first, and writes that without a lock,

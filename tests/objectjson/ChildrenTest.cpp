@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "ConverterSupport.h"
-#include "module/ExportMode.h"
+#include "objectjson/ExportMode.h"
 #include "support/ModelBuilders.h"
 #include "support/ObjectText.h"
 

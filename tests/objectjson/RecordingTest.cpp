@@ -6,7 +6,7 @@
 
 #include "ConverterSupport.h"
 #include "RecordingSupport.h"
-#include "module/ExportMode.h"
+#include "objectjson/ExportMode.h"
 #include "objectjson/CAEFileJson.h"
 #include "support/ModelBuilders.h"
 

@@ -9,7 +9,7 @@
 #include "ConverterSupport.h"
 #include "RecordingSupport.h"
 #include "objectjson/CAEObjectJson.h"
-#include "objectjson/VersionNumber.h"
+#include "objectjson/MajorMinor.h"
 #include "platform/korvane/Ask.h"
 #include "support/ModelBuilders.h"
 #include "support/ObjectText.h"
@@ -238,7 +238,7 @@ TEST(ExportVersions, ChangesNothingInTheObjectModelAndAsksInOrder) {
     EXPECT_EQ(VersionsOf(door.part), (Numbers{{1, 5}, {2, 0}}));
 }
 
-TEST(VersionNumber, IsInTheLowHalvesOfTheSlots) {
+TEST(MajorMinor, IsInTheLowHalvesOfTheSlots) {
     OuArray majors;
     OuArray minors;
     for (const int number : {0, 1, -1, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
@@ -246,23 +246,23 @@ TEST(VersionNumber, IsInTheLowHalvesOfTheSlots) {
         minors.Add(Slot(-1 - number, 0xFFFFFFFF));
     }
     for (int index = 0; index < majors.GetSize(); ++index) {
-        const VersionNumber number = VersionNumber::At(majors, minors, index);
+        const MajorMinor number = MajorMinor::At(majors, minors, index);
         EXPECT_EQ(number.majorNumber, NumberIn(majors.GetAt(index)));
         EXPECT_EQ(number.minorNumber, NumberIn(minors.GetAt(index)));
     }
-    EXPECT_EQ(VersionNumber::At(majors, minors, 3).majorNumber, 3);
-    EXPECT_EQ(VersionNumber::At(majors, minors, 3).minorNumber, -4);
-    EXPECT_STREQ(VersionNumber::At(majors, minors, 3).Label().GetBuffer(), L"3.-4");
+    EXPECT_EQ(MajorMinor::At(majors, minors, 3).majorNumber, 3);
+    EXPECT_EQ(MajorMinor::At(majors, minors, 3).minorNumber, -4);
+    EXPECT_STREQ(MajorMinor::At(majors, minors, 3).Label().GetBuffer(), L"3.-4");
 }
 
-TEST(VersionNumber, HasNoughtForWhatAListLacks) {
+TEST(MajorMinor, HasNoughtForWhatAListLacks) {
     OuArray majors;
     OuArray minors;
     majors.Add(Slot(4));
     majors.Add(Slot(5));
     minors.Add(Slot(6));
-    EXPECT_STREQ(VersionNumber::At(majors, minors, 0).Label().GetBuffer(), L"4.6");
-    EXPECT_STREQ(VersionNumber::At(majors, minors, 1).Label().GetBuffer(), L"5.0");
+    EXPECT_STREQ(MajorMinor::At(majors, minors, 0).Label().GetBuffer(), L"4.6");
+    EXPECT_STREQ(MajorMinor::At(majors, minors, 1).Label().GetBuffer(), L"5.0");
 }
 
 TEST(ImportVersions, CreatesFetchesAndMakesCurrentVersionNoughtWhateverTheNumber) {

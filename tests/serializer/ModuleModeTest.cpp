@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <korvanejson/JsonSerializer.h>
 
-#include "module/ExportMode.h"
+#include "objectjson/ExportMode.h"
 #include "objectjson/CAEObjectJson.h"
 #include "support/ModelBuilders.h"
 

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <OuArray.h>
-#include <OuString.h>
+#include "ObjectModel.h"
 
-/// The number of a version, major and minor.
-struct VersionNumber {
+/// The number of a version.
+struct MajorMinor {
     int majorNumber = 0;
     int minorNumber = 0;
 
     /// The number at an index of the object model's two lists, in the low 32 bits of their slots; what a list
     /// that ends earlier lacks is 0.
-    static VersionNumber At(const OuArray& majors, const OuArray& minors, int index) noexcept;
+    static MajorMinor At(const OuArray& majors, const OuArray& minors, int index);
 
     /// The number as a document writes it: "3.14".
     OuString Label() const;
