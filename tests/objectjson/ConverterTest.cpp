@@ -44,6 +44,13 @@ TEST(Converter, NodeIsSharedWithTheCaller) {
     EXPECT_EQ(TextOfNode(second), text.substr(0, text.size() - 1) + "," + text.substr(1));
 }
 
+TEST(Converter, NodeThatIsHandedOutIsNoCopy) {
+    const JSONNode node = libjson::parse(R"({"name":"frame"})");
+    CAEObjectJson converter(node, nullptr);
+    const JSONNode handedOut = converter.GetJsonNode();
+    EXPECT_EQ(&handedOut.at(0), &node.at(0));
+}
+
 TEST(Converter, SecondExportAppendsEverythingASecondTime) {
     TestProject project;
     project.Add(CAE_PART, L"frame");

@@ -6,8 +6,8 @@
 
 #include "ConverterSupport.h"
 #include "RecordingSupport.h"
-#include "objectjson/ExportMode.h"
 #include "objectjson/CAEFileJson.h"
+#include "objectjson/ExportMode.h"
 #include "support/ModelBuilders.h"
 
 // The order in which the object model is asked shows from outside: whole recordings are compared.

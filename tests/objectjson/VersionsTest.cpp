@@ -172,6 +172,14 @@ TEST(ExportVersions, TakesTheFilesOfTheNodeAsAnArray) {
               R"({"files":["1"]})");
 }
 
+TEST(ExportVersions, ListOfFilesHasItsNameWhateverTheNodeHoldsUnderIt) {
+    Door door;
+    door.AddVersion(1, 0, L"a");
+    CAEObjectJson converter(libjson::parse(R"({"files":"none"})"), &door.part);
+    const JSONNode section = converter.ExportVersions(NodeWithVersions);
+    EXPECT_EQ(TextOfSection(section.at(0).at("files")), R"({"files":[]})");
+}
+
 TEST(ExportVersions, ThrowsForAVersionThatIsFoundAndIsNull) {
     Door door;
     door.AddVersion(1, 0, L"a");

@@ -84,6 +84,15 @@ TEST(JsonSerializer, ModeNarrowsTheDocument) {
     EXPECT_EQ(Text(serializer), study.Expected(true));
 }
 
+TEST(JsonSerializer, ModeThatDiffersInLetterCaseIsAnotherMode) {
+    Study study;
+    JsonSerializer serializer(&study.study);
+    serializer.SetExportMode(L"STUDY");
+    EXPECT_EQ(Text(serializer), study.Expected(false));
+    serializer.SetExportMode(L"study");
+    EXPECT_EQ(Text(serializer), study.Expected(true));
+}
+
 TEST(JsonSerializer, ModeTakesEffectWithTheNextDocument) {
     Study study;
     JsonSerializer serializer(&study.study);

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <korvanejson/JsonSerializer.h>
 
-#include "objectjson/ExportMode.h"
 #include "objectjson/CAEObjectJson.h"
+#include "objectjson/ExportMode.h"
 #include "support/ModelBuilders.h"
 
 TEST(ModuleMode, IsEmptyFromTheStartAndKeptAfterEveryDocument) {
