@@ -21,21 +21,36 @@ CAEObject::~CAEObject() = default;
 
 _tagCAEObjectType CAEObject::getType() const {
     const Recorded note("CAEObject::getType", *this);
+    if (const auto* const odd = note.Odd()) {
+        return odd->type;
+    }
     return data_->type;
 }
 
 CAEObject* CAEObject::getParent() const {
     const Recorded note("CAEObject::getParent", *this);
+    if (const auto* const odd = note.Odd()) {
+        return odd->object;
+    }
     return data_->parent;
 }
 
 CAEProject* CAEObject::getProject() const {
     const Recorded note("CAEObject::getProject", *this);
+    if (const auto* const odd = note.Odd()) {
+        return dynamic_cast<CAEProject*>(odd->object);
+    }
     return data_->project;
 }
 
 void CAEObject::getChildrenList(OuList& children) const {
     const Recorded note("CAEObject::getChildrenList", *this);
+    if (const auto* const odd = note.Odd()) {
+        for (CAEObject* const child : odd->children) {
+            children.AddTail(child);
+        }
+        return;
+    }
     for (CAEObject* child = data_->firstChild; child != nullptr; child = Access::Data(*child).nextSibling) {
         children.AddTail(child);
     }

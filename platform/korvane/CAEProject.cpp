@@ -22,11 +22,17 @@ CAEProject::~CAEProject() = default;
 
 CAEObject* CAEProject::getCAEObject(int id) {
     const Recorded note("CAEProject::getCAEObject", *this, id);
+    if (const auto* const odd = note.Odd()) {
+        return odd->object;
+    }
     return Access::Data(*this).tree->Find(id);
 }
 
 CAEFile* CAEProject::getFile(int id) {
     const Recorded note("CAEProject::getFile", *this, id);
+    if (const auto* const odd = note.Odd()) {
+        return dynamic_cast<CAEFile*>(odd->object);
+    }
     CAEObject* const object = Access::Data(*this).tree->Find(id);
     return object != nullptr && Access::Data(*object).type == CAE_FILE ? static_cast<CAEFile*>(object)
                                                                        : nullptr;

@@ -131,6 +131,10 @@ using korvane::Recorded;
 
 int createCAEObject(CAEProject* project, const int& parentId, _tagCAEObjectType type, int& newId) {
     const Recorded note("createCAEObject", project, parentId, type);
+    if (const auto* const odd = note.Odd()) {
+        newId = odd->identifier.value_or(newId);
+        return odd->status;
+    }
     if (project == nullptr) {
         return kFailed;
     }
@@ -148,6 +152,10 @@ int createCAEObject(CAEProject* project, const int& parentId, _tagCAEObjectType 
 
 int getMasterAssemblyCAEIDByITEMID(CAEProject* project, OuString itemId, int& id) {
     const Recorded note("getMasterAssemblyCAEIDByITEMID", project, itemId);
+    if (const auto* const odd = note.Odd()) {
+        id = odd->identifier.value_or(id);
+        return odd->status;
+    }
     if (project == nullptr) {
         return kFailed;
     }

@@ -87,6 +87,9 @@ int CAEObject::getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator<>>& names
 
 int CAEObject::getMetadataType(const OuString& name, OuString& type) const {
     const Recorded note("CAEObject::getMetadataType", *this, name);
+    if (const auto* const odd = note.Odd()) {
+        return odd->status;
+    }
     const MetadataEntry* const entry = FindEntry(*this, name);
     if (entry == nullptr) {
         return kFailed;
@@ -97,6 +100,9 @@ int CAEObject::getMetadataType(const OuString& name, OuString& type) const {
 
 int CAEObject::getMetadataUnitString(const OuString& name, OuString& unit) const {
     const Recorded note("CAEObject::getMetadataUnitString", *this, name);
+    if (const auto* const odd = note.Odd()) {
+        return odd->status;
+    }
     const MetadataEntry* const entry = FindEntry(*this, name);
     if (entry == nullptr) {
         return kFailed;
@@ -107,6 +113,9 @@ int CAEObject::getMetadataUnitString(const OuString& name, OuString& unit) const
 
 int CAEObject::getMetadataValue(const OuString& name, OuString& value) const {
     const Recorded note("CAEObject::getMetadataValue", *this, name);
+    if (const auto* const odd = note.Odd()) {
+        return odd->status;
+    }
     const MetadataEntry* const entry = FindEntry(*this, name);
     if (entry == nullptr) {
         return kFailed;

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "EmbeddedOddAnswers.h"
+
 #if defined(KORVANE_RECORDING)
-#include <optional>
 #include <string>
 
 #include "CAEObject.h"
@@ -28,7 +29,7 @@ public:
             ((note += before, before = ", ", Append(note, arguments)), ...);
             note += ')';
             Keep(note);
-            ThrowWhereWanted(operation);
+            odd_ = FindOddAnswer(note);
         } catch (...) {
             // No destructor runs for a scope that was not made.
             Leave();
@@ -39,12 +40,17 @@ public:
     Recorded(const Recorded&) = delete;
     Recorded& operator=(const Recorded&) = delete;
 
+    /// What the operation is to answer instead of doing its work; null where it does its work.
+    const Answer* Odd() const noexcept { return odd_; }
+
 private:
-    /// Counts the scope; true when it is the outermost one and its thread records.
+    /// Counts the scope; true when it is the outermost one and its thread records or has odd answers.
     static bool Enter() noexcept;
     static void Leave() noexcept;
+    /// Keeps the note when the thread records.
     static void Keep(const std::string& note);
-    static void ThrowWhereWanted(const char* operation);
+    /// The odd answer to the call, counted as given; null when there is none. Throws for one that throws.
+    static const Answer* FindOddAnswer(const std::string& note);
 
     static void Append(std::string& note, const CAEObjectIdentification& object);
     static void Append(std::string& note, const CAEObjectIdentification* object);
@@ -52,22 +58,19 @@ private:
     static void Append(std::string& note, const OuString* text);
     static void Append(std::string& note, bool value);
     static void Append(std::string& note, int value);
-};
 
-/// What a test wants getPointerToVersion to answer once: its status and pointer.
-struct VersionAnswer {
-    int status = 0;
-    const CAEObject* version = nullptr;
+    const Answer* odd_ = nullptr;
 };
-std::optional<VersionAnswer> TakeVersionAnswer() noexcept;
 
 #else
 
-/// Nothing: only the recording build notes operations.
+/// Nothing: only the recording build notes operations and answers oddly.
 class [[maybe_unused]] Recorded {
 public:
     template <typename... Arguments>
     constexpr explicit Recorded(const char*, const Arguments&...) noexcept {}
+
+    static constexpr const Answer* Odd() noexcept { return nullptr; }
 };
 
 #endif

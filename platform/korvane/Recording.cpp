@@ -1,11 +1,11 @@
 #include <cstddef>
 #include <cstdint>
-#include <new>
 #include <type_traits>
 #include <utility>
 
 #include "Access.h"
 #include "EmbeddedRecording.h"
+#include "OddAnswers.h"
 #include "Recorded.h"
 
 namespace korvane {
@@ -15,11 +15,9 @@ struct Recording {
     bool isRunning = false;
     int depth = 0;
     std::vector<std::string> notes;
-    std::string throwingOperation;
 };
 
 thread_local Recording recording;
-thread_local std::optional<VersionAnswer> nextVersionAnswer;
 
 constexpr std::uint32_t kFirstLeadSurrogate = 0xD800;
 constexpr std::uint32_t kFirstTrailSurrogate = 0xDC00;
@@ -66,20 +64,8 @@ std::vector<std::string> TakeRecording() {
     return std::exchange(recording.notes, {});
 }
 
-void ThrowAtNext(const char* operation) {
-    recording.throwingOperation = operation;
-}
-
-void AnswerNextVersionWith(int status, const CAEObject* version) {
-    nextVersionAnswer = VersionAnswer{status, version};
-}
-
-std::optional<VersionAnswer> TakeVersionAnswer() noexcept {
-    return std::exchange(nextVersionAnswer, std::nullopt);
-}
-
 bool Recorded::Enter() noexcept {
-    return recording.depth++ == 0 && recording.isRunning;
+    return recording.depth++ == 0 && (recording.isRunning || HasOddAnswers());
 }
 
 void Recorded::Leave() noexcept {
@@ -87,13 +73,8 @@ void Recorded::Leave() noexcept {
 }
 
 void Recorded::Keep(const std::string& note) {
-    recording.notes.push_back(note);
-}
-
-void Recorded::ThrowWhereWanted(const char* operation) {
-    if (recording.throwingOperation == operation) {
-        recording.throwingOperation.clear();
-        throw std::bad_alloc();
+    if (recording.isRunning) {
+        recording.notes.push_back(note);
     }
 }
 

@@ -80,12 +80,18 @@ using korvane::Recorded;
 
 const char* CAEObject::getTypeName(_tagCAEObjectType type) {
     const Recorded note("CAEObject::getTypeName", type);
+    if (const auto* const odd = note.Odd()) {
+        return odd->text;
+    }
     const korvane::ObjectTypeName* const found = korvane::FindObjectType(type);
     return found != nullptr ? found->name : kUnknownName;
 }
 
 const char* CAEGetFileTypeName(int type) {
     const Recorded note("CAEGetFileTypeName", type);
+    if (const auto* const odd = note.Odd()) {
+        return odd->text;
+    }
     for (const FileTypeName& entry : kFileTypeNames) {
         if (entry.type == type) {
             return entry.name;

@@ -141,12 +141,10 @@ void CAEObject::getAvailableVersions(OuArray& majors, OuArray& minors) const {
 
 int CAEObject::getPointerToVersion(int major, int minor, const CAEObject*& version) const {
     const Recorded note("CAEObject::getPointerToVersion", *this, major, minor);
-#if defined(KORVANE_RECORDING)
-    if (const auto answer = korvane::TakeVersionAnswer()) {
-        version = answer->version;
-        return answer->status;
+    if (const auto* const odd = note.Odd()) {
+        version = odd->object;
+        return odd->status;
     }
-#endif
     const Versions::Version* const found = korvane::FindVersion(*this, major, minor);
     if (found == nullptr) {
         return kFailed;
@@ -157,6 +155,9 @@ int CAEObject::getPointerToVersion(int major, int minor, const CAEObject*& versi
 
 int CAEObject::createNewVersion(const int& major, const int& minor, bool content, bool makeCurrent) {
     const Recorded note("CAEObject::createNewVersion", *this, major, minor, content, makeCurrent);
+    if (const auto* const odd = note.Odd()) {
+        return odd->status;
+    }
     if (data_->tree == nullptr || major < 0 || minor < 0) {
         return kFailed;
     }

@@ -369,7 +369,7 @@ TEST(ImportRecording, AnswerWithoutEntriesAsksForTheKindOnly) {
 
 TEST(ImportRecording, AnExceptionPassesThroughTheWalkAndWhatWasMadeStays) {
     TestProject project;
-    korvane::ThrowAtNext("CAEObject::setDBKey");
+    const korvane::OddAnswer noMemory("CAEObject::setDBKey", {.throws = true});
     const std::string recording = RecordingOf([&] {
         JSONNode node = libjson::parse(R"({"type":"T","children":[{"type":"CAEMODEL","name":"study",)"
                                        R"("children":[{"type":"CAEPART","dbkey":"K","name":"x"}]},)"
@@ -385,7 +385,7 @@ TEST(ImportRecording, AnExceptionPassesThroughTheWalkAndWhatWasMadeStays) {
 TEST(ImportRecording, AnExceptionInARecordLeavesItsFileOutOfTheProject) {
     TestProject project;
     CAEObject& part = project.Add(CAE_PART, L"frame");
-    korvane::ThrowAtNext("CAEFile::setFileType");
+    const korvane::OddAnswer noMemory("CAEFile::setFileType", {.throws = true});
     RecordingOf([&] {
         JSONNode node = libjson::parse(R"({"type":"CAEPART","files":[{"name":"a","fileType":"CAD"}]})");
         EXPECT_THROW(caerest::json::DeserializeJsonToObject(node, &part), std::bad_alloc);

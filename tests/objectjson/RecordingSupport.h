@@ -1,5 +1,6 @@
 #pragma once
 
+#include <EmbeddedOddAnswers.h>
 #include <EmbeddedRecording.h>
 
 #include <functional>

@@ -184,7 +184,7 @@ TEST(ExportVersions, ThrowsForAVersionThatIsFoundAndIsNull) {
     Door door;
     door.AddVersion(1, 0, L"a");
     CAEObjectJson converter(&door.part);
-    korvane::AnswerNextVersionWith(0, nullptr);
+    const korvane::OddAnswer nullVersion("CAEObject::getPointerToVersion", {.object = nullptr});
     EXPECT_THROW(converter.ExportVersions(), std::out_of_range);
 }
 
@@ -192,7 +192,8 @@ TEST(ExportVersions, LeavesOutAVersionWithAStatusAlsoWhereItComesAlong) {
     Door door;
     CAEObject& version = door.AddVersion(1, 0, L"a");
     for (const int status : {1, -1}) {
-        korvane::AnswerNextVersionWith(status, &version);
+        const korvane::OddAnswer both("CAEObject::getPointerToVersion",
+                                      {.status = status, .object = &version});
         EXPECT_EQ(TextOfSection(door.Section()), RecordTextOfSection(""));
     }
 }
@@ -429,7 +430,7 @@ TEST(ImportVersions, AnObjectWithoutAParentGetsVersionsThatNothingIsReadOnto) {
 
 TEST(ImportVersions, SkipsAVersionThatIsNull) {
     Door door;
-    korvane::AnswerNextVersionWith(0, nullptr);
+    const korvane::OddAnswer nullVersion("CAEObject::getPointerToVersion", {.object = nullptr});
     EXPECT_EQ(RecordingOf([&] {
                   ImportVersionsText(R"([{"type":"CAEPART","name":"x","version":"1.0"}])", door.part);
               }),
@@ -443,7 +444,7 @@ TEST(ImportVersions, SkipsAVersionThatIsNull) {
 TEST(ImportVersions, TakesAVersionWhateverItsStatus) {
     Door door;
     CAEObject& version = door.AddVersion(3, 0, L"Old door");
-    korvane::AnswerNextVersionWith(1, &version);
+    const korvane::OddAnswer both("CAEObject::getPointerToVersion", {.status = 1, .object = &version});
     ImportVersionsText(R"([{"type":"CAEPART","name":"x","version":"1.0"}])", door.part);
     EXPECT_EQ(NameOf(version), "x");
     EXPECT_EQ(NameOf(door.part), "Door");
@@ -479,7 +480,7 @@ TEST(ImportVersions, UnderAParentWithoutAProjectTheyAreSwappedAndNothingIsReadOn
 
 TEST(ImportVersions, AnExceptionPassesAndLeavesTheVersionInTheObjectsPlace) {
     Door door;
-    korvane::ThrowAtNext("CAEObject::setName");
+    const korvane::OddAnswer noMemory("CAEObject::setName", {.throws = true});
     const std::string recording = RecordingOf([&] {
         EXPECT_THROW(ImportVersionsText(R"([{"type":"CAEPART","dbkey":"K","name":"x","version":"1.0"},)"
                                         R"({"type":"CAEPART","name":"y","version":"1.0"}])",

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace korvane {
+
+/// Whether there are odd answers for calls of this thread.
+bool HasOddAnswers() noexcept;
+
+}  // namespace korvane
