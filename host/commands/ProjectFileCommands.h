@@ -4,9 +4,8 @@ namespace CLI {
 class App;
 }
 
-/// The commands that need project files or the server's database, and so SQLite. A build without SQLite
-/// knows their names and says what it lacks. When a command is called, `status` becomes the program's exit
-/// status.
+/// The commands that need project files or the server's database. When a command is called, `status` becomes
+/// the program's exit status.
 namespace host {
 
 class Console;

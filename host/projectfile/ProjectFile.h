@@ -24,10 +24,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// The project in the file. Throws ProjectFileError; in a build without SQLite always.
+/// The project in the file. Throws ProjectFileError.
 std::unique_ptr<CAEProject> ReadProjectFile(const std::filesystem::path& file, Console& console);
 
-/// A project that was read from its file, to be changed there. Not in a build without SQLite.
+/// A project that was read from its file, to be changed there.
 class ProjectFile {
 public:
     /// Reads the file. With `forChange` no other program can write to it until the object is gone. Throws
@@ -51,8 +51,7 @@ private:
 };
 
 /// Writes the project to a new file, which appears under its name when it is whole. Throws ProjectFileError
-/// when there is something of that name already, or the file cannot be written. Not in a build without
-/// SQLite.
+/// when there is something of that name already, or the file cannot be written.
 void CreateProjectFile(const std::filesystem::path& file, CAEProject& project, Console& console);
 
 }  // namespace host
