@@ -61,9 +61,7 @@ bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& 
         return std::filesystem::is_regular_file(left, error) &&
                std::filesystem::equivalent(left, right, error);
     }
-    // Neither may be there yet.
-    const std::filesystem::path whole = std::filesystem::weakly_canonical(left, error);
-    return !error && !left.empty() && whole == std::filesystem::weakly_canonical(right, error);
+    return WouldBeSameFile(left, right);
 }
 
 /// Whether it is a file somewhere below the directory that holds something, but no document.

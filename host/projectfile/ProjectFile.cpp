@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "ProjectTables.h"
+#include "host/system/FileSystem.h"
 
 namespace host {
 namespace {
@@ -62,16 +63,11 @@ void RefuseLeftovers(const path& file) {
     }
 }
 
-/// Gives the whole file its name. Renaming would take away what another program has made of that name
-/// meanwhile; a link does not, but some file systems have none.
+/// Gives the whole file its name.
 void PutInPlace(const path& temporary, const path& file) {
-    std::error_code error;
-    std::filesystem::create_hard_link(temporary, file, error);
+    const std::error_code error = MoveToNewName(temporary, file);
     if (error == std::errc::file_exists) {
         throw ProjectFileError("is there already");
-    }
-    if (error) {
-        std::filesystem::rename(temporary, file, error);
     }
     if (error) {
         throw ProjectFileError("cannot be made: " + error.message());
@@ -131,7 +127,10 @@ void ProjectFile::Save(CAEProject& project, Console& console) {
 void CreateProjectFile(const path& file, CAEProject& project, Console& console) {
     AsProjectFile([&] {
         std::error_code error;
-        if (std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+        Entry entry;
+        // A link to nothing is there, and so is a device, which Windows has under names in every folder.
+        if (std::filesystem::exists(std::filesystem::symlink_status(file, error)) ||
+            !InspectTarget(file, entry)) {
             throw ProjectFileError("is there already");
         }
         RefuseLeftovers(file);

@@ -2,10 +2,9 @@
 
 #include <sqlite3.h>
 
-#include <array>
-#include <cerrno>
-#include <fstream>
 #include <system_error>
+
+#include "FileSystem.h"
 
 namespace host {
 namespace {
@@ -43,13 +42,11 @@ void Check(sqlite3* handle, int code) {
 
 bool BeginsAsDatabase(const std::filesystem::path& file) {
     constexpr std::string_view kBegin("SQLite format 3\0", 16);
-    std::array<char, kBegin.size()> bytes{};
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        throw DatabaseError("cannot be read: " + std::generic_category().message(errno));
+    FileSample sample;
+    if (const std::error_code error = ReadSample(file, kBegin.size(), 0, sample)) {
+        throw DatabaseError("cannot be read: " + error.message());
     }
-    stream.read(bytes.data(), bytes.size());
-    return std::string_view(bytes.data(), static_cast<std::size_t>(stream.gcount())) == kBegin;
+    return sample.head == kBegin;
 }
 
 /// SQLite takes its names in UTF-8 on Windows and as they are elsewhere. Some, like ":memory:" and those that
@@ -78,18 +75,19 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
     if (file.empty()) {
         throw DatabaseError("is no name of a file");
     }
-    std::error_code error;
-    bool isThere = std::filesystem::exists(std::filesystem::status(file, error));
-    if (error && error != std::errc::no_such_file_or_directory) {
+    Entry entry;
+    const std::error_code error = InspectTarget(file, entry);
+    bool isThere = !error;
+    if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory) {
         throw DatabaseError("cannot be read: " + error.message());
     }
     if (!isThere && use != DatabaseUse::Creating) {
         throw DatabaseError("is not there");
     }
-    if (isThere && !std::filesystem::is_regular_file(file, error)) {
+    if (isThere && entry.type != EntryType::File) {
         throw DatabaseError("is no file");
     }
-    if (isThere && std::filesystem::file_size(file, error) == 0 && !error) {
+    if (isThere && entry.size == 0) {
         if (use != DatabaseUse::Creating) {
             throw DatabaseError("is an empty file and no " + std::string(kind.name));
         }

@@ -49,6 +49,14 @@ std::error_code InspectTarget(const std::filesystem::path& path, Entry& entry);
 /// The whole path, without links, of what a path leads to.
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error);
 
+/// Whether files that are not there yet would be one file if both paths were written to. Case counts only
+/// where the system tells names apart by it.
+bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
+
+/// Gives a file another name in the same folder. std::errc::file_exists means that the name is taken, and
+/// what has it is left alone.
+std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to);
+
 /// The name of the user with the number, the number itself where it has no name; asked once for each number.
 std::string OwnerName(std::uint32_t owner);
 

@@ -81,6 +81,33 @@ std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_
     return std::filesystem::canonical(path, error);
 }
 
+bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
+    // From the root: of a path that begins with nothing that is there weakly_canonical makes no whole one.
+    const auto whole = [](const std::filesystem::path& path, std::error_code& error) {
+        const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+        return error ? absolute : std::filesystem::weakly_canonical(absolute, error);
+    };
+    std::error_code error;
+    const std::filesystem::path one = whole(left, error);
+    return !error && one == whole(right, error) && !error;
+}
+
+std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
+    std::error_code error;
+    // Renaming would take away what another program has made of that name meanwhile; a link does not, but
+    // some file systems have none.
+    std::filesystem::create_hard_link(from, to, error);
+    if (error == std::errc::file_exists) {
+        return error;
+    }
+    if (error) {
+        std::filesystem::rename(from, to, error);
+    } else {
+        std::filesystem::remove(from, error);
+    }
+    return error;
+}
+
 std::string OwnerName(std::uint32_t owner) {
     static std::map<std::uint32_t, std::string> names;
     const auto known = names.find(owner);

@@ -73,6 +73,22 @@ std::filesystem::path FinalPath(HANDLE handle, std::error_code& error) {
     return path;
 }
 
+/// The whole path of a file that need not be there, with the links and the short names in its folder
+/// resolved. What Windows drops from names, such as dots at their end, is dropped. Empty where it cannot be
+/// told.
+std::wstring PathOfNewFile(const std::filesystem::path& file) {
+    std::vector<wchar_t> buffer(32768);
+    const DWORD length =
+        ::GetFullPathNameW(file.c_str(), static_cast<DWORD>(buffer.size()), buffer.data(), nullptr);
+    if (length == 0 || length >= buffer.size()) {
+        return {};
+    }
+    const std::filesystem::path whole = std::wstring(buffer.data(), length);
+    std::error_code error;
+    const std::filesystem::path folder = ResolvePath(whole.parent_path(), error);
+    return error ? whole.wstring() : (folder / whole.filename()).wstring();
+}
+
 }  // namespace
 
 std::error_code ListDirectory(const std::filesystem::path& directory, Listing& listing) {
@@ -117,6 +133,19 @@ std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_
     const FileHandle handle = OpenToRead(path, 0);
     error = handle ? std::error_code() : LastError();
     return handle ? FinalPath(handle.get(), error) : std::filesystem::path();
+}
+
+bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
+    const std::wstring one = PathOfNewFile(left);
+    const std::wstring other = PathOfNewFile(right);
+    return !one.empty() && ::CompareStringOrdinal(one.c_str(), static_cast<int>(one.size()), other.c_str(),
+                                                  static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
+}
+
+std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
+    // Unlike std::filesystem::rename, which replaces.
+    return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0 ? std::error_code()
+                                                                                : LastError();
 }
 
 std::string OwnerName(std::uint32_t owner) {

@@ -101,6 +101,7 @@ TEST_F(ProgramServer, TakesNothingThatItWorksOnForItsOutput) {
         "': the command works on that file itself. Nothing was changed; give another "
         "file with -o";
     ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "s.db"}, "cannot write 's.db" + refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "./s.db"}, "cannot write './s.db" + refused);
     ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "./a.json"}, "cannot write './a.json" + refused);
     Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
     const std::string key = ordered_json::parse(Read("answer.json"))["dbkey"];
@@ -113,7 +114,19 @@ TEST_F(ProgramServer, TakesNothingThatItWorksOnForItsOutput) {
         "cannot write 'p.kvp': a database lies there. Nothing was changed; give another file with -o");
 }
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+
+TEST_F(ProgramServer, CaseDoesNotMakeAnotherFileOfItsOutput) {
+    const std::string refused =
+        "': the command works on that file itself. Nothing was changed; give another "
+        "file with -o";
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "S.DB"}, "cannot write 'S.DB" + refused);
+    Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "S.DB"}, "cannot write 'S.DB" + refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "-o", "A.JSON"}, "cannot write 'A.JSON" + refused);
+}
+
+#else
 
 TEST_F(ProgramServer, NamesThatSqliteTakesForSomethingElseAreNamesOfFiles) {
     for (const std::string name : {":memory:", "file:s.db", "file:x?mode=memory"}) {

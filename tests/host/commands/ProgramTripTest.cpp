@@ -128,19 +128,26 @@ TEST_F(ProgramTrip, OfALargeTree) {
     GoOn();
 }
 
-#if !defined(_WIN32)
 TEST_F(ProgramTrip, OfNamesThatAreHardToCarry) {
-    for (const char* const name :
-         {"say \"hello\".txt", "line\nfeed\ttab\x01\x7F.txt", "m\xE9sh\xFF.txt", "' OR 1=1 --",
-          "\xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x94\xA7", "..hidden not", "%s%n"}) {
+    for (const char* const name : {
+             "' OR 1=1 --", "\xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x94\xA7", "..hidden not", "%s%n",
+                 "%PATH% ^& co",
+#if !defined(_WIN32)
+                 "say \"hello\".txt", "line\nfeed\ttab\x01\x7F.txt", "m\xE9sh\xFF.txt"
+#endif
+         }) {
         folder.Write(std::string("root/study/") + name, "x");
         folder.Write(std::string("root/") + name + "/job.inp", "*STEP\n");
     }
     Do({"new", "root", "first.kvp"});
     GoOn();
-    EXPECT_NE(Read("doc2.json").find(R"(m\uDCE9sh\uDCFF.txt)"), std::string::npos);
-}
+    const std::string document = Read("doc2.json");
+    EXPECT_NE(document.find(R"("' OR 1=1 --")"), std::string::npos);
+    EXPECT_NE(document.find(R"("\u4E2D\u6587 \uD83D\uDD27")"), std::string::npos);
+#if !defined(_WIN32)
+    EXPECT_NE(document.find(R"(m\uDCE9sh\uDCFF.txt)"), std::string::npos);
 #endif
+}
 
 TEST_F(ProgramTrip, OfAHundredThousandObjectsOneBelowTheOther) {
     constexpr int kDepth = 100000;

@@ -260,6 +260,9 @@ TEST_F(ProjectFileTest, ANewFileTakesNothingsPlaceAndLeavesNothingBeside) {
     const std::filesystem::path there = folder.Write("there.kvp", "kept");
     EXPECT_EQ(ErrorOf([&] { CreateProjectFile(there, *project, kept.console); }), "is there already");
     EXPECT_EQ(ReadWholeFile(there), "kept");
+#if defined(_WIN32)
+    EXPECT_EQ(ErrorOf([&] { CreateProjectFile("NUL", *project, kept.console); }), "is there already");
+#endif
     const auto missing = folder / "missing/p.kvp";
     EXPECT_EQ(ErrorOf([&] { CreateProjectFile(missing, *project, kept.console); }),
               "cannot be opened or made: its directory must exist and let you write in it");

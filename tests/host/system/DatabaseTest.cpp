@@ -1,0 +1,100 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "host/projectfile/ProjectTables.h"
+#include "host/system/Database.h"
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
+namespace host {
+namespace {
+
+std::string ErrorOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const DatabaseError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+class DatabaseTest : public testing::Test {
+protected:
+    /// Runs the program, which is another process, in the folder.
+    ProcessResult Run(std::vector<std::string> arguments) const {
+        return RunProgram(ProgramPath("korvane-json"), {std::move(arguments), {}, folder.Path(), {}, {}});
+    }
+    std::string ErrorOfOpening(const std::filesystem::path& file, DatabaseUse use) const {
+        return ErrorOf([&] { const Database database(file, use, kProjectFileKind); });
+    }
+
+    TemporaryDirectory folder;
+};
+
+TEST_F(DatabaseTest, WhatOneProgramChangesAnotherOneOnlyReads) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    folder.Write("a.json", R"({"name":"P","type":"SIMULATION"})");
+    {
+        Database database(folder / "p.kvp", DatabaseUse::Changing, kProjectFileKind);
+        const Transaction transaction(database);
+        const ProcessResult refused = Run({"import", "a.json", "p.kvp"});
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.error, "korvane-json: 'p.kvp' is in use by another program. Nothing was changed\n");
+        EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
+    }
+    EXPECT_EQ(Run({"import", "a.json", "p.kvp"}).status, 0);
+}
+
+TEST_F(DatabaseTest, NamesAreOfAllLanguages) {
+    const std::filesystem::path file = folder /
+                                       "Gr\xC3\xB6\xC3\x9F"
+                                       "e \xE4\xB8\xAD \xF0\x9F\x94\xA7/Gr\xC3\xB6\xC3\x9F"
+                                       "e \xE4\xB8\xAD.kvp";
+    std::filesystem::create_directory(file.parent_path());
+    {
+        Database database(file, DatabaseUse::Creating, kProjectFileKind);
+        database.SetKind(kProjectFileKind);
+    }
+    EXPECT_TRUE(std::filesystem::is_regular_file(file));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file.parent_path()), {}), 1);
+    EXPECT_EQ(ErrorOfOpening(file, DatabaseUse::Reading), "no error");
+}
+
+TEST_F(DatabaseTest, RefusesWhatIsNoFile) {
+#if defined(_WIN32)
+    const std::filesystem::path device = "NUL";
+#else
+    const std::filesystem::path device = "/dev/null";
+#endif
+    for (const DatabaseUse use : {DatabaseUse::Reading, DatabaseUse::Changing, DatabaseUse::Creating}) {
+        EXPECT_EQ(ErrorOfOpening(device, use), "is no file");
+        EXPECT_EQ(ErrorOfOpening(folder.Path(), use), "is no file");
+        EXPECT_EQ(ErrorOfOpening({}, use), "is no name of a file");
+    }
+    const std::filesystem::path below = folder.Write("file", "x") / "p.kvp";
+    EXPECT_EQ(ErrorOfOpening(below, DatabaseUse::Reading), "is not there");
+    EXPECT_EQ(ErrorOfOpening(below, DatabaseUse::Creating),
+              "cannot be opened or made: its directory must exist and let you write in it");
+}
+
+#if defined(_WIN32)
+
+TEST_F(DatabaseTest, SaysThatAnotherProgramKeepsTheFileForItself) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    const std::filesystem::path file = folder / "p.kvp";
+    HANDLE const handle = ::CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(handle, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(ErrorOfOpening(file, DatabaseUse::Changing),
+              "cannot be read: " + std::system_category().message(ERROR_SHARING_VIOLATION));
+    ::CloseHandle(handle);
+}
+
+#endif
+
+}  // namespace
+}  // namespace host
