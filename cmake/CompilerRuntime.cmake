@@ -1,10 +1,13 @@
 # The shared runtime of the compiler, for the programs and packages that need it beside them:
 # KORVANEJSON_RUNTIME_LIBRARIES holds its files, none where the system has a runtime of its own.
+# They are copies in the build tree without symbols and debug information, which are nine tenths of the compiler's own.
 
 include_guard()
 set(KORVANEJSON_RUNTIME_LIBRARIES)
 if(MINGW)
   get_filename_component(_compiler_folder "${CMAKE_CXX_COMPILER}" DIRECTORY)
+  set(_runtime_folder "${PROJECT_BINARY_DIR}/compiler-runtime")
+  file(MAKE_DIRECTORY "${_runtime_folder}")
   foreach(_library libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${_library}
       OUTPUT_VARIABLE _path OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -17,6 +20,11 @@ if(MINGW)
       message(FATAL_ERROR "${CMAKE_CXX_COMPILER} has no ${_library}: it must be a compiler with POSIX threads and "
         "SEH exceptions")
     endif()
-    list(APPEND KORVANEJSON_RUNTIME_LIBRARIES "${_path}")
+    # Also true where there is no copy yet.
+    if("${_path}" IS_NEWER_THAN "${_runtime_folder}/${_library}")
+      execute_process(COMMAND ${CMAKE_STRIP} -o "${_runtime_folder}/${_library}" "${_path}"
+        COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+    list(APPEND KORVANEJSON_RUNTIME_LIBRARIES "${_runtime_folder}/${_library}")
   endforeach()
 endif()

@@ -69,11 +69,12 @@ if(MINGW)
   configure_file("${PROJECT_SOURCE_DIR}/docs/README-Windows.txt.in" "${PROJECT_BINARY_DIR}/README-Windows.txt"
     @ONLY NEWLINE_STYLE CRLF)
   install(FILES "${PROJECT_BINARY_DIR}/README-Windows.txt" DESTINATION "${_document_folder}")
-  # The licences of the runtime, where the build machine has them.
+  # The licences of the runtime and of what the program contains, where the build machine has them.
   foreach(_licence IN ITEMS
       doc/gcc-mingw-w64-base/copyright=gcc-mingw-w64.txt
       doc/mingw-w64-x86-64-dev/copyright=mingw-w64.txt
-      common-licenses/GPL-3=GPL-3.txt)
+      common-licenses/GPL-3=GPL-3.txt
+      doc/libcli11-dev/copyright=cli11.txt)
     string(REGEX MATCH "^(.*)=(.*)$" _licence "${_licence}")
     if(CMAKE_CROSSCOMPILING AND EXISTS "/usr/share/${CMAKE_MATCH_1}")
       install(FILES "/usr/share/${CMAKE_MATCH_1}" DESTINATION licences RENAME "${CMAKE_MATCH_2}")

@@ -1,4 +1,5 @@
-# SQLite 3, in which the program keeps project files and the server's database: the target SQLite::SQLite3.
+# SQLite 3, in which the program keeps project files and the server's database: the target SQLite::SQLite3, of the
+# version KORVANEJSON_SQLITE_VERSION.
 #
 # It is built from the folder KORVANEJSON_SQLITE_SOURCE where one is given, as the preset windows does, and looked
 # for as an installed package everywhere else.
@@ -16,6 +17,7 @@ if(NOT KORVANEJSON_SQLITE_SOURCE)
       "libsqlite3-dev), or set KORVANEJSON_SQLITE_SOURCE to a folder with SQLite's sqlite3.c and sqlite3.h, or set "
       "KORVANEJSON_BUILD_HOST to OFF to build the library without the program.")
   endif()
+  set(KORVANEJSON_SQLITE_VERSION "${SQLite3_VERSION}")
   return()
 endif()
 
@@ -27,11 +29,11 @@ foreach(_file sqlite3.c sqlite3.h)
       "KORVANEJSON_BUILD_HOST set to OFF, the library needs no SQLite.")
   endif()
 endforeach()
-file(STRINGS "${KORVANEJSON_SQLITE_SOURCE}/sqlite3.h" _sqlite_version REGEX "^#define SQLITE_VERSION +\"")
-string(REGEX REPLACE "^.*\"(.*)\".*$" "\\1" _sqlite_version "${_sqlite_version}")
-if(NOT _sqlite_version VERSION_GREATER_EQUAL _sqlite_oldest)
+file(STRINGS "${KORVANEJSON_SQLITE_SOURCE}/sqlite3.h" KORVANEJSON_SQLITE_VERSION REGEX "^#define SQLITE_VERSION +\"")
+string(REGEX REPLACE "^.*\"(.*)\".*$" "\\1" KORVANEJSON_SQLITE_VERSION "${KORVANEJSON_SQLITE_VERSION}")
+if(NOT KORVANEJSON_SQLITE_VERSION VERSION_GREATER_EQUAL _sqlite_oldest)
   message(FATAL_ERROR "korvane-json needs SQLite ${_sqlite_oldest} or later, and the folder KORVANEJSON_SQLITE_SOURCE "
-    "${KORVANEJSON_SQLITE_SOURCE} holds SQLite ${_sqlite_version}.")
+    "${KORVANEJSON_SQLITE_SOURCE} holds SQLite ${KORVANEJSON_SQLITE_VERSION}.")
 endif()
 
 enable_language(C)
