@@ -16,14 +16,12 @@ set(CPACK_RESOURCE_FILE_README "${PROJECT_SOURCE_DIR}/README.md")
 set(CPACK_PACKAGE_FILE_NAME "${KORVANEJSON_PACKAGE_NAME}")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_LIST_DIR}/PackageLocale.cmake")
-# Whatever the umask of the user who makes the package.
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
 else()
   set(CPACK_GENERATOR TGZ)
+  set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/PackageFolders.cmake")
   # Without these tools (Debian: dpkg-dev, file) nobody would know what the package depends on.
   find_program(KORVANEJSON_SHLIBDEPS dpkg-shlibdeps)
   find_program(KORVANEJSON_FILE file)

@@ -1,6 +1,11 @@
 # Makes a package of the kind PACKAGE of the build tree in WORK and unpacks it: PREFIX is the folder with bin, lib and include.
 
-run(${CPACK} --config "${BUILD}/CPackConfig.cmake" -C "${CONFIG}" -G ${PACKAGE} -B "${WORK}/package")
+set(cpack ${CPACK})
+if(NOT PACKAGE STREQUAL ZIP)
+  # By a user who lets nobody else read new files.
+  set(cpack sh -c [[umask 077 && exec "$0" "$@"]] ${CPACK})
+endif()
+run(${cpack} --config "${BUILD}/CPackConfig.cmake" -C "${CONFIG}" -G ${PACKAGE} -B "${WORK}/package")
 file(GLOB package "${WORK}/package/*.zip" "${WORK}/package/*.tar.gz" "${WORK}/package/*.deb")
 list(LENGTH package count)
 if(NOT count EQUAL 1)
@@ -59,4 +64,10 @@ else()
   run(${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8
     ${CMAKE_COMMAND} -E chdir "${WORK}/unpacked" ${CMAKE_COMMAND} -E tar xf "${package}")
   set(PREFIX "${WORK}/unpacked/${PACKAGE_NAME}")
+endif()
+if(NOT PACKAGE STREQUAL ZIP)
+  run(find "${PREFIX}" -not -type l -not -perm -444)
+  if(output)
+    message(SEND_ERROR "Only their owner can read these:\n${output}")
+  endif()
 endif()
