@@ -7,7 +7,7 @@ include(Packages)
 
 set(_package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/KorvaneJson")
 foreach(namespace IN LISTS KORVANEJSON_EXPORTED_NAMESPACES)
-  install(EXPORT ${namespace}Targets NAMESPACE ${namespace}:: DESTINATION "${_package_folder}")
+  install(EXPORT ${namespace}Targets NAMESPACE ${namespace}:: DESTINATION "${_package_folder}" COMPONENT development)
 endforeach()
 list(TRANSFORM KORVANEJSON_FOUND_PACKAGES
   REPLACE "(.+)" "${CMAKE_CURRENT_LIST_DIR}/Find\\1.cmake" OUTPUT_VARIABLE _find_modules)
@@ -20,17 +20,23 @@ install(FILES
   "${PROJECT_BINARY_DIR}/KorvaneJsonConfig.cmake"
   "${PROJECT_BINARY_DIR}/KorvaneJsonConfigVersion.cmake"
   ${_find_modules}
-  DESTINATION "${_package_folder}")
+  DESTINATION "${_package_folder}" COMPONENT development)
 
 # For programs on Windows that want UTF-8 as their code page.
 if(WIN32)
-  install(FILES "${CMAKE_CURRENT_LIST_DIR}/utf8-code-page.manifest" DESTINATION "${_package_folder}")
+  install(FILES "${CMAKE_CURRENT_LIST_DIR}/utf8-code-page.manifest"
+    DESTINATION "${_package_folder}" COMPONENT development)
 endif()
 
 # Libraries of others have no place that the file could name.
 if(NOT KORVANEJSON_FOUND_PACKAGES)
-  file(RELATIVE_PATH KORVANEJSON_PREFIX_FROM_PC
-    "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+  if(KORVANEJSON_SYSTEM_PREFIX)
+    set(KORVANEJSON_PC_PREFIX /usr)
+  else()
+    # Wherever the installed tree is moved to.
+    file(RELATIVE_PATH _prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    set(KORVANEJSON_PC_PREFIX "\${pcfiledir}/${_prefix_from_pc}")
+  endif()
   # The file of libjson is called so everywhere, which the linker's -l does not expect where libraries begin with lib.
   if(WIN32)
     set(KORVANEJSON_LIBJSON_LINK -llibjson)
@@ -38,7 +44,8 @@ if(NOT KORVANEJSON_FOUND_PACKAGES)
     set(KORVANEJSON_LIBJSON_LINK "-l:libjson${CMAKE_SHARED_LIBRARY_SUFFIX}")
   endif()
   configure_file("${CMAKE_CURRENT_LIST_DIR}/korvanejson.pc.in" "${PROJECT_BINARY_DIR}/korvanejson.pc" @ONLY)
-  install(FILES "${PROJECT_BINARY_DIR}/korvanejson.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+  install(FILES "${PROJECT_BINARY_DIR}/korvanejson.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 endif()
 
 # Programs that use the library find the runtime with it.
@@ -47,6 +54,11 @@ if(MSVC)
   include(InstallRequiredSystemLibraries)
 elseif(KORVANEJSON_RUNTIME_LIBRARIES)
   install(PROGRAMS ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+
+if(KORVANEJSON_DEBIAN_PACKAGES)
+  include(DebianDocumentation)
+  return()
 endif()
 
 # On Windows the documentation is what one sees first in the folder; its texts link to each other as in the sources.

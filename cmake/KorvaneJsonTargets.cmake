@@ -9,13 +9,21 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # Programs find their libraries beside them, on Windows and everywhere else.
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(KORVANEJSON_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}" CACHE PATH
+  "Where programs and libraries are built; the packages for Debian can be made of those in another build tree")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${KORVANEJSON_OUTPUT_DIRECTORY}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${KORVANEJSON_OUTPUT_DIRECTORY}/bin")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${KORVANEJSON_OUTPUT_DIRECTORY}/lib")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
-# Installed programs and libraries find their libraries from where they stand.
-if(NOT WIN32)
+# An installation in the system's own folders stays there, and the system finds its libraries.
+set(KORVANEJSON_SYSTEM_PREFIX OFF)
+if(NOT WIN32 AND CMAKE_INSTALL_PREFIX MATCHES "^/usr/?$")
+  set(KORVANEJSON_SYSTEM_PREFIX ON)
+endif()
+
+# Elsewhere installed programs and libraries find their libraries from where they stand.
+if(NOT WIN32 AND NOT KORVANEJSON_SYSTEM_PREFIX)
   file(RELATIVE_PATH _korvanejson_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
   set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${_korvanejson_libraries}")
 endif()
@@ -40,9 +48,9 @@ endif()
 
 # The names under which programs ask for the libraries end in what an interface lasts for: the minor version while the
 # major one is 0, the major one later.
-set(_korvanejson_soversion ${PROJECT_VERSION_MAJOR})
+set(KORVANEJSON_SOVERSION ${PROJECT_VERSION_MAJOR})
 if(PROJECT_VERSION_MAJOR EQUAL 0)
-  string(APPEND _korvanejson_soversion .${PROJECT_VERSION_MINOR})
+  string(APPEND KORVANEJSON_SOVERSION .${PROJECT_VERSION_MINOR})
 endif()
 
 # Warnings and sanitizers for a target of this project.
@@ -67,13 +75,14 @@ function(korvanejson_configure target)
 endfunction()
 
 # Installs a library, as part of the targets with the namespace, and headers into a folder of their own.
+# The components libraries, development and program become a package each on Debian.
 function(korvanejson_install target namespace folder)
-  set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${_korvanejson_soversion})
+  set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${KORVANEJSON_SOVERSION})
   install(TARGETS ${target} EXPORT ${namespace}Targets
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT libraries
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libraries NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder} COMPONENT development)
   list(TRANSFORM ARGN PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
   set_property(GLOBAL APPEND PROPERTY KORVANEJSON_INSTALLED_HEADERS ${ARGN})
 endfunction()

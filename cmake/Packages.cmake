@@ -1,4 +1,5 @@
-# The packages that cpack makes of the installed tree: a ZIP for Windows, a TGZ and a DEB for Linux.
+# The packages that cpack makes of the installed tree: a ZIP for Windows, a TGZ for Linux, or DEBs of a tree that is
+# configured for the system's own folders (CMAKE_INSTALL_PREFIX=/usr) on a Debian machine.
 # KORVANEJSON_PACKAGE_NAME is the name of a ZIP and a TGZ, and of the folder in them.
 
 string(TOLOWER "${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" _platform)
@@ -22,29 +23,16 @@ if(WIN32)
 else()
   set(CPACK_GENERATOR TGZ)
   set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/PackageFolders.cmake")
-  # Without these tools (Debian: dpkg-dev, file) nobody would know what the package depends on.
-  find_program(KORVANEJSON_SHLIBDEPS dpkg-shlibdeps)
-  find_program(KORVANEJSON_FILE file)
-  if(KORVANEJSON_SHLIBDEPS AND KORVANEJSON_FILE)
-    list(APPEND CPACK_GENERATOR DEB)
+  # Libraries of others are in no package that these could depend on.
+  if(KORVANEJSON_SYSTEM_PREFIX AND NOT KORVANEJSON_FOUND_PACKAGES AND EXISTS /etc/debian_version)
+    # Without the first two (Debian: dpkg-dev, file) nobody would know what the packages depend on.
+    find_program(KORVANEJSON_SHLIBDEPS dpkg-shlibdeps)
+    find_program(KORVANEJSON_FILE file)
+    find_program(KORVANEJSON_GZIP gzip)
+    if(KORVANEJSON_SHLIBDEPS AND KORVANEJSON_FILE AND KORVANEJSON_GZIP)
+      include(DebianPackages)
+    endif()
   endif()
 endif()
-
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_NAME korvanejson)
-set(CPACK_DEBIAN_PACKAGE_SECTION science)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"KorvaneJson turns objects of the Korvane object model into JSON documents for
-the data-management server and makes objects of the server's documents again.
-
-This package holds the libraries with their headers, CMake package and
-pkg-config file, the command-line host korvane-json, documentation and
-examples.")
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
-# What other packages that link the libraries depend on, and the linker's cache at installation.
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 include(CPack)

@@ -1,4 +1,4 @@
-# Installs the build tree BUILD into WORK, or makes a package of the kind PACKAGE (ZIP, TGZ, DEB) there and unpacks it,
+# Installs the build tree BUILD into WORK, or makes a package of the kind PACKAGE (ZIP, TGZ) there and unpacks it,
 # and builds and runs the outside project against the tree, once with the CMake package and, where PKG_CONFIG is
 # given, once with the pkg-config file. What a package holds is checked in contents.cmake.
 
@@ -34,6 +34,7 @@ endfunction()
 
 file(REMOVE_RECURSE "${WORK}")
 if(PACKAGE)
+  include("${CMAKE_CURRENT_LIST_DIR}/checks.cmake")
   include("${CMAKE_CURRENT_LIST_DIR}/unpack.cmake")
   include("${CMAKE_CURRENT_LIST_DIR}/contents.cmake")
 else()
