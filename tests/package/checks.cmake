@@ -93,3 +93,13 @@ function(expect_first_program documents output)
     endif()
   endforeach()
 endfunction()
+
+# Sets `commands` to the lines of a text that are commands and match a pattern.
+function(commands_of text pattern)
+  file(STRINGS "${text}" lines REGEX "^    +${pattern}")
+  list(TRANSFORM lines STRIP)
+  if(NOT lines)
+    message(FATAL_ERROR "${text} has no command ${pattern}")
+  endif()
+  set(commands "${lines}" PARENT_SCOPE)
+endfunction()
