@@ -53,4 +53,5 @@ endforeach()
 
 if(KORVANEJSON_BUILD_HOST)
   install(FILES "${_prepared}/korvane-json.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT program)
+  install(FILES ${_cli11_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program RENAME CLI11.txt)
 endif()

@@ -56,6 +56,12 @@ elseif(KORVANEJSON_RUNTIME_LIBRARIES)
   install(PROGRAMS ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
 
+# The program contains code of CLI11, whose licence goes where the code goes; the build machine has it beside the headers.
+set(_cli11_licence)
+if(KORVANEJSON_BUILD_HOST AND EXISTS "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
+  set(_cli11_licence "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
+endif()
+
 if(KORVANEJSON_DEBIAN_PACKAGES)
   include(DebianDocumentation)
   return()
@@ -94,4 +100,5 @@ if(MINGW)
   endforeach()
 elseif(NOT WIN32 AND KORVANEJSON_BUILD_HOST)
   install(FILES "${PROJECT_SOURCE_DIR}/docs/korvane-json.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES ${_cli11_licence} DESTINATION "${_document_folder}/licences" RENAME CLI11.txt)
 endif()

@@ -157,6 +157,7 @@ expect_files("${WORK}/${development}/usr/share/doc/${development}"
   README.md docs/embedding.md docs/document.md examples/program/CMakeLists.txt)
 expect_files("${WORK}/${program}/usr/share/doc/${program}"
   README.md docs/document.md docs/document.schema.json examples/README.md examples/server-document.json
+  licences/CLI11.txt
   "examples/bracket-project/04-Kühlkörper/Kühlkörper_stationär.inp")
 
 list(TRANSFORM packages PREPEND "${PACKAGES}/")
