@@ -113,8 +113,8 @@ private:
     void WriteMetadata(const CAEObject& object) {
         writer_.Key("metaData");
         writer_.StartObject();
-        OuTemplateArray<OuString, OuCRTAllocator<>> names;
-        OuTemplateArray<OuString, OuCRTAllocator<>> values;
+        OuTemplateArray<OuString, OuCRTAllocator> names;
+        OuTemplateArray<OuString, OuCRTAllocator> values;
         object.getAllMetadata(names, values);
         for (int index = 0; index < names.GetSize(); ++index) {
             writer_.Key(names[index].GetAnsiBuffer());

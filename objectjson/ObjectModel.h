@@ -31,7 +31,7 @@
 using ListPosition = decltype(std::declval<OuList&>().GetHeadPosition());
 
 /// The texts that the object model fills in.
-using TextArray = OuTemplateArray<OuString, OuCRTAllocator<>>;
+using TextArray = OuTemplateArray<OuString, OuCRTAllocator>;
 
 inline format::Kind KindOf(CAEObject& object) {
     return static_cast<format::Kind>(object.getType());

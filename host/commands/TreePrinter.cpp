@@ -193,8 +193,8 @@ void Printer::AddFileRow(const CAEFile& file, const std::string& strokes, const 
 }
 
 void Printer::AddMetadata(const CAEObject& object, const std::string& strokes) {
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     object.getAllMetadata(names, values);
     Row row;
     row.isMetadata = true;

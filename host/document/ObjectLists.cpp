@@ -15,8 +15,8 @@ std::vector<CAEObject*> ChildrenOf(const CAEObject& object) {
 }
 
 std::vector<MetadataOfObject> MetadataOf(const CAEObject& object) {
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     object.getAllMetadata(names, values);
     std::vector<MetadataOfObject> entries;
     for (int index = 0; index < names.GetSize(); ++index) {

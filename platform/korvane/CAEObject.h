@@ -68,8 +68,8 @@ public:
 
     /// Appends the names of the metadata entries and, to the second list, their values, in the order of
     /// creation.
-    int getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator<>>& names,
-                       OuTemplateArray<OuString, OuCRTAllocator<>>& values) const;
+    int getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator>& names,
+                       OuTemplateArray<OuString, OuCRTAllocator>& values) const;
     /// An entry is looked up without regard to letter case; the empty name is a name. Getters fail, and leave
     /// the text as it was, where there is no such entry; setters create it.
     int getMetadataType(const OuString& name, OuString& type) const;

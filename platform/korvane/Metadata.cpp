@@ -73,8 +73,8 @@ using korvane::kFailed;
 using korvane::MetadataEntry;
 using korvane::Recorded;
 
-int CAEObject::getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator<>>& names,
-                              OuTemplateArray<OuString, OuCRTAllocator<>>& values) const {
+int CAEObject::getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator>& names,
+                              OuTemplateArray<OuString, OuCRTAllocator>& values) const {
     const Recorded note("CAEObject::getAllMetadata", *this);
     if (data_->metadata) {
         for (const MetadataEntry& entry : data_->metadata->Entries()) {

@@ -3,8 +3,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "OuCRTAllocator.h"
-
 /// An array of pointer-wide slots that hold integers in their low 32 bits; what the high halves hold means
 /// nothing.
 class OuArray {
@@ -21,5 +19,5 @@ public:
     void RemoveAll() noexcept { slots_.clear(); }
 
 private:
-    std::vector<void*, OuCRTAllocator<void*>> slots_;
+    std::vector<void*> slots_;
 };

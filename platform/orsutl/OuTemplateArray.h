@@ -1,13 +1,41 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
+#include <new>
 #include <type_traits>
 #include <vector>
 
 #include "OuCRTAllocator.h"
 
-/// An array of values, in the order in which they were added.
-template <typename T, typename Allocator = OuCRTAllocator<>>
+/// What the standard containers ask of an allocator, in terms of one like OuCRTAllocator.
+template <typename T, typename Allocator>
+class OuElementAllocator {
+    static_assert(alignof(T) <= alignof(std::max_align_t), "the allocator aligns no further");
+
+public:
+    using value_type = T;
+
+    OuElementAllocator() noexcept = default;
+    template <typename Other>
+    OuElementAllocator(const OuElementAllocator<Other, Allocator>&) noexcept {}
+
+    T* allocate(std::size_t count) {
+        if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) {
+            throw std::bad_alloc();
+        }
+        return static_cast<T*>(Allocator::Allocate(count * sizeof(T)));
+    }
+    void deallocate(T* memory, std::size_t) noexcept { Allocator::Free(memory); }
+
+    template <typename Other>
+    bool operator==(const OuElementAllocator<Other, Allocator>&) const noexcept {
+        return true;
+    }
+};
+
+/// An array of values, in the order in which they were added, in memory that the allocator gives.
+template <typename T, typename Allocator = OuCRTAllocator>
 class OuTemplateArray {
     static_assert(!std::is_same_v<T, bool>, "std::vector<bool> has no values to refer to");
 
@@ -22,6 +50,5 @@ public:
     void RemoveAll() noexcept { values_.clear(); }
 
 private:
-    using ElementAllocator = typename Allocator::template rebind<T>::other;
-    std::vector<T, ElementAllocator> values_;
+    std::vector<T, OuElementAllocator<T, Allocator>> values_;
 };

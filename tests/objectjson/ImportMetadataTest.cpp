@@ -19,8 +19,8 @@ std::string ProgramReference(const std::string& name, const std::string& value) 
 
 /// Every entry as name=value:type:unit, in the order of the object model.
 std::string Entries(const CAEObject& object) {
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     object.getAllMetadata(names, values);
     std::string entries;
     for (int index = 0; index < names.GetSize(); ++index) {

@@ -6,8 +6,8 @@
 namespace {
 
 std::vector<std::pair<std::string, std::string>> AllMetadataOf(const CAEObject& object) {
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     EXPECT_EQ(object.getAllMetadata(names, values), 0);
     EXPECT_EQ(names.GetSize(), values.GetSize());
     std::vector<std::pair<std::string, std::string>> all;
@@ -84,8 +84,8 @@ TEST(Metadata, EntriesAreCreatedByATypeAValueOrAUnit) {
 TEST(Metadata, AppendsToTheArrays) {
     TestProject project;
     SetMetadata(*project, L"A", L"1");
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     names.Add(L"before");
     project->getAllMetadata(names, values);
     EXPECT_EQ(names.GetSize(), 2);

@@ -97,8 +97,8 @@ TEST(Recording, NotesTheFilesOfAnObject) {
 
 TEST(Recording, NotesMetadata) {
     Model m;
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     EXPECT_NOTE(m.part.getAllMetadata(names, values), "CAEObject::getAllMetadata(#3)");
     EXPECT_NOTE(m.part.getMetadataType(L"Mass", m.text), "CAEObject::getMetadataType(#3, \"Mass\")");
     EXPECT_NOTE(m.part.getMetadataUnitString(L"Mass", m.text),

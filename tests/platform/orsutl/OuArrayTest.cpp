@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
-#include <map>
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "OuArray.h"
 #include "OuCRTAllocator.h"
@@ -69,7 +69,7 @@ TEST(OuArray, CopiesAndMovesItsSlots) {
     EXPECT_EQ(Number(array.GetAt(0)), 1);
 }
 
-using Texts = OuTemplateArray<OuString, OuCRTAllocator<>>;
+using Texts = OuTemplateArray<OuString, OuCRTAllocator>;
 
 TEST(OuTemplateArray, HoldsItsValuesInOrder) {
     Texts texts;
@@ -136,29 +136,50 @@ TEST(OuTemplateArray, StaysAsItWasWhenAValueCannotBeCopied) {
     EXPECT_FALSE(values[0].refuses);
 }
 
-TEST(OuCRTAllocator, ServesContainers) {
-    std::vector<OuString, OuCRTAllocator<OuString>> texts;
-    std::map<int, int, std::less<>, OuCRTAllocator<std::pair<const int, int>>> numbers;
-    for (int i = 0; i < 100; ++i) {
-        texts.emplace_back(L"text");
-        numbers[i] = i;
+/// Gives out what OuCRTAllocator gives, and counts it.
+struct CountingAllocator {
+    static inline int blocks = 0;
+    static inline std::size_t lastBytes = 0;
+    static void* Allocate(std::size_t bytes) {
+        ++blocks;
+        lastBytes = bytes;
+        return OuCRTAllocator::Allocate(bytes);
     }
-    EXPECT_STREQ(texts.back().GetBuffer(), L"text");
-    EXPECT_EQ(numbers.at(99), 99);
-    EXPECT_TRUE(OuCRTAllocator<int>() == OuCRTAllocator<long>());
+    static void Free(void* memory) {
+        --blocks;
+        OuCRTAllocator::Free(memory);
+    }
+};
+
+TEST(OuTemplateArray, TakesItsMemoryFromItsAllocatorAndGivesItBack) {
+    {
+        OuTemplateArray<OuString, CountingAllocator> texts;
+        EXPECT_EQ(CountingAllocator::blocks, 0);
+        texts.Add(L"text");
+        EXPECT_EQ(CountingAllocator::blocks, 1);
+        EXPECT_EQ(CountingAllocator::lastBytes, sizeof(OuString));
+        const OuTemplateArray<OuString, CountingAllocator> copy(texts);
+        EXPECT_EQ(CountingAllocator::blocks, 2);
+    }
+    EXPECT_EQ(CountingAllocator::blocks, 0);
 }
 
-TEST(OuCRTAllocator, ThrowsWhenThereIsNoMemory) {
-    OuCRTAllocator<std::uint64_t> allocator;
-    EXPECT_THROW(allocator.allocate(std::numeric_limits<std::size_t>::max()), std::bad_alloc);
-    EXPECT_THROW(allocator.allocate(std::numeric_limits<std::size_t>::max() / 8 + 1), std::bad_alloc);
+TEST(OuCRTAllocator, GivesMemoryForAnySizeThatThereIs) {
+    for (const std::size_t bytes : {0U, 1U, 100000U}) {
+        void* const memory = OuCRTAllocator::Allocate(bytes);
+        ASSERT_NE(memory, nullptr);
+        std::memset(memory, 0x5A, bytes);
+        OuCRTAllocator::Free(memory);
+    }
 }
 
-TEST(OuCRTAllocator, AnswersNoValuesWithMemoryToo) {
-    OuCRTAllocator<int> allocator;
-    int* memory = allocator.allocate(0);
-    EXPECT_NE(memory, nullptr);
-    allocator.deallocate(memory, 0);
+TEST(OuTemplateArray, HoldsNoMoreValuesThanHaveSizes) {
+    constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
+    OuElementAllocator<std::uint64_t, CountingAllocator> allocator;
+    EXPECT_THROW(allocator.allocate(kEverything), std::bad_alloc);
+    // In bytes these come to 8, and nothing is asked for them.
+    EXPECT_THROW(allocator.allocate(kEverything / 8 + 2), std::bad_alloc);
+    EXPECT_EQ(CountingAllocator::blocks, 0);
 }
 
 }  // namespace
