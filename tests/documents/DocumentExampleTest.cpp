@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 #include <korvanejson/JsonSerializer.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 
+#include "TextFile.h"
 #include "support/Documents.h"
 #include "support/ModelBuilders.h"
 
@@ -31,13 +30,6 @@ TestProject MakeExample() {
     return project;
 }
 
-std::string ReadText(const char* path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
 /// What stands between the first ```json and the next ``` of a text.
 std::string FirstExample(const std::string& markdown) {
     const std::string opening = "\n```json\n";
@@ -58,6 +50,6 @@ TEST(DocumentExample, IsWhatTheLibraryWrites) {
     const JSONNode document = serializer.GetJson();
     const json_string indented = document.write_formatted();
     SaveDocument({indented.c_str(), indented.size()});
-    EXPECT_EQ(std::string(indented.c_str()), FirstExample(ReadText(KORVANEJSON_DOCUMENT_TEXT)));
+    EXPECT_EQ(std::string(indented.c_str()), FirstExample(ReadText(KORVANEJSON_DOCS "/document.md")));
     SaveDocument(serializer.GetJsonString().GetAnsiBuffer());
 }
