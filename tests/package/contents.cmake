@@ -36,7 +36,7 @@ expect_files("${PREFIX}" ${needed})
 expect_files("${documents}"
   LICENSE README.md CHANGELOG.md docs/document.md docs/document.schema.json docs/embedding.md
   docs/answer.schema.json docs/import.schema.json
-  examples/README.md examples/server-document.json examples/program/CMakeLists.txt
+  examples/README.md examples/server-document.json examples/server.py examples/program/CMakeLists.txt
   "examples/bracket-project/04-Kühlkörper/Kühlkörper_stationär.inp")
 if(NOT PACKAGE STREQUAL ZIP)
   expect_files("${documents}" licences/CLI11.txt)

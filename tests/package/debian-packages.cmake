@@ -154,9 +154,11 @@ endforeach()
 expect_compressed(${program} man/man1/korvane-json.1.gz "${SOURCE}/docs/korvane-json.1")
 expect_documentation_in_page("${SOURCE}/docs/korvane-json.1" /usr/share/doc/${program})
 expect_files("${WORK}/${development}/usr/share/doc/${development}"
-  README.md docs/embedding.md docs/document.md examples/program/CMakeLists.txt)
+  README.md docs/embedding.md docs/document.md docs/answer.schema.json docs/import.schema.json
+  examples/program/CMakeLists.txt examples/server.py)
 expect_files("${WORK}/${program}/usr/share/doc/${program}"
-  README.md docs/document.md docs/document.schema.json examples/README.md examples/server-document.json
+  README.md docs/document.md docs/document.schema.json docs/answer.schema.json docs/import.schema.json
+  examples/README.md examples/server-document.json examples/server.py
   licences/CLI11.txt
   "examples/bracket-project/04-Kühlkörper/Kühlkörper_stationär.inp")
 
