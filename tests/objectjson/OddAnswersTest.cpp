@@ -25,13 +25,9 @@ protected:
     void SayKind(_tagCAEObjectType kind) {
         kind_.emplace("CAEObject::getType(#2)", korvane::Answer{.type = kind}, OddAnswer::kAlways);
     }
-    std::string RecordingOfFile(const char* fileType) {
-        return RecordingOf([&] {
-            CAEObjectJson(libjson::parse("{\"type\":\"X\",\"files\":[{\"fileType\":\"" +
-                                         std::string(fileType) + "\"}]}"),
-                          &part)
-                .Import();
-        });
+    std::string RecordingOfFile(const std::string& fileType) {
+        return RecordingOf(
+            [&] { ImportText(R"({"type":"X","files":[{"fileType":")" + fileType + R"("}]})", part); });
     }
 
     TestProject project;
