@@ -24,9 +24,12 @@ public:
 private:
     /// An object whose node is open, and the section of it that is being written.
     struct OpenNode {
+        explicit OpenNode(CAEObject& subject, CAEFile* fileOfRecord = nullptr)
+            : object(subject), file(fileOfRecord) {}
+
         CAEObject& object;
         /// Set where the node is a file record.
-        CAEFile* file = nullptr;
+        CAEFile* file;
         std::variant<std::monostate, ExportedChildren, ExportedFiles> section = {};
     };
 
