@@ -43,7 +43,7 @@ OuString CAEObjectJson::GetJsonText() const {
 }
 
 JSONNode CAEObjectJson::MakeStringNode(OuString key, OuString value) {
-    return JSONNode(key.GetAnsiBuffer(), value.GetAnsiBuffer());
+    return JSONNode(AnsiFormOf(key), AnsiFormOf(value));
 }
 
 OuString CAEObjectJson::ReadTypeField(JSONNode node) {

@@ -9,6 +9,11 @@ namespace {
 
 constexpr int kListBlockSize = 10;
 
+OuList& FilledWithChildren(OuList& list, CAEObject& object) {
+    object.getChildrenList(list);
+    return list;
+}
+
 }  // namespace
 
 bool CAEObjectJson::IsChildExported(CAEObject* child) const {
@@ -16,14 +21,11 @@ bool CAEObjectJson::IsChildExported(CAEObject* child) const {
 }
 
 ExportedChildren::ExportedChildren(CAEObject& object, ExportMode mode)
-    : mode_(mode), children_(kListBlockSize) {
-    object.getChildrenList(children_);
-    next_ = children_.GetHeadPosition();
-}
+    : mode_(mode), children_(kListBlockSize), walk_(FilledWithChildren(children_, object)) {}
 
 CAEObject* ExportedChildren::Next() {
-    while (next_) {
-        auto* const child = static_cast<CAEObject*>(children_.GetNext(next_));
+    while (walk_.HasNext()) {
+        CAEObject* const child = walk_.NextObject();
         if (IsLetThrough(mode_, child) && child != nullptr && KindOf(*child) != Kind::kSessionObject) {
             return child;
         }
@@ -33,10 +35,10 @@ CAEObject* ExportedChildren::Next() {
 
 CAEObject* CreateChild(CAEObject& parent, CAEProject& project, const JSONNode& element) {
     const OuString typeName = CAEObjectJson::ReadTypeField(element);
-    if (typeName.IsEmpty()) {
+    if (IsEmpty(typeName)) {
         return nullptr;
     }
-    const _tagCAEObjectType type = CAEObjectJson::ObjectTypeFromName(typeName.GetAnsiBuffer());
+    const _tagCAEObjectType type = CAEObjectJson::ObjectTypeFromName(AnsiFormOf(typeName));
     int newId = 0;
     // The status is not asked for: an identifier is what says that there is an object.
     createCAEObject(&project, parent.getID(), type, newId);

@@ -8,7 +8,7 @@
 class DocumentWriter {
 public:
     virtual void Text(format::MemberName name, const char* value) = 0;
-    void Text(format::MemberName name, const OuString& value) { Text(name, value.GetAnsiBuffer()); }
+    void Text(format::MemberName name, const OuString& value) { Text(name, AnsiFormOf(value)); }
 
     /// Opens a member that is an object or an array; what follows goes into it.
     virtual void OpenObject(format::MemberName name) = 0;

@@ -1,9 +1,9 @@
 #include "ExportMode.h"
 
 ExportMode ExportModeOfText(const OuString& text) {
-    return text.Compare(L"PROJECT") == 0 ? ExportMode::kProject
-           : text.Compare(L"STUDY") == 0 ? ExportMode::kStudy
-                                         : ExportMode::kEverything;
+    return AreEqual(text, OuString("PROJECT", 0)) ? ExportMode::kProject
+           : AreEqual(text, OuString("STUDY", 0)) ? ExportMode::kStudy
+                                                  : ExportMode::kEverything;
 }
 
 bool IsLetThrough(ExportMode mode, CAEObject* child) {

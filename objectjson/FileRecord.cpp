@@ -46,7 +46,7 @@ constexpr FileMemberReader kFileMemberReaders[] = {
 }  // namespace
 
 void WriteFileMembers(CAEFile& file, DocumentWriter& out) {
-    out.Text(member::kFileType, TextOfModel(CAEGetFileTypeName(file.getFileType())));
+    out.Text(member::kFileType, TextOfModel(CAEGetFileTypeName(static_cast<int>(FileTypeOf(file)))));
     out.Text(member::kFileFormat, format::NameOfFileFormat(FileFormatOf(file)));
     out.Text(member::kLocationType, file.m_locationType);
     out.Text(member::kFilePath, format::kNoFilePath);

@@ -64,20 +64,25 @@ void AttachFile(CAEObject& object, CAEFile& file, int fileId) {
             break;
     }
     if (!format::HasRole(type)) {
-        object.attachCustomFile(fileId, nullptr);
+        CAEProject* const ownProject = nullptr;
+        object.attachCustomFile(fileId, ownProject);
     }
+}
+
+std::unique_ptr<CAEFile> NewFile() {
+    OuString* const noPath = nullptr;
+    return std::make_unique<CAEFile>(noPath, ToFileType(FileType::kUnknown),
+                                     ToFileFormat(format::FileFormat::kUnknown), false);
 }
 
 }  // namespace
 
 ExportedFiles::ExportedFiles(CAEObject& object)
-    : identifiers_(object.GetFiles()), project_(object.getProject()) {
-    next_ = identifiers_.GetHeadPosition();
-}
+    : identifiers_(object.GetFiles()), walk_(identifiers_), project_(object.getProject()) {}
 
 CAEFile* ExportedFiles::Next() {
-    while (project_ != nullptr && next_) {
-        if (CAEFile* const file = project_->getFile(identifiers_.GetNextID(next_))) {
+    while (project_ != nullptr && walk_.HasNext()) {
+        if (CAEFile* const file = project_->getFile(walk_.NextIdentifier())) {
             return file;
         }
     }
@@ -93,12 +98,11 @@ void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records) 
     }
     for (const JSONNode& record : records) {
         OuString path = directory;
-        auto file = std::make_unique<CAEFile>(nullptr, static_cast<_tagFileType>(FileType::kUnknown),
-                                              ToFileFormat(format::FileFormat::kUnknown), false);
+        std::unique_ptr<CAEFile> file = NewFile();
         const CAEFileJson converter(record, file.get());
         OuString name;
         file->getName(name);
-        path.Append(name.GetBuffer(), 0);
+        path.Append(CharactersOf(name), 0);
         // The record's own path never survives: a file lies where its project lies.
         file->setFullPathName(path);
         file->m_fullPathCopy = path;

@@ -18,7 +18,7 @@ OuString FileObjectName(CAEObject& object) {
         file->getFullPathName(path);
     }
     // Through the ANSI form and back: the format has no characters that the code page lacks.
-    return OuString(path.GetFileName().GetAnsiBuffer(), 0);
+    return OuString(AnsiFormOf(path.GetFileName()), 0);
 }
 
 OuString ObjectName(CAEObject& object, Kind kind) {
@@ -27,7 +27,7 @@ OuString ObjectName(CAEObject& object, Kind kind) {
     }
     OuString name;
     object.getName(name);
-    return name.IsEmpty() ? OuString(format::kNameless, 0) : name;
+    return IsEmpty(name) ? OuString(format::kNameless, 0) : name;
 }
 
 /// The name of the iteration's grandparent, the study: written even when it is empty.
@@ -74,7 +74,7 @@ void WriteHeader(CAEObject& object, DocumentWriter& out) {
 
     out.Text(member::kType, TypeName(object, kind));
 
-    if (const OuString key = object.getDBKey(); !key.IsEmpty()) {
+    if (const OuString key = object.getDBKey(); !IsEmpty(key)) {
         out.Text(member::kDatabaseKey, key);
     }
 }

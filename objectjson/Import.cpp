@@ -127,7 +127,7 @@ void CAEObjectJson::Import() {
 }
 
 bool CAEObjectJson::PrepareImport() {
-    if (ReadTypeField(node_).IsEmpty() || object_ == nullptr) {
+    if (IsEmpty(ReadTypeField(node_)) || object_ == nullptr) {
         return false;
     }
     project_ = object_->getProject();

@@ -17,7 +17,7 @@ void WriteRecord(CAEObject& object, const OuString& name, DocumentWriter& out) {
     object.getMetadataType(name, type);
     object.getMetadataUnitString(name, unit);
     object.getMetadataValue(name, value);
-    out.OpenObject(name.GetAnsiBuffer());
+    out.OpenObject(AnsiFormOf(name));
     out.Text(member::kValue, value);
     out.Text(member::kMetaDataType, unit);
     out.End();
@@ -30,8 +30,8 @@ void WriteMetadata(CAEObject& object, DocumentWriter& out) {
     TextArray names;
     TextArray values;
     object.getAllMetadata(names, values);
-    for (int index = 0; index < names.GetSize(); ++index) {
-        OuString name = names[index];
+    for (int index = 0; index < SizeOf(names); ++index) {
+        OuString name = TextAt(names, index);
         if (IsText(name, format::kDescriptionEntry)) {
             // Renamed before the entry is looked up: the format fixes that "description" is what is asked
             // for.
@@ -63,7 +63,7 @@ void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& sectio
         const OuString value = WideMember(record, member::kValue);
         const OuString type = WideMember(record, member::kMetaDataType);
         if (IsText(name, format::kProgramReferenceEntry) &&
-            value.CompareNoCase(OuString(format::kNoProgramReference, 0)) == 0 && project != nullptr) {
+            AreEqualInAnyCase(value, OuString(format::kNoProgramReference, 0)) && project != nullptr) {
             // Only ever cleared: the server has no value that sets the reference.
             project->SetProgramReference(false);
         }

@@ -2,6 +2,7 @@
 
 #include <libjson.h>
 
+#include <utility>
 #include <vector>
 
 #include "DocumentWriter.h"

@@ -1,8 +1,11 @@
 #pragma once
 
 /// @file
-/// All that the product takes from the suite: its headers, and names of our own for what its headers may name
-/// in their own way. To build against a suite whose headers are cut differently, change this file alone.
+/// All that the product takes from the suite: its headers, and what they may name, number or declare in their
+/// own way. The rest of the product includes none of them, names no enumerator, knows neither how lists and
+/// arrays are walked nor what can be asked of a constant text, and calls the operations of the object model
+/// on objects that are not constant. To build against a suite whose headers are cut differently, change this
+/// file alone (docs/embedding.md says how).
 
 #include <CAEFile.h>
 #include <CAEFunctions.h>
@@ -23,15 +26,11 @@
 #include <PimuUtil.h>
 #endif
 
-#include <utility>
+#include <cstdint>
 
 #include "format/Kinds.h"
 
-/// A place in a list of the suite. It is only handed back to the list, and false behind the last element.
-using ListPosition = decltype(std::declval<OuList&>().GetHeadPosition());
-
-/// The texts that the object model fills in.
-using TextArray = OuTemplateArray<OuString, OuCRTAllocator>;
+// Enumerations, under names of our own. Their numbers are fixed.
 
 inline format::Kind KindOf(CAEObject& object) {
     return static_cast<format::Kind>(object.getType());
@@ -45,6 +44,10 @@ inline format::FileType FileTypeOf(CAEFile& file) {
     return static_cast<format::FileType>(file.getFileType());
 }
 
+inline _tagFileType ToFileType(format::FileType type) {
+    return static_cast<_tagFileType>(type);
+}
+
 inline format::FileFormat FileFormatOf(CAEFile& file) {
     return static_cast<format::FileFormat>(file.getFileFormat());
 }
@@ -53,7 +56,73 @@ inline _tagFileFormat ToFileFormat(format::FileFormat format) {
     return static_cast<_tagFileFormat>(format);
 }
 
+// Texts.
+
 /// A text that the object model owns; a null one counts as empty.
 inline OuString TextOfModel(const char* text) {
     return text == nullptr ? OuString() : OuString(text, 0);
 }
+
+inline bool IsEmpty(const OuString& text) {
+    return text.IsEmpty();
+}
+
+/// The characters, ended by a NUL; valid until the text is changed or destroyed.
+inline const wchar_t* CharactersOf(const OuString& text) {
+    return text.GetBuffer();
+}
+
+/// The same in the ANSI code page.
+inline const char* AnsiFormOf(const OuString& text) {
+    return text.GetAnsiBuffer();
+}
+
+inline bool AreEqual(const OuString& left, const OuString& right) {
+    return left.Compare(right) == 0;
+}
+
+inline bool AreEqualInAnyCase(const OuString& left, const OuString& right) {
+    return left.CompareNoCase(right) == 0;
+}
+
+// Arrays.
+
+/// The texts that the object model fills in.
+using TextArray = OuTemplateArray<OuString, OuCRTAllocator>;
+
+inline int SizeOf(TextArray& texts) {
+    return texts.GetSize();
+}
+
+inline OuString TextAt(TextArray& texts, int index) {
+    return texts[index];
+}
+
+inline int SizeOf(OuArray& numbers) {
+    return numbers.GetSize();
+}
+
+/// A slot as it is: the number stands in its low 32 bits.
+inline std::uintptr_t SlotAt(OuArray& numbers, int index) {
+    return reinterpret_cast<std::uintptr_t>(numbers.GetAt(index));
+}
+
+// Lists.
+
+/// The way through a list, from its head to its tail. The list must stay as it is meanwhile.
+class ListWalk {
+public:
+    explicit ListWalk(OuList& list) : list_(list), next_(list.GetHeadPosition()) {}
+    ListWalk(const ListWalk&) = delete;
+    ListWalk& operator=(const ListWalk&) = delete;
+
+    /// False behind the tail, where there is nothing to take.
+    bool HasNext() const { return next_ != nullptr; }
+    /// Takes what stands next: in a list of objects (null among them), or in one of identifiers.
+    CAEObject* NextObject() { return static_cast<CAEObject*>(list_.GetNext(next_)); }
+    int NextIdentifier() { return list_.GetNextID(next_); }
+
+private:
+    OuList& list_;
+    OuListPosition* next_;
+};

@@ -35,7 +35,7 @@ public:
 private:
     ExportMode mode_;
     OuList children_;
-    ListPosition next_;
+    ListWalk walk_;
 };
 
 /// Creates the object that an element of "children" stands for, below the parent. Null for an element without
@@ -53,8 +53,8 @@ public:
 
 private:
     OuList identifiers_;
+    ListWalk walk_;
     CAEProject* project_;
-    ListPosition next_;
 };
 
 /// Makes a file of every element and attaches it to the object.

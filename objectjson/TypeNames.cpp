@@ -21,7 +21,7 @@ OuString CAEObjectJson::ObjectTypeName(_tagCAEObjectType type) {
         return OuString(fixed.data(), 0);
     }
     OuString name(format::kKindPrefix, 0);
-    name.Append(modelName.GetBuffer(), 0);
+    name.Append(CharactersOf(modelName), 0);
     return name;
 }
 

@@ -1,6 +1,6 @@
-#include <bit>
 #include <cstdint>
 #include <stdexcept>
+#include <utility>
 
 #include "CAEObjectJson.h"
 #include "MajorMinor.h"
@@ -12,11 +12,8 @@ namespace member = format::member;
 
 namespace {
 
-int SlotNumber(const OuArray& numbers, int index) {
-    if (index >= numbers.GetSize()) {
-        return 0;
-    }
-    return static_cast<int>(static_cast<std::uint32_t>(std::bit_cast<std::uintptr_t>(numbers.GetAt(index))));
+int SlotNumber(OuArray& numbers, int index) {
+    return index < SizeOf(numbers) ? static_cast<int>(static_cast<std::uint32_t>(SlotAt(numbers, index))) : 0;
 }
 
 /// The current object's own list of files, which all of its versions are written with.
@@ -46,14 +43,14 @@ int FindVersion(CAEObject& object, MajorMinor number, CAEObject*& version) {
 }
 
 /// The number that every version is imported under, whatever its record says.
-MajorMinor ImportedNumber(const OuString& label) {
+MajorMinor ImportedNumber(OuString label) {
     const MajorMinor number;
     OuString major;
     OuString minor;
     static_cast<void>(label.Split(L".", major, minor));
     // The numbers are read and dropped: the server expects that whatever it sends becomes version 0.0.
     static_cast<void>(major.ToInt(number.majorNumber));
-    if (!minor.IsEmpty()) {
+    if (!IsEmpty(minor)) {
         static_cast<void>(minor.ToInt(number.minorNumber));
     }
     return number;
@@ -61,7 +58,7 @@ MajorMinor ImportedNumber(const OuString& label) {
 
 }  // namespace
 
-MajorMinor MajorMinor::At(const OuArray& majors, const OuArray& minors, int index) {
+MajorMinor MajorMinor::At(OuArray& majors, OuArray& minors, int index) {
     return {SlotNumber(majors, index), SlotNumber(minors, index)};
 }
 
@@ -84,11 +81,11 @@ JSONNode CAEObjectJson::ExportVersions(VersionNodeWriter nodeOf) {
     OuArray majors(0);
     OuArray minors(0);
     object_->getAvailableVersions(majors, minors);
-    if (majors.GetSize() == 0) {
+    if (SizeOf(majors) == 0) {
         return section;
     }
     const JSONNode files = FileList(node_);
-    for (int index = 0; index < majors.GetSize(); ++index) {
+    for (int index = 0; index < SizeOf(majors); ++index) {
         const MajorMinor number = MajorMinor::At(majors, minors, index);
         CAEObject* version = nullptr;
         if (FindVersion(*object_, number, version) != 0) {
@@ -117,7 +114,7 @@ void CAEObjectJson::ImportVersions(JSONNode section) {
 }
 
 void CAEObjectJson::ImportVersion(const JSONNode& record) {
-    if (ReadTypeField(record).IsEmpty()) {
+    if (IsEmpty(ReadTypeField(record))) {
         return;
     }
     const JSONNode* const label = FindMember(record, member::kVersion);

@@ -25,7 +25,7 @@ JSONNode JsonSerializer::GetJson() {
     // The base converter also for a file: as a root, a file is an object node, not a file record.
     CAEObjectJson converter(object_);
     // Written only when it differs, so that exports with one and the same mode may run side by side.
-    if (OuString& mode = ModuleExportMode(); mode.Compare(exportMode_) != 0) {
+    if (OuString& mode = ModuleExportMode(); !AreEqual(mode, exportMode_)) {
         mode = exportMode_;
     }
     JSONNode document = converter.GetJsonNode();

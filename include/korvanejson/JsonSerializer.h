@@ -1,6 +1,6 @@
 #pragma once
 
-// A suite whose header has another name includes it first.
+// The suite's text. Where its header has another name, whoever includes this one includes that first.
 #if __has_include(<OuString.h>)
 #include <OuString.h>
 #endif
@@ -9,6 +9,7 @@
 #include "Export.h"
 
 class CAEObject;
+class OuString;
 
 /// Turns one object of the object model, with everything under it, into a JSON document.
 ///

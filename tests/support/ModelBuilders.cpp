@@ -8,22 +8,27 @@ void SetOrigin(Object& object) {
     korvane::SetCreatedUserName(object, kTestUser);
 }
 
+void AttachCustomFile(CAEObject& object, int fileId) {
+    CAEProject* const ownProject = nullptr;
+    object.attachCustomFile(fileId, ownProject);
+}
+
 /// What parts and sub-assemblies have in common.
-template <typename Owner>
-void AttachInRole(Owner& owner, int (Owner::*attachMesh)(int), int fileId, _tagFileType type) {
+template <typename Owner, typename AttachMesh>
+void AttachInRole(Owner& owner, const AttachMesh& attachMesh, int fileId, _tagFileType type) {
     switch (type) {
         case CAE_FILE_CAD:
             owner.setCADFile(fileId);
             break;
         case CAE_FILE_MESH:
-            (owner.*attachMesh)(fileId);
+            attachMesh();
             owner.setActiveMesh(fileId);
             break;
         case CAE_FILE_GRAPHIC:
             owner.setGraphicFile(fileId);
             break;
         default:
-            owner.attachCustomFile(fileId, nullptr);
+            AttachCustomFile(owner, fileId);
     }
 }
 
@@ -67,12 +72,14 @@ void SetMetadata(CAEObject& object, const OuString& name, const OuString& value,
 
 void AttachFile(CAEObject& object, int fileId, _tagFileType type) {
     if (auto* part = dynamic_cast<CAEPart*>(&object)) {
-        AttachInRole(*part, &CAEPart::attachNewMeshOrMeshingRequest, fileId, type);
+        AttachInRole(
+            *part, [&] { part->attachNewMeshOrMeshingRequest(fileId); }, fileId, type);
     } else if (auto* assembly = dynamic_cast<CAESubAssembly*>(&object)) {
-        AttachInRole(*assembly, &CAESubAssembly::attachNewRepresentationOrMeshingReq, fileId, type);
+        AttachInRole(
+            *assembly, [&] { assembly->attachNewRepresentationOrMeshingReq(fileId); }, fileId, type);
     } else if (auto* run = dynamic_cast<CAERunAssembly*>(&object)) {
         run->setFERepresentationFile(fileId);
     } else {
-        object.attachCustomFile(fileId, nullptr);
+        AttachCustomFile(object, fileId);
     }
 }
