@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ConverterSupport.h"
 #include "RecordingSupport.h"
@@ -82,7 +83,7 @@ TEST_F(PartOfAnotherKind, TakesNoFileInARoleOfAnotherClass) {
                 << notes;
         }
     }
-    EXPECT_TRUE(part.GetFiles().IsEmpty());
+    EXPECT_TRUE(FileIdsOf(part).empty());
 }
 
 TEST(OddAnswers, ViewItemsKeyOfAPartResolvesNothing) {
@@ -104,7 +105,7 @@ TEST(OddAnswers, AssembliesThatSayTheyArePartsTakeNoFileInARole) {
     ImportText(R"({"type":"X","files":[{"fileType":"CAD"},{"fileType":"Mesh"},{"fileType":"Graphic"}]})",
                assembly);
     EXPECT_EQ(korvane::GetProjectFiles(*project).size(), 3U);
-    EXPECT_TRUE(assembly.GetFiles().IsEmpty());
+    EXPECT_TRUE(FileIdsOf(assembly).empty());
 }
 
 TEST(OddAnswers, NewIdentifierThatMeansNoObjectSkipsTheElement) {
@@ -115,12 +116,10 @@ TEST(OddAnswers, NewIdentifierThatMeansNoObjectSkipsTheElement) {
                *project);
     EXPECT_EQ(nobody.TimesGiven(), 1);
     // The object was made and stays as it was made; nothing of the element came onto it.
-    OuList children;
-    project->getChildrenList(children);
-    ASSERT_EQ(children.GetCount(), 2U);
-    auto position = children.GetHeadPosition();
-    EXPECT_EQ(NameOf(*static_cast<CAEObject*>(children.GetNext(position))), "");
-    EXPECT_EQ(NameOf(*static_cast<CAEObject*>(children.GetNext(position))), "b");
+    const std::vector<CAEObject*> children = ChildrenOf(*project);
+    ASSERT_EQ(children.size(), 2U);
+    EXPECT_EQ(NameOf(*children[0]), "");
+    EXPECT_EQ(NameOf(*children[1]), "b");
 }
 
 TEST(OddAnswers, CreationThatWritesNoIdentifierSkipsTheElementWhateverItsStatus) {
@@ -130,11 +129,9 @@ TEST(OddAnswers, CreationThatWritesNoIdentifierSkipsTheElementWhateverItsStatus)
         ImportText(R"({"type":"X","children":[{"type":"CAEPART","name":"a"},{"type":"CAEPART","name":"b"}]})",
                    *project);
         EXPECT_EQ(nothing.TimesGiven(), 1);
-        OuList children;
-        project->getChildrenList(children);
-        ASSERT_EQ(children.GetCount(), 1U);
-        auto position = children.GetHeadPosition();
-        EXPECT_EQ(NameOf(*static_cast<CAEObject*>(children.GetNext(position))), "b");
+        const std::vector<CAEObject*> children = ChildrenOf(*project);
+        ASSERT_EQ(children.size(), 1U);
+        EXPECT_EQ(NameOf(*children[0]), "b");
     }
 }
 

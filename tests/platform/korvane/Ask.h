@@ -8,7 +8,8 @@
 #include <utility>
 #include <vector>
 
-/// What the object model fills in, as values that tests compare and GoogleTest prints.
+/// What the object model fills in, as values that tests compare and GoogleTest prints. The tests of the
+/// product walk lists here alone: they also run with a suite whose lists are walked in another way.
 
 inline std::string TextOf(const OuString& text) {
     return text.GetAnsiBuffer();
