@@ -1,11 +1,10 @@
 #pragma once
 
 /// @file
-/// All that the product takes from the suite: its headers, and what they may name, number or declare in their
-/// own way. The rest of the product includes none of them, names no enumerator, knows neither how lists and
-/// arrays are walked nor what can be asked of a constant text, and calls the operations of the object model
-/// on objects that are not constant. To build against a suite whose headers are cut differently, change this
-/// file alone (docs/embedding.md says how).
+/// All that the product takes from the suite: its headers, and what these may name or declare in another way.
+/// The rest of the product includes none of them, names no enumerator, does not know how lists and arrays are
+/// walked or what is const in a text, and calls the operations of the object model on objects that are not
+/// const. To build against a suite with other headers, edit this file alone (docs/embedding.md says how).
 
 #include <CAEFile.h>
 #include <CAEFunctions.h>
