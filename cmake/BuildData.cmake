@@ -1,7 +1,7 @@
 # Writes what the build knows of itself as the header OUTPUT, from TEMPLATE; called at every build, and the header is
 # touched only when something in it changed.
 # SOURCE is the source folder, GIT the program (may be empty), VERSION the release number; MAKER_PREFIX, WEB_ADDRESS,
-# BUILD_HOST, BUILD_RUNNER and RIGHTS_NOTICE are taken as they are. With SOURCE_DATE_EPOCH in the environment the build
+# BUILD_HOST_NAME, BUILD_RUNNER and RIGHTS_NOTICE are taken as they are. With SOURCE_DATE_EPOCH in the environment the build
 # date and time are that moment in UTC, otherwise those of the compiler.
 
 # The module's texts have fixed lengths.
@@ -14,7 +14,7 @@ endfunction()
 expect_length("The maker's prefix (KORVANEJSON_MAKER_PREFIX)" "${MAKER_PREFIX}" 3)
 expect_length("The build runner's name (KORVANEJSON_BUILD_RUNNER_NAME)" "${BUILD_RUNNER}" 15)
 expect_length("The rights notice (KORVANEJSON_RIGHTS_NOTICE)" "${RIGHTS_NOTICE}" 31)
-foreach(text IN ITEMS "${MAKER_PREFIX}" "${WEB_ADDRESS}" "${BUILD_HOST}" "${BUILD_RUNNER}" "${RIGHTS_NOTICE}")
+foreach(text IN ITEMS "${MAKER_PREFIX}" "${WEB_ADDRESS}" "${BUILD_HOST_NAME}" "${BUILD_RUNNER}" "${RIGHTS_NOTICE}")
   if(NOT text MATCHES "^[ -~]+$" OR text MATCHES "[\"\\\\]")
     message(FATAL_ERROR "Build data are printable ASCII without quotes and backslashes, unlike \"${text}\"")
   endif()

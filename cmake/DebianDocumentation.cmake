@@ -52,7 +52,7 @@ foreach(_component IN LISTS CPACK_COMPONENTS_ALL)
   korvanejson_debian_documentation(${_component})
 endforeach()
 
-if(KORVANEJSON_BUILD_HOST)
+if(KORVANEJSON_BUILD_PROGRAM)
   install(FILES "${_prepared}/korvane-json.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT program)
   install(FILES ${_cli11_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program RENAME CLI11.txt)
 endif()

@@ -14,7 +14,7 @@ set(_revision ${CMAKE_MATCH_1})
 set(_version "${PROJECT_VERSION}-${_revision}")
 
 set(_components libraries development)
-if(KORVANEJSON_BUILD_HOST)
+if(KORVANEJSON_BUILD_PROGRAM)
   list(APPEND _components program)
 endif()
 set(KORVANEJSON_DEBIAN_LIBRARIES_NAME libkorvanejson${KORVANEJSON_SOVERSION})

@@ -58,7 +58,7 @@ endif()
 
 # The program contains code of CLI11, whose licence goes where the code goes; the build machine has it beside the headers.
 set(_cli11_licence)
-if(KORVANEJSON_BUILD_HOST AND EXISTS "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
+if(KORVANEJSON_BUILD_PROGRAM AND EXISTS "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
   set(_cli11_licence "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
 endif()
 
@@ -98,7 +98,7 @@ if(MINGW)
       install(FILES "/usr/share/${CMAKE_MATCH_1}" DESTINATION licences RENAME "${CMAKE_MATCH_2}")
     endif()
   endforeach()
-elseif(NOT WIN32 AND KORVANEJSON_BUILD_HOST)
+elseif(NOT WIN32 AND KORVANEJSON_BUILD_PROGRAM)
   install(FILES "${PROJECT_SOURCE_DIR}/docs/korvane-json.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   install(FILES ${_cli11_licence} DESTINATION "${_document_folder}/licences" RENAME CLI11.txt)
 endif()

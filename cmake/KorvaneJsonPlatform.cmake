@@ -28,7 +28,7 @@ if(KORVANEJSON_PLATFORM STREQUAL "embedded")
 else()
   find_package(KorvaneSuite REQUIRED)
   list(APPEND KORVANEJSON_FOUND_PACKAGES KorvaneSuite)
-  foreach(part HOST TESTS BENCH FUZZ)
+  foreach(part PROGRAM TESTS BENCH FUZZ)
     if(KORVANEJSON_BUILD_${part})
       message(FATAL_ERROR
         "KORVANEJSON_BUILD_${part} needs the embedded object model: switch it off with KORVANEJSON_PLATFORM=suite")

@@ -15,7 +15,7 @@ if(NOT KORVANEJSON_SQLITE_SOURCE)
   if(NOT SQLite3_FOUND)
     message(FATAL_ERROR "korvane-json needs SQLite ${_sqlite_oldest} or later, which was not found. Install it (Debian: "
       "libsqlite3-dev), or set KORVANEJSON_SQLITE_SOURCE to a folder with SQLite's sqlite3.c and sqlite3.h, or set "
-      "KORVANEJSON_BUILD_HOST to OFF to build the library without the program.")
+      "KORVANEJSON_BUILD_PROGRAM to OFF to build the library without the program.")
   endif()
   set(KORVANEJSON_SQLITE_VERSION "${SQLite3_VERSION}")
   return()
@@ -26,7 +26,7 @@ foreach(_file sqlite3.c sqlite3.h)
     message(FATAL_ERROR "korvane-json needs SQLite, and ${KORVANEJSON_SQLITE_SOURCE} has no ${_file}. On Linux "
       "'./dev sqlite' puts SQLite's source into build/sqlite, where the preset windows expects it. "
       "KORVANEJSON_SQLITE_SOURCE is the folder with sqlite3.c and sqlite3.h. Without the program, with "
-      "KORVANEJSON_BUILD_HOST set to OFF, the library needs no SQLite.")
+      "KORVANEJSON_BUILD_PROGRAM set to OFF, the library needs no SQLite.")
   endif()
 endforeach()
 file(STRINGS "${KORVANEJSON_SQLITE_SOURCE}/sqlite3.h" KORVANEJSON_SQLITE_VERSION REGEX "^#define SQLITE_VERSION +\"")

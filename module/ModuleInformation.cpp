@@ -22,7 +22,7 @@ constexpr char kBanner[] = "@(#)" KORVANEJSON_MAKER_PREFIX
                            ":"
                            "KorvaneJson"
                            " version " KORVANEJSON_VERSION " (More informations on " KORVANEJSON_WEB_ADDRESS
-                           "), built on " KORVANEJSON_BUILD_HOST " (" KORVANEJSON_BUILD_DATE
+                           "), built on " KORVANEJSON_BUILD_HOST_NAME " (" KORVANEJSON_BUILD_DATE
                            " at " KORVANEJSON_BUILD_TIME ")" KORVANEJSON_RIGHTS_NOTICE;
 
 static_assert(std::size(KORVANEJSON_BUILD_RUNNER) - 1 == 15);

@@ -15,7 +15,7 @@ endfunction()
 
 # run(<source folder> [NAME=value..]): the header's text in `header`, the status and the errors.
 function(run source)
-  set(values MAKER_PREFIX=Xyz WEB_ADDRESS=https://maker.example BUILD_HOST=machine BUILD_RUNNER=fifteen-letters
+  set(values MAKER_PREFIX=Xyz WEB_ADDRESS=https://maker.example BUILD_HOST_NAME=machine BUILD_RUNNER=fifteen-letters
     "RIGHTS_NOTICE=Copyright 2031 Some Body & Sons" ${ARGN})
   list(TRANSFORM values PREPEND -D)
   execute_process(COMMAND ${CMAKE_COMMAND} "-DTEMPLATE=${TEMPLATE}" "-DOUTPUT=${WORK}/BuildData.h"
@@ -52,7 +52,7 @@ expect("KORVANEJSON_REVISION \"${zeros}\"")
 expect("KORVANEJSON_VERSION \"3.4.5.00000000000\"")
 expect("KORVANEJSON_MAKER_PREFIX \"Xyz\"")
 expect("KORVANEJSON_WEB_ADDRESS \"https://maker.example\"")
-expect("KORVANEJSON_BUILD_HOST \"machine\"")
+expect("KORVANEJSON_BUILD_HOST_NAME \"machine\"")
 expect("KORVANEJSON_BUILD_RUNNER \"fifteen-letters\"")
 expect("KORVANEJSON_RIGHTS_NOTICE \"Copyright 2031 Some Body & Sons\"")
 expect("KORVANEJSON_RIGHTS_NOTICE_REST \" 2031 Some Body & Sons\"")
@@ -99,7 +99,7 @@ run("${WORK}/plain" "RIGHTS_NOTICE=(C) 2026 Korvane Software Group")
 expect_failure("from its first blank on must have 22 characters")
 run("${WORK}/plain" MAKER_PREFIX=Four)
 expect_failure("must have 3 characters")
-run("${WORK}/plain" BUILD_HOST=)
+run("${WORK}/plain" BUILD_HOST_NAME=)
 expect_failure("printable ASCII")
 foreach(address "https://\"maker\"" "https:\\\\maker" "https://mäker")
   run("${WORK}/plain" "WEB_ADDRESS=${address}")

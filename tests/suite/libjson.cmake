@@ -5,7 +5,7 @@ cmake_minimum_required(VERSION 3.25)
 include("${CMAKE_CURRENT_LIST_DIR}/Building.cmake")
 
 # What is tested is the text's type, so nothing is made faster.
-set(quick -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DKORVANEJSON_BUILD_HOST=OFF)
+set(quick -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DKORVANEJSON_BUILD_PROGRAM=OFF)
 
 file(REMOVE_RECURSE "${WORK}/installed" "${WORK}/libjson" "${WORK}/build/documents")
 configure("${WORK}/libjson-build" ${quick} -DKORVANEJSON_BUILD_TESTS=OFF -DLIBJSON_OWN_STRING_ALLOCATOR=ON)

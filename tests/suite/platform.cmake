@@ -41,8 +41,8 @@ function(expect_refusal what)
 endfunction()
 if(NOT TOOLCHAIN)
   expect_refusal("Set KORVANEJSON_SUITE_ROOT to the folder with the suite's include and lib folders")
-  expect_refusal("KORVANEJSON_BUILD_HOST needs the embedded object model"
-    "-DKORVANEJSON_SUITE_ROOT=${WORK}/suite" -DKORVANEJSON_BUILD_HOST=ON)
+  expect_refusal("KORVANEJSON_BUILD_PROGRAM needs the embedded object model"
+    "-DKORVANEJSON_SUITE_ROOT=${WORK}/suite" -DKORVANEJSON_BUILD_PROGRAM=ON)
   expect_refusal("KORVANEJSON_LIBJSON is \"other\"" -DKORVANEJSON_LIBJSON=other)
 endif()
 
