@@ -31,9 +31,9 @@ void AddExamples(CLI::App& command, std::string_view examples) {
     command.footer("Examples:\n" + std::string(examples));
 }
 
-std::optional<ProjectReading> OpenProject(const InputOptions& options,
-                                          const std::optional<std::filesystem::path>& leftOut,
-                                          Console& console) {
+std::optional<DirectoryReading> OpenProject(const InputOptions& options,
+                                            const std::optional<std::filesystem::path>& leftOut,
+                                            Console& console) {
     const InputKind kind = KindOfInput(options.directory);
     if (kind == InputKind::Document) {
         console.Say((options.directory == "-" ? std::string("the standard input")
@@ -42,11 +42,11 @@ std::optional<ProjectReading> OpenProject(const InputOptions& options,
         return std::nullopt;
     }
     if (kind == InputKind::ProjectFile) {
-        ProjectReading fromFile;
+        DirectoryReading fromFile;
         fromFile.project = OpenProjectFile(options.directory, console);
         return fromFile.project != nullptr ? std::optional(std::move(fromFile)) : std::nullopt;
     }
-    ProjectReading reading = ReadProject(PathFromUtf8(options.directory), leftOut, console);
+    DirectoryReading reading = ReadDirectory(PathFromUtf8(options.directory), leftOut, console);
     if (reading.project == nullptr) {
         console.Say("cannot read '" + Printable(std::string_view(options.directory)) + "': " +
                     reading.error.message() + ". Give a directory of simulation files that you may read");
@@ -55,7 +55,7 @@ std::optional<ProjectReading> OpenProject(const InputOptions& options,
     return reading;
 }
 
-int Finish(const InputOptions& options, const ProjectReading& reading, Console& console) {
+int Finish(const InputOptions& options, const DirectoryReading& reading, Console& console) {
     if (reading.unreadableCount == 0) {
         return kDone;
     }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/directory/ProjectReader.h"
+#include "host/directory/DirectoryReader.h"
 
 namespace CLI {
 class App;
@@ -34,13 +34,13 @@ void AddExamples(CLI::App& command, std::string_view examples);
 
 /// Reads the project that the options name. Nothing, after a message, where the directory or the project file
 /// cannot be read.
-std::optional<ProjectReading> OpenProject(const InputOptions& options,
-                                          const std::optional<std::filesystem::path>& leftOut,
-                                          Console& console);
+std::optional<DirectoryReading> OpenProject(const InputOptions& options,
+                                            const std::optional<std::filesystem::path>& leftOut,
+                                            Console& console);
 
 /// Ends a command that has done its work: says how much was left out, and gives the exit status that the
 /// options ask for then.
-int Finish(const InputOptions& options, const ProjectReading& reading, Console& console);
+int Finish(const InputOptions& options, const DirectoryReading& reading, Console& console);
 
 /// Writes the text to the standard output. A reader that has gone away has what it wanted; any other failure
 /// is said on the console and gives false.

@@ -42,7 +42,7 @@ bool OpenInput(const std::string& name, Input& input, Console& console) {
         input.document.node = *document;
         return true;
     }
-    std::optional<ProjectReading> reading = OpenProject({name, false}, std::nullopt, console);
+    std::optional<DirectoryReading> reading = OpenProject({name, false}, std::nullopt, console);
     if (!reading) {
         return false;
     }

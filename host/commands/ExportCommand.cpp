@@ -51,7 +51,7 @@ int ExportProject(const ExportOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.input.directory}, console)) {
         return kNothingDone;
     }
-    const std::optional<ProjectReading> reading = OpenProject(options.input, OutputPath(options), console);
+    const std::optional<DirectoryReading> reading = OpenProject(options.input, OutputPath(options), console);
     if (!reading) {
         return kNothingDone;
     }

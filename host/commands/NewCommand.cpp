@@ -26,10 +26,10 @@ struct NewOptions {
 };
 
 /// The project, read from its directory or without objects.
-std::optional<ProjectReading> MakeProject(const NewOptions& options, Console& console) {
+std::optional<DirectoryReading> MakeProject(const NewOptions& options, Console& console) {
     const std::filesystem::path file = PathFromUtf8(options.File());
     if (options.isEmpty) {
-        ProjectReading reading;
+        DirectoryReading reading;
         reading.project = korvane::CreateProject(ToOuString(file.stem()), DirectoryOfFile(file));
         reading.project->setAdditionalType(OuString(L"Simulation"));
         return reading;
@@ -56,7 +56,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         if (isThere) {
             old.emplace(ProjectFile::Open(file, !options.isDryRun, console));
         }
-        const std::optional<ProjectReading> reading = MakeProject(options, console);
+        const std::optional<DirectoryReading> reading = MakeProject(options, console);
         if (!reading) {
             return kNothingDone;
         }

@@ -5,7 +5,7 @@
 
 #include "Command.h"
 #include "ProjectInput.h"
-#include "TreePrinter.h"
+#include "host/document/TreePrinter.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Terminal.h"
 
@@ -25,7 +25,7 @@ int PrintProject(const InputOptions& options, Console& console) {
     if (KindOfInput(options.directory) == InputKind::Document) {
         return PrintDocument(options, console);
     }
-    const std::optional<ProjectReading> reading = OpenProject(options, PathOfStandardOutput(), console);
+    const std::optional<DirectoryReading> reading = OpenProject(options, PathOfStandardOutput(), console);
     if (!reading) {
         return kNothingDone;
     }

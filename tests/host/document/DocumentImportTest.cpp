@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "host/HostSupport.h"
-#include "host/commands/TreePrinter.h"
 #include "host/document/DocumentImport.h"
+#include "host/document/TreePrinter.h"
 #include "support/SmallStack.h"
 
 namespace host {

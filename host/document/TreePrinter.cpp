@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/document/ObjectLists.h"
+#include "ObjectLists.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 

@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "host/HostSupport.h"
-#include "host/commands/TreePrinter.h"
-#include "host/directory/ProjectReader.h"
+#include "host/directory/DirectoryReader.h"
+#include "host/document/TreePrinter.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 #include "support/TemporaryDirectory.h"
@@ -26,12 +26,12 @@ std::string NameOf(const CAEObject& object) {
     return name.GetAnsiBuffer();
 }
 
-class ProjectReaderTest : public testing::Test {
+class DirectoryReaderTest : public testing::Test {
 protected:
     void SetUp() override { folder.MakeDirectory("root"); }
 
     CAEProject& Read() {
-        reading = ReadProject(folder / "root", std::nullopt, kept.console);
+        reading = ReadDirectory(folder / "root", std::nullopt, kept.console);
         EXPECT_NE(reading.project, nullptr) << reading.error.message();
         return *reading.project;
     }
@@ -54,10 +54,10 @@ protected:
 
     TemporaryDirectory folder;
     KeptConsole kept;
-    ProjectReading reading;
+    DirectoryReading reading;
 };
 
-TEST_F(ProjectReaderTest, TheRootIsTheProject) {
+TEST_F(DirectoryReaderTest, TheRootIsTheProject) {
     CAEProject& project = Read();
     EXPECT_EQ(NameOf(project), "root");
     EXPECT_STREQ(korvane::GetDisplayName(project).GetAnsiBuffer(), "root");
@@ -69,7 +69,7 @@ TEST_F(ProjectReaderTest, TheRootIsTheProject) {
     EXPECT_EQ(ToPath(directory), folder / "root");
 }
 
-TEST_F(ProjectReaderTest, AnEmptyRootIsAnEmptyProject) {
+TEST_F(DirectoryReaderTest, AnEmptyRootIsAnEmptyProject) {
     EXPECT_EQ(Tree(),
               "root  Project  #1  Simulation\n"
               "   Files: 0; Size: 0 B; Studies: 0\n"
@@ -77,7 +77,7 @@ TEST_F(ProjectReaderTest, AnEmptyRootIsAnEmptyProject) {
               "0 files (0 B)\n");
 }
 
-TEST_F(ProjectReaderTest, FilesInTheRootAreFileChildrenOfTheProject) {
+TEST_F(DirectoryReaderTest, FilesInTheRootAreFileChildrenOfTheProject) {
     Write("plan.csv", "a;b\n");
     Write("part.step", "ISO-10303-21;");
     EXPECT_EQ(Tree(),
@@ -89,7 +89,7 @@ TEST_F(ProjectReaderTest, FilesInTheRootAreFileChildrenOfTheProject) {
               "2 files (17 B)\n");
 }
 
-TEST_F(ProjectReaderTest, ADirectoryWithDecksIsAStudyWithAnIterationForEach) {
+TEST_F(DirectoryReaderTest, ADirectoryWithDecksIsAStudyWithAnIterationForEach) {
     Write("drop/side.k", kLsDynaDeck);
     Write("drop/front.k", kLsDynaDeck);
     EXPECT_EQ(Tree(),
@@ -108,7 +108,7 @@ TEST_F(ProjectReaderTest, ADirectoryWithDecksIsAStudyWithAnIterationForEach) {
               "1 study, 2 iterations, 2 files (80 B)\n");
 }
 
-TEST_F(ProjectReaderTest, GeometryMeshesAndPicturesMakeParts) {
+TEST_F(DirectoryReaderTest, GeometryMeshesAndPicturesMakeParts) {
     Write("study/job.inp", kAbaqusDeck);
     Write("study/arm.step", "ISO");
     Write("study/arm.msh", "$MeshFormat");
@@ -137,7 +137,7 @@ TEST_F(ProjectReaderTest, GeometryMeshesAndPicturesMakeParts) {
               "1 study, 1 iteration, 2 parts, 7 files (61 B)\n");
 }
 
-TEST_F(ProjectReaderTest, GeometryOfOneStemMakesAPartEach) {
+TEST_F(DirectoryReaderTest, GeometryOfOneStemMakesAPartEach) {
     Write("study/job.inp", kAbaqusDeck);
     Write("study/arm.step", "ISO");
     Write("study/arm.igs", "IGES");
@@ -160,7 +160,7 @@ TEST_F(ProjectReaderTest, GeometryOfOneStemMakesAPartEach) {
               "1 study, 1 iteration, 2 parts, 4 files (32 B)\n");
 }
 
-TEST_F(ProjectReaderTest, SeveralMeshesOfAPartAreAllKeptAndTheLastIsActive) {
+TEST_F(DirectoryReaderTest, SeveralMeshesOfAPartAreAllKeptAndTheLastIsActive) {
     Write("study/job.inp", kAbaqusDeck);
     Write("study/arm.msh", "m");
     Write("study/arm.unv", "u");
@@ -170,7 +170,7 @@ TEST_F(ProjectReaderTest, SeveralMeshesOfAPartAreAllKeptAndTheLastIsActive) {
     EXPECT_EQ(roles.activeMesh, roles.meshes.back());
 }
 
-TEST_F(ProjectReaderTest, CustomFilesOfAStudyHaveNoTypeOfParts) {
+TEST_F(DirectoryReaderTest, CustomFilesOfAStudyHaveNoTypeOfParts) {
     Write("study/job.inp", kAbaqusDeck);
     for (const char* const name : {"a.step", "b.msh", "c.png", "d.txt", "e.frd", "f.csv", "g.zip", "h.sta",
                                    "i.sh", "j.xyz", "k.nam"}) {
@@ -188,7 +188,7 @@ TEST_F(ProjectReaderTest, CustomFilesOfAStudyHaveNoTypeOfParts) {
     }
 }
 
-TEST_F(ProjectReaderTest, DirectoriesWithoutDecksUnderAStudyAddTheirFilesToIt) {
+TEST_F(DirectoryReaderTest, DirectoriesWithoutDecksUnderAStudyAddTheirFilesToIt) {
     Write("study/job.inp", kAbaqusDeck);
     Write("study/refs/a.png");
     Write("study/refs/more/b.png");
@@ -209,7 +209,7 @@ TEST_F(ProjectReaderTest, DirectoriesWithoutDecksUnderAStudyAddTheirFilesToIt) {
               "1 study, 1 iteration, 4 files (27 B)\n");
 }
 
-TEST_F(ProjectReaderTest, StudiesNest) {
+TEST_F(DirectoryReaderTest, StudiesNest) {
     Write("outer/job.inp", kAbaqusDeck);
     Write("outer/inner/job.inp", kAbaqusDeck);
     Write("outer/inner/docs/x.txt");
@@ -245,7 +245,7 @@ TEST_F(ProjectReaderTest, StudiesNest) {
               "3 studies, 3 iterations, 1 assembly folder, 6 files (82 B)\n");
 }
 
-TEST_F(ProjectReaderTest, OtherDirectoriesWithFilesAreAssemblyFolders) {
+TEST_F(DirectoryReaderTest, OtherDirectoriesWithFilesAreAssemblyFolders) {
     Write("docs/report.pdf", "%PDF-1.4");
     Write("docs/drawings/a.dxf");
     Write("projects/one/job.inp", kAbaqusDeck);
@@ -268,7 +268,7 @@ TEST_F(ProjectReaderTest, OtherDirectoriesWithFilesAreAssemblyFolders) {
               "1 study, 1 iteration, 3 assembly folders, 3 files (33 B)\n");
 }
 
-TEST_F(ProjectReaderTest, ARootWithDecksGetsAStudyOfItsName) {
+TEST_F(DirectoryReaderTest, ARootWithDecksGetsAStudyOfItsName) {
     Write("job.inp", kAbaqusDeck);
     Write("arm.msh", "m");
     Write("readme.md", "# One study");
@@ -300,7 +300,7 @@ TEST_F(ProjectReaderTest, ARootWithDecksGetsAStudyOfItsName) {
               "2 studies, 2 iterations, 1 part, 5 files (61 B)\n");
 }
 
-TEST_F(ProjectReaderTest, IterationsBearTheStemsOfTheirDecksUnlessTwoAreEqual) {
+TEST_F(DirectoryReaderTest, IterationsBearTheStemsOfTheirDecksUnlessTwoAreEqual) {
     Write("study/beam.inp", kAbaqusDeck);
     Write("study/beam.bdf", kNastranDeck);
     Write("study/crash_0000.rad", "#RADIOSS STARTER\n/BEGIN\n");
@@ -313,7 +313,7 @@ TEST_F(ProjectReaderTest, IterationsBearTheStemsOfTheirDecksUnlessTwoAreEqual) {
     EXPECT_EQ(MetadataOf(Find(CAE_MODEL, "study"), L"Solver"), "Abaqus/CalculiX, Nastran, Radioss");
 }
 
-TEST_F(ProjectReaderTest, MetadataTellWhatAStudyIsAbout) {
+TEST_F(DirectoryReaderTest, MetadataTellWhatAStudyIsAbout) {
     Write("study/job.bdf", kNastranDeck);
     Write("study/README.md", "# Bending of a beam\n\ntext\n");
     Write("study/results/job.op2", "12345");
@@ -333,7 +333,7 @@ TEST_F(ProjectReaderTest, MetadataTellWhatAStudyIsAbout) {
     EXPECT_EQ(MetadataOf(project, L"Solver"), "Nastran");
 }
 
-TEST_F(ProjectReaderTest, TotalsCountEveryFileOnce) {
+TEST_F(DirectoryReaderTest, TotalsCountEveryFileOnce) {
     Write("job.inp", kAbaqusDeck);
     Write("a/job.bdf", kNastranDeck);
     Write("a/refs/x.png", "123");
@@ -345,7 +345,7 @@ TEST_F(ProjectReaderTest, TotalsCountEveryFileOnce) {
     EXPECT_EQ(MetadataOf(project, L"Solver"), "Abaqus/CalculiX, Nastran");
 }
 
-TEST_F(ProjectReaderTest, DatesAreTheLastChangesInUtc) {
+TEST_F(DirectoryReaderTest, DatesAreTheLastChangesInUtc) {
     Write("study/job.inp", kAbaqusDeck);
     // 2026-03-01T09:30:00Z
     const std::chrono::sys_seconds time{std::chrono::seconds(1772357400)};
@@ -364,7 +364,7 @@ TEST_F(ProjectReaderTest, DatesAreTheLastChangesInUtc) {
     EXPECT_STREQ(date.GetAnsiBuffer(), "2026-03-01T09:30:00Z");
 }
 
-TEST_F(ProjectReaderTest, UsersAreTheOwnersOfTheFiles) {
+TEST_F(DirectoryReaderTest, UsersAreTheOwnersOfTheFiles) {
     Write("study/job.inp", kAbaqusDeck);
     Read();
     OuString user;
@@ -377,7 +377,7 @@ TEST_F(ProjectReaderTest, UsersAreTheOwnersOfTheFiles) {
     EXPECT_FALSE(user.IsEmpty());
 }
 
-TEST_F(ProjectReaderTest, FilesKnowTheirPathsAndLieOnThisMachine) {
+TEST_F(DirectoryReaderTest, FilesKnowTheirPathsAndLieOnThisMachine) {
     Write("study/job.inp", kAbaqusDeck);
     Write("study/arm.step", "ISO");
     Write("top.txt");
@@ -395,7 +395,7 @@ TEST_F(ProjectReaderTest, FilesKnowTheirPathsAndLieOnThisMachine) {
     }
 }
 
-TEST_F(ProjectReaderTest, TwoReadingsGiveTheSameTree) {
+TEST_F(DirectoryReaderTest, TwoReadingsGiveTheSameTree) {
     Write("b/job.inp", kAbaqusDeck);
     Write("a/job.inp", kAbaqusDeck);
     Write("a/x.png");
@@ -404,15 +404,15 @@ TEST_F(ProjectReaderTest, TwoReadingsGiveTheSameTree) {
     EXPECT_EQ(Tree(), first);
 }
 
-TEST_F(ProjectReaderTest, ARootThatIsNoDirectoryGivesNoProject) {
+TEST_F(DirectoryReaderTest, ARootThatIsNoDirectoryGivesNoProject) {
     Write("file.txt");
-    EXPECT_EQ(ReadProject(folder / "root/file.txt", std::nullopt, kept.console).project, nullptr);
-    const ProjectReading missing = ReadProject(folder / "missing", std::nullopt, kept.console);
+    EXPECT_EQ(ReadDirectory(folder / "root/file.txt", std::nullopt, kept.console).project, nullptr);
+    const DirectoryReading missing = ReadDirectory(folder / "missing", std::nullopt, kept.console);
     EXPECT_EQ(missing.project, nullptr);
     EXPECT_TRUE(missing.error);
 }
 
-TEST_F(ProjectReaderTest, AHundredThousandFilesTakeTimeInProportion) {
+TEST_F(DirectoryReaderTest, AHundredThousandFilesTakeTimeInProportion) {
     // One directory: anything quadratic in its files would take minutes.
     const std::filesystem::path directory = folder.MakeDirectory("root/study");
     Write("study/job.inp", kAbaqusDeck);
@@ -430,7 +430,7 @@ TEST_F(ProjectReaderTest, AHundredThousandFilesTakeTimeInProportion) {
 
 #if !defined(_WIN32)
 
-TEST_F(ProjectReaderTest, BytesOfALinkedFileCountWhereItLies) {
+TEST_F(DirectoryReaderTest, BytesOfALinkedFileCountWhereItLies) {
     Write("common/mesh.msh", "12345");
     Write("study/job.inp", kAbaqusDeck);
     std::filesystem::create_symlink("../common/mesh.msh", folder / "root/study/all.msh");
@@ -441,10 +441,10 @@ TEST_F(ProjectReaderTest, BytesOfALinkedFileCountWhereItLies) {
     EXPECT_NE(korvane::GetFileRoles(Find(CAE_PART, "all")).activeMesh, 0);
 }
 
-TEST_F(ProjectReaderTest, ARootGivenByALinkIsTheDirectoryThatItLeadsTo) {
+TEST_F(DirectoryReaderTest, ARootGivenByALinkIsTheDirectoryThatItLeadsTo) {
     Write("a.txt");
     std::filesystem::create_directory_symlink("root", folder / "current");
-    reading = ReadProject(folder / "current", std::nullopt, kept.console);
+    reading = ReadDirectory(folder / "current", std::nullopt, kept.console);
     ASSERT_NE(reading.project, nullptr);
     EXPECT_EQ(NameOf(*reading.project), "root");
 }

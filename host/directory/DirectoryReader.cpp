@@ -1,4 +1,4 @@
-#include "ProjectReader.h"
+#include "DirectoryReader.h"
 
 #include <CAEFunctions.h>
 #include <EmbeddedModel.h>
@@ -338,9 +338,9 @@ void Builder::Build() {
 
 }  // namespace
 
-ProjectReading ReadProject(const std::filesystem::path& root,
-                           const std::optional<std::filesystem::path>& leftOut, Console& console) {
-    ProjectReading reading;
+DirectoryReading ReadDirectory(const std::filesystem::path& root,
+                               const std::optional<std::filesystem::path>& leftOut, Console& console) {
+    DirectoryReading reading;
     const path whole = ResolvePath(root, reading.error);
     if (reading.error) {
         return reading;

@@ -12,7 +12,7 @@
 
 namespace host {
 
-struct ProjectReading {
+struct DirectoryReading {
     /// Null when the root could not be read; `error` tells why.
     std::unique_ptr<CAEProject> project;
     std::error_code error;
@@ -47,7 +47,7 @@ struct ProjectReading {
 ///
 /// `leftOut` is a file that is not read, because the document is written to it. What is left out is said on
 /// the console.
-ProjectReading ReadProject(const std::filesystem::path& root,
-                           const std::optional<std::filesystem::path>& leftOut, Console& console);
+DirectoryReading ReadDirectory(const std::filesystem::path& root,
+                               const std::optional<std::filesystem::path>& leftOut, Console& console);
 
 }  // namespace host

@@ -1,7 +1,7 @@
 #include <EmbeddedModel.h>
 #include <gtest/gtest.h>
 
-#include "host/commands/TreePrinter.h"
+#include "host/document/TreePrinter.h"
 #include "support/TemporaryDirectory.h"
 
 namespace host {
