@@ -61,5 +61,5 @@ int main(int argumentCount, char** arguments) {
     } catch (const std::exception& error) {
         console.Say(std::string("the work could not be finished: ") + error.what());
     }
-    return host::kNothingDone;
+    return host::kFailure;
 }

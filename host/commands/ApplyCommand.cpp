@@ -22,7 +22,7 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
     return DoWithProjectFile(options.file, console, [&] {
         const std::optional<JSONNode> answer = ReadJson(options.answer, console);
         if (!answer || !IsAnswer(*answer, options.answer, console)) {
-            return kNothingDone;
+            return kFailure;
         }
         ProjectFile file = ProjectFile::Open(PathFromUtf8(options.file), !options.isDryRun, console);
         AnswerReport report;
@@ -32,7 +32,7 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
         }
         report.Say("'" + Printable(std::string_view(options.file)) + "'", console);
         SayDryRun(options.isDryRun, console);
-        return kDone;
+        return kSuccess;
     });
 }
 

@@ -9,7 +9,7 @@
 namespace host {
 
 void AddInputOptions(CLI::App& command, InputOptions& options) {
-    command.add_option("DIR", options.directory, "The directory that holds the studies, or a project file")
+    command.add_option("DIR", options.input, "The directory that holds the studies, or a project file")
         ->required()
         ->type_name("");
     command.add_flag("--strict", options.isStrict,
@@ -34,21 +34,21 @@ void AddExamples(CLI::App& command, std::string_view examples) {
 std::optional<DirectoryReading> OpenProject(const InputOptions& options,
                                             const std::optional<std::filesystem::path>& leftOut,
                                             Console& console) {
-    const InputKind kind = KindOfInput(options.directory);
+    const InputKind kind = KindOfInput(options.input);
     if (kind == InputKind::Document) {
-        console.Say((options.directory == "-" ? std::string("the standard input")
-                                              : "'" + Printable(std::string_view(options.directory)) + "'") +
+        console.Say((options.input == "-" ? std::string("the standard input")
+                                          : "'" + Printable(std::string_view(options.input)) + "'") +
                     " is neither a directory nor a project file");
         return std::nullopt;
     }
     if (kind == InputKind::ProjectFile) {
         DirectoryReading fromFile;
-        fromFile.project = OpenProjectFile(options.directory, console);
+        fromFile.project = OpenProjectFile(options.input, console);
         return fromFile.project != nullptr ? std::optional(std::move(fromFile)) : std::nullopt;
     }
-    DirectoryReading reading = ReadDirectory(PathFromUtf8(options.directory), leftOut, console);
+    DirectoryReading reading = ReadDirectory(PathFromUtf8(options.input), leftOut, console);
     if (reading.project == nullptr) {
-        console.Say("cannot read '" + Printable(std::string_view(options.directory)) + "': " +
+        console.Say("cannot read '" + Printable(std::string_view(options.input)) + "': " +
                     reading.error.message() + ". Give a directory of simulation files that you may read");
         return std::nullopt;
     }
@@ -57,12 +57,12 @@ std::optional<DirectoryReading> OpenProject(const InputOptions& options,
 
 int Finish(const InputOptions& options, const DirectoryReading& reading, Console& console) {
     if (reading.unreadableCount == 0) {
-        return kDone;
+        return kSuccess;
     }
     console.Say(FormatCount(reading.unreadableCount, "entry", "entries") +
                 " could not be read and had to be left out" +
                 (options.isStrict ? ", which --strict does not allow" : "; --strict makes that a failure"));
-    return options.isStrict ? kNothingDone : kDone;
+    return options.isStrict ? kFailure : kSuccess;
 }
 
 bool WriteToStandardOutput(std::string_view text, Console& console) {

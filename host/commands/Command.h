@@ -15,13 +15,15 @@ class App;
 namespace host {
 
 /// The program's exit statuses.
-inline constexpr int kDone = 0;
-inline constexpr int kNothingDone = 1;
+inline constexpr int kSuccess = 0;
+/// The work could not be done, or --strict does not let it count, or `compare` found differences.
+inline constexpr int kFailure = 1;
 inline constexpr int kBadUsage = 2;
 
 /// Options of every command that reads a directory or a project file.
 struct InputOptions {
-    std::string directory;
+    /// The directory or the project file.
+    std::string input;
     bool isStrict = false;
 };
 void AddInputOptions(CLI::App& command, InputOptions& options);

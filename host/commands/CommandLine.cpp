@@ -81,7 +81,7 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     program.set_version_flag("--version", VersionText(),
                              "Print the version of the library and what it was built on");
     program.footer(kNotes);
-    int status = kDone;
+    int status = kSuccess;
     AddTreeCommand(program, console, status);
     AddExportCommand(program, console, status);
     AddNewCommand(program, console, status);
@@ -99,10 +99,10 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
         const std::vector<CLI::App*> chosen = program.get_subcommands();
         const CLI::App& asked = chosen.empty() ? program : *chosen.front();
         return WriteToStandardOutput(asked.help(chosen.empty() ? "" : program.get_name()), console)
-                   ? kDone
-                   : kNothingDone;
+                   ? kSuccess
+                   : kFailure;
     } catch (const CLI::CallForVersion& version) {
-        return WriteToStandardOutput(std::string(version.what()) + '\n', console) ? kDone : kNothingDone;
+        return WriteToStandardOutput(std::string(version.what()) + '\n', console) ? kSuccess : kFailure;
     } catch (const CLI::ParseError& error) {
         const std::vector<CLI::App*> chosen = program.get_subcommands();
         const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + ' ';

@@ -60,10 +60,10 @@ int Compare(const CompareOptions& options, Console& console) {
     Input second;
     if (!OpenInput(options.inputs.front(), first, console) ||
         !OpenInput(options.inputs.back(), second, console)) {
-        return kNothingDone;
+        return kFailure;
     }
     console.ShowProgress("Comparing", 0, 0);
-    const Comparison result = CompareDocuments(first.document, second.document);
+    const DocumentDifferences result = CompareDocuments(first.document, second.document);
     console.ClearProgress();
     std::string text;
     for (const std::string& difference : result.differences) {
@@ -79,7 +79,7 @@ int Compare(const CompareOptions& options, Console& console) {
                       FormatCount(result.files, "file", "files") + " compared\n"
                 : FormatCount(result.differenceCount, "difference", "differences") + "\n";
     const bool isWritten = WriteToStandardOutput(text, console);
-    return isWritten && result.differenceCount == 0 ? kDone : kNothingDone;
+    return isWritten && result.differenceCount == 0 ? kSuccess : kFailure;
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace host {
 namespace {
 
 struct ExportOptions {
-    InputOptions input;
+    InputOptions from;
     std::optional<int> object;
     std::string mode;
     std::string text = "compact";
@@ -48,29 +48,29 @@ std::optional<std::filesystem::path> OutputPath(const ExportOptions& options) {
 }
 
 int ExportProject(const ExportOptions& options, Console& console) {
-    if (!IsReplaceable(options.output, {options.input.directory}, console)) {
-        return kNothingDone;
+    if (!IsReplaceable(options.output, {options.from.input}, console)) {
+        return kFailure;
     }
-    const std::optional<DirectoryReading> reading = OpenProject(options.input, OutputPath(options), console);
+    const std::optional<DirectoryReading> reading = OpenProject(options.from, OutputPath(options), console);
     if (!reading) {
-        return kNothingDone;
+        return kFailure;
     }
     CAEObject* object = reading->project.get();
     if (options.object) {
         object = reading->project->getCAEObject(*options.object);
         if (object == nullptr) {
-            const std::string directory = Printable(std::string_view(options.input.directory));
+            const std::string directory = Printable(std::string_view(options.from.input));
             console.Say("there is no object " + std::to_string(*options.object) + " in '" + directory +
                         "'; 'korvane-json tree " + directory + "' lists them");
-            return kNothingDone;
+            return kFailure;
         }
     }
     console.ShowProgress("Making the document", 0, 0);
     const std::string text = MakeDocument(*object, options);
     console.ClearProgress();
     const bool isWritten = WriteOutput(options.output, text, console);
-    const int status = Finish(options.input, *reading, console);
-    return isWritten ? status : kNothingDone;
+    const int status = Finish(options.from, *reading, console);
+    return isWritten ? status : kFailure;
 }
 
 }  // namespace
@@ -79,7 +79,7 @@ void AddExportCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<ExportOptions>();
     CLI::App& command =
         *program.add_subcommand("export", "Write the JSON document of a project or of one object in it");
-    AddInputOptions(command, options->input);
+    AddInputOptions(command, options->from);
     AddObjectOption(command, options->object,
                     "Write the document of the object with this identifier instead of the\n"
                     "whole project's; 'korvane-json tree DIR' lists them: --object 12");

@@ -18,7 +18,7 @@ struct FetchOptions {
 
 int FetchDocument(const FetchOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.database}, console)) {
-        return kNothingDone;
+        return kFailure;
     }
     const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
     JSONNode document(JSON_NODE);
@@ -27,13 +27,13 @@ int FetchDocument(const FetchOptions& options, Console& console) {
         if (!server.Fetch(options.key, document, console)) {
             console.Say("there is no object with the key '" + Printable(std::string_view(options.key)) +
                         "' in " + name + "; the answer of 'korvane-json store' names the keys");
-            return kNothingDone;
+            return kFailure;
         }
     } catch (const ServerError& error) {
         console.Say(name + " " + error.what());
-        return kNothingDone;
+        return kFailure;
     }
-    return WriteOutput(options.output, DocumentText(document), console) ? kDone : kNothingDone;
+    return WriteOutput(options.output, CompactText(document), console) ? kSuccess : kFailure;
 }
 
 }  // namespace

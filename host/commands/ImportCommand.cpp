@@ -23,7 +23,7 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
     return DoWithProjectFile(options.file, console, [&] {
         const std::optional<JSONNode> document = ReadJson(options.document, console);
         if (!document || !IsImportable(*document, options.document, console)) {
-            return kNothingDone;
+            return kFailure;
         }
         const std::filesystem::path file = PathFromUtf8(options.file);
         std::error_code error;
@@ -40,7 +40,7 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         if (target == nullptr) {
             console.Say("there is no object " + std::to_string(*options.object) + " in " + name +
                         ". Nothing was changed; 'korvane-json tree' lists the objects");
-            return kNothingDone;
+            return kFailure;
         }
         ImportReport report;
         ImportDocument(*document, *target, report, console);
@@ -51,7 +51,7 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         }
         report.Say(name, console);
         SayDryRun(options.isDryRun, console);
-        return kDone;
+        return kSuccess;
     });
 }
 

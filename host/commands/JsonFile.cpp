@@ -125,7 +125,7 @@ bool IsImportable(const JSONNode& document, const std::string& file, Console& co
     return false;
 }
 
-std::string DocumentText(const JSONNode& document) {
+std::string CompactText(const JSONNode& document) {
     const auto text = document.write();
     std::string line(text.c_str(), text.size());
     line += '\n';

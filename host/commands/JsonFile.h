@@ -24,7 +24,7 @@ std::optional<JSONNode> ReadJson(const std::string& file, Console& console);
 bool IsImportable(const JSONNode& document, const std::string& file, Console& console);
 
 /// The node as compact text, with the line feed that ends a text file.
-std::string DocumentText(const JSONNode& document);
+std::string CompactText(const JSONNode& document);
 
 /// Whether a document may take the place of what lies under the name. Not that of a file that the command
 /// reads or works on (`inputs`), of a file without a document in a directory that it reads, or of a database:

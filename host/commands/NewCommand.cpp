@@ -48,7 +48,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         console.Say("'" + Printable(std::string_view(options.File())) +
                     "' is there already, and was left as it is. Give another name, or --force to put the "
                     "new project in its place");
-        return kNothingDone;
+        return kFailure;
     }
     return DoWithProjectFile(options.File(), console, [&] {
         // Whatever else lies under the name is no project file and is not replaced.
@@ -58,7 +58,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         }
         const std::optional<DirectoryReading> reading = MakeProject(options, console);
         if (!reading) {
-            return kNothingDone;
+            return kFailure;
         }
         if (!options.isDryRun && old) {
             old->Save(*reading->project, console);

@@ -26,7 +26,7 @@ int DoWithProjectFile(const std::string& file, Console& console, const std::func
         return work();
     } catch (const ProjectFileError& error) {
         console.Say("'" + Printable(std::string_view(file)) + "' " + error.what() + ". Nothing was changed");
-        return kNothingDone;
+        return kFailure;
     }
 }
 

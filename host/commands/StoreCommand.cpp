@@ -22,28 +22,28 @@ struct StoreOptions {
 
 int StoreDocument(const StoreOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.document, options.database}, console)) {
-        return kNothingDone;
+        return kFailure;
     }
     const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
     const std::optional<JSONNode> document = ReadJson(options.document, console);
     if (!document || !IsImportable(*document, options.document, console)) {
-        return kNothingDone;
+        return kFailure;
     }
     const std::string project =
         options.project.empty() ? MemberText(*document, member::kName) : options.project;
     if (project.empty()) {
         console.Say("the root of " + InputName(options.document) +
                     " has no name: give the project's with --project. Nothing was changed");
-        return kNothingDone;
+        return kFailure;
     }
     StoreReport report;
     std::string answer;
     try {
         Server server = Server::OpenForStoring(PathFromUtf8(options.database), options.isDryRun);
-        answer = DocumentText(server.Store(*document, project, report, console));
+        answer = CompactText(server.Store(*document, project, report, console));
     } catch (const ServerError& error) {
         console.Say(name + " " + error.what() + ". Nothing was changed");
-        return kNothingDone;
+        return kFailure;
     }
     report.Say(name, console);
     SayDryRun(options.isDryRun, console);
@@ -51,9 +51,9 @@ int StoreDocument(const StoreOptions& options, Console& console) {
         console.Say(
             "the document is stored all the same: store it again for the answer, which will be the "
             "same");
-        return kNothingDone;
+        return kFailure;
     }
-    return kDone;
+    return kSuccess;
 }
 
 }  // namespace

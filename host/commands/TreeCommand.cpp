@@ -17,21 +17,21 @@ bool PrintObject(CAEObject& object, Console& console) {
 }
 
 int PrintDocument(const InputOptions& options, Console& console) {
-    const OpenedDocument document = OpenDocument(options.directory, console);
-    return document.root != nullptr && PrintObject(*document.root, console) ? kDone : kNothingDone;
+    const OpenedDocument document = OpenDocument(options.input, console);
+    return document.root != nullptr && PrintObject(*document.root, console) ? kSuccess : kFailure;
 }
 
 int PrintProject(const InputOptions& options, Console& console) {
-    if (KindOfInput(options.directory) == InputKind::Document) {
+    if (KindOfInput(options.input) == InputKind::Document) {
         return PrintDocument(options, console);
     }
     const std::optional<DirectoryReading> reading = OpenProject(options, PathOfStandardOutput(), console);
     if (!reading) {
-        return kNothingDone;
+        return kFailure;
     }
     const bool isWritten = PrintObject(*reading->project, console);
     const int status = Finish(options, *reading, console);
-    return isWritten ? status : kNothingDone;
+    return isWritten ? status : kFailure;
 }
 
 }  // namespace

@@ -58,11 +58,12 @@ void NoteNodes(const JSONNode& answer, const KeyOfText& keys, Notes& notes) {
         if (id != node.end() && key == node.end()) {
             notes.Add(kNoKey, [&] { return Describe(node); });
         } else if (id == node.end() && key != node.end()) {
-            notes.Add(kNoIdentifier, [&] { return Quoted(TextOf(*key)); });
+            notes.Add(kNoIdentifier, [&] { return Quoted(ValueText(*key)); });
         } else if (id != node.end()) {
-            const auto first = keys.find(TextOf(*id));
-            if (first != keys.end() && first->second != TextOf(*key)) {
-                notes.Add(kLater, [&] { return Describe(node) + " with the key " + Quoted(TextOf(*key)); });
+            const auto first = keys.find(ValueText(*id));
+            if (first != keys.end() && first->second != ValueText(*key)) {
+                notes.Add(kLater,
+                          [&] { return Describe(node) + " with the key " + Quoted(ValueText(*key)); });
             }
         }
         for (const char* const section : {member::kFiles, member::kChildren}) {

@@ -22,7 +22,7 @@ std::string LastText(const JSONNode& node, std::string_view name) {
     std::string text;
     for (const JSONNode& value : node) {
         if (NameOfMember(value) == name) {
-            text = value.type() == JSON_NULL ? std::string() : TextOf(value);
+            text = value.type() == JSON_NULL ? std::string() : ValueText(value);
         }
     }
     return text;
@@ -34,7 +34,7 @@ std::string NameText(const JSONNode& node) {
     for (const JSONNode& value : node) {
         const std::string name = NameOfMember(value);
         if (name == member::kName || name == member::kDisplayName) {
-            text = TextOf(value);
+            text = ValueText(value);
         }
     }
     return text;

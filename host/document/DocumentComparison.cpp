@@ -25,7 +25,7 @@ public:
     Comparing(const ComparedDocument& first, const ComparedDocument& second)
         : first_(first), second_(second) {}
 
-    Comparison Run();
+    DocumentDifferences Run();
 
 private:
     void Enter(const JSONNode& first, const JSONNode& second, NodePlace place);
@@ -40,10 +40,10 @@ private:
     const ComparedDocument& second_;
     /// A pair keeps its address while others come and go behind it.
     std::deque<Pair> pairs_;
-    Comparison result_;
+    DocumentDifferences result_;
 };
 
-Comparison Comparing::Run() {
+DocumentDifferences Comparing::Run() {
     Enter(first_.node, second_.node, NodePlace::Root);
     while (!pairs_.empty()) {
         Pair& pair = pairs_.back();
@@ -154,7 +154,7 @@ void Comparing::Differ(const Pair& pair, const std::string& what, const std::str
 
 }  // namespace
 
-Comparison CompareDocuments(const ComparedDocument& first, const ComparedDocument& second) {
+DocumentDifferences CompareDocuments(const ComparedDocument& first, const ComparedDocument& second) {
     return Comparing(first, second).Run();
 }
 

@@ -18,7 +18,7 @@ struct ComparedDocument {
     std::function<std::string(const std::string& identifier)> displayName;
 };
 
-struct Comparison {
+struct DocumentDifferences {
     /// What was compared: objects, and files, be they children or records.
     std::size_t objects = 0;
     std::size_t files = 0;
@@ -31,6 +31,6 @@ struct Comparison {
 /// keys, metadata with their values, children and files in their order, and types, formats and location types
 /// of files. Left out is what docs/document.md lists under "What the format does not carry". Needs no stack
 /// in proportion to the nesting.
-Comparison CompareDocuments(const ComparedDocument& first, const ComparedDocument& second);
+DocumentDifferences CompareDocuments(const ComparedDocument& first, const ComparedDocument& second);
 
 }  // namespace host

@@ -34,13 +34,13 @@ bool IsSection(const std::string& name) {
 
 }  // namespace
 
-std::string TextOf(const JSONNode& value) {
+std::string ValueText(const JSONNode& value) {
     return value.as_string().c_str();
 }
 
 std::string MemberText(const JSONNode& node, const char* name) {
     const auto found = node.find(name);
-    return found == node.end() ? std::string() : TextOf(*found);
+    return found == node.end() ? std::string() : ValueText(*found);
 }
 
 std::string NameOfMember(const JSONNode& value) {

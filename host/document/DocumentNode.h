@@ -32,7 +32,7 @@ inline constexpr const char* kType = "type";
 inline constexpr const char* kSubTypeValue = "SDM";
 
 /// The text of a node's own value, up to its first NUL.
-std::string TextOf(const JSONNode& value);
+std::string ValueText(const JSONNode& value);
 /// The text of the first member of the name; empty where there is none.
 std::string MemberText(const JSONNode& node, const char* name);
 /// The name of a member, NUL characters included.

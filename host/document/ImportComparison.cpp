@@ -31,9 +31,9 @@ bool LeadsOut(const std::string& name) {
     return name.find_first_of("/\\") != std::string::npos || name == ".." || name == ".";
 }
 
-class Comparison {
+class ImportFollower {
 public:
-    Comparison(CAEObject& target, const BeforeImport& before, ImportReport& report) : report_(report) {
+    ImportFollower(CAEObject& target, const BeforeImport& before, ImportReport& report) : report_(report) {
         if (CAEProject* const project = target.getProject()) {
             projects_[project] = {korvane::GetProjectFiles(*project), before.files};
         }
@@ -71,7 +71,7 @@ private:
     std::unordered_map<CAEProject*, FilesOfProject> projects_;
 };
 
-void Comparison::Run(const JSONNode& document, CAEObject& target, std::size_t childrenBefore) {
+void ImportFollower::Run(const JSONNode& document, CAEObject& target, std::size_t childrenBefore) {
     Enter(document, target, childrenBefore);
     while (!places_.empty()) {
         Place& place = places_.back();
@@ -87,7 +87,7 @@ void Comparison::Run(const JSONNode& document, CAEObject& target, std::size_t ch
     }
 }
 
-void Comparison::Enter(const JSONNode& node, CAEObject& object, std::size_t childrenBefore) {
+void ImportFollower::Enter(const JSONNode& node, CAEObject& object, std::size_t childrenBefore) {
     NoteMembers(node, NodeKind::Object, report_.notes);
     const OuString key = object.getType() == CAE_VIEW_ITEM ? object.getLinkDBKey() : object.getDBKey();
     if (node.find(member::kDatabaseKey) != node.end() && !key.IsEmpty()) {
@@ -100,7 +100,7 @@ void Comparison::Enter(const JSONNode& node, CAEObject& object, std::size_t chil
     place.nextMade = childrenBefore;
 }
 
-void Comparison::EnterElement(Place& place, const JSONNode& element) {
+void ImportFollower::EnterElement(Place& place, const JSONNode& element) {
     const std::string type = element.type() == JSON_NODE ? MemberText(element, member::kType) : "";
     if (type.empty()) {
         report_.notes.Add(kNoType, [&] { return Describe(element); });
@@ -124,7 +124,7 @@ void Comparison::EnterElement(Place& place, const JSONNode& element) {
     Enter(element, *place.made[place.nextMade++], 0);
 }
 
-void Comparison::FollowMember(Place& place, const JSONNode& value) {
+void ImportFollower::FollowMember(Place& place, const JSONNode& value) {
     const std::string name = NameOfMember(value);
     if (name == member::kChildren) {
         place.elements = value.as_array();
@@ -134,7 +134,7 @@ void Comparison::FollowMember(Place& place, const JSONNode& value) {
     }
 }
 
-void Comparison::FollowRecords(Place& place, const JSONNode& records) {
+void ImportFollower::FollowRecords(Place& place, const JSONNode& records) {
     if (place.files.empty() && !records.empty()) {
         const std::vector<int> files = korvane::GetFileRoles(*place.object).files;
         place.files.insert(files.begin(), files.end());
@@ -144,7 +144,7 @@ void Comparison::FollowRecords(Place& place, const JSONNode& records) {
     }
 }
 
-void Comparison::FollowRecord(const Place& place, const JSONNode& record) {
+void ImportFollower::FollowRecord(const Place& place, const JSONNode& record) {
     const CAEFile* const file = NextFileOf(place.object->getProject());
     if (file == nullptr) {
         report_.notes.Add(kNotCreated, [&] { return Describe(record); });
@@ -167,7 +167,7 @@ void Comparison::FollowRecord(const Place& place, const JSONNode& record) {
     }
 }
 
-void Comparison::Leave() {
+void ImportFollower::Leave() {
     const Place& place = places_.back();
     const auto* const item = dynamic_cast<const CAEViewItem*>(place.object);
     // The target's own reference is no matter of an import.
@@ -184,7 +184,7 @@ void Comparison::Leave() {
     places_.pop_back();
 }
 
-CAEFile* Comparison::NextFileOf(CAEProject* project) {
+CAEFile* ImportFollower::NextFileOf(CAEProject* project) {
     if (project == nullptr) {
         return nullptr;
     }
@@ -204,7 +204,7 @@ BeforeImport::BeforeImport(CAEObject& target)
 
 void CompareImport(const JSONNode& document, CAEObject& target, const BeforeImport& before,
                    ImportReport& report) {
-    Comparison(target, before, report).Run(document, target, before.children);
+    ImportFollower(target, before, report).Run(document, target, before.children);
 }
 
 }  // namespace host

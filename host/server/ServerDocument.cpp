@@ -28,7 +28,7 @@ StoredNode MakeStored(const JSONNode& node, std::size_t above, Section section) 
     stored.above = above;
     stored.section = section;
     if (const auto id = node.find(member::kId); id != node.end()) {
-        stored.identifier = TextOf(*id);
+        stored.identifier = ValueText(*id);
     }
     stored.type = section == Section::Files ? kFileTypeName : MemberText(node, member::kType);
     stored.givenKey = MemberText(node, member::kDatabaseKey);

@@ -14,7 +14,7 @@ JSONNode Parse(const std::string& text) {
 std::string Compare(const std::string& first, const std::string& second) {
     const ComparedDocument left{Parse(first), nullptr};
     const ComparedDocument right{Parse(second), nullptr};
-    const Comparison result = CompareDocuments(left, right);
+    const DocumentDifferences result = CompareDocuments(left, right);
     EXPECT_EQ(CompareDocuments(right, left).differenceCount, result.differenceCount);
     EXPECT_EQ(CompareDocuments(left, left).differenceCount, 0U);
     std::string text;
@@ -183,7 +183,7 @@ TEST(CompareDocuments, CountsMoreThanItNames) {
         first += (number == 0 ? "" : ",") + std::string(R"({"type":"CAETAG","name":"a"})");
         second += (number == 0 ? "" : ",") + std::string(R"({"type":"CAETAG","name":"b"})");
     }
-    const Comparison result =
+    const DocumentDifferences result =
         CompareDocuments({Parse(R"({"type":"X","children":[)" + first + "]}"), nullptr},
                          {Parse(R"({"type":"X","children":[)" + second + "]}"), nullptr});
     EXPECT_EQ(result.differenceCount, 30U);
@@ -203,7 +203,7 @@ TEST(CompareDocuments, NeedsNoStackForNesting) {
     }
     const JSONNode document = Parse(text + "}");
     const JSONNode other = Parse(text.replace(text.find("innermost"), 9, "otherwise") + "}");
-    Comparison result;
+    DocumentDifferences result;
     OnSmallStack([&] { result = CompareDocuments({document, nullptr}, {other, nullptr}); });
     EXPECT_EQ(result.objects, static_cast<std::size_t>(kDepth) + 1);
     EXPECT_EQ(result.differences,
