@@ -6,10 +6,7 @@
 #include <algorithm>
 
 #include "Command.h"
-#include "CompareCommand.h"
-#include "ExportCommand.h"
-#include "ProjectFileCommands.h"
-#include "TreeCommand.h"
+#include "Commands.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -42,6 +39,13 @@ constexpr const char* kNotes =
     "  korvane-json import bracket.json rebuilt.kvp\n"
     "  korvane-json compare bracket.kvp rebuilt.kvp\n"
     "  korvane-json export --help\n";
+
+using AddCommand = void (*)(CLI::App& program, Console& console, int& status);
+/// The commands, in the order in which the help lists them.
+constexpr AddCommand kCommands[] = {
+    AddTreeCommand,  AddExportCommand, AddNewCommand,    AddStoreCommand,
+    AddApplyCommand, AddFetchCommand,  AddImportCommand, AddCompareCommand,
+};
 
 /// What was wrong with the arguments, in words that say where.
 std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
@@ -82,14 +86,9 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
                              "Print the version of the library and what it was built on");
     program.footer(kNotes);
     int status = kSuccess;
-    AddTreeCommand(program, console, status);
-    AddExportCommand(program, console, status);
-    AddNewCommand(program, console, status);
-    AddStoreCommand(program, console, status);
-    AddApplyCommand(program, console, status);
-    AddFetchCommand(program, console, status);
-    AddImportCommand(program, console, status);
-    AddCompareCommand(program, console, status);
+    for (const AddCommand addCommand : kCommands) {
+        addCommand(program, console, status);
+    }
 
     // The parser takes its arguments from the back.
     std::ranges::reverse(arguments);

@@ -1,5 +1,3 @@
-#include "CompareCommand.h"
-
 #include <EmbeddedModel.h>
 #include <korvanejson/JsonSerializer.h>
 
@@ -9,6 +7,7 @@
 #include <vector>
 
 #include "Command.h"
+#include "Commands.h"
 #include "JsonFile.h"
 #include "ProjectInput.h"
 #include "host/document/DocumentComparison.h"

@@ -1,5 +1,3 @@
-#include "ExportCommand.h"
-
 #include <korvanejson/JsonSerializer.h>
 
 #include <CLI/CLI.hpp>
@@ -7,6 +5,7 @@
 #include <string>
 
 #include "Command.h"
+#include "Commands.h"
 #include "JsonFile.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"

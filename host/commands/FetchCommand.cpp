@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "Command.h"
+#include "Commands.h"
 #include "JsonFile.h"
-#include "ProjectFileCommands.h"
 #include "host/server/Server.h"
 #include "host/system/Text.h"
 

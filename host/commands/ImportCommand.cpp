@@ -2,9 +2,9 @@
 #include <memory>
 
 #include "Command.h"
+#include "Commands.h"
 #include "JsonFile.h"
 #include "ProjectCommand.h"
-#include "ProjectFileCommands.h"
 #include "host/document/DocumentImport.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Text.h"

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "Command.h"
+#include "Commands.h"
 #include "ProjectCommand.h"
-#include "ProjectFileCommands.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"

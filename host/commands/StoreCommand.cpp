@@ -2,9 +2,9 @@
 #include <memory>
 
 #include "Command.h"
+#include "Commands.h"
 #include "JsonFile.h"
 #include "ProjectCommand.h"
-#include "ProjectFileCommands.h"
 #include "host/document/DocumentNode.h"
 #include "host/server/Server.h"
 #include "host/system/Text.h"

@@ -1,9 +1,8 @@
-#include "TreeCommand.h"
-
 #include <CLI/CLI.hpp>
 #include <memory>
 
 #include "Command.h"
+#include "Commands.h"
 #include "ProjectInput.h"
 #include "host/document/TreePrinter.h"
 #include "host/system/FileSystem.h"
