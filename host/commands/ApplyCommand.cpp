@@ -30,7 +30,7 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
         if (!options.isDryRun) {
             file.Save(console);
         }
-        report.Say("'" + Printable(std::string_view(options.file)) + "'", console);
+        report.Say(Quoted(options.file), console);
         SayDryRun(options.isDryRun, console);
         return kSuccess;
     });

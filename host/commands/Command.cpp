@@ -22,7 +22,7 @@ void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::s
     const auto check = [](const std::string& text) -> std::string {
         const bool isNumber =
             !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == std::string::npos;
-        return isNumber ? "" : "'" + text + "' is no identifier, which is a number like 12";
+        return isNumber ? "" : Quoted(text) + " is no identifier, which is a number like 12";
     };
     command.add_option("--object", object, description)->type_name("ID")->check(check);
 }
@@ -36,8 +36,7 @@ std::optional<DirectoryReading> OpenProject(const InputOptions& options,
                                             Console& console) {
     const InputKind kind = KindOfInput(options.input);
     if (kind == InputKind::Document) {
-        console.Say((options.input == "-" ? std::string("the standard input")
-                                          : "'" + Printable(std::string_view(options.input)) + "'") +
+        console.Say((options.input == "-" ? std::string("the standard input") : Quoted(options.input)) +
                     " is neither a directory nor a project file");
         return std::nullopt;
     }
@@ -48,8 +47,8 @@ std::optional<DirectoryReading> OpenProject(const InputOptions& options,
     }
     DirectoryReading reading = ReadDirectory(PathFromUtf8(options.input), leftOut, console);
     if (reading.project == nullptr) {
-        console.Say("cannot read '" + Printable(std::string_view(options.input)) + "': " +
-                    reading.error.message() + ". Give a directory of simulation files that you may read");
+        console.Say("cannot read " + Quoted(options.input) + ": " + reading.error.message() +
+                    ". Give a directory of simulation files that you may read");
         return std::nullopt;
     }
     return reading;

@@ -51,14 +51,14 @@ constexpr AddCommand kCommands[] = {
 std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
     const std::vector<std::string> unknown = program.remaining();
     if (program.get_subcommands().empty() && !unknown.empty()) {
-        return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + " '" +
-               Printable(std::string_view(unknown.front())) + "'";
+        return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + ' ' +
+               Quoted(unknown.front());
     }
     // A misspelt option in a command's place for a name is told rather than that the name is missing.
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !program.get_subcommands().empty()) {
         for (const std::string& argument : program.get_subcommands().front()->remaining()) {
             if (argument.starts_with("-") && argument != "-" && argument != "--") {
-                return "there is no option '" + Printable(std::string_view(argument)) + "'";
+                return "there is no option " + Quoted(argument);
             }
         }
     }

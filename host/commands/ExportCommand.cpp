@@ -58,9 +58,9 @@ int ExportProject(const ExportOptions& options, Console& console) {
     if (options.object) {
         object = reading->project->getCAEObject(*options.object);
         if (object == nullptr) {
-            const std::string directory = Printable(std::string_view(options.from.input));
-            console.Say("there is no object " + std::to_string(*options.object) + " in '" + directory +
-                        "'; 'korvane-json tree " + directory + "' lists them");
+            const std::string& input = options.from.input;
+            console.Say("there is no object " + std::to_string(*options.object) + " in " + Quoted(input) +
+                        "; 'korvane-json tree " + Printable(std::string_view(input)) + "' lists them");
             return kFailure;
         }
     }

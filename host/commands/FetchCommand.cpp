@@ -20,13 +20,13 @@ int FetchDocument(const FetchOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.database}, console)) {
         return kFailure;
     }
-    const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
+    const std::string name = Quoted(options.database);
     JSONNode document(JSON_NODE);
     try {
         Server server = Server::OpenForFetching(PathFromUtf8(options.database));
         if (!server.Fetch(options.key, document, console)) {
-            console.Say("there is no object with the key '" + Printable(std::string_view(options.key)) +
-                        "' in " + name + "; the answer of 'korvane-json store' names the keys");
+            console.Say("there is no object with the key " + Quoted(options.key) + " in " + name +
+                        "; the answer of 'korvane-json store' names the keys");
             return kFailure;
         }
     } catch (const ServerError& error) {

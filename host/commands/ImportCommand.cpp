@@ -35,7 +35,7 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
             made = MakeProjectFor(*document, ToOuString(file.stem()), DirectoryOfFile(file));
         }
         CAEProject& project = old ? old->Project() : *made;
-        const std::string name = "'" + Printable(std::string_view(options.file)) + "'";
+        const std::string name = Quoted(options.file);
         CAEObject* const target = options.object ? project.getCAEObject(*options.object) : &project;
         if (target == nullptr) {
             console.Say("there is no object " + std::to_string(*options.object) + " in " + name +

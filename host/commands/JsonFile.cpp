@@ -87,7 +87,7 @@ bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::p
 }  // namespace
 
 std::string InputName(const std::string& file) {
-    return file == kStandardStream ? "the standard input" : "'" + Printable(std::string_view(file)) + "'";
+    return file == kStandardStream ? "the standard input" : Quoted(file);
 }
 
 std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
@@ -151,7 +151,7 @@ bool IsReplaceable(const std::string& file, const std::vector<std::string>& inpu
     if (reason.empty()) {
         return true;
     }
-    console.Say("cannot write '" + Printable(std::string_view(file)) + "': " + reason +
+    console.Say("cannot write " + Quoted(file) + ": " + reason +
                 ". Nothing was changed; give another file with -o");
     return false;
 }
@@ -167,7 +167,7 @@ bool WriteOutput(const std::string& file, std::string_view text, Console& consol
     }
     std::error_code ignored;
     const bool isFile = std::filesystem::is_regular_file(target, ignored);
-    console.Say("cannot write '" + Printable(std::string_view(file)) + "': " + error.message() +
+    console.Say("cannot write " + Quoted(file) + ": " + error.message() +
                 (isFile ? ". The file is as it was" : "") +
                 ". Give another file with -o, or make room and permission for this one");
     return false;

@@ -45,8 +45,8 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
     std::error_code error;
     const bool isThere = std::filesystem::exists(std::filesystem::symlink_status(file, error));
     if (isThere && !options.isForced) {
-        console.Say("'" + Printable(std::string_view(options.File())) +
-                    "' is there already, and was left as it is. Give another name, or --force to put the "
+        console.Say(Quoted(options.File()) +
+                    " is there already, and was left as it is. Give another name, or --force to put the "
                     "new project in its place");
         return kFailure;
     }
@@ -66,7 +66,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
             CreateProjectFile(file, *reading->project, console);
         }
         const ObjectCounts counts = CountObjects(*reading->project);
-        console.Say("'" + Printable(std::string_view(options.File())) + "': a project with " +
+        console.Say(Quoted(options.File()) + ": a project with " +
                     FormatCount(counts.objects, "object", "objects") + " and " +
                     FormatCount(counts.files, "file", "files") +
                     (isThere ? ", in place of the one that was there" : ""));

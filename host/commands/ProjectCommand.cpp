@@ -25,7 +25,7 @@ int DoWithProjectFile(const std::string& file, Console& console, const std::func
     try {
         return work();
     } catch (const ProjectFileError& error) {
-        console.Say("'" + Printable(std::string_view(file)) + "' " + error.what() + ". Nothing was changed");
+        console.Say(Quoted(file) + " " + error.what() + ". Nothing was changed");
         return kFailure;
     }
 }

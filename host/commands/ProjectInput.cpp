@@ -37,7 +37,7 @@ std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& co
     try {
         return ReadProjectFile(PathFromUtf8(name), console);
     } catch (const ProjectFileError& error) {
-        console.Say("'" + Printable(std::string_view(name)) + "' " + error.what());
+        console.Say(Quoted(name) + " " + error.what());
         return nullptr;
     }
 }

@@ -24,7 +24,7 @@ int StoreDocument(const StoreOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.document, options.database}, console)) {
         return kFailure;
     }
-    const std::string name = "'" + Printable(std::string_view(options.database)) + "'";
+    const std::string name = Quoted(options.database);
     const std::optional<JSONNode> document = ReadJson(options.document, console);
     if (!document || !IsImportable(*document, options.document, console)) {
         return kFailure;

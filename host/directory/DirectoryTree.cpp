@@ -67,7 +67,7 @@ private:
 
 void Scanner::NameUnreadable(const path& entry, const std::string& reason) {
     ++tree_.unreadableCount;
-    console_.Say("'" + Printable(entry) + "' cannot be read and is left out: " + reason);
+    console_.Say(Quoted(entry) + " cannot be read and is left out: " + reason);
 }
 
 /// Puts what a link leads to in the link's place; false for a link that is left out.
@@ -79,9 +79,8 @@ bool Scanner::FollowLink(const path& link, Entry& entry) {
         return false;
     }
     if (!IsBelow(tree_.directories.front().path, target)) {
-        console_.Say("'" + Printable(link) +
-                     "' is left out: it is a link that leads out of the project, to '" + Printable(target) +
-                     "'. Copy what it leads to into the project if it belongs there");
+        console_.Say(Quoted(link) + " is left out: it is a link that leads out of the project, to " +
+                     Quoted(target) + ". Copy what it leads to into the project if it belongs there");
         return false;
     }
     Entry found;

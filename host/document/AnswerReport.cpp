@@ -58,12 +58,12 @@ void NoteNodes(const JSONNode& answer, const KeyOfText& keys, Notes& notes) {
         if (id != node.end() && key == node.end()) {
             notes.Add(kNoKey, [&] { return Describe(node); });
         } else if (id == node.end() && key != node.end()) {
-            notes.Add(kNoIdentifier, [&] { return Quoted(ValueText(*key)); });
+            notes.Add(kNoIdentifier, [&] { return Excerpt(ValueText(*key)); });
         } else if (id != node.end()) {
             const auto first = keys.find(ValueText(*id));
             if (first != keys.end() && first->second != ValueText(*key)) {
                 notes.Add(kLater,
-                          [&] { return Describe(node) + " with the key " + Quoted(ValueText(*key)); });
+                          [&] { return Describe(node) + " with the key " + Excerpt(ValueText(*key)); });
             }
         }
         for (const char* const section : {member::kFiles, member::kChildren}) {
@@ -121,14 +121,14 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
         const int id = ToIdentifier(text);
         CAEObject* const object = project.getCAEObject(id);
         if (object == nullptr) {
-            report.notes.Add(kNoSuchObject, [&] { return Quoted(text) + " with the key " + Quoted(key); });
+            report.notes.Add(kNoSuchObject, [&] { return Excerpt(text) + " with the key " + Excerpt(key); });
             continue;
         }
         if (text != std::to_string(id)) {
-            report.notes.Add(kNoNumber, [&] { return Quoted(text) + " for " + std::to_string(id); });
+            report.notes.Add(kNoNumber, [&] { return Excerpt(text) + " for " + std::to_string(id); });
         }
         if (targets.emplace(id, Target{object, object->getDBKey()}).second && key.empty()) {
-            report.notes.Add(kEmptyKey, [&] { return Quoted(text); });
+            report.notes.Add(kEmptyKey, [&] { return Excerpt(text); });
         }
     }
     caerest::json::ApplyJsonResponseOnObject(answer, &project);

@@ -133,7 +133,7 @@ void Comparing::CompareMetadata(const Pair& pair) {
         if (name != otherName) {
             Differ(pair, "the name of a metadata entry", name, otherName);
         } else if (value != otherValue) {
-            Differ(pair, "the metadata entry " + Quoted(name), value, otherValue);
+            Differ(pair, "the metadata entry " + Excerpt(name), value, otherValue);
         }
     }
     if (pair.first.metadata.size() != pair.second.metadata.size()) {
@@ -145,10 +145,10 @@ void Comparing::CompareMetadata(const Pair& pair) {
 void Comparing::Differ(const Pair& pair, const std::string& what, const std::string& first,
                        const std::string& second) {
     if (++result_.differenceCount <= kMostDifferences) {
-        result_.differences.push_back(Quoted(pair.first.name) + " (id " + Quoted(pair.first.identifier) +
-                                      ") and " + Quoted(pair.second.name) + " (id " +
-                                      Quoted(pair.second.identifier) + ") differ in " + what + ": " +
-                                      Quoted(first) + ", " + Quoted(second));
+        result_.differences.push_back(Excerpt(pair.first.name) + " (id " + Excerpt(pair.first.identifier) +
+                                      ") and " + Excerpt(pair.second.name) + " (id " +
+                                      Excerpt(pair.second.identifier) + ") differ in " + what + ": " +
+                                      Excerpt(first) + ", " + Excerpt(second));
     }
 }
 

@@ -62,7 +62,7 @@ std::string Describe(const JSONNode& node) {
         return "an element that is no object";
     }
     const std::string id = MemberText(node, member::kId);
-    return Quoted(MemberText(node, member::kName)) + (id.empty() ? "" : " (id " + Quoted(id) + ")");
+    return Excerpt(MemberText(node, member::kName)) + (id.empty() ? "" : " (id " + Excerpt(id) + ")");
 }
 
 void RemoveNullKeys(JSONNode& document, Notes& notes) {

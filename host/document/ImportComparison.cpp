@@ -108,7 +108,7 @@ void ImportFollower::EnterElement(Place& place, const JSONNode& element) {
     }
     const _tagCAEObjectType kind = KindOfTypeName(type);
     if (kind == CAE_UNKNOWN_OBJECT) {
-        report_.notes.Add(kUnknownType, [&] { return Describe(element) + " of type " + Quoted(type); });
+        report_.notes.Add(kUnknownType, [&] { return Describe(element) + " of type " + Excerpt(type); });
         return;
     }
     if (place.nextMade == place.made.size() || place.made[place.nextMade]->getType() != kind) {
@@ -177,7 +177,8 @@ void ImportFollower::Leave() {
             ++report_.linkedViewItems;
         } else {
             report_.notes.Add(kNotShown, [&] {
-                return Describe(place.node) + " with the key " + Quoted(item->getLinkDBKey().GetAnsiBuffer());
+                return Describe(place.node) + " with the key " +
+                       Excerpt(item->getLinkDBKey().GetAnsiBuffer());
             });
         }
     }

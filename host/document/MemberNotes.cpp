@@ -85,7 +85,7 @@ bool IsContainer(const JSONNode& value) {
 }
 
 void NoteText(const JSONNode& node, const JSONNode& value, const std::string& name, Notes& notes) {
-    const auto describe = [&] { return Quoted(name) + " of " + Describe(node); };
+    const auto describe = [&] { return Excerpt(name) + " of " + Describe(node); };
     if (IsContainer(value)) {
         notes.Add(kContainerForText, describe);
     } else if (value.type() == JSON_NULL) {
@@ -105,7 +105,7 @@ void NoteMetadata(const JSONNode& node, const JSONNode& section, Notes& notes) {
         const JSONNode& members = record;
         if (members.find("value") == members.end() || members.find("metaDataType") == members.end()) {
             notes.Add(kIncompleteEntry,
-                      [&] { return Quoted(NameOfMember(entry)) + " of " + Describe(node); });
+                      [&] { return Excerpt(NameOfMember(entry)) + " of " + Describe(node); });
         }
         for (const JSONNode& value : members) {
             const std::string name = NameOfMember(value);
@@ -139,7 +139,7 @@ void NoteMembers(const JSONNode& node, NodeKind kind, Notes& notes) {
         const Effect effect = kind == NodeKind::Object ? known.inObject : known.inRecord;
         const std::uint64_t bit = std::uint64_t{1} << place;
         if (effect != Effect::None && (met & bit) != 0) {
-            notes.Add(kTwice, [&] { return Quoted(name) + " of " + Describe(node); });
+            notes.Add(kTwice, [&] { return Excerpt(name) + " of " + Describe(node); });
         }
         met |= bit;
         const bool isSection = name == member::kChildren || name == member::kFiles;
@@ -148,10 +148,10 @@ void NoteMembers(const JSONNode& node, NodeKind kind, Notes& notes) {
         } else if (effect == Effect::Section && name == member::kMetaData) {
             NoteMetadata(node, value, notes);
         } else if (effect == Effect::Section && !IsContainer(value)) {
-            notes.Add(kNoContainer, [&] { return Quoted(name) + " of " + Describe(node); });
+            notes.Add(kNoContainer, [&] { return Excerpt(name) + " of " + Describe(node); });
         } else if (effect == Effect::None && isSection) {
             if (IsContainer(value) && !value.empty()) {
-                notes.Add(kBelowRecord, [&] { return Quoted(name) + " of " + Describe(node); });
+                notes.Add(kBelowRecord, [&] { return Excerpt(name) + " of " + Describe(node); });
             }
         } else if (effect == Effect::None) {
             notes.AddName(kWithoutEffect, name);

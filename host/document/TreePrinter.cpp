@@ -126,7 +126,7 @@ private:
     void AddMetadata(const CAEObject& object, const std::string& strokes);
     void AddFileRow(const CAEFile& file, const std::string& strokes, const std::string& role, bool isObject);
     std::string Summary() const;
-    std::string Shorten(std::string text) const;
+    std::string Shorten(const std::string& text) const;
 
     const Strokes& strokes_;
     const Colours& colours_;
@@ -149,17 +149,9 @@ std::string Printer::Indent() const {
     return indent;
 }
 
-std::string Printer::Shorten(std::string text) const {
-    if (text.size() <= kLongestValue) {
-        return text;
-    }
-    std::size_t end = kLongestValue;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80) {
-        --end;
-    }
-    text.resize(end);
-    text += strokes_.ellipsis;
-    return text;
+std::string Printer::Shorten(const std::string& text) const {
+    const std::string_view beginning = CutUtf8(text, kLongestValue);
+    return std::string(beginning) + std::string(beginning.size() < text.size() ? strokes_.ellipsis : "");
 }
 
 void Printer::AddFileRow(const CAEFile& file, const std::string& strokes, const std::string& role,

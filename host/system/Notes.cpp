@@ -7,7 +7,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t kLongestQuoted = 80;
+constexpr std::size_t kLongestExcerpt = 80;
 
 }  // namespace
 
@@ -39,7 +39,7 @@ void Notes::Say(const Kind& kind, const std::string& what, Console& console) {
     std::vector<std::string> named = kind.first;
     for (const auto& [name, count] : kind.countOfName) {
         if (named.size() < kMostNamed) {
-            named.push_back(Quoted(name) + (count > 1 ? " " + std::to_string(count) + " times" : ""));
+            named.push_back(Excerpt(name) + (count > 1 ? " " + std::to_string(count) + " times" : ""));
         }
     }
     const std::size_t total = kind.countOfName.empty() ? kind.count : kind.countOfName.size();
@@ -67,17 +67,13 @@ void Notes::SayWithoutNames(const std::string& what, Console& console) const {
     }
 }
 
-std::string Quoted(std::string_view text) {
-    std::string printable = Printable(text.substr(0, 4 * kLongestQuoted));
-    if (printable.size() > kLongestQuoted) {
-        std::size_t end = kLongestQuoted;
-        while (end > 0 && (static_cast<unsigned char>(printable[end]) & 0xC0U) == 0x80) {
-            --end;
-        }
-        printable.resize(end);
-        printable += "...";
-    }
-    return '\'' + printable + '\'';
+std::string Excerpt(std::string_view text) {
+    const std::string printable = Printable(text.substr(0, 4 * kLongestExcerpt));
+    const std::string_view beginning = CutUtf8(printable, kLongestExcerpt);
+    std::string excerpt = "'";
+    excerpt += beginning;
+    excerpt += beginning.size() < printable.size() ? "...'" : "'";
+    return excerpt;
 }
 
 }  // namespace host

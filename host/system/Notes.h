@@ -49,7 +49,7 @@ private:
     std::vector<Kind> kinds_;
 };
 
-/// A text for a note: quoted, printable and not too long.
-std::string Quoted(std::string_view text);
+/// A text for a note: quoted and printable, only its beginning where it is long.
+std::string Excerpt(std::string_view text);
 
 }  // namespace host

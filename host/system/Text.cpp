@@ -135,6 +135,29 @@ std::string Printable(const std::filesystem::path& path) {
     return Printable(ToOuString(path));
 }
 
+std::string Quoted(const std::filesystem::path& path) {
+    return '\'' + Printable(path) + '\'';
+}
+
+std::string Quoted(std::string_view utf8) {
+    return '\'' + Printable(utf8) + '\'';
+}
+
+std::string Quoted(const std::string& utf8) {
+    return Quoted(std::string_view(utf8));
+}
+
+std::string_view CutUtf8(std::string_view utf8, std::size_t most) {
+    if (utf8.size() <= most) {
+        return utf8;
+    }
+    std::size_t end = most;
+    while (end > 0 && (static_cast<unsigned char>(utf8[end]) & 0xC0U) == 0x80) {
+        --end;
+    }
+    return utf8.substr(0, end);
+}
+
 std::size_t DisplayWidth(std::string_view printable) {
     std::size_t width = 0;
     std::size_t length = 1;

@@ -26,6 +26,14 @@ std::string Printable(std::string_view utf8);
 std::string Printable(const OuString& text);
 std::string Printable(const std::filesystem::path& path);
 
+/// A path or a name as messages give it: printable, in quotation marks.
+std::string Quoted(const std::filesystem::path& path);
+std::string Quoted(std::string_view utf8);
+std::string Quoted(const std::string& utf8);
+
+/// The beginning of the text: at most that many bytes, and no part of a character at its end.
+std::string_view CutUtf8(std::string_view utf8, std::size_t most);
+
 /// How many columns of a terminal a printable UTF-8 text takes: two for wide East Asian characters, none for
 /// marks that combine with the one before.
 std::size_t DisplayWidth(std::string_view printable);

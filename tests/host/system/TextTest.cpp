@@ -33,6 +33,24 @@ TEST(HostText, PrintsWhatTurnsTheDirectionOfWritingAsEscapes) {
               "a\\u009Bb");
 }
 
+TEST(HostText, QuotesPathsAndNamesForMessages) {
+    EXPECT_EQ(Quoted(std::string("a\nb")), "'a\\nb'");
+    EXPECT_EQ(Quoted(std::string_view("")), "''");
+    EXPECT_EQ(Quoted(PathFromUtf8("K\xC3\xBChler.inp")), "'K\xC3\xBChler.inp'");
+    const std::string longName(1000, 'x');
+    EXPECT_EQ(Quoted(longName), "'" + longName + "'");
+}
+
+TEST(HostText, CutsBetweenCharacters) {
+    EXPECT_EQ(CutUtf8("abc", 3), "abc");
+    EXPECT_EQ(CutUtf8("abc", 2), "ab");
+    EXPECT_EQ(CutUtf8("abc", 0), "");
+    EXPECT_EQ(CutUtf8("a\xC3\xBC", 2), "a");
+    EXPECT_EQ(CutUtf8("a\xC3\xBC", 3), "a\xC3\xBC");
+    EXPECT_EQ(CutUtf8("a\xF0\x9F\x94\xA7z", 4), "a");
+    EXPECT_EQ(CutUtf8("a\xF0\x9F\x94\xA7z", 5), "a\xF0\x9F\x94\xA7");
+}
+
 TEST(HostText, CountsColumnsOfATerminal) {
     EXPECT_EQ(DisplayWidth("abc"), 3U);
     EXPECT_EQ(DisplayWidth("\xC3\xBC\xE2\x94\x9C"), 2U);
