@@ -29,7 +29,7 @@ int FetchDocument(const FetchOptions& options, Console& console) {
                         "; the answer of 'korvane-json store' names the keys");
             return kFailure;
         }
-    } catch (const ServerError& error) {
+    } catch (const DatabaseError& error) {
         console.Say(name + " " + error.what());
         return kFailure;
     }

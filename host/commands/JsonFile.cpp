@@ -9,6 +9,7 @@
 
 #include "Command.h"
 #include "ProjectInput.h"
+#include "host/system/Database.h"
 #include "host/system/FileSystem.h"
 #include "host/system/OutputFile.h"
 #include "host/system/Text.h"
@@ -145,7 +146,8 @@ bool IsReplaceable(const std::string& file, const std::vector<std::string>& inpu
             reason = "it is a file of the project and no document";
         }
     }
-    if (reason.empty() && IsDatabase(target)) {
+    std::error_code ignored;
+    if (reason.empty() && IsDatabaseFile(target, ignored)) {
         reason = "a database lies there";
     }
     if (reason.empty()) {

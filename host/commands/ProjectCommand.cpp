@@ -24,7 +24,7 @@ void SayDryRun(bool isDryRun, Console& console) {
 int DoWithProjectFile(const std::string& file, Console& console, const std::function<int()>& work) {
     try {
         return work();
-    } catch (const ProjectFileError& error) {
+    } catch (const DatabaseError& error) {
         console.Say(Quoted(file) + " " + error.what() + ". Nothing was changed");
         return kFailure;
     }

@@ -10,7 +10,6 @@
 namespace host {
 namespace {
 
-constexpr std::string_view kDatabaseBegin("SQLite format 3\0", 16);
 constexpr std::string_view kExtension = ".KVP";
 
 }  // namespace
@@ -24,19 +23,15 @@ InputKind KindOfInput(const std::string& name) {
     if (InspectTarget(file, entry) || entry.type == EntryType::Directory) {
         return InputKind::Directory;
     }
-    return IsDatabase(file) || ToUpperAscii(name).ends_with(kExtension) ? InputKind::ProjectFile
-                                                                        : InputKind::Document;
-}
-
-bool IsDatabase(const std::filesystem::path& file) {
-    FileSample sample;
-    return !ReadSample(file, kDatabaseBegin.size(), 0, sample) && sample.head == kDatabaseBegin;
+    std::error_code ignored;
+    return IsDatabaseFile(file, ignored) || ToUpperAscii(name).ends_with(kExtension) ? InputKind::ProjectFile
+                                                                                     : InputKind::Document;
 }
 
 std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& console) {
     try {
         return ReadProjectFile(PathFromUtf8(name), console);
-    } catch (const ProjectFileError& error) {
+    } catch (const DatabaseError& error) {
         console.Say(Quoted(name) + " " + error.what());
         return nullptr;
     }

@@ -18,9 +18,6 @@ enum class InputKind { Directory, ProjectFile, Document };
 /// or not.
 InputKind KindOfInput(const std::string& name);
 
-/// Whether the file begins as SQLite databases do.
-bool IsDatabase(const std::filesystem::path& file);
-
 /// The project in a project file. Null, after a message, where it cannot be read.
 std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& console);
 

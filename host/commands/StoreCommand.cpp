@@ -41,7 +41,7 @@ int StoreDocument(const StoreOptions& options, Console& console) {
     try {
         Server server = Server::OpenForStoring(PathFromUtf8(options.database), options.isDryRun);
         answer = CompactText(server.Store(*document, project, report, console));
-    } catch (const ServerError& error) {
+    } catch (const DatabaseError& error) {
         console.Say(name + " " + error.what() + ". Nothing was changed");
         return kFailure;
     }

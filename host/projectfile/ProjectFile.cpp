@@ -13,16 +13,6 @@ namespace {
 
 using std::filesystem::path;
 
-/// Runs the work; what the database says becomes what the project file says.
-template <typename Work>
-auto AsProjectFile(const Work& work) {
-    try {
-        return work();
-    } catch (const DatabaseError& error) {
-        throw ProjectFileError(error.what());
-    }
-}
-
 /// A name in the same folder that nothing has, hidden and random.
 path TemporaryName(const path& file) {
     std::random_device random;
@@ -57,8 +47,8 @@ void RefuseLeftovers(const path& file) {
         leftover += ending;
         std::error_code ignored;
         if (std::filesystem::exists(leftover, ignored)) {
-            throw ProjectFileError(std::string("cannot be made: a file of the same name with '") + ending +
-                                   "' at its end is left of an older one. Remove it first");
+            throw DatabaseError(std::string("cannot be made: a file of the same name with '") + ending +
+                                "' at its end is left of an older one. Remove it first");
         }
     }
 }
@@ -67,10 +57,10 @@ void RefuseLeftovers(const path& file) {
 void PutInPlace(const path& temporary, const path& file) {
     const std::error_code error = MoveToNewName(temporary, file);
     if (error == std::errc::file_exists) {
-        throw ProjectFileError("is there already");
+        throw DatabaseError("is there already");
     }
     if (error) {
-        throw ProjectFileError("cannot be made: " + error.message());
+        throw DatabaseError("cannot be made: " + error.message());
     }
 }
 
@@ -90,10 +80,8 @@ struct ProjectFile::State {
 };
 
 std::unique_ptr<CAEProject> ReadProjectFile(const path& file, Console& console) {
-    return AsProjectFile([&] {
-        Database database(file, DatabaseUse::Reading, kProjectFileKind);
-        return ReadProjectTables(database, console);
-    });
+    Database database(file, DatabaseUse::Reading, kProjectFileKind);
+    return ReadProjectTables(database, console);
 }
 
 ProjectFile::ProjectFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -102,11 +90,9 @@ ProjectFile::ProjectFile(ProjectFile&&) noexcept = default;
 ProjectFile& ProjectFile::operator=(ProjectFile&&) noexcept = default;
 
 ProjectFile ProjectFile::Open(const path& file, bool forChange, Console& console) {
-    return AsProjectFile([&] {
-        auto state = std::make_unique<State>(file, forChange);
-        state->project = ReadProjectTables(state->database, console);
-        return ProjectFile(std::move(state));
-    });
+    auto state = std::make_unique<State>(file, forChange);
+    state->project = ReadProjectTables(state->database, console);
+    return ProjectFile(std::move(state));
 }
 
 CAEProject& ProjectFile::Project() const {
@@ -118,32 +104,28 @@ void ProjectFile::Save(Console& console) {
 }
 
 void ProjectFile::Save(CAEProject& project, Console& console) {
-    AsProjectFile([&] {
-        WriteProjectTables(state_->database, project, console);
-        state_->transaction->Commit();
-    });
+    WriteProjectTables(state_->database, project, console);
+    state_->transaction->Commit();
 }
 
 void CreateProjectFile(const path& file, CAEProject& project, Console& console) {
-    AsProjectFile([&] {
-        std::error_code error;
-        Entry entry;
-        // A link to nothing is there, and so is a device, which Windows has under names in every folder.
-        if (std::filesystem::exists(std::filesystem::symlink_status(file, error)) ||
-            !InspectTarget(file, entry)) {
-            throw ProjectFileError("is there already");
-        }
-        RefuseLeftovers(file);
-        const TemporaryFile temporary(TemporaryName(file));
-        {
-            Database database(temporary.Name(), DatabaseUse::Creating, kProjectFileKind);
-            Transaction transaction(database);
-            CreateProjectTables(database);
-            WriteProjectTables(database, project, console);
-            transaction.Commit();
-        }
-        PutInPlace(temporary.Name(), file);
-    });
+    std::error_code error;
+    Entry entry;
+    // A link to nothing is there, and so is a device, which Windows has under names in every folder.
+    if (std::filesystem::exists(std::filesystem::symlink_status(file, error)) ||
+        !InspectTarget(file, entry)) {
+        throw DatabaseError("is there already");
+    }
+    RefuseLeftovers(file);
+    const TemporaryFile temporary(TemporaryName(file));
+    {
+        Database database(temporary.Name(), DatabaseUse::Creating, kProjectFileKind);
+        Transaction transaction(database);
+        CreateProjectTables(database);
+        WriteProjectTables(database, project, console);
+        transaction.Commit();
+    }
+    PutInPlace(temporary.Name(), file);
 }
 
 }  // namespace host

@@ -4,9 +4,9 @@
 
 #include <filesystem>
 #include <memory>
-#include <stdexcept>
 
 #include "host/system/Console.h"
+#include "host/system/Database.h"
 
 /// Project files: one project in one file, a SQLite 3 database that is changed by whole transactions only.
 ///
@@ -18,20 +18,14 @@
 /// this program makes any. Texts end at their first NUL.
 namespace host {
 
-/// Why a project file could not be read or written, in words that follow its name: "is damaged".
-class ProjectFileError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// The project in the file. Throws ProjectFileError.
+/// The project in the file. Throws DatabaseError.
 std::unique_ptr<CAEProject> ReadProjectFile(const std::filesystem::path& file, Console& console);
 
 /// A project that was read from its file, to be changed there.
 class ProjectFile {
 public:
     /// Reads the file. With `forChange` no other program can write to it until the object is gone. Throws
-    /// ProjectFileError.
+    /// DatabaseError.
     static ProjectFile Open(const std::filesystem::path& file, bool forChange, Console& console);
     ~ProjectFile();
     ProjectFile(ProjectFile&&) noexcept;
@@ -39,7 +33,7 @@ public:
 
     CAEProject& Project() const;
     /// Puts the project as it is now, or another one, in place of what the file holds, in one transaction;
-    /// once, and only for a file that was opened for change. Throws ProjectFileError, and the file is as it
+    /// once, and only for a file that was opened for change. Throws DatabaseError, and the file is as it
     /// was.
     void Save(Console& console);
     void Save(CAEProject& project, Console& console);
@@ -50,7 +44,7 @@ private:
     std::unique_ptr<State> state_;
 };
 
-/// Writes the project to a new file, which appears under its name when it is whole. Throws ProjectFileError
+/// Writes the project to a new file, which appears under its name when it is whole. Throws DatabaseError
 /// when there is something of that name already, or the file cannot be written.
 void CreateProjectFile(const std::filesystem::path& file, CAEProject& project, Console& console);
 

@@ -1,28 +1,57 @@
 #include "Server.h"
 
-#include "ServerState.h"
-#include "host/system/Text.h"
+#include <system_error>
+#include <utility>
+
+#include "ServerFetch.h"
+#include "ServerStore.h"
+#include "ServerTables.h"
 
 namespace host {
+namespace {
 
-void StoreReport::Say(const std::string& what, Console& console) const {
-    console.Say(what + ": " + FormatCount(objects, "object", "objects") + " and " +
-                FormatCount(files, "file", "files") + " stored, " + std::to_string(newKeys) +
-                " of them under new keys" +
-                (parted == 0 ? ""
-                             : ", " + std::to_string(parted) +
-                                   " no longer part of what they belonged to, because the document has them "
-                                   "no more"));
-    notes.Say(what, console);
-}
-
-Server::State::EmptyFile::~EmptyFile() {
-    std::error_code error;
-    if (isOurs && !name.empty() && std::filesystem::is_regular_file(name, error) &&
-        std::filesystem::file_size(name, error) == 0) {
-        std::filesystem::remove(name, error);
+/// Removes the file, as long as it is empty: what is left where a new database did not come about. A file is
+/// empty too while another program makes its database there, so it stays until this one has its lock.
+class EmptyFile {
+public:
+    EmptyFile() = default;
+    /// A file that is there already is nobody's leftover.
+    explicit EmptyFile(const std::filesystem::path& file) {
+        std::error_code error;
+        if (!std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+            name_ = file;
+        }
     }
-}
+    ~EmptyFile() {
+        std::error_code error;
+        if (isOurs_ && !name_.empty() && std::filesystem::is_regular_file(name_, error) &&
+            std::filesystem::file_size(name_, error) == 0) {
+            std::filesystem::remove(name_, error);
+        }
+    }
+    EmptyFile(const EmptyFile&) = delete;
+    EmptyFile& operator=(const EmptyFile&) = delete;
+
+    /// To be called when this program has the lock of the database.
+    void TakeOver() { isOurs_ = true; }
+
+private:
+    std::filesystem::path name_;
+    bool isOurs_ = false;
+};
+
+}  // namespace
+
+/// The open database. The leftover goes after the database has let go of it.
+struct Server::State {
+    State() = default;
+    State(const std::filesystem::path& file, DatabaseUse use)
+        : leftover(use == DatabaseUse::Creating ? file : std::filesystem::path()),
+          database(file, use, kServerKind) {}
+
+    EmptyFile leftover;
+    Database database;
+};
 
 Server::Server(std::unique_ptr<State> state) : state_(std::move(state)) {}
 Server::~Server() = default;
@@ -30,27 +59,38 @@ Server::Server(Server&&) noexcept = default;
 Server& Server::operator=(Server&&) noexcept = default;
 
 Server Server::OpenForStoring(const std::filesystem::path& file, bool isDryRun) {
-    return AsServer([&] {
-        if (!isDryRun) {
-            return Server(std::make_unique<State>(file, DatabaseUse::Creating));
-        }
-        auto copy = std::make_unique<State>();
-        std::error_code error;
-        const std::filesystem::file_status status = std::filesystem::status(file, error);
-        const bool isNew =
-            status.type() == std::filesystem::file_type::not_found ||
-            (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) == 0);
-        // What keeps the database from being opened keeps a run that is not dry from it as well.
-        if (!isNew || file.empty()) {
-            State original(file, DatabaseUse::Reading);
-            copy->database.CopyFrom(original.database);
-        }
-        return Server(std::move(copy));
-    });
+    if (!isDryRun) {
+        return Server(std::make_unique<State>(file, DatabaseUse::Creating));
+    }
+    auto copy = std::make_unique<State>();
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    const bool isNew =
+        status.type() == std::filesystem::file_type::not_found ||
+        (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) == 0);
+    // What keeps the database from being opened keeps a run that is not dry from it as well.
+    if (!isNew || file.empty()) {
+        State original(file, DatabaseUse::Reading);
+        copy->database.CopyFrom(original.database);
+    }
+    return Server(std::move(copy));
 }
 
 Server Server::OpenForFetching(const std::filesystem::path& file) {
-    return AsServer([&] { return Server(std::make_unique<State>(file, DatabaseUse::Reading)); });
+    return Server(std::make_unique<State>(file, DatabaseUse::Reading));
+}
+
+JSONNode Server::Store(const JSONNode& document, const std::string& project, StoreReport& report,
+                       Console& console) {
+    Transaction transaction(state_->database);
+    state_->leftover.TakeOver();
+    JSONNode answer = StoreDocument(state_->database, document, project, report, console);
+    transaction.Commit();
+    return answer;
+}
+
+bool Server::Fetch(const std::string& key, JSONNode& document, Console& console) {
+    return FetchDocument(state_->database, key, document, console);
 }
 
 }  // namespace host

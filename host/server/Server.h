@@ -2,14 +2,13 @@
 
 #include <libjson.h>
 
-#include <cstddef>
 #include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
+#include "StoreReport.h"
 #include "host/system/Console.h"
-#include "host/system/Notes.h"
+#include "host/system/Database.h"
 
 /// A stand-in for the data-management server: it keeps documents in a SQLite database and gives every object
 /// in them a database key.
@@ -31,43 +30,24 @@
 /// another object has moved there.
 namespace host {
 
-/// Why the database could not be used, in words that follow its name.
-class ServerError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-struct StoreReport {
-    /// Object nodes and file records of the document.
-    std::size_t objects = 0;
-    std::size_t files = 0;
-    /// Of both, those that the database did not know.
-    std::size_t newKeys = 0;
-    /// What belonged to an object in the document and does so no longer.
-    std::size_t parted = 0;
-    Notes notes;
-
-    void Say(const std::string& what, Console& console) const;
-};
-
 class Server {
 public:
     /// Opens the database, which is made when there is none. With `isDryRun` all is done on a copy in memory,
-    /// and nothing is made. Throws ServerError.
+    /// and nothing is made. Throws DatabaseError.
     static Server OpenForStoring(const std::filesystem::path& file, bool isDryRun);
-    /// Opens a database that is there. Throws ServerError.
+    /// Opens a database that is there. Throws DatabaseError.
     static Server OpenForFetching(const std::filesystem::path& file);
     ~Server();
     Server(Server&&) noexcept;
     Server& operator=(Server&&) noexcept;
 
     /// Keeps the document, in one transaction, and answers with the tree of "id" and "dbkey", nested through
-    /// "children" and "files". Throws ServerError, and nothing is kept.
+    /// "children" and "files". Throws DatabaseError, and nothing is kept.
     JSONNode Store(const JSONNode& document, const std::string& project, StoreReport& report,
                    Console& console);
 
     /// The object with the key, with all below it, as a document. False, and no document, where there is
-    /// none. Throws ServerError.
+    /// none. Throws DatabaseError.
     bool Fetch(const std::string& key, JSONNode& document, Console& console);
 
 private:

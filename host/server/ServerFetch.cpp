@@ -1,8 +1,11 @@
+#include "ServerFetch.h"
+
+#include <cstdint>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "ServerDocument.h"
-#include "ServerState.h"
 #include "host/document/DocumentNode.h"
 
 namespace host {
@@ -118,21 +121,18 @@ bool Fetching::Run(const std::string& key, JSONNode& document) {
 
 }  // namespace
 
-bool Server::Fetch(const std::string& key, JSONNode& document, Console& console) {
-    return AsServer([&] {
-        try {
-            if (!Fetching(state_->database, console).Run(key, document)) {
-                return false;
-            }
-        } catch (const std::invalid_argument& error) {
-            throw DatabaseError(std::string("is damaged: the members of a node are ") + error.what());
+bool FetchDocument(Database& database, const std::string& key, JSONNode& document, Console& console) {
+    try {
+        if (!Fetching(database, console).Run(key, document)) {
+            return false;
         }
-        const JSONNode& node = document;
-        if (node.find(member::kSubType) == node.end()) {
-            document.push_back(JSONNode(member::kSubType, kSubTypeValue));
-        }
-        return true;
-    });
+    } catch (const std::invalid_argument& error) {
+        throw DatabaseError(std::string("is damaged: the members of a node are ") + error.what());
+    }
+    if (std::as_const(document).find(member::kSubType) == std::as_const(document).end()) {
+        document.push_back(JSONNode(member::kSubType, kSubTypeValue));
+    }
+    return true;
 }
 
 }  // namespace host

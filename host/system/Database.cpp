@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <system_error>
-
 #include "FileSystem.h"
 
 namespace host {
@@ -40,15 +38,6 @@ void Check(sqlite3* handle, int code) {
     }
 }
 
-bool BeginsAsDatabase(const std::filesystem::path& file) {
-    constexpr std::string_view kBegin("SQLite format 3\0", 16);
-    FileSample sample;
-    if (const std::error_code error = ReadSample(file, kBegin.size(), 0, sample)) {
-        throw DatabaseError("cannot be read: " + error.message());
-    }
-    return sample.head == kBegin;
-}
-
 /// SQLite takes its names in UTF-8 on Windows and as they are elsewhere. Some, like ":memory:" and those that
 /// begin with "file:", mean no file to it: a relative one says that it stands for itself.
 std::string NameOf(const std::filesystem::path& file) {
@@ -63,6 +52,13 @@ std::string NameOf(const std::filesystem::path& file) {
 
 }  // namespace
 
+bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error) {
+    constexpr std::string_view kBeginning("SQLite format 3\0", 16);
+    FileSample sample;
+    error = ReadSample(file, kBeginning.size(), 0, sample);
+    return !error && sample.head == kBeginning;
+}
+
 Database::Database() {
     const int code = sqlite3_open(":memory:", &handle_);
     if (code != SQLITE_OK) {
@@ -76,7 +72,7 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
         throw DatabaseError("is no name of a file");
     }
     Entry entry;
-    const std::error_code error = InspectTarget(file, entry);
+    std::error_code error = InspectTarget(file, entry);
     bool isThere = !error;
     if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory) {
         throw DatabaseError("cannot be read: " + error.message());
@@ -94,8 +90,8 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
         isThere = false;
     }
     // SQLite takes some very short files for empty databases.
-    if (isThere && !BeginsAsDatabase(file)) {
-        throw DatabaseError("is no SQLite database");
+    if (isThere && !IsDatabaseFile(file, error)) {
+        throw DatabaseError(error ? "cannot be read: " + error.message() : "is no SQLite database");
     }
     // Also for reading: what another program left unfinished is put in order first.
     const int flags = SQLITE_OPEN_READWRITE | (isThere ? 0 : SQLITE_OPEN_CREATE);

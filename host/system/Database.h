@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -20,6 +21,9 @@ class DatabaseError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// Whether the file begins as SQLite databases do. False, with the reason, for one that cannot be read.
+bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error);
 
 /// What a database is opened for.
 enum class DatabaseUse { Reading, Changing, Creating };

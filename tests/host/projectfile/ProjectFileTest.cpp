@@ -111,7 +111,7 @@ protected:
     std::string ErrorOf(const std::function<void()>& work) {
         try {
             work();
-        } catch (const ProjectFileError& error) {
+        } catch (const DatabaseError& error) {
             return error.what();
         }
         return "no error";

@@ -55,7 +55,7 @@ protected:
     std::string ErrorOf(const std::function<void()>& work) {
         try {
             work();
-        } catch (const ServerError& error) {
+        } catch (const DatabaseError& error) {
             return error.what();
         }
         return "no error";

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <libjson.h>
+
+#include <string>
+
+#include "host/system/Console.h"
+#include "host/system/Database.h"
+
+namespace host {
+
+/// Gives the object with the key as a document, as Server::Fetch does.
+bool FetchDocument(Database& database, const std::string& key, JSONNode& document, Console& console);
+
+}  // namespace host

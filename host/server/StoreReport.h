@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "host/system/Console.h"
+#include "host/system/Notes.h"
+
+namespace host {
+
+/// What storing a document did.
+struct StoreReport {
+    /// Object nodes and file records of the document.
+    std::size_t objects = 0;
+    std::size_t files = 0;
+    /// Of both, those that the database did not know.
+    std::size_t newKeys = 0;
+    /// What belonged to an object in the document and does so no longer.
+    std::size_t parted = 0;
+    Notes notes;
+
+    void Say(const std::string& what, Console& console) const;
+};
+
+}  // namespace host
