@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "commands/Command.h"
 #include "commands/CommandLine.h"
+#include "commands/ExitStatus.h"
 #include "system/Console.h"
 #include "system/Terminal.h"
 

@@ -1,11 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "Command.h"
 #include "Commands.h"
-#include "JsonFile.h"
-#include "ProjectCommand.h"
+#include "DatabaseCommand.h"
+#include "ExitStatus.h"
+#include "Options.h"
 #include "host/document/AnswerReport.h"
+#include "host/document/DocumentFile.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Text.h"
 
@@ -19,7 +20,7 @@ struct ApplyOptions {
 };
 
 int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
-    return DoWithProjectFile(options.file, console, [&] {
+    return ChangeDatabase(options.file, console, [&] {
         const std::optional<JSONNode> answer = ReadJson(options.answer, console);
         if (!answer || !IsAnswer(*answer, options.answer, console)) {
             return kFailure;

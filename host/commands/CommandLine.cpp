@@ -5,8 +5,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "Command.h"
 #include "Commands.h"
+#include "ExitStatus.h"
+#include "Output.h"
 #include "host/system/Text.h"
 
 namespace host {

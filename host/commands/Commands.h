@@ -8,7 +8,7 @@ class App;
 /// TreeCommand.cpp), a line here, and a line in the table of CommandLine.cpp.
 ///
 /// Every function adds one command to the program's arguments. When the user gives that command, it is run,
-/// and `status` becomes the program's exit status (Command.h).
+/// and `status` becomes the program's exit status (ExitStatus.h).
 namespace host {
 
 class Console;

@@ -6,11 +6,14 @@
 #include <memory>
 #include <vector>
 
-#include "Command.h"
 #include "Commands.h"
-#include "JsonFile.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "Output.h"
 #include "ProjectInput.h"
 #include "host/document/DocumentComparison.h"
+#include "host/document/DocumentFile.h"
+#include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -41,7 +44,7 @@ bool OpenInput(const std::string& name, Input& input, Console& console) {
         input.document.node = *document;
         return true;
     }
-    std::optional<DirectoryReading> reading = OpenProject({name, false}, std::nullopt, console);
+    std::optional<OpenedProject> reading = OpenProject({name, false}, std::nullopt, console);
     if (!reading) {
         return false;
     }
@@ -100,7 +103,7 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
                 "  korvane-json compare bracket.kvp rebuilt.kvp\n"
                 "  korvane-json compare projects/bracket bracket.json\n");
     command.callback([options, &console, &status] {
-        if (options->inputs.front() == "-" && options->inputs.back() == "-") {
+        if (options->inputs.front() == kStandardStream && options->inputs.back() == kStandardStream) {
             console.Say(
                 "the standard input (-) can be one of the two only. See 'korvane-json compare --help'");
             status = kBadUsage;

@@ -4,10 +4,13 @@
 #include <memory>
 #include <string>
 
-#include "Command.h"
 #include "Commands.h"
-#include "JsonFile.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "Output.h"
+#include "ProjectInput.h"
 #include "host/system/FileSystem.h"
+#include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -18,9 +21,9 @@ struct ExportOptions {
     std::optional<int> object;
     std::string mode;
     std::string text = "compact";
-    std::string output = "-";
+    std::string output = kStandardStream;
 
-    bool IsToStandardOutput() const { return output == "-"; }
+    bool IsToStandardOutput() const { return output == kStandardStream; }
 };
 
 /// The document's text with the line feed that ends a text file.
@@ -50,7 +53,7 @@ int ExportProject(const ExportOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.from.input}, console)) {
         return kFailure;
     }
-    const std::optional<DirectoryReading> reading = OpenProject(options.from, OutputPath(options), console);
+    const std::optional<OpenedProject> reading = OpenProject(options.from, OutputPath(options), console);
     if (!reading) {
         return kFailure;
     }

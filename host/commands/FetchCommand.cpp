@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "Command.h"
 #include "Commands.h"
-#include "JsonFile.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "Output.h"
 #include "host/server/Server.h"
+#include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -13,10 +15,10 @@ namespace {
 struct FetchOptions {
     std::string key;
     std::string database;
-    std::string output = "-";
+    std::string output = kStandardStream;
 };
 
-int FetchDocument(const FetchOptions& options, Console& console) {
+int FetchToOutput(const FetchOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.database}, console)) {
         return kFailure;
     }
@@ -56,7 +58,7 @@ void AddFetchCommand(CLI::App& program, Console& console, int& status) {
                     "-o bracket.json")
         ->type_name("FILE");
     AddExamples(command, "  korvane-json fetch PRJ-1-3f9a20 --db server.db -o bracket.json\n");
-    command.callback([options, &console, &status] { status = FetchDocument(*options, console); });
+    command.callback([options, &console, &status] { status = FetchToOutput(*options, console); });
 }
 
 }  // namespace host

@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "Command.h"
 #include "Commands.h"
-#include "JsonFile.h"
-#include "ProjectCommand.h"
+#include "DatabaseCommand.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "ProjectInput.h"
+#include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Text.h"
@@ -20,7 +22,7 @@ struct ImportOptions {
 };
 
 int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
-    return DoWithProjectFile(options.file, console, [&] {
+    return ChangeDatabase(options.file, console, [&] {
         const std::optional<JSONNode> document = ReadJson(options.document, console);
         if (!document || !IsImportable(*document, options.document, console)) {
             return kFailure;

@@ -3,9 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "Command.h"
 #include "Commands.h"
-#include "ProjectCommand.h"
+#include "DatabaseCommand.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "ProjectInput.h"
+#include "host/document/ProjectObjects.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
@@ -26,10 +29,10 @@ struct NewOptions {
 };
 
 /// The project, read from its directory or without objects.
-std::optional<DirectoryReading> MakeProject(const NewOptions& options, Console& console) {
+std::optional<OpenedProject> MakeProject(const NewOptions& options, Console& console) {
     const std::filesystem::path file = PathFromUtf8(options.File());
     if (options.isEmpty) {
-        DirectoryReading reading;
+        OpenedProject reading;
         reading.project = korvane::CreateProject(ToOuString(file.stem()), DirectoryOfFile(file));
         reading.project->setAdditionalType(OuString(L"Simulation"));
         return reading;
@@ -50,13 +53,13 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
                     "new project in its place");
         return kFailure;
     }
-    return DoWithProjectFile(options.File(), console, [&] {
+    return ChangeDatabase(options.File(), console, [&] {
         // Whatever else lies under the name is no project file and is not replaced.
         std::optional<ProjectFile> old;
         if (isThere) {
             old.emplace(ProjectFile::Open(file, !options.isDryRun, console));
         }
-        const std::optional<DirectoryReading> reading = MakeProject(options, console);
+        const std::optional<OpenedProject> reading = MakeProject(options, console);
         if (!reading) {
             return kFailure;
         }

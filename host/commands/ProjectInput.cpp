@@ -1,10 +1,15 @@
 #include "ProjectInput.h"
 
-#include "JsonFile.h"
-#include "ProjectCommand.h"
+#include <utility>
+
+#include "ExitStatus.h"
+#include "host/directory/DirectoryReader.h"
+#include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
 #include "host/projectfile/ProjectFile.h"
+#include "host/system/Database.h"
 #include "host/system/FileSystem.h"
+#include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -12,10 +17,31 @@ namespace {
 
 constexpr std::string_view kExtension = ".KVP";
 
+std::optional<OpenedProject> OpenProjectFile(const std::string& name, Console& console) {
+    try {
+        return OpenedProject{ReadProjectFile(PathFromUtf8(name), console), 0};
+    } catch (const DatabaseError& error) {
+        console.Say(Quoted(name) + " " + error.what());
+        return std::nullopt;
+    }
+}
+
+std::optional<OpenedProject> OpenDirectory(const std::string& name,
+                                           const std::optional<std::filesystem::path>& leftOut,
+                                           Console& console) {
+    DirectoryReading reading = ReadDirectory(PathFromUtf8(name), leftOut, console);
+    if (reading.project == nullptr) {
+        console.Say("cannot read " + Quoted(name) + ": " + reading.error.message() +
+                    ". Give a directory of simulation files that you may read");
+        return std::nullopt;
+    }
+    return OpenedProject{std::move(reading.project), reading.unreadableCount};
+}
+
 }  // namespace
 
 InputKind KindOfInput(const std::string& name) {
-    if (name == "-") {
+    if (name == kStandardStream) {
         return InputKind::Document;
     }
     const std::filesystem::path file = PathFromUtf8(name);
@@ -28,13 +54,29 @@ InputKind KindOfInput(const std::string& name) {
                                                                                      : InputKind::Document;
 }
 
-std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& console) {
-    try {
-        return ReadProjectFile(PathFromUtf8(name), console);
-    } catch (const DatabaseError& error) {
-        console.Say(Quoted(name) + " " + error.what());
-        return nullptr;
+std::optional<OpenedProject> OpenProject(const InputOptions& options,
+                                         const std::optional<std::filesystem::path>& leftOut,
+                                         Console& console) {
+    switch (KindOfInput(options.input)) {
+        case InputKind::Directory:
+            return OpenDirectory(options.input, leftOut, console);
+        case InputKind::ProjectFile:
+            return OpenProjectFile(options.input, console);
+        case InputKind::Document:
+            break;
     }
+    console.Say(InputName(options.input) + " is neither a directory nor a project file");
+    return std::nullopt;
+}
+
+int Finish(const InputOptions& options, const OpenedProject& opened, Console& console) {
+    if (opened.unreadableCount == 0) {
+        return kSuccess;
+    }
+    console.Say(FormatCount(opened.unreadableCount, "entry", "entries") +
+                " could not be read and had to be left out" +
+                (options.isStrict ? ", which --strict does not allow" : "; --strict makes that a failure"));
+    return options.isStrict ? kFailure : kSuccess;
 }
 
 OpenedDocument OpenDocument(const std::string& name, Console& console) {
@@ -49,6 +91,12 @@ OpenedDocument OpenDocument(const std::string& name, Console& console) {
     opened.root = ImportDocument(*document, *opened.project, report, console);
     report.notes.SayWithoutNames(InputName(name), console);
     return opened;
+}
+
+OuString DirectoryOfFile(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(file, error);
+    return ToOuString((error ? file : whole).lexically_normal().parent_path());
 }
 
 }  // namespace host

@@ -2,10 +2,13 @@
 
 #include <CAEProject.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "Options.h"
 #include "host/system/Console.h"
 
 /// What the argument of a command that reads a project stands for.
@@ -18,8 +21,22 @@ enum class InputKind { Directory, ProjectFile, Document };
 /// or not.
 InputKind KindOfInput(const std::string& name);
 
-/// The project in a project file. Null, after a message, where it cannot be read.
-std::unique_ptr<CAEProject> OpenProjectFile(const std::string& name, Console& console);
+/// A project in memory, read from a directory or from its file.
+struct OpenedProject {
+    std::unique_ptr<CAEProject> project;
+    /// Entries of the directory that could not be read.
+    std::size_t unreadableCount = 0;
+};
+
+/// Reads the project that the options name. Nothing, after a message, where the directory or the project file
+/// cannot be read. `leftOut` is a file of the directory that is not read.
+std::optional<OpenedProject> OpenProject(const InputOptions& options,
+                                         const std::optional<std::filesystem::path>& leftOut,
+                                         Console& console);
+
+/// Ends a command that has done its work: says how much was left out, and gives the exit status that the
+/// options ask for then.
+int Finish(const InputOptions& options, const OpenedProject& opened, Console& console);
 
 /// A document as an import makes objects of it.
 struct OpenedDocument {
@@ -31,5 +48,9 @@ struct OpenedDocument {
 /// Imports the document into a project that is in memory only. No project, after a message, where it cannot
 /// be read or imported; what is left out is said.
 OpenedDocument OpenDocument(const std::string& name, Console& console);
+
+/// The whole path of the directory that a file lies in: where the files of a project are looked for that was
+/// not read from a directory.
+OuString DirectoryOfFile(const std::filesystem::path& file);
 
 }  // namespace host

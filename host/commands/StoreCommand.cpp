@@ -1,12 +1,15 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "Command.h"
 #include "Commands.h"
-#include "JsonFile.h"
-#include "ProjectCommand.h"
+#include "DatabaseCommand.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "Output.h"
+#include "host/document/DocumentFile.h"
 #include "host/document/DocumentNode.h"
 #include "host/server/Server.h"
+#include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -16,15 +19,14 @@ struct StoreOptions {
     std::string document;
     std::string database;
     std::string project;
-    std::string output = "-";
+    std::string output = kStandardStream;
     bool isDryRun = false;
 };
 
-int StoreDocument(const StoreOptions& options, Console& console) {
+int StoreFromFile(const StoreOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.document, options.database}, console)) {
         return kFailure;
     }
-    const std::string name = Quoted(options.database);
     const std::optional<JSONNode> document = ReadJson(options.document, console);
     if (!document || !IsImportable(*document, options.document, console)) {
         return kFailure;
@@ -36,24 +38,20 @@ int StoreDocument(const StoreOptions& options, Console& console) {
                     " has no name: give the project's with --project. Nothing was changed");
         return kFailure;
     }
-    StoreReport report;
-    std::string answer;
-    try {
+    return ChangeDatabase(options.database, console, [&] {
+        StoreReport report;
         Server server = Server::OpenForStoring(PathFromUtf8(options.database), options.isDryRun);
-        answer = CompactText(server.Store(*document, project, report, console));
-    } catch (const DatabaseError& error) {
-        console.Say(name + " " + error.what() + ". Nothing was changed");
-        return kFailure;
-    }
-    report.Say(name, console);
-    SayDryRun(options.isDryRun, console);
-    if (!options.isDryRun && !WriteOutput(options.output, answer, console)) {
-        console.Say(
-            "the document is stored all the same: store it again for the answer, which will be the "
-            "same");
-        return kFailure;
-    }
-    return kSuccess;
+        const std::string answer = CompactText(server.Store(*document, project, report, console));
+        report.Say(Quoted(options.database), console);
+        SayDryRun(options.isDryRun, console);
+        if (!options.isDryRun && !WriteOutput(options.output, answer, console)) {
+            console.Say(
+                "the document is stored all the same: store it again for the answer, which will be the "
+                "same");
+            return kFailure;
+        }
+        return kSuccess;
+    });
 }
 
 }  // namespace
@@ -90,7 +88,7 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
     AddExamples(command,
                 "  korvane-json store bracket.json --db server.db -o answer.json\n"
                 "  korvane-json store study.json --db server.db --project bracket -o answer.json\n");
-    command.callback([options, &console, &status] { status = StoreDocument(*options, console); });
+    command.callback([options, &console, &status] { status = StoreFromFile(*options, console); });
 }
 
 }  // namespace host

@@ -1,8 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "Command.h"
 #include "Commands.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "Output.h"
 #include "ProjectInput.h"
 #include "host/document/TreePrinter.h"
 #include "host/system/FileSystem.h"
@@ -24,7 +26,7 @@ int PrintProject(const InputOptions& options, Console& console) {
     if (KindOfInput(options.input) == InputKind::Document) {
         return PrintDocument(options, console);
     }
-    const std::optional<DirectoryReading> reading = OpenProject(options, PathOfStandardOutput(), console);
+    const std::optional<OpenedProject> reading = OpenProject(options, PathOfStandardOutput(), console);
     if (!reading) {
         return kFailure;
     }

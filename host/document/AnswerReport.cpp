@@ -9,8 +9,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "DocumentFile.h"
 #include "DocumentNode.h"
-#include "host/commands/JsonFile.h"
 #include "host/system/Text.h"
 
 namespace host {

@@ -6,7 +6,6 @@
 #include "DocumentNode.h"
 #include "ImportComparison.h"
 #include "ObjectLists.h"
-#include "host/system/Text.h"
 
 namespace host {
 namespace {
@@ -23,22 +22,6 @@ JSONNode WrapBelow(const std::string& type, const JSONNode& root) {
 }
 
 }  // namespace
-
-void ImportReport::Say(const std::string& what, Console& console) const {
-    std::string line = what + ": " + FormatCount(objects, "object", "objects") + " and " +
-                       FormatCount(files, "file", "files") + " created, " + std::to_string(attachedFiles) +
-                       " of the files attached";
-    if (childFiles > 0) {
-        line += " and " + std::to_string(childFiles) + " as children";
-    }
-    line += ", " + FormatCount(keys, "key", "keys") + " set";
-    if (viewItems > 0) {
-        line += ", " + std::to_string(linkedViewItems) + " of " +
-                FormatCount(viewItems, "view item", "view items") + " linked";
-    }
-    console.Say(line);
-    notes.Say(what, console);
-}
 
 CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& report, Console& console) {
     RemoveNullKeys(document, report.notes);

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "DocumentImport.h"
+#include "ImportReport.h"
 
 namespace host {
 

@@ -1,11 +1,12 @@
 #include <EmbeddedRestore.h>
 
-#include <algorithm>
-#include <string>
-#include <vector>
+#include <cstdint>
+#include <optional>
+#include <string_view>
 
 #include "ProjectTables.h"
 #include "host/document/ObjectLists.h"
+#include "host/document/ProjectObjects.h"
 
 namespace host {
 namespace {
@@ -29,7 +30,7 @@ public:
     void Write(CAEProject& root);
 
 private:
-    void WriteObject(CAEObject& object, std::optional<std::int64_t> above, bool isProjectFile);
+    void WriteObject(CAEObject& object, const ObjectPlace& place);
     void WriteProject(const CAEProject& project);
     void WriteFile(const CAEFile& file);
     void WriteAttachedFiles(const CAEObject& object);
@@ -46,31 +47,10 @@ private:
 };
 
 void Writer::Write(CAEProject& root) {
-    // Projects whose files are still to be written, with those that have files of their own.
-    std::vector<CAEProject*> projects;
-    const auto write = [&](CAEObject& top, std::optional<std::int64_t> above, bool isProjectFile) {
-        korvane::VisitTree(top, [&](CAEObject& object, int depth) {
-            if (depth == 0) {
-                WriteObject(object, above, isProjectFile);
-            } else {
-                WriteObject(object, object.getParent()->getID(), false);
-            }
-            if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
-                projects.push_back(project);
-            }
-        });
-    };
-    write(root, std::nullopt, false);
-    while (!projects.empty()) {
-        const CAEProject& project = *projects.back();
-        projects.pop_back();
-        for (CAEFile* const file : korvane::GetProjectFiles(project)) {
-            write(*file, project.getID(), true);
-        }
-    }
+    VisitProject(root, [&](CAEObject& object, const ObjectPlace& place) { WriteObject(object, place); });
 }
 
-void Writer::WriteObject(CAEObject& object, std::optional<std::int64_t> above, bool isProjectFile) {
+void Writer::WriteObject(CAEObject& object, const ObjectPlace& place) {
     OuString name;
     OuString createdDate;
     OuString createdBy;
@@ -79,7 +59,9 @@ void Writer::WriteObject(CAEObject& object, std::optional<std::int64_t> above, b
     object.getCreatedUserName(createdBy);
     const OuString key = object.getDBKey();
     const OuString linkKey = object.getLinkDBKey();
-    object_.Run(++place_, object.getID(), above, isProjectFile, static_cast<int>(object.getType()),
+    const std::optional<std::int64_t> above =
+        place.above != nullptr ? std::optional<std::int64_t>(place.above->getID()) : std::nullopt;
+    object_.Run(++place_, object.getID(), above, place.isProjectFile, static_cast<int>(object.getType()),
                 Bytes(name), Bytes(key), Bytes(linkKey), Bytes(createdDate), Bytes(createdBy));
     if (const auto* const project = dynamic_cast<const CAEProject*>(&object)) {
         WriteProject(*project);

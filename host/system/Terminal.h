@@ -8,6 +8,9 @@ namespace host {
 
 enum class Stream { Output, Error };
 
+/// What the command line calls the standard input or output.
+inline constexpr const char* kStandardStream = "-";
+
 /// Prepares the streams for the program's time: bytes go out as they are, a pipe that nobody reads gives an
 /// error instead of a signal, a console of Windows shows UTF-8 and understands colours. What was set is set
 /// back at the end. A stream that the program was started without stays unusable: no file takes its place.

@@ -1,0 +1,36 @@
+#include "Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "host/system/Text.h"
+
+namespace host {
+
+void AddInputOptions(CLI::App& command, InputOptions& options) {
+    command.add_option("DIR", options.input, "The directory that holds the studies, or a project file")
+        ->required()
+        ->type_name("");
+    command.add_flag("--strict", options.isStrict,
+                     "End with status 1 when an entry of the directory could not be read.\n"
+                     "The output is written all the same, without the entry");
+}
+
+void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {
+    // The parser would take an empty text for no option at all, and 010 for an octal number.
+    const auto check = [](const std::string& text) -> std::string {
+        const bool isNumber =
+            !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == std::string::npos;
+        return isNumber ? "" : Quoted(text) + " is no identifier, which is a number like 12";
+    };
+    command.add_option("--object", object, description)->type_name("ID")->check(check);
+}
+
+void AddExamples(CLI::App& command, std::string_view examples) {
+    command.footer("Examples:\n" + std::string(examples));
+}
+
+void AddDryRun(CLI::App& command, bool& isDryRun) {
+    command.add_flag("--dry-run", isDryRun, "Say what would be done, and change nothing");
+}
+
+}  // namespace host

@@ -1,0 +1,51 @@
+#include "DocumentFile.h"
+
+#include <stdexcept>
+#include <system_error>
+
+#include "host/system/InputFile.h"
+#include "host/system/Terminal.h"
+#include "host/system/Text.h"
+
+namespace host {
+
+std::string InputName(const std::string& file) {
+    return file == kStandardStream ? "the standard input" : Quoted(file);
+}
+
+std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
+    console.ShowProgress("Reading the document", 0, 0);
+    std::string text;
+    const std::error_code error =
+        file == kStandardStream ? ReadStandardInput(text) : ReadInputFile(PathFromUtf8(file), text);
+    if (error) {
+        console.Say("cannot read " + InputName(file) + ": " + error.message() +
+                    ". Give a JSON document that you may read");
+        return std::nullopt;
+    }
+    try {
+        return libjson::parse(json_string(text.data(), text.size()));
+    } catch (const std::invalid_argument& fault) {
+        console.Say("cannot read " + InputName(file) + ": " + fault.what() + ". Nothing was changed");
+        return std::nullopt;
+    }
+}
+
+bool IsImportable(const JSONNode& document, const std::string& file, Console& console) {
+    std::string reason;
+    if (document.type() != JSON_NODE) {
+        reason = "it is no object node";
+    } else if (const auto type = document.find("type"); type == document.end()) {
+        reason = "its root has no \"type\"";
+    } else if (type->as_string().c_str()[0] == '\0') {
+        reason = "its root's \"type\" is empty";
+    }
+    if (reason.empty()) {
+        return true;
+    }
+    console.Say("cannot use " + InputName(file) + ": " + reason +
+                ", and nothing is imported of such a document. Nothing was changed");
+    return false;
+}
+
+}  // namespace host
