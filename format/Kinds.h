@@ -65,6 +65,9 @@ inline constexpr KindName kKindNames[] = {
 /// What stands before the object model's name of a kind.
 inline constexpr const char* kKindPrefix = "CAE";
 
+/// The "type" of a session object, which is only ever a root. It is not in the table: no import makes one.
+inline constexpr const char* kSessionObjectType = "CAESESSIONOBJECT";
+
 /// The kind with exactly this name; kUnknown for any other text.
 constexpr Kind KindOfType(std::string_view type) {
     for (const KindName& known : kKindNames) {

@@ -1,5 +1,3 @@
-#include <EmbeddedModel.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 
@@ -32,10 +30,7 @@ struct NewOptions {
 std::optional<OpenedProject> MakeProject(const NewOptions& options, Console& console) {
     const std::filesystem::path file = PathFromUtf8(options.File());
     if (options.isEmpty) {
-        OpenedProject reading;
-        reading.project = korvane::CreateProject(ToOuString(file.stem()), DirectoryOfFile(file));
-        reading.project->setAdditionalType(OuString(L"Simulation"));
-        return reading;
+        return OpenedProject{CreateSimulationProject(ToOuString(file.stem()), DirectoryOfFile(file)), 0};
     }
     std::error_code isNew;
     const std::filesystem::path old = ResolvePath(file, isNew);

@@ -6,6 +6,7 @@
 #include "ExitStatus.h"
 #include "Options.h"
 #include "Output.h"
+#include "format/MemberNames.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentNode.h"
 #include "host/server/Server.h"
@@ -32,7 +33,7 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
         return kFailure;
     }
     const std::string project =
-        options.project.empty() ? MemberText(*document, member::kName) : options.project;
+        options.project.empty() ? MemberText(*document, format::member::kName) : options.project;
     if (project.empty()) {
         console.Say("the root of " + InputName(options.document) +
                     " has no name: give the project's with --project. Nothing was changed");

@@ -14,6 +14,8 @@
 
 #include "Description.h"
 #include "DirectoryTree.h"
+#include "format/Values.h"
+#include "host/document/ProjectObjects.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 
@@ -22,7 +24,6 @@ namespace {
 
 using std::filesystem::path;
 
-constexpr const wchar_t* kDescription = L"Description";
 constexpr const wchar_t* kFiles = L"Files";
 constexpr const wchar_t* kSize = L"Size";
 constexpr const wchar_t* kSizeUnit = L"B";
@@ -73,7 +74,7 @@ void SetOrigin(CAEObject& object, const Source& source) {
 
 void SetMetadata(CAEObject& object, const std::string& description, const Totals& totals) {
     if (!description.empty()) {
-        object.setMetadataValue(kDescription, ToText(description));
+        object.setMetadataValue(ToText(format::kDescriptionEntry), ToText(description));
     }
     object.setMetadataValue(kFiles, ToText(std::to_string(totals.files)));
     object.setMetadataValue(kSize, ToText(std::to_string(totals.bytes)));
@@ -357,8 +358,7 @@ DirectoryReading ReadDirectory(const std::filesystem::path& root,
     if (reading.error) {
         return reading;
     }
-    reading.project = korvane::CreateProject(ToOuString(tree.directories.front().name), ToOuString(whole));
-    reading.project->setAdditionalType(OuString(L"Simulation"));
+    reading.project = CreateSimulationProject(ToOuString(tree.directories.front().name), ToOuString(whole));
     Builder(tree, *reading.project).Build();
     reading.unreadableCount = tree.unreadableCount;
     return reading;

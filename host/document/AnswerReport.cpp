@@ -2,16 +2,18 @@
 
 #include <korvanejson/CaeRest.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <limits>
-#include <map>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "DocumentFile.h"
 #include "DocumentNode.h"
+#include "format/MemberNames.h"
 #include "host/system/Text.h"
+#include "objectjson/NodeReading.h"
+#include "rest/Answer.h"
+
+namespace member = format::member;
 
 namespace host {
 namespace {
@@ -24,17 +26,8 @@ constexpr std::string_view kEmptyKey = "key taken away, because \"dbkey\" is emp
 constexpr std::string_view kNoNumber = "identifier that is no number, taken for the one in front";
 constexpr std::string_view kNoObject = "passed over, because it is no object";
 
-using KeyOfText = std::map<std::string, std::string>;
-
-/// As the library reads identifiers.
-int ToIdentifier(const std::string& text) {
-    using Limits = std::numeric_limits<int>;
-    return static_cast<int>(
-        std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 10), Limits::min(), Limits::max()));
-}
-
 /// The nodes that the library looks at in an answer, each with everything below it.
-void NoteNodes(const JSONNode& answer, const KeyOfText& keys, Notes& notes) {
+void NoteNodes(const JSONNode& answer, const ResponseKeyMap& keys, Notes& notes) {
     std::vector<JSONNode> waiting;
     const auto putElements = [&](const JSONNode& array) {
         for (json_index_t index = array.size(); index-- > 0;) {
@@ -53,37 +46,25 @@ void NoteNodes(const JSONNode& answer, const KeyOfText& keys, Notes& notes) {
             notes.Add(kNoObject, [&] { return Describe(node); });
             continue;
         }
-        const auto id = node.find(member::kId);
-        const auto key = node.find(member::kDatabaseKey);
-        if (id != node.end() && key == node.end()) {
+        const JSONNode* const id = FindMember(node, member::kId);
+        const JSONNode* const key = FindMember(node, member::kDatabaseKey);
+        if (id != nullptr && key == nullptr) {
             notes.Add(kNoKey, [&] { return Describe(node); });
-        } else if (id == node.end() && key != node.end()) {
+        } else if (id == nullptr && key != nullptr) {
             notes.Add(kNoIdentifier, [&] { return Excerpt(ValueText(*key)); });
-        } else if (id != node.end()) {
+        } else if (id != nullptr) {
             const auto first = keys.find(ValueText(*id));
             if (first != keys.end() && first->second != ValueText(*key)) {
                 notes.Add(kLater,
                           [&] { return Describe(node) + " with the key " + Excerpt(ValueText(*key)); });
             }
         }
-        for (const char* const section : {member::kFiles, member::kChildren}) {
-            if (const auto found = node.find(section); found != node.end()) {
-                putElements(found->as_array());
+        for (const format::MemberName section : {member::kFiles, member::kChildren}) {
+            if (const JSONNode* const found = FindMember(node, section)) {
+                putElements(*found);
             }
         }
     }
-}
-
-KeyOfText Flatten(const JSONNode& answer) {
-    KeyOfText keys;
-    if (answer.type() == JSON_ARRAY) {
-        for (const JSONNode& element : answer) {
-            caerest::json::util::ParseNode(element, keys);
-        }
-    } else {
-        caerest::json::util::ParseNode(answer, keys);
-    }
-    return keys;
 }
 
 }  // namespace
@@ -95,7 +76,7 @@ void AnswerReport::Say(const std::string& what, Console& console) const {
 }
 
 bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console) {
-    if (answer.type() == JSON_NODE || answer.type() == JSON_ARRAY) {
+    if (IsContainer(answer)) {
         return true;
     }
     console.Say("cannot use " + InputName(file) +
@@ -107,7 +88,7 @@ bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console)
 void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console) {
     console.ShowProgress("Applying the answer", 0, 0);
     RemoveNullKeys(answer, report.notes);
-    const KeyOfText keys = Flatten(answer);
+    const ResponseKeyMap keys = FlattenAnswer(answer);
     NoteNodes(answer, keys, report.notes);
 
     struct Target {
@@ -118,7 +99,7 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
     for (const auto& entry : keys) {
         const std::string& text = entry.first;
         const std::string& key = entry.second;
-        const int id = ToIdentifier(text);
+        const int id = ReadIdentifier(text);
         CAEObject* const object = project.getCAEObject(id);
         if (object == nullptr) {
             report.notes.Add(kNoSuchObject, [&] { return Excerpt(text) + " with the key " + Excerpt(key); });
@@ -135,8 +116,7 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
     for (const auto& [id, target] : targets) {
         ++(target.object->getDBKey() == target.oldKey ? report.keysKept : report.keysSet);
     }
-    report.hasName = answer.type() == JSON_NODE && static_cast<const JSONNode&>(answer).find(member::kName) !=
-                                                       static_cast<const JSONNode&>(answer).end();
+    report.hasName = FindMember(answer, member::kName) != nullptr;
     console.ClearProgress();
 }
 

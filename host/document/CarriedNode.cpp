@@ -1,28 +1,26 @@
 #include "CarriedNode.h"
 
-#include <CAEFunctions.h>
-#include <OuString.h>
-
 #include <unordered_map>
 
 #include "DocumentNode.h"
+#include "format/MemberNames.h"
+#include "format/Values.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
+using format::Kind;
 
 namespace host {
 namespace {
 
-constexpr const char* kCreatedDate = "createdDate";
-constexpr const char* kLocationType = "locationType";
-/// What an object without a name is called in a document.
-constexpr const char* kNameless = "model";
-constexpr const char* kFileTypeName = "CAEFILE";
-constexpr const char* kSessionObject = "CAESESSIONOBJECT";
-
-/// Of several members of a name the last one counts, but the first of those that only file records have.
-std::string LastText(const JSONNode& node, std::string_view name) {
+/// Of several members of a name the last one counts, but the first of those that only file records have. A
+/// key that is null is none.
+std::string LastText(const JSONNode& node, format::MemberName name) {
     std::string text;
     for (const JSONNode& value : node) {
-        if (NameOfMember(value) == name) {
-            text = value.type() == JSON_NULL ? std::string() : ValueText(value);
+        const bool isNoKey = name == member::kDatabaseKey && value.type() == JSON_NULL;
+        if (NameOfMember(value) == name && !isNoKey) {
+            text = ValueText(value);
         }
     }
     return text;
@@ -40,38 +38,36 @@ std::string NameText(const JSONNode& node) {
     return text;
 }
 
-std::vector<JSONNode> ElementsOf(const JSONNode& node, std::string_view section) {
+std::vector<JSONNode> ElementsOf(const JSONNode& node, format::MemberName section) {
     std::vector<JSONNode> elements;
     for (const JSONNode& value : node) {
         if (NameOfMember(value) == section) {
-            const JSONNode array = value.as_array();
-            for (const JSONNode& element : array) {
-                elements.push_back(element);
-            }
+            elements.insert(elements.end(), value.begin(), value.end());
         }
     }
     return elements;
 }
 
-/// Whether a root of the type is a project: it bears its additional type, which is any text.
+/// Whether a root of the type is a project: it has its additional type, which is any text.
 bool IsProjectRoot(const std::string& type) {
-    const _tagCAEObjectType kind = KindOfTypeName(type);
-    return (kind == CAE_UNKNOWN_OBJECT && type != kSessionObject) || kind == CAE_PROJECT;
+    const Kind kind = format::KindOfType(type);
+    return (kind == Kind::kUnknown && type != format::kSessionObjectType) || kind == Kind::kProject;
 }
 
-_tagFileType FileTypeOf(const JSONNode& record) {
-    return GetCAEFileType(OuString(MemberText(record, member::kFileType).c_str(), 0));
+/// The type of file that an import takes a record for.
+_tagFileType ReadFileType(const JSONNode& record) {
+    return GetCAEFileType(WideMember(record, member::kFileType));
 }
 
-std::string FileFormatOf(const JSONNode& record) {
-    const std::string format = MemberText(record, member::kFileFormat);
-    return format == "ASCII" || format == "Binary" ? format : "Unknown";
+std::string ReadFileFormat(const JSONNode& record) {
+    const std::string name = MemberText(record, member::kFileFormat);
+    return format::NameOfFileFormat(format::FileFormatOfName(name));
 }
 
 /// Whether a file of the type stays with an object of the kind.
-bool IsAttached(_tagFileType type, _tagCAEObjectType kind) {
-    const bool hasRole = type == CAE_FILE_CAD || type == CAE_FILE_MESH || type == CAE_FILE_GRAPHIC;
-    return !hasRole || kind == CAE_PART || kind == CAE_SUBASSEMBLY || kind == CAE_ITERATION_MODEL;
+bool IsAttached(_tagFileType type, Kind kind) {
+    return !format::HasRole(static_cast<format::FileType>(type)) || kind == Kind::kPart ||
+           kind == Kind::kSubAssembly || kind == Kind::kIterationModel;
 }
 
 /// An entry of a name that was there already, in whatever letter case, gives that one its value.
@@ -81,34 +77,34 @@ void ReadMetadata(const JSONNode& node, CarriedNode& carried) {
         if (NameOfMember(section) != member::kMetaData) {
             continue;
         }
-        for (const JSONNode& entry : section) {
-            const std::string name = NameOfMember(entry);
-            const JSONNode record = entry.as_node();
+        for (const JSONNode& record : section) {
+            const std::string name = section.type() == JSON_NODE ? NameOfMember(record) : std::string();
             OuString key(name.c_str(), 0);
             key.MakeUpper();
             const auto [known, isNew] = indexOfName.emplace(key.GetAnsiBuffer(), carried.metadata.size());
             if (isNew) {
-                carried.metadata.emplace_back(name == "Description" ? "description" : name, std::string());
+                carried.metadata.emplace_back(
+                    name == format::kDescriptionEntry ? format::kDescriptionMember : name, std::string());
             }
-            carried.metadata[known->second].second = MemberText(record, "value");
+            carried.metadata[known->second].second = MemberText(record, member::kValue);
         }
     }
 }
 
 void ReadFileMembers(const JSONNode& record, CarriedNode& carried) {
-    carried.members.emplace_back(member::kFileType, CAEGetFileTypeName(FileTypeOf(record)));
-    carried.members.emplace_back(member::kFileFormat, FileFormatOf(record));
-    carried.members.emplace_back(kLocationType, MemberText(record, kLocationType));
+    carried.members.push_back({member::kFileType, CAEGetFileTypeName(ReadFileType(record))});
+    carried.members.push_back({member::kFileFormat, ReadFileFormat(record)});
+    carried.members.push_back({member::kLocationType, MemberText(record, member::kLocationType)});
 }
 
-void ReadSections(const JSONNode& node, _tagCAEObjectType kind, CarriedNode& carried) {
+void ReadSections(const JSONNode& node, Kind kind, CarriedNode& carried) {
     for (const JSONNode& element : ElementsOf(node, member::kChildren)) {
-        if (KindOfTypeName(MemberText(element, member::kType)) != CAE_UNKNOWN_OBJECT) {
+        if (format::KindOfType(MemberText(element, member::kType)) != Kind::kUnknown) {
             carried.children.push_back(element);
         }
     }
     for (const JSONNode& record : ElementsOf(node, member::kFiles)) {
-        if (IsAttached(FileTypeOf(record), kind)) {
+        if (IsAttached(ReadFileType(record), kind)) {
             carried.files.push_back(record);
         }
     }
@@ -117,11 +113,11 @@ void ReadSections(const JSONNode& node, _tagCAEObjectType kind, CarriedNode& car
 /// An iteration's study type is read off the tree: it follows from the document only where that has the
 /// study.
 void ReadStudyType(const JSONNode& node, const CarriedNode* study, CarriedNode& carried) {
-    if (study == nullptr || study->projectName || study->type == kFileTypeName) {
+    if (study == nullptr || study->projectName || format::KindOfType(study->type) == Kind::kFile) {
         return;
     }
     const std::string text = LastText(node, member::kStudyTypeName);
-    carried.members.emplace_back(member::kStudyTypeName, text.empty() ? kNameless : text);
+    carried.members.push_back({member::kStudyTypeName, text.empty() ? format::kNameless : text});
 }
 
 }  // namespace
@@ -129,27 +125,28 @@ void ReadStudyType(const JSONNode& node, const CarriedNode* study, CarriedNode& 
 CarriedNode ReadCarried(const JSONNode& node, NodePlace place, const CarriedNode* study) {
     CarriedNode carried;
     carried.identifier = MemberText(node, member::kId);
-    carried.type = place == NodePlace::FileRecord ? kFileTypeName : MemberText(node, member::kType);
-    const _tagCAEObjectType kind = KindOfTypeName(carried.type);
-    const bool isProject = place == NodePlace::Root ? IsProjectRoot(carried.type) : kind == CAE_PROJECT;
+    carried.type = place == NodePlace::FileRecord ? std::string(format::TypeOfKind(Kind::kFile))
+                                                  : MemberText(node, member::kType);
+    const Kind kind = format::KindOfType(carried.type);
+    const bool isProject = place == NodePlace::Root ? IsProjectRoot(carried.type) : kind == Kind::kProject;
     const std::string name = NameText(node);
     carried.name = name;
-    carried.members.emplace_back(member::kType, carried.type);
+    carried.members.push_back({member::kType, carried.type});
     if (isProject) {
         carried.projectName = name;
     } else if (place == NodePlace::FileRecord) {
         // What stands behind the last separator is what a document tells again.
-        carried.members.emplace_back(member::kName, name.substr(name.find_last_of("/\\") + 1));
-    } else if (kind != CAE_FILE) {
+        carried.members.push_back({member::kName, name.substr(name.find_last_of("/\\") + 1)});
+    } else if (kind != Kind::kFile) {
         // A file among the children is named after its path, which it does not have again.
-        carried.members.emplace_back(member::kName, name.empty() ? kNameless : name);
+        carried.members.push_back({member::kName, name.empty() ? format::kNameless : name});
     }
-    carried.members.emplace_back(kCreatedDate, LastText(node, kCreatedDate));
-    if (kind == CAE_ITERATION) {
+    carried.members.push_back({member::kCreatedDate, LastText(node, member::kCreatedDate)});
+    if (kind == Kind::kIteration) {
         ReadStudyType(node, study, carried);
     }
-    if (kind != CAE_VIEW_ITEM) {
-        carried.members.emplace_back(member::kDatabaseKey, LastText(node, member::kDatabaseKey));
+    if (kind != Kind::kViewItem) {
+        carried.members.push_back({member::kDatabaseKey, LastText(node, member::kDatabaseKey)});
     }
     ReadMetadata(node, carried);
     if (place == NodePlace::FileRecord) {

@@ -7,15 +7,22 @@
 #include <utility>
 #include <vector>
 
+#include "format/MemberName.h"
+
 namespace host {
 
 /// Where a node stands in its document.
 enum class NodePlace { Root, Child, FileRecord };
 
+/// A member that is compared as a text.
+struct CarriedMember {
+    format::MemberName name;
+    std::string text;
+};
+
 /// What the format carries of one node: two nodes with the same of these come from one another.
 struct CarriedNode {
-    /// The members that are compared as texts, by their names.
-    std::vector<std::pair<std::string, std::string>> members;
+    std::vector<CarriedMember> members;
     /// Metadata entries, in their order: name and value.
     std::vector<std::pair<std::string, std::string>> metadata;
     /// Of a project, the name that is compared on its own.

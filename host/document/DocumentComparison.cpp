@@ -4,7 +4,7 @@
 #include <deque>
 
 #include "CarriedNode.h"
-#include "DocumentNode.h"
+#include "format/Kinds.h"
 #include "host/system/Notes.h"
 
 namespace host {
@@ -62,7 +62,7 @@ void Comparing::Enter(const JSONNode& first, const JSONNode& second, NodePlace p
     Pair& pair = pairs_.emplace_back();
     pair.first = ReadCarried(first, place, study != nullptr ? &study->first : nullptr);
     pair.second = ReadCarried(second, place, study != nullptr ? &study->second : nullptr);
-    ++(KindOfTypeName(pair.first.type) == CAE_FILE ? result_.files : result_.objects);
+    ++(format::KindOfType(pair.first.type) == format::Kind::kFile ? result_.files : result_.objects);
     CompareHeads(pair);
     const auto compareCount = [&](const char* what, std::size_t left, std::size_t right) {
         if (left != right) {
@@ -93,11 +93,11 @@ void Comparing::CompareHeads(const Pair& pair) {
         const auto& [name, text] = pair.first.members[index];
         const auto& [otherName, otherText] = pair.second.members[index];
         if (name != otherName) {
-            Differ(pair, "which members there are", name, otherName);
+            Differ(pair, "which members there are", name.c_str(), otherName.c_str());
             return;
         }
         if (text != otherText) {
-            Differ(pair, name, text, otherText);
+            Differ(pair, name.c_str(), text, otherText);
         }
     }
     if (pair.first.members.size() != pair.second.members.size()) {

@@ -3,9 +3,11 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "format/MemberNames.h"
 #include "host/system/InputFile.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
+#include "objectjson/NodeReading.h"
 
 namespace host {
 
@@ -35,7 +37,7 @@ bool IsImportable(const JSONNode& document, const std::string& file, Console& co
     std::string reason;
     if (document.type() != JSON_NODE) {
         reason = "it is no object node";
-    } else if (const auto type = document.find("type"); type == document.end()) {
+    } else if (const JSONNode* const type = FindMember(document, format::member::kType); type == nullptr) {
         reason = "its root has no \"type\"";
     } else if (type->as_string().c_str()[0] == '\0') {
         reason = "its root's \"type\" is empty";

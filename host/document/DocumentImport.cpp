@@ -1,22 +1,27 @@
 #include "DocumentImport.h"
 
-#include <EmbeddedModel.h>
 #include <korvanejson/CaeRest.h>
 
 #include "DocumentNode.h"
 #include "ImportComparison.h"
 #include "ObjectLists.h"
+#include "ProjectObjects.h"
+#include "format/MemberNames.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
+using format::Kind;
 
 namespace host {
 namespace {
 
 /// Stands for the target above a root that becomes a new object.
-JSONNode WrapBelow(const std::string& type, const JSONNode& root) {
+JSONNode WrapBelow(const char* type, const JSONNode& root) {
     JSONNode children(JSON_ARRAY);
-    children.set_name(member::kChildren);
+    children.set_name(member::kChildren.c_str());
     children.push_back(root);
     JSONNode node(JSON_NODE);
-    node.push_back(JSONNode(member::kType, type.c_str()));
+    node.push_back(JSONNode(member::kType.c_str(), type));
     node.push_back(children);
     return node;
 }
@@ -25,15 +30,16 @@ JSONNode WrapBelow(const std::string& type, const JSONNode& root) {
 
 CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& report, Console& console) {
     RemoveNullKeys(document, report.notes);
-    const _tagCAEObjectType kind = KindOfTypeName(MemberText(document, member::kType));
-    const bool isOnTarget = kind == CAE_UNKNOWN_OBJECT || kind == target.getType();
+    const Kind kind = format::KindOfType(MemberText(document, member::kType));
+    const bool isOnTarget = kind == Kind::kUnknown || kind == KindOf(target);
     auto* const project = dynamic_cast<CAEProject*>(&target);
     const OuString additionalType = project != nullptr ? project->getAdditionalType() : OuString();
     JSONNode imported = document;
     if (!isOnTarget) {
-        const std::string type = additionalType.GetAnsiBuffer();
         // Nothing is imported below an empty type.
-        imported = WrapBelow(type.empty() ? "CAEPROJECT" : type, document);
+        imported = WrapBelow(additionalType.IsEmpty() ? format::TypeOfKind(Kind::kProject).data()
+                                                      : additionalType.GetAnsiBuffer(),
+                             document);
     }
     const BeforeImport before(target);
     console.ShowProgress("Importing the document", 0, 0);
@@ -53,14 +59,10 @@ CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& re
 
 std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuString& otherName,
                                            const OuString& directory) {
-    const bool isProject = [&] {
-        const _tagCAEObjectType kind = KindOfTypeName(MemberText(document, member::kType));
-        return kind == CAE_UNKNOWN_OBJECT || kind == CAE_PROJECT;
-    }();
-    const OuString name(MemberText(document, member::kName).c_str(), 0);
-    auto project = korvane::CreateProject(isProject && !name.IsEmpty() ? name : otherName, directory);
-    project->setAdditionalType(OuString(L"Simulation"));
-    return project;
+    const Kind kind = format::KindOfType(MemberText(document, member::kType));
+    const bool isProject = kind == Kind::kUnknown || kind == Kind::kProject;
+    const OuString name = WideMember(document, member::kName);
+    return CreateSimulationProject(isProject && !name.IsEmpty() ? name : otherName, directory);
 }
 
 }  // namespace host

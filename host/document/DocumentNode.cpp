@@ -1,32 +1,17 @@
 #include "DocumentNode.h"
 
+#include <utility>
 #include <vector>
+
+#include "format/MemberNames.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
 
 namespace host {
 namespace {
 
 constexpr std::string_view kNullKeys = "passed over, because \"dbkey\" is null";
-
-struct TypeName {
-    std::string_view name;
-    _tagCAEObjectType kind;
-};
-constexpr TypeName kTypeNames[] = {
-    {"CAEPART", CAE_PART},
-    {"CAESUBASSEMBLY", CAE_SUBASSEMBLY},
-    {"CAEFILE", CAE_FILE},
-    {"CAEPROJECT", CAE_PROJECT},
-    {"CAEPROGRAM", CAE_PROJECT},
-    {"CAEMODEL", CAE_MODEL},
-    {"CAEITERATION", CAE_ITERATION},
-    {"CAEITERATIONFOLDER", CAE_ITERATION_FOLDER},
-    {"CAEITERATIONMODEL", CAE_ITERATION_MODEL},
-    {"CAEASSEMBLYFOLDER", CAE_ASSEMBLY_FOLDER},
-    {"CAELOADCASEVIEWFOLDER", CAE_LOADCASE_VIEW_FOLDER},
-    {"CAELOADCASEVIEW", CAE_LOADCASE_VIEW},
-    {"CAEVIEWITEM", CAE_VIEW_ITEM},
-    {"CAETAG", CAE_TAG},
-};
 
 bool IsSection(const std::string& name) {
     return name == member::kChildren || name == member::kFiles;
@@ -38,23 +23,14 @@ std::string ValueText(const JSONNode& value) {
     return value.as_string().c_str();
 }
 
-std::string MemberText(const JSONNode& node, const char* name) {
-    const auto found = node.find(name);
-    return found == node.end() ? std::string() : ValueText(*found);
+std::string MemberText(const JSONNode& node, format::MemberName name) {
+    const JSONNode* const found = FindMember(node, name);
+    return found == nullptr ? std::string() : ValueText(*found);
 }
 
 std::string NameOfMember(const JSONNode& value) {
     const json_string name = value.name();
     return {name.data(), name.size()};
-}
-
-_tagCAEObjectType KindOfTypeName(std::string_view type) {
-    for (const TypeName& known : kTypeNames) {
-        if (known.name == type) {
-            return known.kind;
-        }
-    }
-    return CAE_UNKNOWN_OBJECT;
 }
 
 std::string Describe(const JSONNode& node) {
@@ -85,7 +61,7 @@ void RemoveNullKeys(JSONNode& document, Notes& notes) {
         }
         // Keys go before any element is pointed to, so that nothing moves afterwards.
         for (json_index_t index = node.size(); index-- > 0;) {
-            const JSONNode& value = static_cast<const JSONNode&>(node).at(index);
+            const JSONNode& value = std::as_const(node).at(index);
             if (value.type() == JSON_NULL && NameOfMember(value) == member::kDatabaseKey) {
                 notes.Add(kNullKeys, [&] { return Describe(node); });
                 node.pop_back(index);

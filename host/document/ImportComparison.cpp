@@ -2,15 +2,20 @@
 
 #include <EmbeddedModel.h>
 
-#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "DocumentNode.h"
 #include "MemberNotes.h"
 #include "ObjectLists.h"
+#include "format/MemberNames.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
+using format::Kind;
 
 namespace host {
 namespace {
@@ -76,10 +81,10 @@ void ImportFollower::Run(const JSONNode& document, CAEObject& target, std::size_
     while (!places_.empty()) {
         Place& place = places_.back();
         if (place.nextElement < place.elements.size()) {
-            const JSONNode element = static_cast<const JSONNode&>(place.elements).at(place.nextElement++);
+            const JSONNode element = std::as_const(place.elements).at(place.nextElement++);
             EnterElement(place, element);
         } else if (place.nextMember < place.node.size()) {
-            const JSONNode value = static_cast<const JSONNode&>(place.node).at(place.nextMember++);
+            const JSONNode value = std::as_const(place.node).at(place.nextMember++);
             FollowMember(place, value);
         } else {
             Leave();
@@ -89,8 +94,8 @@ void ImportFollower::Run(const JSONNode& document, CAEObject& target, std::size_
 
 void ImportFollower::Enter(const JSONNode& node, CAEObject& object, std::size_t childrenBefore) {
     NoteMembers(node, NodeKind::Object, report_.notes);
-    const OuString key = object.getType() == CAE_VIEW_ITEM ? object.getLinkDBKey() : object.getDBKey();
-    if (node.find(member::kDatabaseKey) != node.end() && !key.IsEmpty()) {
+    const OuString key = KindOf(object) == Kind::kViewItem ? object.getLinkDBKey() : object.getDBKey();
+    if (FindMember(node, member::kDatabaseKey) != nullptr && !key.IsEmpty()) {
         ++report_.keys;
     }
     Place& place = places_.emplace_back();
@@ -101,21 +106,21 @@ void ImportFollower::Enter(const JSONNode& node, CAEObject& object, std::size_t 
 }
 
 void ImportFollower::EnterElement(Place& place, const JSONNode& element) {
-    const std::string type = element.type() == JSON_NODE ? MemberText(element, member::kType) : "";
+    const std::string type = MemberText(element, member::kType);
     if (type.empty()) {
         report_.notes.Add(kNoType, [&] { return Describe(element); });
         return;
     }
-    const _tagCAEObjectType kind = KindOfTypeName(type);
-    if (kind == CAE_UNKNOWN_OBJECT) {
+    const Kind kind = format::KindOfType(type);
+    if (kind == Kind::kUnknown) {
         report_.notes.Add(kUnknownType, [&] { return Describe(element) + " of type " + Excerpt(type); });
         return;
     }
-    if (place.nextMade == place.made.size() || place.made[place.nextMade]->getType() != kind) {
+    if (place.nextMade == place.made.size() || KindOf(*place.made[place.nextMade]) != kind) {
         report_.notes.Add(kNotCreated, [&] { return Describe(element); });
         return;
     }
-    if (kind == CAE_FILE) {
+    if (kind == Kind::kFile) {
         ++report_.files;
         ++report_.childFiles;
     } else {
@@ -157,7 +162,7 @@ void ImportFollower::FollowRecord(const Place& place, const JSONNode& record) {
     } else {
         report_.notes.Add(kUnattached, [&] { return Describe(record) + " at " + Describe(place.node); });
     }
-    if (record.find(member::kDatabaseKey) != record.end() && !file->getDBKey().IsEmpty()) {
+    if (FindMember(record, member::kDatabaseKey) != nullptr && !file->getDBKey().IsEmpty()) {
         ++report_.keys;
     }
     OuString name;

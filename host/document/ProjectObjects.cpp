@@ -6,6 +6,12 @@
 
 namespace host {
 
+std::unique_ptr<CAEProject> CreateSimulationProject(const OuString& name, const OuString& directory) {
+    std::unique_ptr<CAEProject> project = korvane::CreateProject(name, directory);
+    project->setAdditionalType(L"Simulation");
+    return project;
+}
+
 void VisitProject(CAEProject& project,
                   const std::function<void(CAEObject& object, const ObjectPlace& place)>& visitor) {
     // Projects whose files are still to come, with those that have files of their own.

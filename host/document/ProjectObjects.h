@@ -4,9 +4,14 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 
-/// Everything that belongs to a project.
+/// Projects, and everything that belongs to them.
 namespace host {
+
+/// A project as this program makes them: with the name and the directory, the additional type "Simulation",
+/// and without objects.
+std::unique_ptr<CAEProject> CreateSimulationProject(const OuString& name, const OuString& directory);
 
 /// Where an object hangs: below its parent, or in a project as one of the files that it has beside its
 /// children.

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ObjectLists.h"
+#include "format/Kinds.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 
@@ -84,17 +85,6 @@ std::vector<CAEFile*> FilesOf(CAEObject& object) {
     return files;
 }
 
-std::string_view FormatName(_tagFileFormat format) {
-    switch (format) {
-        case CAE_FORMAT_ASCII:
-            return "ASCII";
-        case CAE_FORMAT_BINARY:
-            return "Binary";
-        default:
-            return "Unknown";
-    }
-}
-
 std::string RoleOf(const korvane::FileRoles& roles, const std::set<int>& meshes, int file) {
     if (file == roles.cadFile) {
         return "CAD file";
@@ -165,7 +155,7 @@ void Printer::AddFileRow(const CAEFile& file, const std::string& strokes, const 
     row.kind = role;
     row.identifier = "#" + std::to_string(file.getID());
     row.type = CAEGetFileTypeName(file.getFileType());
-    row.format = FormatName(file.getFileFormat());
+    row.format = format::NameOfFileFormat(static_cast<format::FileFormat>(file.getFileFormat()));
     row.isObject = isObject;
     if (const OuString key = file.getDBKey(); !isObject && !key.IsEmpty()) {
         row.note = "key " + Shorten(Printable(key));
@@ -185,19 +175,12 @@ void Printer::AddFileRow(const CAEFile& file, const std::string& strokes, const 
 }
 
 void Printer::AddMetadata(const CAEObject& object, const std::string& strokes) {
-    OuTemplateArray<OuString, OuCRTAllocator> names;
-    OuTemplateArray<OuString, OuCRTAllocator> values;
-    object.getAllMetadata(names, values);
     Row row;
     row.isMetadata = true;
     row.strokes = strokes;
-    for (int index = 0; index < names.GetSize(); ++index) {
-        OuString value;
-        OuString unit;
-        object.getMetadataValue(names[index], value);
-        object.getMetadataUnitString(names[index], unit);
-        std::string item = Printable(names[index]) + ": " + Shorten(Printable(value));
-        item += unit.IsEmpty() ? "" : " " + Printable(unit);
+    for (const MetadataOfObject& entry : MetadataOf(object)) {
+        std::string item = Printable(entry.name) + ": " + Shorten(Printable(entry.value));
+        item += entry.unit.IsEmpty() ? "" : " " + Printable(entry.unit);
         const bool fits = DisplayWidth(row.name) + DisplayWidth(item) < kMetadataWidth;
         if (!row.name.empty() && !fits) {
             rows_.push_back(row);

@@ -4,33 +4,29 @@
 #include <stdexcept>
 #include <utility>
 
+#include "format/Kinds.h"
+#include "format/MemberNames.h"
 #include "host/document/DocumentNode.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
+using format::Kind;
 
 namespace host {
 namespace {
 
-constexpr const char* kFileTypeName = "CAEFILE";
 constexpr std::string_view kNoObject = "not stored, because it is no object";
-
-bool IsContainer(const JSONNode& value) {
-    return value.type() == JSON_NODE || value.type() == JSON_ARRAY;
-}
-
-JSONNode EmptyArray(const char* name) {
-    JSONNode array(JSON_ARRAY);
-    array.set_name(name);
-    return array;
-}
 
 StoredNode MakeStored(const JSONNode& node, std::size_t above, Section section) {
     StoredNode stored;
     stored.node = node;
     stored.above = above;
     stored.section = section;
-    if (const auto id = node.find(member::kId); id != node.end()) {
+    if (const JSONNode* const id = FindMember(node, member::kId)) {
         stored.identifier = ValueText(*id);
     }
-    stored.type = section == Section::Files ? kFileTypeName : MemberText(node, member::kType);
+    stored.type = section == Section::Files ? std::string(format::TypeOfKind(Kind::kFile))
+                                            : MemberText(node, member::kType);
     stored.givenKey = MemberText(node, member::kDatabaseKey);
     return stored;
 }
@@ -38,16 +34,22 @@ StoredNode MakeStored(const JSONNode& node, std::size_t above, Section section) 
 }  // namespace
 
 bool StoredNode::IsFile() const {
-    return type == kFileTypeName;
+    return format::KindOfType(type) == Kind::kFile;
 }
 
 bool StoredNode::IsViewItem() const {
-    return KindOfTypeName(type) == CAE_VIEW_ITEM;
+    return format::KindOfType(type) == Kind::kViewItem;
 }
 
 bool StoredNode::IsMasterAssembly() const {
-    const _tagCAEObjectType kind = KindOfTypeName(type);
-    return kind == CAE_SUBASSEMBLY || kind == CAE_ITERATION_MODEL;
+    const Kind kind = format::KindOfType(type);
+    return kind == Kind::kSubAssembly || kind == Kind::kIterationModel;
+}
+
+JSONNode NamedArray(format::MemberName name) {
+    JSONNode array(JSON_ARRAY);
+    array.set_name(name.c_str());
+    return array;
 }
 
 std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
@@ -75,7 +77,7 @@ std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
         }
         const std::size_t first = waiting.size();
         for (const Section section : {Section::Children, Section::Files}) {
-            const char* const name = section == Section::Files ? member::kFiles : member::kChildren;
+            const format::MemberName name = section == Section::Files ? member::kFiles : member::kChildren;
             for (const JSONNode& value : next.node) {
                 if (NameOfMember(value) == name) {
                     const JSONNode array = value.as_array();
@@ -94,14 +96,13 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot) {
     JSONNode kept(JSON_NODE);
     bool hasChildren = false;
     bool hasFiles = false;
-    const JSONNode& node = stored.node;
-    for (const JSONNode& value : node) {
+    for (const JSONNode& value : std::as_const(stored.node)) {
         const std::string name = NameOfMember(value);
         const bool isChildren = name == member::kChildren && IsContainer(value);
         const bool isFiles = name == member::kFiles && IsContainer(value);
         if (isChildren || isFiles) {
             if (!std::exchange(isChildren ? hasChildren : hasFiles, true)) {
-                kept.push_back(EmptyArray(isChildren ? member::kChildren : member::kFiles));
+                kept.push_back(NamedArray(isChildren ? member::kChildren : member::kFiles));
             }
         } else if (!isRoot || name != member::kSubType) {
             kept.push_back(value);
@@ -117,9 +118,9 @@ JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, con
     if (kept.type() != JSON_NODE) {
         throw std::invalid_argument("no object");
     }
-    const JSONNode keyMember(member::kDatabaseKey, key.c_str());
-    const bool hasKey = kept.find(member::kDatabaseKey) != kept.end();
-    const bool hasType = kept.find(member::kType) != kept.end();
+    const JSONNode keyMember(member::kDatabaseKey.c_str(), key.c_str());
+    const bool hasKey = FindMember(kept, member::kDatabaseKey) != nullptr;
+    const bool hasType = FindMember(kept, member::kType) != nullptr;
     bool isKeyWritten = false;
     JSONNode node(JSON_NODE);
     const auto writeKey = [&] {
@@ -155,14 +156,14 @@ JSONNode MakeAnswer(const std::vector<StoredNode>& nodes) {
         const StoredNode& stored = nodes[index];
         JSONNode answer(JSON_NODE);
         if (stored.identifier) {
-            answer.push_back(JSONNode(member::kId, stored.identifier->c_str()));
+            answer.push_back(JSONNode(member::kId.c_str(), stored.identifier->c_str()));
         }
-        answer.push_back(JSONNode(member::kDatabaseKey, stored.key.c_str()));
-        const auto putSection = [&](const char* name, const std::vector<std::size_t>& elements) {
+        answer.push_back(JSONNode(member::kDatabaseKey.c_str(), stored.key.c_str()));
+        const auto putSection = [&](format::MemberName name, const std::vector<std::size_t>& elements) {
             if (elements.empty()) {
                 return;
             }
-            JSONNode array = EmptyArray(name);
+            JSONNode array = NamedArray(name);
             for (const std::size_t element : elements) {
                 array.push_back(std::exchange(answers[element], JSONNode(JSON_NODE)));
             }

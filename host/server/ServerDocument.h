@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ServerTables.h"
+#include "format/MemberName.h"
 #include "host/system/Notes.h"
 
 namespace host {
@@ -51,6 +52,9 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot);
 /// a place stands behind "type". Throws std::invalid_argument for members that are none.
 JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, const JSONNode& children,
                      const JSONNode& files);
+
+/// An empty array with the name.
+JSONNode NamedArray(format::MemberName name);
 
 /// The answer to the document whose nodes have got their keys.
 JSONNode MakeAnswer(const std::vector<StoredNode>& nodes);

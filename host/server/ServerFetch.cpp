@@ -6,7 +6,11 @@
 #include <vector>
 
 #include "ServerDocument.h"
-#include "host/document/DocumentNode.h"
+#include "format/MemberNames.h"
+#include "format/Values.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
 
 namespace host {
 namespace {
@@ -27,12 +31,6 @@ struct Place {
     JSONNode children;
     JSONNode files;
 };
-
-JSONNode NamedArray(const char* name) {
-    JSONNode array(JSON_ARRAY);
-    array.set_name(name);
-    return array;
-}
 
 Place RowToPlace(const Statement& row) {
     if (row.IsNull(2)) {
@@ -129,8 +127,8 @@ bool FetchDocument(Database& database, const std::string& key, JSONNode& documen
     } catch (const std::invalid_argument& error) {
         throw DatabaseError(std::string("is damaged: the members of a node are ") + error.what());
     }
-    if (std::as_const(document).find(member::kSubType) == std::as_const(document).end()) {
-        document.push_back(JSONNode(member::kSubType, kSubTypeValue));
+    if (FindMember(document, member::kSubType) == nullptr) {
+        document.push_back(JSONNode(member::kSubType.c_str(), format::kSubTypeValue));
     }
     return true;
 }

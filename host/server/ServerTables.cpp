@@ -1,9 +1,14 @@
 #include "ServerTables.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <random>
-#include <string_view>
+
+#include "format/Kinds.h"
+
+using format::Kind;
 
 namespace host {
 namespace {
@@ -42,35 +47,31 @@ CREATE INDEX node_below ON node (above, section, position);
 )";
 
 struct Prefix {
-    std::string_view type;
+    Kind kind;
     const char* prefix;
 };
 constexpr Prefix kPrefixes[] = {
-    {"CAEPART", "PRT"},
-    {"CAESUBASSEMBLY", "SUB"},
-    {"CAEFILE", "FIL"},
-    {"CAEMODEL", "MOD"},
-    {"CAEITERATION", "ITR"},
-    {"CAEITERATIONFOLDER", "ITF"},
-    {"CAEITERATIONMODEL", "RUN"},
-    {"CAEASSEMBLYFOLDER", "ASF"},
-    {"CAELOADCASEVIEWFOLDER", "LVF"},
-    {"CAELOADCASEVIEW", "LCV"},
-    {"CAEVIEWITEM", "ITM"},
-    {"CAETAG", "TAG"},
-    {"", "OBJ"},
+    {Kind::kPart, "PRT"},           {Kind::kSubAssembly, "SUB"},    {Kind::kFile, "FIL"},
+    {Kind::kModel, "MOD"},          {Kind::kIteration, "ITR"},      {Kind::kIterationFolder, "ITF"},
+    {Kind::kIterationModel, "RUN"}, {Kind::kAssemblyFolder, "ASF"}, {Kind::kLoadCaseViewFolder, "LVF"},
+    {Kind::kLoadCaseView, "LCV"},   {Kind::kViewItem, "ITM"},       {Kind::kTag, "TAG"},
 };
 /// Any other type is the additional type of a project.
 constexpr const char* kProjectPrefix = "PRJ";
+constexpr const char* kPrefixWithoutType = "OBJ";
+
+const char* PrefixOf(const std::string& type) {
+    if (type.empty()) {
+        return kPrefixWithoutType;
+    }
+    const auto* const found = std::ranges::find(kPrefixes, format::KindOfType(type), &Prefix::kind);
+    return found == std::end(kPrefixes) ? kProjectPrefix : found->prefix;
+}
 
 }  // namespace
 
 std::string MakeKey(const std::string& type, std::int64_t number, const std::string& origin) {
-    std::string key = kProjectPrefix;
-    for (const Prefix& known : kPrefixes) {
-        key = known.type == type ? known.prefix : key;
-    }
-    return key + "-" + std::to_string(number) + "-" + origin;
+    return PrefixOf(type) + ("-" + std::to_string(number)) + "-" + origin;
 }
 
 void CreateServerTables(Database& database) {

@@ -385,8 +385,8 @@ TEST_F(DirectoryReaderTest, FilesKnowTheirPathsAndLieOnThisMachine) {
     const std::vector<CAEFile*> files = korvane::GetProjectFiles(project);
     ASSERT_EQ(files.size(), 2U);
     const CAEFile& top = dynamic_cast<CAEFile&>(Find(CAE_FILE, "top.txt"));
-    for (const CAEFile* const file :
-         {static_cast<const CAEFile*>(files[0]), static_cast<const CAEFile*>(files[1]), &top}) {
+    const std::vector<const CAEFile*> all = {files[0], files[1], &top};
+    for (const CAEFile* const file : all) {
         OuString path;
         file->getFullPathName(path);
         EXPECT_TRUE(std::filesystem::is_regular_file(ToPath(path))) << path.GetAnsiBuffer();

@@ -1,4 +1,6 @@
+#include <EmbeddedModel.h>
 #include <gtest/gtest.h>
+#include <korvanejson/JsonSerializer.h>
 
 #include "host/document/DocumentComparison.h"
 #include "support/SmallStack.h"
@@ -127,6 +129,24 @@ TEST(CompareDocuments, ReadsDuplicatesAsAnImportDoes) {
                   R"("type":"CAETAG","children":[{"type":"CAETAG"}],"children":{"x":{"type":"CAETAG"}})",
                   R"("type":"CAETAG","children":[{"type":"CAETAG"},{"type":"CAETAG"}])"),
               "");
+}
+
+TEST(CompareDocuments, ANullKeyIsNoneAndAnyOtherNullIsAText) {
+    EXPECT_EQ(CompareChildren(R"("type":"CAETAG","dbkey":null)", R"("type":"CAETAG")"), "");
+    EXPECT_EQ(
+        CompareChildren(R"("type":"CAETAG","dbkey":"K","dbkey":null)", R"("type":"CAETAG","dbkey":"K")"), "");
+    EXPECT_EQ(
+        CompareChildren(R"("type":"CAETAG","createdDate":null)", R"("type":"CAETAG","createdDate":"null")"),
+        "");
+}
+
+TEST(CompareDocuments, ASessionObjectIsNoProject) {
+    const std::unique_ptr<CAEProject> project = korvane::CreateProject(L"P", L"/d");
+    CAEObject& session = *korvane::CreateObject(*project, static_cast<_tagCAEObjectType>(26), L"a");
+    const auto document = [&] { return JsonSerializer(&session).GetJson().write(); };
+    const std::string first = document().c_str();
+    session.setName(L"b");
+    EXPECT_EQ(Compare(first, document().c_str()), "'a' (id '2') and 'b' (id '2') differ in name: 'a', 'b'\n");
 }
 
 std::string Study(const std::string& type, const std::string& name, const std::string& studyTypeName) {
