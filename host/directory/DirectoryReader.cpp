@@ -111,7 +111,7 @@ public:
 
 private:
     /// A directory waiting to be read into objects: where its object hangs, and the study above it.
-    struct Place {
+    struct WaitingDirectory {
         std::size_t directory;
         CAEObject* parent;
         bool isUnderStudy;
@@ -124,9 +124,9 @@ private:
                        const std::vector<StudyFile>& decks);
     std::vector<StudyFile> CollectStudyFiles(std::size_t directory,
                                              const std::vector<int>& identifiers) const;
-    void AddAssemblyFolder(const Place& place, std::vector<Place>& waiting);
+    void AddAssemblyFolder(const WaitingDirectory& place, std::vector<WaitingDirectory>& waiting);
     void AddInner(std::size_t directory, CAEObject& parent, bool isUnderStudy,
-                  std::vector<Place>& waiting) const;
+                  std::vector<WaitingDirectory>& waiting) const;
     int AddFile(const ScannedDirectory& directory, const ScannedFile& file, _tagFileType type);
     int FileOf(const StudyFile& file, _tagFileType type);
 
@@ -271,7 +271,7 @@ CAEObject& Builder::AddStudy(CAEObject& parent, const ScannedDirectory& director
     return study;
 }
 
-void Builder::AddAssemblyFolder(const Place& place, std::vector<Place>& waiting) {
+void Builder::AddAssemblyFolder(const WaitingDirectory& place, std::vector<WaitingDirectory>& waiting) {
     const ScannedDirectory& directory = tree_.directories[place.directory];
     CAEObject& folder =
         *korvane::CreateObject(*place.parent, CAE_ASSEMBLY_FOLDER, ToOuString(directory.name));
@@ -284,7 +284,7 @@ void Builder::AddAssemblyFolder(const Place& place, std::vector<Place>& waiting)
 
 /// Puts the directories in a directory on the stack, so that the first by name comes off first.
 void Builder::AddInner(std::size_t directory, CAEObject& parent, bool isUnderStudy,
-                       std::vector<Place>& waiting) const {
+                       std::vector<WaitingDirectory>& waiting) const {
     const std::vector<std::size_t>& inner = tree_.directories[directory].directories;
     for (std::size_t index = inner.size(); index-- > 0;) {
         const ScannedDirectory& found = tree_.directories[inner[index]];
@@ -313,10 +313,10 @@ void Builder::Build() {
     if (root.hasDecks) {
         AddStudy(project_, root, CollectStudyFiles(0, identifiers));
     }
-    std::vector<Place> waiting;
+    std::vector<WaitingDirectory> waiting;
     AddInner(0, project_, root.hasDecks, waiting);
     while (!waiting.empty()) {
-        const Place place = waiting.back();
+        const WaitingDirectory place = waiting.back();
         waiting.pop_back();
         const ScannedDirectory& directory = tree_.directories[place.directory];
         if (directory.hasDecks) {

@@ -3,11 +3,10 @@
 #include <korvanejson/CaeRest.h>
 
 #include <unordered_map>
-#include <utility>
-#include <vector>
 
 #include "DocumentFile.h"
 #include "DocumentNode.h"
+#include "NodeWalker.h"
 #include "format/MemberNames.h"
 #include "host/system/Text.h"
 #include "objectjson/NodeReading.h"
@@ -26,43 +25,20 @@ constexpr std::string_view kEmptyKey = "key taken away, because \"dbkey\" is emp
 constexpr std::string_view kNoNumber = "identifier that is no number, taken for the one in front";
 constexpr std::string_view kNoObject = "passed over, because it is no object";
 
-/// The nodes that the library looks at in an answer, each with everything below it.
-void NoteNodes(const JSONNode& answer, const ResponseKeyMap& keys, Notes& notes) {
-    std::vector<JSONNode> waiting;
-    const auto putElements = [&](const JSONNode& array) {
-        for (json_index_t index = array.size(); index-- > 0;) {
-            waiting.push_back(array.at(index));
-        }
-    };
-    if (answer.type() == JSON_ARRAY) {
-        putElements(answer);
-    } else {
-        waiting.push_back(answer);
-    }
-    while (!waiting.empty()) {
-        const JSONNode node = waiting.back();
-        waiting.pop_back();
-        if (node.type() != JSON_NODE) {
-            notes.Add(kNoObject, [&] { return Describe(node); });
-            continue;
-        }
-        const JSONNode* const id = FindMember(node, member::kId);
-        const JSONNode* const key = FindMember(node, member::kDatabaseKey);
-        if (id != nullptr && key == nullptr) {
-            notes.Add(kNoKey, [&] { return Describe(node); });
-        } else if (id == nullptr && key != nullptr) {
-            notes.Add(kNoIdentifier, [&] { return Excerpt(ValueText(*key)); });
-        } else if (id != nullptr) {
-            const auto first = keys.find(ValueText(*id));
-            if (first != keys.end() && first->second != ValueText(*key)) {
-                notes.Add(kLater,
-                          [&] { return Describe(node) + " with the key " + Excerpt(ValueText(*key)); });
-            }
-        }
-        for (const format::MemberName section : {member::kFiles, member::kChildren}) {
-            if (const JSONNode* const found = FindMember(node, section)) {
-                putElements(*found);
-            }
+/// Notes what the library does not take from one node of an answer.
+void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
+    const JSONNode* const id = FindMember(node, member::kId);
+    const JSONNode* const key = FindMember(node, member::kDatabaseKey);
+    if (node.type() != JSON_NODE) {
+        notes.Add(kNoObject, [&] { return Describe(node); });
+    } else if (id != nullptr && key == nullptr) {
+        notes.Add(kNoKey, [&] { return Describe(node); });
+    } else if (id == nullptr && key != nullptr) {
+        notes.Add(kNoIdentifier, [&] { return Excerpt(ValueText(*key)); });
+    } else if (id != nullptr) {
+        const auto first = keys.find(ValueText(*id));
+        if (first != keys.end() && first->second != ValueText(*key)) {
+            notes.Add(kLater, [&] { return Describe(node) + " with the key " + Excerpt(ValueText(*key)); });
         }
     }
 }
@@ -89,7 +65,10 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
     console.ShowProgress("Applying the answer", 0, 0);
     RemoveNullKeys(answer, report.notes);
     const ResponseKeyMap keys = FlattenAnswer(answer);
-    NoteNodes(answer, keys, report.notes);
+    WalkNodes(answer, SectionOrder::FirstOfEach, [&](const auto& visit) {
+        NoteNode(visit.node, keys, report.notes);
+        return true;
+    });
 
     struct Target {
         CAEObject* object;

@@ -7,12 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "NodeWalker.h"
 #include "format/MemberName.h"
 
 namespace host {
-
-/// Where a node stands in its document.
-enum class NodePlace { Root, Child, FileRecord };
 
 /// A member that is compared as a text.
 struct CarriedMember {

@@ -13,40 +13,40 @@ namespace {
 constexpr std::size_t kMostDifferences = 20;
 
 /// Two nodes on the way, and the elements of both that come next.
-struct Pair {
+struct NodePair {
     CarriedNode first;
     CarriedNode second;
     std::size_t nextFile = 0;
     std::size_t nextChild = 0;
 };
 
-class Comparing {
+class DocumentComparer {
 public:
-    Comparing(const ComparedDocument& first, const ComparedDocument& second)
+    DocumentComparer(const ComparedDocument& first, const ComparedDocument& second)
         : first_(first), second_(second) {}
 
     DocumentDifferences Run();
 
 private:
     void Enter(const JSONNode& first, const JSONNode& second, NodePlace place);
-    void CompareHeads(const Pair& pair);
-    void CompareProjectNames(const Pair& pair);
-    void CompareMetadata(const Pair& pair);
-    void CompareFiles(Pair& pair);
-    void Differ(const Pair& pair, const std::string& what, const std::string& first,
+    void CompareHeads(const NodePair& pair);
+    void CompareProjectNames(const NodePair& pair);
+    void CompareMetadata(const NodePair& pair);
+    void CompareFiles(NodePair& pair);
+    void Differ(const NodePair& pair, const std::string& what, const std::string& first,
                 const std::string& second);
 
     const ComparedDocument& first_;
     const ComparedDocument& second_;
     /// A pair keeps its address while others come and go behind it.
-    std::deque<Pair> pairs_;
+    std::deque<NodePair> pairs_;
     DocumentDifferences result_;
 };
 
-DocumentDifferences Comparing::Run() {
+DocumentDifferences DocumentComparer::Run() {
     Enter(first_.node, second_.node, NodePlace::Root);
     while (!pairs_.empty()) {
-        Pair& pair = pairs_.back();
+        NodePair& pair = pairs_.back();
         const std::size_t next = pair.nextChild++;
         if (next < pair.first.children.size() && next < pair.second.children.size()) {
             Enter(pair.first.children[next], pair.second.children[next], NodePlace::Child);
@@ -57,9 +57,9 @@ DocumentDifferences Comparing::Run() {
     return std::move(result_);
 }
 
-void Comparing::Enter(const JSONNode& first, const JSONNode& second, NodePlace place) {
-    const Pair* const study = pairs_.size() > 1 ? &pairs_[pairs_.size() - 2] : nullptr;
-    Pair& pair = pairs_.emplace_back();
+void DocumentComparer::Enter(const JSONNode& first, const JSONNode& second, NodePlace place) {
+    const NodePair* const study = pairs_.size() > 1 ? &pairs_[pairs_.size() - 2] : nullptr;
+    NodePair& pair = pairs_.emplace_back();
     pair.first = ReadCarried(first, place, study != nullptr ? &study->first : nullptr);
     pair.second = ReadCarried(second, place, study != nullptr ? &study->second : nullptr);
     ++(format::KindOfType(pair.first.type) == format::Kind::kFile ? result_.files : result_.objects);
@@ -74,10 +74,10 @@ void Comparing::Enter(const JSONNode& first, const JSONNode& second, NodePlace p
     CompareFiles(pair);
 }
 
-void Comparing::CompareFiles(Pair& pair) {
+void DocumentComparer::CompareFiles(NodePair& pair) {
     const std::size_t count = std::min(pair.first.files.size(), pair.second.files.size());
     for (std::size_t index = 0; index < count; ++index) {
-        Pair records;
+        NodePair records;
         records.first = ReadCarried(pair.first.files[index], NodePlace::FileRecord, nullptr);
         records.second = ReadCarried(pair.second.files[index], NodePlace::FileRecord, nullptr);
         ++result_.files;
@@ -85,7 +85,7 @@ void Comparing::CompareFiles(Pair& pair) {
     }
 }
 
-void Comparing::CompareHeads(const Pair& pair) {
+void DocumentComparer::CompareHeads(const NodePair& pair) {
     CompareProjectNames(pair);
     // Of nodes of different kinds the kind alone is told: it stands first.
     const std::size_t count = std::min(pair.first.members.size(), pair.second.members.size());
@@ -107,7 +107,7 @@ void Comparing::CompareHeads(const Pair& pair) {
     CompareMetadata(pair);
 }
 
-void Comparing::CompareProjectNames(const Pair& pair) {
+void DocumentComparer::CompareProjectNames(const NodePair& pair) {
     if (pair.first.projectName.has_value() != pair.second.projectName.has_value()) {
         Differ(pair, "whether it is a project", pair.first.type, pair.second.type);
         return;
@@ -125,7 +125,7 @@ void Comparing::CompareProjectNames(const Pair& pair) {
     }
 }
 
-void Comparing::CompareMetadata(const Pair& pair) {
+void DocumentComparer::CompareMetadata(const NodePair& pair) {
     const std::size_t count = std::min(pair.first.metadata.size(), pair.second.metadata.size());
     for (std::size_t index = 0; index < count; ++index) {
         const auto& [name, value] = pair.first.metadata[index];
@@ -142,8 +142,8 @@ void Comparing::CompareMetadata(const Pair& pair) {
     }
 }
 
-void Comparing::Differ(const Pair& pair, const std::string& what, const std::string& first,
-                       const std::string& second) {
+void DocumentComparer::Differ(const NodePair& pair, const std::string& what, const std::string& first,
+                              const std::string& second) {
     if (++result_.differenceCount <= kMostDifferences) {
         result_.differences.push_back(Excerpt(pair.first.name) + " (id " + Excerpt(pair.first.identifier) +
                                       ") and " + Excerpt(pair.second.name) + " (id " +
@@ -155,7 +155,7 @@ void Comparing::Differ(const Pair& pair, const std::string& what, const std::str
 }  // namespace
 
 DocumentDifferences CompareDocuments(const ComparedDocument& first, const ComparedDocument& second) {
-    return Comparing(first, second).Run();
+    return DocumentComparer(first, second).Run();
 }
 
 }  // namespace host

@@ -1,8 +1,8 @@
 #include "DocumentNode.h"
 
 #include <utility>
-#include <vector>
 
+#include "NodeWalker.h"
 #include "format/MemberNames.h"
 #include "objectjson/NodeReading.h"
 
@@ -12,10 +12,6 @@ namespace host {
 namespace {
 
 constexpr std::string_view kNullKeys = "passed over, because \"dbkey\" is null";
-
-bool IsSection(const std::string& name) {
-    return name == member::kChildren || name == member::kFiles;
-}
 
 }  // namespace
 
@@ -42,37 +38,17 @@ std::string Describe(const JSONNode& node) {
 }
 
 void RemoveNullKeys(JSONNode& document, Notes& notes) {
-    std::vector<JSONNode*> waiting;
-    const auto putElements = [&](JSONNode& container) {
-        for (JSONNode& element : container) {
-            waiting.push_back(&element);
-        }
-    };
-    if (document.type() == JSON_ARRAY) {
-        putElements(document);
-    } else {
-        waiting.push_back(&document);
-    }
-    while (!waiting.empty()) {
-        JSONNode& node = *waiting.back();
-        waiting.pop_back();
-        if (node.type() != JSON_NODE) {
-            continue;
-        }
-        // Keys go before any element is pointed to, so that nothing moves afterwards.
-        for (json_index_t index = node.size(); index-- > 0;) {
+    WalkNodesToChange(document, SectionOrder::AsWritten, [&](const auto& visit) {
+        JSONNode& node = visit.node;
+        for (json_index_t index = node.size(); node.type() == JSON_NODE && index-- > 0;) {
             const JSONNode& value = std::as_const(node).at(index);
             if (value.type() == JSON_NULL && NameOfMember(value) == member::kDatabaseKey) {
                 notes.Add(kNullKeys, [&] { return Describe(node); });
                 node.pop_back(index);
             }
         }
-        for (JSONNode& value : node) {
-            if (IsSection(NameOfMember(value))) {
-                putElements(value);
-            }
-        }
-    }
+        return true;
+    });
 }
 
 }  // namespace host

@@ -2,14 +2,15 @@
 
 #include <EmbeddedModel.h>
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "DocumentNode.h"
 #include "MemberNotes.h"
+#include "NodeWalker.h"
 #include "ObjectLists.h"
 #include "format/MemberNames.h"
 #include "objectjson/NodeReading.h"
@@ -36,131 +37,121 @@ bool LeadsOut(const std::string& name) {
     return name.find_first_of("/\\") != std::string::npos || name == ".." || name == ".";
 }
 
+/// An object that the import made of a node or wrote it onto, and what it made for the elements of the node.
+struct MadeObject {
+    const JSONNode* node = nullptr;
+    CAEObject* object = nullptr;
+    std::vector<CAEObject*> children;
+    std::size_t nextChild = 0;
+    /// The files that are attached to the object, as soon as the node has a record.
+    std::optional<std::unordered_set<int>> files;
+};
+
 class ImportFollower {
 public:
-    ImportFollower(CAEObject& target, const BeforeImport& before, ImportReport& report) : report_(report) {
+    ImportFollower(CAEObject& target, const BeforeImport& before, ImportReport& report)
+        : target_(target), before_(before), report_(report) {
         if (CAEProject* const project = target.getProject()) {
             projects_[project] = {korvane::GetProjectFiles(*project), before.files};
         }
     }
 
-    void Run(const JSONNode& document, CAEObject& target, std::size_t childrenBefore);
+    void Run(const JSONNode& document);
 
 private:
-    /// A node on the way, with the object that was made of it, and where its walk stands.
-    struct Place {
-        JSONNode node;
-        CAEObject* object;
-        json_index_t nextMember = 0;
-        JSONNode elements{JSON_ARRAY};
-        json_index_t nextElement = 0;
-        std::vector<CAEObject*> made;
-        std::size_t nextMade = 0;
-        std::unordered_set<int> files;
-    };
+    using Visit = NodeVisit<const JSONNode, MadeObject>;
     struct FilesOfProject {
         std::vector<CAEFile*> files;
         std::size_t next = 0;
     };
 
-    void Enter(const JSONNode& node, CAEObject& object, std::size_t childrenBefore);
-    void EnterElement(Place& place, const JSONNode& element);
-    void FollowMember(Place& place, const JSONNode& value);
-    void FollowRecords(Place& place, const JSONNode& records);
-    void FollowRecord(const Place& place, const JSONNode& record);
-    void Leave();
+    bool Enter(const Visit& visit);
+    /// The object that was made of an element; null, after a note, where none was.
+    CAEObject* ObjectOf(const JSONNode& element, MadeObject& above);
+    void FollowObject(const Visit& visit, CAEObject& object);
+    void FollowRecord(const JSONNode& record, MadeObject& above);
+    void Leave(const Visit& visit);
     CAEFile* NextFileOf(CAEProject* project);
 
+    CAEObject& target_;
+    const BeforeImport& before_;
     ImportReport& report_;
-    std::vector<Place> places_;
     std::unordered_map<CAEProject*, FilesOfProject> projects_;
 };
 
-void ImportFollower::Run(const JSONNode& document, CAEObject& target, std::size_t childrenBefore) {
-    Enter(document, target, childrenBefore);
-    while (!places_.empty()) {
-        Place& place = places_.back();
-        if (place.nextElement < place.elements.size()) {
-            const JSONNode element = std::as_const(place.elements).at(place.nextElement++);
-            EnterElement(place, element);
-        } else if (place.nextMember < place.node.size()) {
-            const JSONNode value = std::as_const(place.node).at(place.nextMember++);
-            FollowMember(place, value);
-        } else {
-            Leave();
-        }
-    }
+void ImportFollower::Run(const JSONNode& document) {
+    WalkNodes<MadeObject>(
+        document, SectionOrder::AsWritten, [this](const Visit& visit) { return Enter(visit); },
+        [this](const Visit& visit) { Leave(visit); });
 }
 
-void ImportFollower::Enter(const JSONNode& node, CAEObject& object, std::size_t childrenBefore) {
-    NoteMembers(node, NodeKind::Object, report_.notes);
-    const OuString key = KindOf(object) == Kind::kViewItem ? object.getLinkDBKey() : object.getDBKey();
-    if (FindMember(node, member::kDatabaseKey) != nullptr && !key.IsEmpty()) {
-        ++report_.keys;
+bool ImportFollower::Enter(const Visit& visit) {
+    if (visit.above == nullptr) {
+        FollowObject(visit, target_);
+        visit.own.nextChild = before_.children;
+        return true;
     }
-    Place& place = places_.emplace_back();
-    place.node = node;
-    place.object = &object;
-    place.made = ChildrenOf(object);
-    place.nextMade = childrenBefore;
-}
-
-void ImportFollower::EnterElement(Place& place, const JSONNode& element) {
-    const std::string type = MemberText(element, member::kType);
-    if (type.empty()) {
-        report_.notes.Add(kNoType, [&] { return Describe(element); });
-        return;
+    if (visit.place == NodePlace::FileRecord) {
+        // Nothing is imported below it.
+        FollowRecord(visit.node, *visit.above);
+        return false;
     }
-    const Kind kind = format::KindOfType(type);
-    if (kind == Kind::kUnknown) {
-        report_.notes.Add(kUnknownType, [&] { return Describe(element) + " of type " + Excerpt(type); });
-        return;
+    CAEObject* const object = ObjectOf(visit.node, *visit.above);
+    if (object == nullptr) {
+        return false;
     }
-    if (place.nextMade == place.made.size() || KindOf(*place.made[place.nextMade]) != kind) {
-        report_.notes.Add(kNotCreated, [&] { return Describe(element); });
-        return;
-    }
-    if (kind == Kind::kFile) {
+    if (KindOf(*object) == Kind::kFile) {
         ++report_.files;
         ++report_.childFiles;
     } else {
         ++report_.objects;
     }
-    Enter(element, *place.made[place.nextMade++], 0);
+    FollowObject(visit, *object);
+    return true;
 }
 
-void ImportFollower::FollowMember(Place& place, const JSONNode& value) {
-    const std::string name = NameOfMember(value);
-    if (name == member::kChildren) {
-        place.elements = value.as_array();
-        place.nextElement = 0;
-    } else if (name == member::kFiles) {
-        FollowRecords(place, value.as_array());
+CAEObject* ImportFollower::ObjectOf(const JSONNode& element, MadeObject& above) {
+    const std::string type = MemberText(element, member::kType);
+    const Kind kind = format::KindOfType(type);
+    if (type.empty()) {
+        report_.notes.Add(kNoType, [&] { return Describe(element); });
+    } else if (kind == Kind::kUnknown) {
+        report_.notes.Add(kUnknownType, [&] { return Describe(element) + " of type " + Excerpt(type); });
+    } else if (above.nextChild == above.children.size() || KindOf(*above.children[above.nextChild]) != kind) {
+        report_.notes.Add(kNotCreated, [&] { return Describe(element); });
+    } else {
+        return above.children[above.nextChild++];
     }
+    return nullptr;
 }
 
-void ImportFollower::FollowRecords(Place& place, const JSONNode& records) {
-    if (place.files.empty() && !records.empty()) {
-        const std::vector<int> files = korvane::GetFileRoles(*place.object).files;
-        place.files.insert(files.begin(), files.end());
+void ImportFollower::FollowObject(const Visit& visit, CAEObject& object) {
+    NoteMembers(visit.node, visit.place, report_.notes);
+    const OuString key = KindOf(object) == Kind::kViewItem ? object.getLinkDBKey() : object.getDBKey();
+    if (FindMember(visit.node, member::kDatabaseKey) != nullptr && !key.IsEmpty()) {
+        ++report_.keys;
     }
-    for (const JSONNode& record : records) {
-        FollowRecord(place, record);
-    }
+    visit.own.node = &visit.node;
+    visit.own.object = &object;
+    visit.own.children = ChildrenOf(object);
 }
 
-void ImportFollower::FollowRecord(const Place& place, const JSONNode& record) {
-    const CAEFile* const file = NextFileOf(place.object->getProject());
+void ImportFollower::FollowRecord(const JSONNode& record, MadeObject& above) {
+    const CAEFile* const file = NextFileOf(above.object->getProject());
     if (file == nullptr) {
         report_.notes.Add(kNotCreated, [&] { return Describe(record); });
         return;
     }
+    if (!above.files) {
+        const std::vector<int> files = korvane::GetFileRoles(*above.object).files;
+        above.files.emplace(files.begin(), files.end());
+    }
     ++report_.files;
-    NoteMembers(record, NodeKind::FileRecord, report_.notes);
-    if (place.files.contains(file->getID())) {
+    NoteMembers(record, NodePlace::FileRecord, report_.notes);
+    if (above.files->contains(file->getID())) {
         ++report_.attachedFiles;
     } else {
-        report_.notes.Add(kUnattached, [&] { return Describe(record) + " at " + Describe(place.node); });
+        report_.notes.Add(kUnattached, [&] { return Describe(record) + " at " + Describe(*above.node); });
     }
     if (FindMember(record, member::kDatabaseKey) != nullptr && !file->getDBKey().IsEmpty()) {
         ++report_.keys;
@@ -172,22 +163,20 @@ void ImportFollower::FollowRecord(const Place& place, const JSONNode& record) {
     }
 }
 
-void ImportFollower::Leave() {
-    const Place& place = places_.back();
-    const auto* const item = dynamic_cast<const CAEViewItem*>(place.object);
+void ImportFollower::Leave(const Visit& visit) {
+    const auto* const item = dynamic_cast<const CAEViewItem*>(visit.own.object);
     // The target's own reference is no matter of an import.
-    if (item != nullptr && places_.size() > 1) {
-        ++report_.viewItems;
-        if (korvane::GetReferencedObject(*item) != 0) {
-            ++report_.linkedViewItems;
-        } else {
-            report_.notes.Add(kNotShown, [&] {
-                return Describe(place.node) + " with the key " +
-                       Excerpt(item->getLinkDBKey().GetAnsiBuffer());
-            });
-        }
+    if (item == nullptr || visit.above == nullptr) {
+        return;
     }
-    places_.pop_back();
+    ++report_.viewItems;
+    if (korvane::GetReferencedObject(*item) != 0) {
+        ++report_.linkedViewItems;
+    } else {
+        report_.notes.Add(kNotShown, [&] {
+            return Describe(visit.node) + " with the key " + Excerpt(item->getLinkDBKey().GetAnsiBuffer());
+        });
+    }
 }
 
 CAEFile* ImportFollower::NextFileOf(CAEProject* project) {
@@ -210,7 +199,7 @@ BeforeImport::BeforeImport(CAEObject& target)
 
 void CompareImport(const JSONNode& document, CAEObject& target, const BeforeImport& before,
                    ImportReport& report) {
-    ImportFollower(target, before, report).Run(document, target, before.children);
+    ImportFollower(target, before, report).Run(document);
 }
 
 }  // namespace host

@@ -93,9 +93,9 @@ void NoteWithoutEffect(const JSONNode& node, const JSONNode& value, const Member
 
 }  // namespace
 
-void NoteMembers(const JSONNode& node, NodeKind kind, Notes& notes) {
+void NoteMembers(const JSONNode& node, NodePlace place, Notes& notes) {
     if (node.type() != JSON_NODE) {
-        if (kind == NodeKind::FileRecord) {
+        if (place == NodePlace::FileRecord) {
             notes.Add(kNoRecord, [&] { return Describe(node); });
         }
         return;
@@ -104,9 +104,9 @@ void NoteMembers(const JSONNode& node, NodeKind kind, Notes& notes) {
     for (const JSONNode& value : node) {
         const std::string name = NameOfMember(value);
         const MemberEffect* const known = format::FindEffect(name);
-        const Effect effect = known == nullptr               ? Effect::kUnknown
-                              : kind == NodeKind::FileRecord ? known->inRecord
-                                                             : known->inObject;
+        const Effect effect = known == nullptr                 ? Effect::kUnknown
+                              : place == NodePlace::FileRecord ? known->inRecord
+                                                               : known->inObject;
         if (effect == Effect::kUnknown) {
             notes.AddName(kUnknown, name);
         } else if (effect == Effect::kWithoutEffect) {

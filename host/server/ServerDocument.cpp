@@ -1,6 +1,5 @@
 #include "ServerDocument.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -17,16 +16,15 @@ namespace {
 
 constexpr std::string_view kNoObject = "not stored, because it is no object";
 
-StoredNode MakeStored(const JSONNode& node, std::size_t above, Section section) {
+StoredNode MakeStored(const JSONNode& node, NodePlace place) {
     StoredNode stored;
     stored.node = node;
-    stored.above = above;
-    stored.section = section;
+    stored.place = place;
     if (const JSONNode* const id = FindMember(node, member::kId)) {
         stored.identifier = ValueText(*id);
     }
-    stored.type = section == Section::Files ? std::string(format::TypeOfKind(Kind::kFile))
-                                            : MemberText(node, member::kType);
+    stored.type = place == NodePlace::FileRecord ? std::string(format::TypeOfKind(Kind::kFile))
+                                                 : MemberText(node, member::kType);
     stored.givenKey = MemberText(node, member::kDatabaseKey);
     return stored;
 }
@@ -53,42 +51,27 @@ JSONNode NamedArray(format::MemberName name) {
 }
 
 std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
-    struct Waiting {
-        JSONNode node;
-        std::size_t above;
-        Section section;
-    };
     std::vector<StoredNode> nodes;
-    std::vector<Waiting> waiting = {{document, 0, Section::Children}};
-    while (!waiting.empty()) {
-        const Waiting next = std::move(waiting.back());
-        waiting.pop_back();
-        if (next.node.type() != JSON_NODE) {
-            notes.Add(kNoObject, [&] { return "in " + Describe(nodes[next.above].node); });
-            continue;
+    // The state of a node is its place in the list.
+    using Visit = NodeVisit<const JSONNode, std::size_t>;
+    const auto enter = [&](const Visit& visit) {
+        if (visit.node.type() != JSON_NODE) {
+            notes.Add(kNoObject, [&] { return "in " + Describe(nodes[*visit.above].node); });
+            return false;
         }
-        const std::size_t index = nodes.size();
-        nodes.push_back(MakeStored(next.node, next.above, next.section));
-        if (index != 0) {
-            StoredNode& above = nodes[next.above];
-            std::vector<std::size_t>& list = next.section == Section::Files ? above.files : above.children;
-            nodes.back().position = static_cast<std::int64_t>(list.size());
-            list.push_back(index);
+        visit.own = nodes.size();
+        StoredNode& stored = nodes.emplace_back(MakeStored(visit.node, visit.place));
+        if (visit.above != nullptr) {
+            StoredNode& above = nodes[*visit.above];
+            std::vector<std::size_t>& list =
+                visit.place == NodePlace::FileRecord ? above.files : above.children;
+            stored.above = *visit.above;
+            stored.position = static_cast<std::int64_t>(list.size());
+            list.push_back(visit.own);
         }
-        const std::size_t first = waiting.size();
-        for (const Section section : {Section::Children, Section::Files}) {
-            const format::MemberName name = section == Section::Files ? member::kFiles : member::kChildren;
-            for (const JSONNode& value : next.node) {
-                if (NameOfMember(value) == name) {
-                    const JSONNode array = value.as_array();
-                    for (const JSONNode& element : array) {
-                        waiting.push_back({element, index, section});
-                    }
-                }
-            }
-        }
-        std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(first), waiting.end());
-    }
+        return true;
+    };
+    WalkNodes<std::size_t>(document, SectionOrder::ChildrenFirst, enter, [](const Visit&) {});
     return nodes;
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "ServerTables.h"
 #include "format/MemberName.h"
+#include "host/document/NodeWalker.h"
 #include "host/system/Notes.h"
 
 namespace host {
@@ -19,7 +19,7 @@ struct StoredNode {
     JSONNode node;
     /// The node that it stands in, by its place in the list; its own for the root.
     std::size_t above = 0;
-    Section section = Section::Children;
+    NodePlace place = NodePlace::Root;
     std::int64_t position = 0;
     std::vector<std::size_t> children;
     std::vector<std::size_t> files;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ServerDocument.h"
+#include "ServerTables.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
 #include "objectjson/NodeReading.h"
@@ -21,25 +22,25 @@ constexpr const char* kColumns =
     "node.shown ";
 
 /// A node of the database, with what was put together of its children and files so far.
-struct Place {
+struct FetchedNode {
     std::int64_t number;
     std::string members;
     std::string key;
-    Section section;
-    std::vector<Place> inner;
+    NodePlace place;
+    std::vector<FetchedNode> inner;
     std::size_t nextInner = 0;
     JSONNode children;
     JSONNode files;
 };
 
-Place RowToPlace(const Statement& row) {
+FetchedNode ReadRow(const Statement& row) {
     if (row.IsNull(2)) {
         throw DatabaseError("is damaged: a node is of no object");
     }
     return {row.Number(0),
             row.Text(1),
             row.Text(2),
-            row.Number(3) == 0 ? Section::Children : Section::Files,
+            PlaceOfSection(row.Number(3)),
             {},
             0,
             NamedArray(member::kChildren),
@@ -65,7 +66,7 @@ public:
     bool Run(const std::string& key, JSONNode& document);
 
 private:
-    void Enter(Place place);
+    void Enter(FetchedNode node);
 
     Console& console_;
     Statement find_;
@@ -73,19 +74,19 @@ private:
     Statement count_;
     std::int64_t nodeCount_ = 0;
     std::int64_t entered_ = 0;
-    std::vector<Place> places_;
+    std::vector<FetchedNode> open_;
 };
 
-void Fetching::Enter(Place place) {
+void Fetching::Enter(FetchedNode node) {
     if (++entered_ > nodeCount_) {
         throw DatabaseError("is damaged: a node lies within itself");
     }
-    below_.Begin(place.number);
+    below_.Begin(node.number);
     while (below_.Next()) {
-        place.inner.push_back(RowToPlace(below_));
+        node.inner.push_back(ReadRow(below_));
     }
     below_.Reset();
-    places_.push_back(std::move(place));
+    open_.push_back(std::move(node));
     console_.ShowProgress("Fetching the document", static_cast<std::uint64_t>(entered_), 0);
 }
 
@@ -93,27 +94,28 @@ bool Fetching::Run(const std::string& key, JSONNode& document) {
     if (!find_.Begin(key).Next()) {
         return false;
     }
-    Place root = RowToPlace(find_);
-    // A view item's document bears the key that it was asked for.
+    FetchedNode root = ReadRow(find_);
+    // A view item's document has the key that it was asked for.
     root.key = key;
     find_.Reset();
     Enter(std::move(root));
     for (;;) {
-        Place& place = places_.back();
-        if (place.nextInner < place.inner.size()) {
-            Enter(std::move(place.inner[place.nextInner++]));
+        FetchedNode& innermost = open_.back();
+        if (innermost.nextInner < innermost.inner.size()) {
+            Enter(std::move(innermost.inner[innermost.nextInner++]));
             continue;
         }
-        const JSONNode node = RestoreNode(place.members, place.key, place.children, place.files);
-        const Section section = place.section;
-        places_.pop_back();
-        if (places_.empty()) {
+        const JSONNode node =
+            RestoreNode(innermost.members, innermost.key, innermost.children, innermost.files);
+        const NodePlace place = innermost.place;
+        open_.pop_back();
+        if (open_.empty()) {
             document = node;
             console_.ClearProgress();
             return true;
         }
-        Place& above = places_.back();
-        (section == Section::Files ? above.files : above.children).push_back(node);
+        FetchedNode& above = open_.back();
+        (place == NodePlace::FileRecord ? above.files : above.children).push_back(node);
     }
 }
 

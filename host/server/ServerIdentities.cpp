@@ -5,9 +5,21 @@
 #include <unordered_set>
 
 #include "ServerTables.h"
+#include "host/document/NodeWalker.h"
 
 namespace host {
 namespace {
+
+/// What a node goes by in its project: its identifier, or the place where it stands. `above` is null for a
+/// root.
+std::string IdentifierOf(const StoredNode& stored, const StoredNode* above) {
+    if (stored.identifier) {
+        return "id " + *stored.identifier;
+    }
+    return above == nullptr ? "root"
+                            : "place " + std::to_string(above->object) + "/" +
+                                  SectionOf(stored.place).c_str() + "/" + std::to_string(stored.position);
+}
 
 /// Finds out which objects the nodes of a document are, and makes the new ones.
 class Identification {
@@ -114,13 +126,7 @@ void Identification::TakeByKey(StoredNode& stored) {
 }
 
 void Identification::TakeByIdentity(StoredNode& stored, const StoredNode& above) {
-    const bool isRoot = &stored == &above;
-    const std::string identifier = stored.identifier ? "id " + *stored.identifier
-                                   : isRoot
-                                       ? "root"
-                                       : "place " + std::to_string(above.object) +
-                                             (stored.section == Section::Files ? "/files/" : "/children/") +
-                                             std::to_string(stored.position);
+    const std::string identifier = IdentifierOf(stored, &stored == &above ? nullptr : &above);
     std::int64_t& occurrence = nextOccurrence_[identifier];
     while (byIdentity_.Begin(project_, identifier, occurrence).Next()) {
         const Known known = Row(byIdentity_);

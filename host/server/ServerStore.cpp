@@ -89,7 +89,7 @@ void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
     for (std::size_t index = 1; index < nodes.size(); ++index) {
         if (nodes[index].IsFile()) {
             update.Run(KeptMembers(nodes[index], false), nodes[index].object,
-                       static_cast<int>(nodes[index].section));
+                       NumberOfSection(nodes[index].place));
         }
     }
 }
@@ -108,7 +108,7 @@ void Placement::Run(std::vector<StoredNode>& nodes, StoreReport& report, Console
         StoredNode& stored = nodes[index];
         const bool isRoot = index == 0;
         const std::string members = KeptMembers(stored, isRoot);
-        const auto section = static_cast<int>(stored.section);
+        const int section = NumberOfSection(stored.place);
         stored.number = number++;
         insert.Run(stored.number, stored.object, isRoot ? root.above : nodes[stored.above].number,
                    isRoot ? root.section : section, isRoot ? root.position : stored.position, stored.shown,

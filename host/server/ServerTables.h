@@ -1,10 +1,9 @@
 #pragma once
 
-#include <libjson.h>
-
 #include <cstdint>
 #include <string>
 
+#include "host/document/NodeWalker.h"
 #include "host/system/Database.h"
 
 /// The tables of the server's database.
@@ -13,8 +12,13 @@ namespace host {
 /// "KvSv" as a number.
 inline constexpr DatabaseKind kServerKind = {0x4B765376, 1, "database of the server"};
 
-/// Where a node stands in the one that it belongs to.
-enum class Section : int { Children = 0, Files = 1 };
+/// The number of the section that holds a node, as the tables have it.
+constexpr int NumberOfSection(NodePlace place) {
+    return place == NodePlace::FileRecord ? 1 : 0;
+}
+constexpr NodePlace PlaceOfSection(std::int64_t number) {
+    return number == 1 ? NodePlace::FileRecord : NodePlace::Child;
+}
 
 /// The key of an object: its kind, its number in the database, and what tells the database from others.
 std::string MakeKey(const std::string& type, std::int64_t number, const std::string& origin);

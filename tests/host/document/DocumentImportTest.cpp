@@ -124,7 +124,7 @@ TEST_F(DocumentImportTest, SaysWhichValuesAreNotWhatTheyShouldBe) {
 TEST_F(DocumentImportTest, ANullKeyGivesNoKey) {
     EXPECT_EQ(NotesOf(R"("dbkey":null,"children":[{"name":"t","type":"CAETAG","dbkey":null,"dbkey":"K"}],)"
                       R"("files":[{"name":"f","dbkey":null}])"),
-              "korvane-json: p: passed over, because \"dbkey\" is null (3): ''; 'f'; 't'\n");
+              "korvane-json: p: passed over, because \"dbkey\" is null (3): ''; 't'; 'f'\n");
     EXPECT_EQ(report.keys, 1U);
     EXPECT_TRUE(project->getDBKey().IsEmpty());
     EXPECT_EQ(std::string(project->getCAEObject(2)->getDBKey().GetAnsiBuffer()), "K");
