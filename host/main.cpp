@@ -1,6 +1,3 @@
-#include <OuString.h>
-#include <libjson.h>
-
 #include <exception>
 #include <string>
 #include <vector>
@@ -47,11 +44,6 @@ std::vector<std::string> ReadArguments(int count, char** arguments) {
 int main(int argumentCount, char** arguments) {
     const host::StandardStreams streams;
     host::Console console;
-    // With UTF-8 as the ANSI code page documents are written by characters. Only a Windows too old for the
-    // program's manifest has another one, and its single bytes are characters already.
-    if (OuSetAnsiCodePage("UTF-8")) {
-        libjson::set_text_units(libjson::text_units::utf8);
-    }
     try {
         return host::RunCommandLine(ReadArguments(argumentCount, arguments), console);
     } catch (const std::bad_alloc&) {

@@ -4,16 +4,40 @@
 
 #include "libjson.h"
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace libjson {
 namespace {
-std::atomic<text_units> currentUnits{text_units::bytes};
+
+enum class Choice { kNone, kBytes, kUtf8 };
+
+constinit std::atomic<Choice> choice{Choice::kNone};
+
+text_units UnitsOfCodePage() noexcept {
+#if defined(_WIN32)
+    return GetACP() == CP_UTF8 ? text_units::utf8 : text_units::bytes;
+#else
+    return text_units::utf8;
+#endif
 }
 
+}  // namespace
+
 void set_text_units(text_units units) noexcept {
-    currentUnits.store(units, std::memory_order_relaxed);
+    choice.store(units == text_units::utf8 ? Choice::kUtf8 : Choice::kBytes, std::memory_order_relaxed);
 }
+
 text_units get_text_units() noexcept {
-    return currentUnits.load(std::memory_order_relaxed);
+    switch (choice.load(std::memory_order_relaxed)) {
+        case Choice::kBytes:
+            return text_units::bytes;
+        case Choice::kUtf8:
+            return text_units::utf8;
+        default:
+            return UnitsOfCodePage();
+    }
 }
 
 }  // namespace libjson

@@ -243,9 +243,14 @@ enum class text_units {
     utf8
 };
 
-/// Sets the text units of the process, bytes at its start. Call it once before documents are written or read;
-/// a write or parse under way keeps the units that it began with.
+/// Sets the text units of the process. Until it is called they follow the process's code page: utf8 where
+/// that is UTF-8, which it is everywhere but on Windows, and there where the ANSI code page is 65001; bytes
+/// where it is any other. Call it once before documents are written or read; a write or parse under way keeps
+/// the units that it began with. libjson does not know a code page that a program chooses for its own texts
+/// (with OuSetAnsiCodePage, for one): such a program sets the units as well, bytes for any code page but
+/// UTF-8.
 LIBJSON_API void set_text_units(text_units units) noexcept;
+/// The text units that the next document is written or read with.
 LIBJSON_API text_units get_text_units() noexcept;
 
 /// Reads a whole document by the grammar of RFC 8259, with any value as the root. Numbers keep their digits,

@@ -102,4 +102,8 @@ ORSUTL_API bool operator<(const OuString& left, const OuString& right) noexcept;
 /// Windows; any other byte without a meaning, such as a lead byte without its trail, stands in the wide text
 /// as the lone surrogate U+DC00 plus the byte, comes back as that byte, and costs nothing of the text around
 /// it.
+///
+/// Only texts follow this choice. A JSON library that writes them into documents does not know of it: a
+/// program that chooses a code page other than the process's own sets the text units of its documents as well
+/// (libjson::set_text_units with the embedded libjson: bytes, for any code page but UTF-8).
 ORSUTL_API bool OuSetAnsiCodePage(const char* name);

@@ -75,7 +75,6 @@ std::string EntryOf(const CAEObject& object, const wchar_t* name) {
 }  // namespace
 
 TEST(DocumentExample, IsWhatTheLibraryWrites) {
-    libjson::set_text_units(libjson::text_units::utf8);
     const TestProject project = MakeExample();
     JsonSerializer serializer(&*project);
     const JSONNode document = serializer.GetJson();

@@ -3,6 +3,7 @@
 #include "ConverterSupport.h"
 #include "support/ModelBuilders.h"
 #include "support/ObjectText.h"
+#include "support/TextUnits.h"
 
 TEST(Header, MembersStandInTheOrderOfTheFormat) {
     TestProject project;
@@ -140,9 +141,10 @@ TEST(Header, ViewItemWritesItsOwnKeyAndNeitherLinkNorReference) {
 }
 
 TEST(Header, TextsBeyondAsciiTravelInTheAnsiCodePage) {
+    const UnitsFor bytes(libjson::text_units::bytes);
     TestProject project;
     CAEObject& part = project.Add(CAE_PART, L"Tr\u00E4ger \u4E2D");
-    // The test programs' code page is UTF-8, and the document escapes its bytes one by one.
+    // The test programs' code page is UTF-8, and with these units the document escapes its bytes one by one.
     EXPECT_EQ(MemberText(CAEObjectJson(&part).GetJsonNode(), "name"), "Tr\xC3\xA4ger \xE4\xB8\xAD");
     EXPECT_NE(Exported(part).find(R"("name":"Tr\u00C3\u00A4ger \u00E4\u00B8\u00AD")"), std::string::npos);
 }

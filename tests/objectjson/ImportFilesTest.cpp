@@ -162,7 +162,7 @@ TEST(ImportFiles, NameIsAppendedAsItStands) {
     EXPECT_EQ(PathIn(L"/p", R"({"name":"\\x"})"), "/p/\\x");
     EXPECT_EQ(PathIn(L"/p", R"({"name":7})"), "/p/7");
     EXPECT_EQ(PathIn(L"/p", R"({"name":"first","displayName":"second"})"), "/p/second");
-    EXPECT_EQ(PathIn(L"/p", R"({"name":"K\u00C3\u00BChler\u0000.dat"})"), "/p/K\xC3\xBChler");
+    EXPECT_EQ(PathIn(L"/p", R"({"name":"K\u00FChler\u0000.dat"})"), "/p/K\xC3\xBChler");
 }
 
 TEST(ImportFiles, PathOfTheRecordNeverSurvives) {

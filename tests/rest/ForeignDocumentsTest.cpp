@@ -10,6 +10,7 @@
 #include "platform/korvane/Ask.h"
 #include "support/ModelBuilders.h"
 #include "support/ObjectText.h"
+#include "support/TextUnits.h"
 
 // Documents as other programs write them: every text here stands as it was written by hand.
 
@@ -49,15 +50,6 @@ std::string Expected() {
                      "," + NodeText({.id = "4", .name = "42", .type = "CAETAG"}),
          .tail = kRootTail});
 }
-
-class WithUtf8Units : public testing::Test {
-public:
-    ~WithUtf8Units() override { libjson::set_text_units(libjson::text_units::bytes); }
-
-protected:
-    WithUtf8Units() { libjson::set_text_units(libjson::text_units::utf8); }
-};
-using ForeignDocumentsInUtf8 = WithUtf8Units;
 
 /// The name of a part that a document in the given text brings.
 std::string NameFrom(const std::string& member) {
@@ -216,21 +208,22 @@ TEST(ForeignDocuments, EveryEscapeOfATextIsRead) {
     EXPECT_EQ(NameFrom("\"name\":\"/ plain slash \x7F\""), "/ plain slash \x7F");
 }
 
-TEST(ForeignDocuments, BytesBeyondAsciiStandForThemselves) {
+TEST(ForeignDocuments, EscapesStandForBytesWhereTheHostSaysSo) {
+    const UnitsFor bytes(libjson::text_units::bytes);
     EXPECT_EQ(NameFrom("\"name\":\"Tr\xC3\xA4ger \xE4\xB8\xAD \xF0\x9F\x9A\x97\""),
               "Tr\xC3\xA4ger \xE4\xB8\xAD \xF0\x9F\x9A\x97");
     EXPECT_EQ(NameFrom(R"("name":"Tr\u00C3\u00A4ger")"), "Tr\xC3\xA4ger");
     EXPECT_EQ(NameFrom(R"("name":"\u4e2d")"), "\xE4\xB8\xAD");
 }
 
-TEST_F(ForeignDocumentsInUtf8, EscapesStandForTheirCodePoints) {
+TEST(ForeignDocuments, EscapesStandForTheirCodePoints) {
     EXPECT_EQ(NameFrom(R"("name":"Tr\u00e4ger \u4e2d \ud83d\ude97")"),
               "Tr\xC3\xA4ger \xE4\xB8\xAD \xF0\x9F\x9A\x97");
     EXPECT_EQ(NameFrom("\"name\":\"Tr\xC3\xA4ger \xE4\xB8\xAD \xF0\x9F\x9A\x97\""),
               "Tr\xC3\xA4ger \xE4\xB8\xAD \xF0\x9F\x9A\x97");
 }
 
-TEST_F(ForeignDocumentsInUtf8, NamesOfEntriesAndFilesToo) {
+TEST(ForeignDocuments, NamesOfEntriesAndFilesToo) {
     TestProject project;
     JSONNode document = libjson::parse(
         "{\"type\":\"X\",\"metaData\":{\"Tr\\u00e4gheit\":{\"value\":\"1\"},"
@@ -263,7 +256,7 @@ TEST(ForeignDocuments, AnswersToo) {
     EXPECT_EQ(TextOf(korvane::GetDisplayName(*project)), "12");
 }
 
-TEST_F(ForeignDocumentsInUtf8, DocumentOfTheServerInTheExamples) {
+TEST(ForeignDocuments, DocumentOfTheServerInTheExamples) {
     std::ifstream file(KORVANEJSON_SERVER_DOCUMENT, std::ios::binary);
     ASSERT_TRUE(file) << KORVANEJSON_SERVER_DOCUMENT;
     const std::string text(std::istreambuf_iterator<char>(file), {});

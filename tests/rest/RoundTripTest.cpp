@@ -7,6 +7,7 @@
 #include "platform/korvane/Ask.h"
 #include "support/Documents.h"
 #include "support/ModelBuilders.h"
+#include "support/TextUnits.h"
 
 // The round trip of a host: export, text, an answer with keys, import into another project, export again.
 
@@ -137,19 +138,12 @@ void Fill(TestProject& project) {
 
 constexpr int kLastId = 25;
 
-/// With and without UTF-8 as text units: the trip is the same.
+/// With UTF-8 as text units and without: the trip is the same.
 class RoundTrip : public testing::TestWithParam<bool> {
-public:
-    ~RoundTrip() override { libjson::set_text_units(libjson::text_units::bytes); }
-
 protected:
-    RoundTrip() {
-        if (GetParam()) {
-            libjson::set_text_units(libjson::text_units::utf8);
-        }
-        Fill(project_);
-    }
+    RoundTrip() { Fill(project_); }
 
+    UnitsFor units_{GetParam() ? libjson::text_units::utf8 : libjson::text_units::bytes};
     TestProject project_;
     TestProject rebuilt_{L"other"};
 };

@@ -9,12 +9,9 @@
 
 namespace {
 
-/// Documents as a host with UTF-8 as its code page makes them.
+/// Documents as a host with UTF-8 as its code page makes them, which tells nobody so.
 class Text : public testing::Test {
 protected:
-    Text() { libjson::set_text_units(libjson::text_units::utf8); }
-    ~Text() override { libjson::set_text_units(libjson::text_units::bytes); }
-
     /// The document read by a JSON parser that knows nothing of this library.
     nlohmann::json Read() {
         const std::string text = JsonSerializer(&*project_).GetJsonString().GetAnsiBuffer();

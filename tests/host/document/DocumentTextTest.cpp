@@ -10,12 +10,9 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// Documents with UTF-8 as their text units, as the program writes them.
+/// Documents with UTF-8 as their text units, as the program writes them where nobody sets others.
 class DocumentTextTest : public testing::Test {
 protected:
-    DocumentTextTest() { libjson::set_text_units(libjson::text_units::utf8); }
-    ~DocumentTextTest() override { libjson::set_text_units(unitsBefore_); }
-
     std::string Write() {
         JsonSerializer serializer(project.get());
         const auto text = serializer.GetJson().write();
@@ -23,9 +20,6 @@ protected:
     }
 
     std::unique_ptr<CAEProject> project = korvane::CreateProject(L"Demo", L"/nowhere");
-
-private:
-    libjson::text_units unitsBefore_ = libjson::get_text_units();
 };
 
 TEST_F(DocumentTextTest, AValueOfTenMegabytesComesBackWhole) {

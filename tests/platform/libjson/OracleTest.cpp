@@ -185,6 +185,7 @@ TEST(Oracles, ReadWhatIsWritten) {
 }
 
 TEST(Oracles, ReadEscapesOfBytesAsCodePointsOfTheSameNumber) {
+    const UnitsFor bytes(libjson::text_units::bytes);
     for (int byte = 0; byte < 256; ++byte) {
         JSONNode root(JSON_ARRAY);
         root.push_back(JSONNode(Text(""), Text(std::string(1, static_cast<char>(byte)))));

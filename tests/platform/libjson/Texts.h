@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "libjson.h"
+#include "support/TextUnits.h"
 
 // json_string and std::string are two types in some builds: the tests go from one to the other here.
 
@@ -26,17 +27,3 @@ inline std::string NameOf(const JSONNode& node) {
 inline std::string ValueOf(const JSONNode& node) {
     return Plain(node.as_string());
 }
-
-/// Sets the text units for as long as it lives.
-class UnitsFor {
-public:
-    explicit UnitsFor(libjson::text_units units) : before_(libjson::get_text_units()) {
-        libjson::set_text_units(units);
-    }
-    ~UnitsFor() { libjson::set_text_units(before_); }
-    UnitsFor(const UnitsFor&) = delete;
-    UnitsFor& operator=(const UnitsFor&) = delete;
-
-private:
-    libjson::text_units before_;
-};

@@ -37,13 +37,11 @@ void ExpectSurvives(const std::string& text) {
     ASSERT_EQ(libjson::parse(read.write_formatted()), read);
 }
 
-TEST(TextUnits, AreBytesUntilTheyAreSet) {
-    EXPECT_EQ(libjson::get_text_units(), text_units::bytes);
-    {
-        const UnitsFor utf8(text_units::utf8);
-        EXPECT_EQ(libjson::get_text_units(), text_units::utf8);
+TEST(TextUnits, AreThoseThatWereSet) {
+    for (const text_units units : {text_units::bytes, text_units::utf8, text_units::bytes}) {
+        const UnitsFor unitsHere(units);
+        EXPECT_EQ(libjson::get_text_units(), units);
     }
-    EXPECT_EQ(libjson::get_text_units(), text_units::bytes);
 }
 
 TEST(TextUnits, LetEveryByteSurvive) {
@@ -113,6 +111,7 @@ TEST(TextUnits, LetRandomSequencesSurvive) {
 }
 
 TEST(BytesAsUnits, AreWrittenAndReadAsOneEscapeEach) {
+    const UnitsFor bytes(text_units::bytes);
     EXPECT_EQ(Written("\xC3\xBC"), "\\u00C3\\u00BC");
     EXPECT_EQ(ReadFrom("\\u00C3\\u00BC"), "\xC3\xBC");
     EXPECT_EQ(ReadFrom("\\u0080\\u00ff"), "\x80\xFF");
@@ -120,6 +119,7 @@ TEST(BytesAsUnits, AreWrittenAndReadAsOneEscapeEach) {
 }
 
 TEST(BytesAsUnits, CodePointsBeyondABytesBecomeUtf8) {
+    const UnitsFor bytes(text_units::bytes);
     EXPECT_EQ(ReadFrom("\\u0100"), "\xC4\x80");
     EXPECT_EQ(ReadFrom("\\u07FF\\u0800"), "\xDF\xBF\xE0\xA0\x80");
     EXPECT_EQ(ReadFrom("\\u4E2D"), "\xE4\xB8\xAD");
@@ -129,6 +129,7 @@ TEST(BytesAsUnits, CodePointsBeyondABytesBecomeUtf8) {
 }
 
 TEST(BytesAsUnits, LoneSurrogatesKeepTheirThreeByteForm) {
+    const UnitsFor bytes(text_units::bytes);
     EXPECT_EQ(ReadFrom("\\uD800"), "\xED\xA0\x80");
     EXPECT_EQ(ReadFrom("\\uDC80"), "\xED\xB2\x80");
     EXPECT_EQ(ReadFrom("\\uD800\\u0041"),

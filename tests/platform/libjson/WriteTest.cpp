@@ -77,11 +77,13 @@ TEST(Write, DoesNotDependOnTheReservedSize) {
 }
 
 TEST(Write, EscapesTheCheckedExample) {
+    const UnitsFor bytes(libjson::text_units::bytes);
     EXPECT_EQ(Write(Member("a/b", "x/y\"\\\t\n\r\b\f\v\x01\x7F\xE9z")),
               "{\"a\\/b\":\"x\\/y\\\"\\\\\\t\\n\\r\\b\\f\\u000B\\u0001\\u007F\\u00E9z\"}");
 }
 
 TEST(Write, EscapesEveryByteInNamesAndValuesAlike) {
+    const UnitsFor bytes(libjson::text_units::bytes);
     for (int byte = 0; byte < 256; ++byte) {
         const std::string text(1, static_cast<char>(byte));
         const std::string escaped = "\"" + EscapeOf(byte) + "\"";
@@ -90,6 +92,7 @@ TEST(Write, EscapesEveryByteInNamesAndValuesAlike) {
 }
 
 TEST(Write, EscapesEveryByteAtEveryPlace) {
+    const UnitsFor bytes(libjson::text_units::bytes);
     for (int byte = 0; byte < 256; ++byte) {
         for (std::size_t length = 1; length < 40; ++length) {
             for (std::size_t place = 0; place < length; place += 3) {
