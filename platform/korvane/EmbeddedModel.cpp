@@ -99,7 +99,7 @@ FileRoles GetFileRoles(const CAEObject& object) {
     roles.graphicFile = files->graphicFile;
     roles.activeMesh = files->activeMesh;
     roles.feRepresentation = files->feRepresentation;
-    for (const AttachedFiles::File& file : files->Files()) {
+    for (const AttachedFile& file : files->list.Entries()) {
         roles.files.push_back(file.id);
         if (file.isMesh) {
             roles.meshes.push_back(file.id);

@@ -42,24 +42,24 @@ void SetFileRoles(CAEObject& object, const FileRoles& roles) {
     auto files = std::make_unique<AttachedFiles>();
     for (const int id : roles.files) {
         if (id > 0) {
-            files->FindOrAttach(id);
+            files->list.FindOrAdd(id);
         }
     }
-    const auto attached = [&](int id) { return files->Find(id) != nullptr ? id : 0; };
+    const auto attached = [&](int id) { return files->list.Find(id) != nullptr ? id : 0; };
     files->cadFile = attached(roles.cadFile);
     files->graphicFile = attached(roles.graphicFile);
     files->feRepresentation = attached(roles.feRepresentation);
     for (const int id : roles.meshes) {
         if (attached(id) != 0) {
-            files->FindOrAttach(id).isMesh = true;
+            files->list.FindOrAdd(id).isMesh = true;
         }
     }
     for (const int id : roles.customFiles) {
         if (attached(id) != 0) {
-            files->FindOrAttach(id).isCustom = true;
+            files->list.FindOrAdd(id).isCustom = true;
         }
     }
-    const AttachedFiles::File* const mesh = files->Find(roles.activeMesh);
+    const AttachedFile* const mesh = files->list.Find(roles.activeMesh);
     files->activeMesh = mesh != nullptr && mesh->isMesh ? mesh->id : 0;
     Access::Data(object).files = std::move(files);
 }

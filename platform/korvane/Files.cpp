@@ -8,8 +8,6 @@
 namespace korvane {
 namespace {
 
-constexpr std::size_t kMostFilesWithoutIndex = 16;
-
 /// Attaches the file and hands it, with the object's files, to what gives it its role. Identifiers are
 /// positive; any other attaches nothing.
 template <typename GiveRole>
@@ -21,76 +19,29 @@ int Attach(CAEObject& object, int fileId, const GiveRole& giveRole) {
     if (!files) {
         files = std::make_unique<AttachedFiles>();
     }
-    giveRole(*files, files->FindOrAttach(fileId));
+    giveRole(*files, files->list.FindOrAdd(fileId));
     return kDone;
 }
 
 }  // namespace
 
-AttachedFiles::AttachedFiles(const AttachedFiles& other)
-    : cadFile(other.cadFile),
-      graphicFile(other.graphicFile),
-      activeMesh(other.activeMesh),
-      feRepresentation(other.feRepresentation),
-      files_(other.files_) {}
-
-std::size_t AttachedFiles::PositionOf(int id) const {
-    if (files_.size() <= kMostFilesWithoutIndex) {
-        std::size_t position = 0;
-        while (position < files_.size() && files_[position].id != id) {
-            ++position;
-        }
-        return position;
-    }
-    if (!index_) {
-        auto index = std::make_unique<Index>();
-        for (std::size_t i = 0; i < files_.size(); ++i) {
-            index->emplace(files_[i].id, i);
-        }
-        index_ = std::move(index);
-    }
-    const auto found = index_->find(id);
-    return found != index_->end() ? found->second : files_.size();
-}
-
-const AttachedFiles::File* AttachedFiles::Find(int id) const {
-    const std::size_t position = PositionOf(id);
-    return position < files_.size() ? &files_[position] : nullptr;
-}
-
-AttachedFiles::File& AttachedFiles::FindOrAttach(int id) {
-    const std::size_t position = PositionOf(id);
-    if (position == files_.size()) {
-        files_.push_back({id, false, false});
-        if (index_) {
-            try {
-                index_->emplace(id, position);
-            } catch (...) {
-                files_.pop_back();
-                throw;
-            }
-        }
-    }
-    return files_[position];
-}
-
 int SetCadFile(CAEObject& object, int fileId) {
     return Attach(object, fileId,
-                  [](AttachedFiles& files, const AttachedFiles::File& file) { files.cadFile = file.id; });
+                  [](AttachedFiles& files, const AttachedFile& file) { files.cadFile = file.id; });
 }
 
 int SetGraphicFile(CAEObject& object, int fileId) {
     return Attach(object, fileId,
-                  [](AttachedFiles& files, const AttachedFiles::File& file) { files.graphicFile = file.id; });
+                  [](AttachedFiles& files, const AttachedFile& file) { files.graphicFile = file.id; });
 }
 
 int AttachMesh(CAEObject& object, int fileId) {
-    return Attach(object, fileId, [](AttachedFiles&, AttachedFiles::File& file) { file.isMesh = true; });
+    return Attach(object, fileId, [](AttachedFiles&, AttachedFile& file) { file.isMesh = true; });
 }
 
 int SetActiveMesh(CAEObject& object, int fileId) {
     AttachedFiles* const files = Access::Data(object).files.get();
-    const AttachedFiles::File* const file = files != nullptr ? files->Find(fileId) : nullptr;
+    const AttachedFile* const file = files != nullptr ? files->list.Find(fileId) : nullptr;
     if (file == nullptr || !file->isMesh) {
         return kFailed;
     }
@@ -99,14 +50,14 @@ int SetActiveMesh(CAEObject& object, int fileId) {
 }
 
 int SetFeRepresentation(CAEObject& object, int fileId) {
-    return Attach(object, fileId, [](AttachedFiles& files, const AttachedFiles::File& file) {
-        files.feRepresentation = file.id;
-    });
+    return Attach(object, fileId,
+                  [](AttachedFiles& files, const AttachedFile& file) { files.feRepresentation = file.id; });
 }
 
 }  // namespace korvane
 
 using korvane::Access;
+using korvane::AttachedFile;
 using korvane::AttachedFiles;
 using korvane::kFailed;
 using korvane::Recorded;
@@ -115,7 +66,7 @@ OuList CAEObject::GetFiles() {
     const Recorded note("CAEObject::GetFiles", *this);
     OuList identifiers;
     if (data_->files) {
-        for (const AttachedFiles::File& file : data_->files->Files()) {
+        for (const AttachedFile& file : data_->files->list.Entries()) {
             identifiers.AddTail(file.id);
         }
     }
@@ -127,6 +78,5 @@ int CAEObject::attachCustomFile(int fileId, CAEProject* project) {
     if (project != nullptr && Access::Data(*project).tree != data_->tree) {
         return kFailed;
     }
-    return korvane::Attach(*this, fileId,
-                           [](AttachedFiles&, AttachedFiles::File& file) { file.isCustom = true; });
+    return korvane::Attach(*this, fileId, [](AttachedFiles&, AttachedFile& file) { file.isCustom = true; });
 }

@@ -8,54 +8,12 @@
 namespace korvane {
 namespace {
 
-constexpr std::size_t kMostEntriesWithoutIndex = 16;
-
 const MetadataEntry* FindEntry(const CAEObject& object, const OuString& name) {
     const Metadata* const metadata = Access::Data(object).metadata.get();
     return metadata != nullptr ? metadata->Find(name) : nullptr;
 }
 
 }  // namespace
-
-std::size_t Metadata::PositionOf(const OuString& name) const {
-    if (entries_.size() <= kMostEntriesWithoutIndex) {
-        std::size_t position = 0;
-        while (position < entries_.size() && entries_[position].name.CompareNoCase(name) != 0) {
-            ++position;
-        }
-        return position;
-    }
-    if (!index_) {
-        auto index = std::make_unique<Index>();
-        for (std::size_t i = 0; i < entries_.size(); ++i) {
-            index->emplace(entries_[i].name, i);
-        }
-        index_ = std::move(index);
-    }
-    const auto found = index_->find(name);
-    return found != index_->end() ? found->second : entries_.size();
-}
-
-const MetadataEntry* Metadata::Find(const OuString& name) const {
-    const std::size_t position = PositionOf(name);
-    return position < entries_.size() ? &entries_[position] : nullptr;
-}
-
-MetadataEntry& Metadata::FindOrAdd(const OuString& name) {
-    const std::size_t position = PositionOf(name);
-    if (position == entries_.size()) {
-        entries_.push_back({name, {}, {}, {}});
-        if (index_) {
-            try {
-                index_->emplace(name, position);
-            } catch (...) {
-                entries_.pop_back();
-                throw;
-            }
-        }
-    }
-    return entries_[position];
-}
 
 MetadataEntry& MetadataOf(CAEObject& object, const OuString& name) {
     std::unique_ptr<Metadata>& metadata = Access::Data(object).metadata;

@@ -112,4 +112,22 @@ TEST(Metadata, OfThousandsOfEntriesIsFoundAlike) {
     EXPECT_EQ(MetadataValueOf(*project, L"Entry 5000"), "(none)");
 }
 
+TEST(Metadata, OfManyEntriesIsCopiedWholeIntoAVersion) {
+    TestProject project;
+    CAEObject& part = project.Add(CAE_PART, L"Door");
+    for (int i = 0; i < 100; ++i) {
+        const OuString number(std::to_string(i).c_str(), 0);
+        part.setMetadataValue(number, number);
+    }
+    ASSERT_EQ(part.createNewVersion(1, 0, true, false), 0);
+    CAEObject& version = *VersionOf(part, 1, 0);
+    EXPECT_EQ(AllMetadataOf(version), AllMetadataOf(part));
+    version.setMetadataValue(L"100", L"new");
+    version.setMetadataValue(L"50", L"changed");
+    EXPECT_EQ(MetadataValueOf(version, L"100"), "new");
+    EXPECT_EQ(AllMetadataOf(version).size(), 101U);
+    EXPECT_EQ(AllMetadataOf(part).size(), 100U);
+    EXPECT_EQ(MetadataValueOf(part, L"50"), "50");
+}
+
 }  // namespace
