@@ -32,8 +32,7 @@ std::uint32_t PositionOf(const Node& node, std::string_view name) noexcept {
     }
     const JSONNode* const children = ChildrenOf(node).children;
     for (std::uint32_t position = 0; position < count; ++position) {
-        const Name* const childName = Read(children[position]).name;
-        if (childName != nullptr ? childName->Is(name) : name.empty()) {
+        if (TextOf(Read(children[position]).name) == name) {
             return position;
         }
     }

@@ -78,7 +78,7 @@ Node* MakeLongText(char type, Name* name, std::string_view text, Cells& cells) {
 }  // namespace
 
 Node* MakeText(char type, Name* name, std::string_view text, Cells& cells) {
-    if (text.size() > kLongestShortText) [[unlikely]] {
+    if (text.size() > kLongestShortText) {
         return MakeLongText(type, name, text, cells);
     }
     const CellClass cellClass = CellClassFor(sizeof(Node) + WholeBlocks(text.size()));

@@ -41,6 +41,9 @@ struct FreeCell {
 
 /// The free cells that a thread keeps at hand: two lists per class, so that a thread which allocates and
 /// frees around the border of a batch does not go to the shared store each time.
+/// Measured: with one list, a thread that makes and frees three nodes over and over takes 352 ns for each
+/// instead of 19 when the nodes that it holds besides happen to fill a batch; elsewhere it makes no
+/// difference.
 struct CellCache {
     struct Bin {
         FreeCell* active;
@@ -63,12 +66,12 @@ void HandOver(CellCache& cache) noexcept;
 class Cells {
 public:
     Cells() noexcept : cache_(CacheOfThread()) {
-        if (cache_ == nullptr) [[unlikely]] {
+        if (cache_ == nullptr) {
             cache_ = new (ownCache_) CellCache{};
         }
     }
     ~Cells() {
-        if (cache_ == static_cast<void*>(ownCache_)) [[unlikely]] {
+        if (cache_ == static_cast<void*>(ownCache_)) {
             HandOver(*cache_);
         }
     }
@@ -78,7 +81,7 @@ public:
     /// A cell of the class, aligned to kCellStep. Throws std::bad_alloc.
     void* Allocate(CellClass cellClass) {
         CellCache::Bin& bin = cache_->bins[cellClass];
-        if (bin.active == nullptr) [[unlikely]] {
+        if (bin.active == nullptr) {
             Refill(bin, cellClass);
         }
         FreeCell* const cell = bin.active;
@@ -90,7 +93,7 @@ public:
 
     void Free(void* memory, CellClass cellClass) noexcept {
         CellCache::Bin& bin = cache_->bins[cellClass];
-        if (bin.activeCount == CellsPerBatch(cellClass)) [[unlikely]] {
+        if (bin.activeCount == CellsPerBatch(cellClass)) {
             SetAside(bin);
         }
         auto* const cell = static_cast<FreeCell*>(memory);
