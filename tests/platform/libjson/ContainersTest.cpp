@@ -77,11 +77,10 @@ TEST(Container, FindsTheFirstMemberOfExactlyThatName) {
     EXPECT_EQ(object.find("A"), object.end());
     EXPECT_EQ(object.find("ab"), object.end());
     EXPECT_EQ(object.find(Text(std::string("a\0", 2))), object.end());
-    const JSONNode& constant = object;
-    EXPECT_EQ(constant.find("a"), constant.begin());
-    EXPECT_EQ(constant.find(Text("b")), constant.begin() + 1);
-    EXPECT_EQ(constant.find("c"), constant.end());
-    EXPECT_EQ(constant.find(Text("c")), constant.end());
+    EXPECT_EQ(std::as_const(object).find("a"), std::as_const(object).begin());
+    EXPECT_EQ(std::as_const(object).find(Text("b")), std::as_const(object).begin() + 1);
+    EXPECT_EQ(std::as_const(object).find("c"), std::as_const(object).end());
+    EXPECT_EQ(std::as_const(object).find(Text("c")), std::as_const(object).end());
 }
 
 TEST(Container, FindsNothingWhereThereIsNothing) {
@@ -124,11 +123,10 @@ TEST(Container, FailsToRemoveFromAPlainValue) {
 
 TEST(Container, ReachesChildrenByPositionAndName) {
     JSONNode object = Sample();
-    const JSONNode& constant = object;
-    EXPECT_EQ(constant.at(1).as_string(), Text("two"));
-    EXPECT_EQ(constant[1].as_string(), Text("two"));
-    EXPECT_EQ(constant.at(Text("b")).as_string(), Text("two"));
-    EXPECT_EQ(constant[Text("b")].as_string(), Text("two"));
+    EXPECT_EQ(std::as_const(object).at(1).as_string(), Text("two"));
+    EXPECT_EQ(std::as_const(object)[1].as_string(), Text("two"));
+    EXPECT_EQ(std::as_const(object).at(Text("b")).as_string(), Text("two"));
+    EXPECT_EQ(std::as_const(object)[Text("b")].as_string(), Text("two"));
     object.at(0) = JSONNode(Text("first"), 10);
     object[1].set_name(Text("second"));
     object.at(Text("a")).push_back(JSONNode(Text(""), 4));
@@ -138,15 +136,14 @@ TEST(Container, ReachesChildrenByPositionAndName) {
 
 TEST(Container, ThrowsForChildrenThatAreNotThere) {
     JSONNode object = Sample();
-    const JSONNode& constant = object;
     EXPECT_THROW(object.at(4), std::out_of_range);
-    EXPECT_THROW(constant.at(4), std::out_of_range);
+    EXPECT_THROW(std::as_const(object).at(4), std::out_of_range);
     EXPECT_THROW(object[4], std::out_of_range);
-    EXPECT_THROW(constant[4], std::out_of_range);
+    EXPECT_THROW(std::as_const(object)[4], std::out_of_range);
     EXPECT_THROW(object.at(Text("x")), std::out_of_range);
-    EXPECT_THROW(constant.at(Text("x")), std::out_of_range);
+    EXPECT_THROW(std::as_const(object).at(Text("x")), std::out_of_range);
     EXPECT_THROW(object[Text("x")], std::out_of_range);
-    EXPECT_THROW(constant[Text("x")], std::out_of_range);
+    EXPECT_THROW(std::as_const(object)[Text("x")], std::out_of_range);
     JSONNode text(Text("x"), "x");
     EXPECT_THROW(text.at(0), std::out_of_range);
     EXPECT_THROW(text.at(Text("x")), std::out_of_range);

@@ -29,13 +29,12 @@ TEST(Sharing, CopiesReferToTheSameValue) {
 TEST(Sharing, ReadingCopiesNothing) {
     JSONNode node = Sample();
     const JSONNode copy = node;
-    const JSONNode& constant = node;
-    EXPECT_EQ(constant.find("b"), constant.begin() + 1);
-    EXPECT_EQ(constant.at(0).as_int(), 1);
-    EXPECT_EQ(constant[Text("b")].size(), 2U);
-    EXPECT_EQ(constant.end() - constant.begin(), 2);
-    EXPECT_EQ(Write(constant), kSample);
-    EXPECT_EQ(constant, copy);
+    EXPECT_EQ(std::as_const(node).find("b"), std::as_const(node).begin() + 1);
+    EXPECT_EQ(std::as_const(node).at(0).as_int(), 1);
+    EXPECT_EQ(std::as_const(node)[Text("b")].size(), 2U);
+    EXPECT_EQ(std::as_const(node).end() - std::as_const(node).begin(), 2);
+    EXPECT_EQ(Write(std::as_const(node)), kSample);
+    EXPECT_EQ(std::as_const(node), copy);
     EXPECT_TRUE(Shared(node, copy));
 }
 

@@ -61,8 +61,7 @@ TEST(OuArray, CopiesAndMovesItsSlots) {
     copy.Add(Slot(2));
     EXPECT_EQ(array.GetSize(), 1);
     EXPECT_EQ(copy.GetSize(), 2);
-    const OuArray& same = copy;
-    copy = same;
+    copy = std::as_const(copy);
     EXPECT_EQ(Number(copy.GetAt(1)), 2);
     array = std::move(copy);
     ASSERT_EQ(array.GetSize(), 2);
@@ -77,11 +76,10 @@ TEST(OuTemplateArray, HoldsItsValuesInOrder) {
     texts.Add(L"first");
     texts.Add(L"second");
     ASSERT_EQ(texts.GetSize(), 2);
-    const Texts& constant = texts;
-    EXPECT_STREQ(constant[0].GetBuffer(), L"first");
-    EXPECT_STREQ(constant[1].GetBuffer(), L"second");
+    EXPECT_STREQ(std::as_const(texts)[0].GetBuffer(), L"first");
+    EXPECT_STREQ(std::as_const(texts)[1].GetBuffer(), L"second");
     texts[0] = L"changed";
-    EXPECT_STREQ(constant[0].GetBuffer(), L"changed");
+    EXPECT_STREQ(std::as_const(texts)[0].GetBuffer(), L"changed");
 }
 
 TEST(OuTemplateArray, AddsAValueOfItsOwn) {
@@ -99,8 +97,7 @@ TEST(OuTemplateArray, CopiesMovesAndForgetsItsValues) {
     Texts copy(texts);
     copy[0] = L"other";
     EXPECT_STREQ(texts[0].GetBuffer(), L"one");
-    const Texts& same = copy;
-    copy = same;
+    copy = std::as_const(copy);
     EXPECT_STREQ(copy[0].GetBuffer(), L"other");
     texts = std::move(copy);
     ASSERT_EQ(texts.GetSize(), 1);
@@ -115,7 +112,7 @@ TEST(OuTemplateArray, ComesWithAnAllocatorOfItsOwn) {
     EXPECT_EQ(numbers[0], 3);
 }
 
-/// A value that cannot be copied when it is told so.
+/// A value that refuses to be copied when it is told to.
 struct Stubborn {
     explicit Stubborn(bool refusesCopies) : refuses(refusesCopies) {}
     Stubborn(const Stubborn& other) : refuses(other.refuses) {
@@ -177,7 +174,7 @@ TEST(OuTemplateArray, HoldsNoMoreValuesThanHaveSizes) {
     constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
     OuElementAllocator<std::uint64_t, CountingAllocator> allocator;
     EXPECT_THROW(allocator.allocate(kEverything), std::bad_alloc);
-    // In bytes these come to 8, and nothing is asked for them.
+    // The number of bytes wraps around to 8; nothing is allocated.
     EXPECT_THROW(allocator.allocate(kEverything / 8 + 2), std::bad_alloc);
     EXPECT_EQ(CountingAllocator::blocks, 0);
 }

@@ -107,8 +107,7 @@ TEST(OuList, CopiesItsSlots) {
 
 TEST(OuList, IsAssignedToItself) {
     OuList list = ListOf({1, 2, 3, 4});
-    const OuList& same = list;
-    list = same;
+    list = std::as_const(list);
     EXPECT_EQ(Identifiers(list), (std::vector<int>{1, 2, 3, 4}));
     OuList& again = list;
     list = std::move(again);

@@ -105,8 +105,7 @@ TEST(OuString, SurvivesTheOriginalOfACopy) {
 
 TEST(OuString, IsAssignedToItself) {
     OuString text(L"self");
-    const OuString& same = text;
-    text = same;
+    text = std::as_const(text);
     EXPECT_EQ(Text(text), L"self");
     OuString& again = text;
     text = std::move(again);
@@ -236,43 +235,43 @@ TEST(OuString, HasOperatorsOfComparison) {
 
 TEST(OuString, SplitsAtTheFirstSeparator) {
     OuString before(L"old");
-    OuString behind(L"old");
-    EXPECT_TRUE(OuString(L"1.2.3").Split(L".", before, behind));
+    OuString after(L"old");
+    EXPECT_TRUE(OuString(L"1.2.3").Split(L".", before, after));
     EXPECT_EQ(Text(before), L"1");
-    EXPECT_EQ(Text(behind), L"2.3");
-    EXPECT_TRUE(OuString(L"a::b:c").Split(L"::", before, behind));
+    EXPECT_EQ(Text(after), L"2.3");
+    EXPECT_TRUE(OuString(L"a::b:c").Split(L"::", before, after));
     EXPECT_EQ(Text(before), L"a");
-    EXPECT_EQ(Text(behind), L"b:c");
+    EXPECT_EQ(Text(after), L"b:c");
 }
 
 TEST(OuString, SplitsAtTheEnds) {
     OuString before(L"old");
-    OuString behind(L"old");
-    EXPECT_TRUE(OuString(L".5").Split(L".", before, behind));
+    OuString after(L"old");
+    EXPECT_TRUE(OuString(L".5").Split(L".", before, after));
     EXPECT_TRUE(before.IsEmpty());
-    EXPECT_EQ(Text(behind), L"5");
-    EXPECT_TRUE(OuString(L"5.").Split(L".", before, behind));
+    EXPECT_EQ(Text(after), L"5");
+    EXPECT_TRUE(OuString(L"5.").Split(L".", before, after));
     EXPECT_EQ(Text(before), L"5");
-    EXPECT_TRUE(behind.IsEmpty());
+    EXPECT_TRUE(after.IsEmpty());
 }
 
 TEST(OuString, GivesTheWholeTextBeforeWhereNoSeparatorStands) {
     OuString before(L"old");
-    OuString behind(L"old");
-    EXPECT_FALSE(OuString(L"12").Split(L".", before, behind));
+    OuString after(L"old");
+    EXPECT_FALSE(OuString(L"12").Split(L".", before, after));
     EXPECT_EQ(Text(before), L"12");
-    EXPECT_TRUE(behind.IsEmpty());
-    EXPECT_FALSE(OuString().Split(L".", before, behind));
+    EXPECT_TRUE(after.IsEmpty());
+    EXPECT_FALSE(OuString().Split(L".", before, after));
     EXPECT_TRUE(before.IsEmpty());
 }
 
 TEST(OuString, NeverFindsAnEmptySeparator) {
     for (const wchar_t* separator : {L"", static_cast<const wchar_t*>(nullptr)}) {
         OuString before;
-        OuString behind(L"old");
-        EXPECT_FALSE(OuString(L"12").Split(separator, before, behind));
+        OuString after(L"old");
+        EXPECT_FALSE(OuString(L"12").Split(separator, before, after));
         EXPECT_EQ(Text(before), L"12");
-        EXPECT_TRUE(behind.IsEmpty());
+        EXPECT_TRUE(after.IsEmpty());
     }
 }
 
