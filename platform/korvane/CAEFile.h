@@ -9,8 +9,8 @@ struct FileData;
 /// A file of a project. Its name is empty until it is set; it does not follow from the path.
 class KORVANE_API CAEFile : public CAEObject {
 public:
-    /// A null path gives a file without one. The file has no identifier, name, date and user yet, and belongs
-    /// to the caller until a project takes it.
+    /// A null path gives a file without one. The file does not have an identifier, name, date or user yet,
+    /// and belongs to the caller until a project takes it.
     CAEFile(OuString* path, _tagFileType type, _tagFileFormat format, bool isInGlobalFrame);
     ~CAEFile() override;
 
@@ -22,7 +22,7 @@ public:
     void setFileFormat(_tagFileFormat format);
     /// Whether the coordinates in the file are in the global frame.
     void setGlobalFrameCoordinate(bool isInGlobalFrame);
-    /// Whether the file lies on this machine.
+    /// Whether the file is on this machine.
     void SetFileDownloadFlag(bool isDownloaded);
 
     /// Where the file is kept, as free text.

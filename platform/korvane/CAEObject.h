@@ -40,16 +40,16 @@ public:
 
     /// Appends the direct children (pointers to CAEObject) to the list, in their order.
     void getChildrenList(OuList& children) const;
-    /// Hangs a detached object or version of the same tree, with everything under it, below this object
-    /// behind its other children. From then on the project finds each of them under the identifier that it
-    /// has now; one whose identifier another object has already is not found. Fails for null, for an object
-    /// that already hangs somewhere (the files of a project hang on it) and for one that this object lies
-    /// under or is a version of.
+    /// Attaches a detached object or version of the same tree, with everything under it, below this object,
+    /// after its other children. From then on the project finds each of them under the identifier that it has
+    /// now; one whose identifier another object has already is not found. Fails for null, for an object that
+    /// already hangs somewhere (the files of a project hang on it) and for one that this object lies under or
+    /// is a version of.
     int addChild(CAEObject* child);
     /// Takes a direct child, with everything under it, out of the tree and sets the pointer handed in to
     /// null; the project finds none of them any more. They stay whole and can be added again (a version with
-    /// its own object under it is no version of it any more). With `destroy` they are destroyed instead, and
-    /// their versions with them. Fails, and leaves the pointer alone, for any other object.
+    /// its own object under it is not a version of it any more). With `destroy` they are destroyed instead,
+    /// and their versions with them. Fails, and leaves the pointer alone, for any other object.
     int detachChild(CAEObject*& child, bool destroy);
 
     void getCreatedDate(OuString& date) const;

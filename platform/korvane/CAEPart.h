@@ -2,8 +2,8 @@
 
 #include "CAEObject.h"
 
-/// A part with its geometry, meshes and picture. The identifiers of files are not
-/// looked up; one that is not positive fails.
+/// A part with its geometry, meshes and picture. The identifiers of files are not looked up; one that is not
+/// positive fails.
 class KORVANE_API CAEPart : public CAEObject {
 public:
     ~CAEPart() override;
@@ -12,7 +12,7 @@ public:
     int setCADFile(int fileId);
     int setGraphicFile(int fileId);
     int attachNewMeshOrMeshingRequest(int fileId);
-    /// Fails for an identifier that is no mesh of the part.
+    /// Fails for an identifier that is not a mesh of the part.
     int setActiveMesh(int fileId);
 
 private:

@@ -18,11 +18,11 @@ public:
     /// The object with the identifier: an object of the tree, a project of it or a file; null when there is
     /// none.
     CAEObject* getCAEObject(int id);
-    /// The file with the identifier; null when there is none or the object is no file.
+    /// The file with the identifier; null when there is none or the object is not a file.
     CAEFile* getFile(int id);
 
-    /// Gives the object the next free identifier, one that no object of the tree has or had, and returns it;
-    /// 0, with nothing changed, for null and when none is left. The project does not have the object yet.
+    /// Gives the object the next free identifier, one that no object of the tree has or has had, and returns
+    /// it; 0, with nothing changed, for null and when none is left. The object is not in the project yet.
     int assignID(CAEObject* object);
     /// Puts a file that has an identifier into the project, which owns it from then on. Fails for null, for a
     /// file that a project has already, and for an identifier that is taken or not positive; the file then

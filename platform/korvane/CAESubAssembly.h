@@ -2,8 +2,8 @@
 
 #include "CAEObject.h"
 
-/// A sub-assembly with its geometry, representations and picture. The identifiers of files are not
-/// looked up; one that is not positive fails.
+/// A sub-assembly with its geometry, representations and picture. The identifiers of files are not looked up;
+/// one that is not positive fails.
 class KORVANE_API CAESubAssembly : public CAEObject {
 public:
     ~CAESubAssembly() override;
@@ -12,7 +12,7 @@ public:
     int setCADFile(int fileId);
     int setGraphicFile(int fileId);
     int attachNewRepresentationOrMeshingReq(int fileId);
-    /// Fails for an identifier that is no representation of the sub-assembly.
+    /// Fails for an identifier that is not a representation of the sub-assembly.
     int setActiveMesh(int fileId);
 
 private:

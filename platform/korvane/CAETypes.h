@@ -1,7 +1,7 @@
 #pragma once
 
-/// The kinds of objects. Any value may travel through the enumeration; those without a name here have no
-/// class of their own, cannot be created and are named "Unknown".
+/// The kinds of objects. Any value may be passed in the enumeration; those without a name here do not have a
+/// class of their own, cannot be created and are called "Unknown".
 enum _tagCAEObjectType : int {
     CAE_PART = 0,
     CAE_SUBASSEMBLY = 1,
@@ -21,7 +21,7 @@ enum _tagCAEObjectType : int {
 };
 
 /// The kinds of files. The first three have roles of their own on parts, sub-assemblies and run assemblies;
-/// every other one is a custom file. Any value may travel through the enumeration.
+/// every other one is a custom file. Any value may be passed in the enumeration.
 enum _tagFileType : int {
     CAE_FILE_UNKNOWN = 0,
     CAE_FILE_CAD = 1,
@@ -39,7 +39,7 @@ enum _tagFileType : int {
     CAE_FILE_OTHER = 13,
 };
 
-/// What a file is written in. Any value may travel through the enumeration.
+/// The format of a file's content. Any value may be passed in the enumeration.
 enum _tagFileFormat : int {
     CAE_FORMAT_UNKNOWN = 0,
     CAE_FORMAT_ASCII = 1,

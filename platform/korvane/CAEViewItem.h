@@ -7,8 +7,8 @@ class KORVANE_API CAEViewItem : public CAEObject {
 public:
     ~CAEViewItem() override;
 
-    /// Shows the object with the identifier, 0 for none. The identifier is not looked up;
-    /// a negative one fails.
+    /// Shows the object with the identifier, 0 for none. The identifier is not looked up; a negative one
+    /// fails.
     int setReferencedCAEObject(int id);
 
 private:

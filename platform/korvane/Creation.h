@@ -12,9 +12,9 @@ OuString FormatDate(std::time_t time);
 /// The name of the user who runs the process, as it was when first asked for; "unknown" where there is none.
 const OuString& PresentUserName();
 
-/// Whether objects of the kind can be created: the kinds with a name, but for the unknown one.
+/// Whether objects of the kind can be created: the kinds with a name, except the unknown one.
 bool CanBeCreated(_tagCAEObjectType type) noexcept;
-/// Creates an object with the present date and user behind the children of the parent, which hangs in a tree;
+/// Creates an object with the present date and user after the children of the parent, which is in a tree;
 /// null for a kind that cannot be created and when no identifier is left.
 CAEObject* CreateUnder(CAEObject& parent, _tagCAEObjectType type, const OuString& projectDirectory);
 

@@ -13,8 +13,8 @@
 #include "CAEViewItem.h"
 
 /// What the embedded object model offers to hosts, tests and benchmarks beyond the suite's interface: making
-/// a project, what the suite's application knows from elsewhere, and reading back what the suite's interface
-/// only sets. None of these operations shows in a recording.
+/// a project, setting what the suite's application knows from elsewhere, and reading what the suite's
+/// interface can only set. None of these operations shows in a recording.
 namespace korvane {
 
 /// A project that stands alone: identifier 1, the given name and display name, an empty additional type, the
@@ -22,7 +22,7 @@ namespace korvane {
 KORVANE_API std::unique_ptr<CAEProject> CreateProject(const OuString& name, const OuString& directory);
 
 /// Objects that are created from now on in the tree of the project carry this date and user; an empty text
-/// brings the present one back.
+/// means the present one again.
 KORVANE_API void SetCreation(CAEProject& project, const OuString& date, const OuString& userName);
 
 /// Creates an object as createCAEObject does and returns it; null where that fails.
@@ -44,8 +44,8 @@ KORVANE_API void SetDirectory(CAEProject& project, const OuString& directory);
 KORVANE_API OuString GetDisplayName(const CAEProject& project);
 /// True until SetProgramReference says otherwise.
 KORVANE_API bool GetProgramReference(const CAEProject& project);
-/// Every file that was put into the project, in the order of their coming, attached or not. Files that were
-/// created as children hang in the tree instead.
+/// Every file that was put into the project, in that order, attached or not. Files that were created as
+/// children hang in the tree instead.
 KORVANE_API std::vector<CAEFile*> GetProjectFiles(const CAEProject& project);
 
 /// The roles of the files attached to an object; 0 where there is none. Lists are in the order in which the
@@ -66,8 +66,8 @@ struct VersionNumber {
     int majorNumber = 0;
     int minorNumber = 0;
 };
-/// The number of the object's present content: that of the version made current or taken over last, 0.0
-/// before.
+/// The number of the object's present content: that of the version that was last made current or copied onto
+/// the object; 0.0 before.
 KORVANE_API VersionNumber GetCurrentVersion(const CAEObject& object);
 
 KORVANE_API int GetReferencedObject(const CAEViewItem& viewItem);
@@ -75,7 +75,7 @@ KORVANE_API bool IsInGlobalFrame(const CAEFile& file);
 KORVANE_API bool IsDownloaded(const CAEFile& file);
 
 /// Calls the visitor for the object and everything under it, parents before children, with the depth below
-/// the object (0 for itself). Needs no stack in proportion to the depth. The visitor must not change the
+/// the object (0 for itself). Does not need stack in proportion to the depth. The visitor must not change the
 /// tree.
 KORVANE_API void VisitTree(CAEObject& object, const std::function<void(CAEObject&, int depth)>& visitor);
 

@@ -10,7 +10,7 @@
 class CAEObject;
 
 /// The recording build of the object model can be told to answer as a correct object model never does, so
-/// that its callers can be seen to cope with it. Only the library KorvaneRecording has this class.
+/// that tests see what its callers make of it. Only the library KorvaneRecording has this class.
 namespace korvane {
 
 /// What an operation answers in place of its own answer. Each operation takes what it has to return or to
@@ -52,7 +52,7 @@ public:
     /// The call is named as its note: `CAEObject::getType` for every call of the operation, and
     /// `CAEObject::getType(#3)` for the calls with exactly these arguments. Where several answers fit a call,
     /// the one that was made first and is not used up is given. Throws std::invalid_argument for an operation
-    /// that has no answer to give but to throw.
+    /// that can only throw.
     OddAnswer(const char* call, Answer answer, Times times = kOnce);
     ~OddAnswer();
     OddAnswer(const OddAnswer&) = delete;

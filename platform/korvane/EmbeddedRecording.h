@@ -19,7 +19,7 @@ namespace korvane {
 
 /// Starts a recording and drops the notes of an earlier one.
 KORVANE_API void StartRecording();
-/// Ends the recording and hands out its notes, in the order of the calls.
+/// Ends the recording and returns its notes, in the order of the calls.
 KORVANE_API std::vector<std::string> TakeRecording();
 
 }  // namespace korvane

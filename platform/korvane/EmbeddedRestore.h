@@ -2,27 +2,27 @@
 
 #include "EmbeddedModel.h"
 
-/// What a host needs to make a project again as it was when it was kept: objects under the identifiers that
-/// they had, their files in their roles, and the sequence of identifiers where it stood. None of these
+/// What a host needs to restore a project as it was when it was saved: objects under the identifiers that
+/// they had, their files in their roles, and the sequence of identifiers at its old position. None of these
 /// operations shows in a recording.
 namespace korvane {
 
-/// As CreateObject, under the identifier of the caller's choice, which takes none from the sequence. Null,
-/// with nothing changed, for an identifier that is taken or not positive as well.
+/// Creates an object as CreateObject does, under an identifier that the caller chooses instead of the next
+/// one of the sequence. Null, with nothing changed, also for an identifier that is taken or not positive.
 KORVANE_API CAEObject* RestoreObject(CAEObject& parent, _tagCAEObjectType type, const OuString& name, int id);
-/// A file of the project, attached to nothing, likewise; it has an empty path, the type and format unknown,
-/// and is a project's file as one that addFile took.
+/// Creates a file of the project in the same way, attached to nothing, with an empty path and unknown type
+/// and format. It belongs to the project as if it had been added with addFile.
 KORVANE_API CAEFile* RestoreFile(CAEProject& project, const OuString& name, int id);
 
 /// Attaches exactly these files to the object, in the order of `roles.files`, in place of those that it has.
-/// Identifiers that stand in the other members only are left out, and so are those that are not positive.
+/// Identifiers that are only in the other members are left out, and so are those that are not positive.
 KORVANE_API void SetFileRoles(CAEObject& object, const FileRoles& roles);
 
-/// The identifier that the next new object of the project's tree gets at the earliest; those that are taken
-/// are passed over.
+/// The lowest identifier that the next new object of the project's tree can get; identifiers that are taken
+/// are skipped.
 KORVANE_API int GetNextIdentifier(const CAEProject& project);
-/// Lets the sequence of identifiers go on with `next`; it never goes back, so a smaller one than the present
-/// changes nothing.
+/// Continues the sequence of identifiers with `next`. The sequence never goes back, so a lower number than
+/// the present one changes nothing.
 KORVANE_API void SetNextIdentifier(CAEProject& project, int next);
 
 }  // namespace korvane

@@ -27,7 +27,7 @@ struct AttachedFiles {
     int feRepresentation = 0;
 };
 
-/// What the role operations of parts, sub-assemblies and run assemblies come to; statuses as theirs.
+/// The role operations of parts, sub-assemblies and run assemblies, with the same statuses.
 int SetCadFile(CAEObject& object, int fileId);
 int SetGraphicFile(CAEObject& object, int fileId);
 int AttachMesh(CAEObject& object, int fileId);

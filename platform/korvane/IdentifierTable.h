@@ -11,8 +11,8 @@ namespace korvane {
 
 /// Which object an identifier means, and which identifier comes next.
 ///
-/// Identifiers given out here lie close together, so that they index an array; those far out that callers
-/// choose themselves go into a hash table beside it.
+/// Identifiers that the table itself gives out are close together, so they index an array; distant ones that
+/// callers choose go into a hash table.
 class IdentifierTable {
 public:
     /// Null when the identifier means nothing.
@@ -21,11 +21,11 @@ public:
     bool Insert(int id, CAEObject& object);
     void Erase(int id) noexcept;
 
-    /// An identifier that never was in the table and was never given out; 0 when there is none left.
+    /// An identifier that was never in the table and never given out; 0 when there is none left.
     int TakeNext() noexcept;
-    /// Where the sequence stands: the identifier that comes next, unless a caller chose it already.
+    /// The identifier that comes next in the sequence, unless a caller chose it already.
     int Next() const noexcept { return next_; }
-    /// Lets the sequence leave out the identifiers before this one. It never goes back.
+    /// Makes the sequence skip the identifiers before this one. It never goes back.
     void SkipBefore(int next) noexcept;
 
 private:
@@ -33,7 +33,7 @@ private:
     std::unordered_map<int, CAEObject*> far_;
     std::size_t count_ = 0;
     int next_ = 1;
-    /// The identifiers from `next_` on that callers chose: the sequence leaves them out.
+    /// The identifiers from `next_` on that callers chose: the sequence skips them.
     std::unordered_set<int> taken_;
 };
 

@@ -13,8 +13,8 @@ namespace korvane {
 
 class ObjectTree;
 
-/// What an object knows beyond its identifier, name and keys. There may be a million of these, so that what
-/// few objects have stands behind a pointer that is null for the rest.
+/// What an object knows beyond its identifier, name and keys. There may be a million of these, so what only
+/// few objects have is behind a pointer that is null for the others.
 struct ObjectData {
     explicit ObjectData(_tagCAEObjectType kind) noexcept : type(kind) {}
 
@@ -24,9 +24,9 @@ struct ObjectData {
     /// Whether the object hangs below the root of the tree (or is a file of a project that does).
     bool isInTree = false;
 
-    /// The tree that owns the object; null for a file that is still its maker's.
+    /// The tree that owns the object; null for a file that still belongs to whoever made it.
     ObjectTree* tree = nullptr;
-    /// What getProject answers.
+    /// What getProject returns.
     CAEProject* project = nullptr;
 
     CAEObject* parent = nullptr;

@@ -27,7 +27,7 @@ void Unlink(CAEObject*& first, CAEObject*& last, CAEObject& object) noexcept {
     data.nextSibling = nullptr;
 }
 
-/// What getProject answers for an object at its present place.
+/// What getProject returns for an object at its present place.
 CAEProject* ProjectAt(CAEObject& object) noexcept {
     if (CAEProject* const project = AsProject(object)) {
         return project;
@@ -131,7 +131,7 @@ void ObjectTree::Enter(CAEObject& top) {
     const CAEObject* const above = HangsOn(top);
     const bool isInTree = above == nullptr || Access::Data(*above).isInTree;
     if (Access::Data(top).isInTree == isInTree && Access::Data(top).project == ProjectAt(top)) {
-        // Below something that hangs nowhere itself everything stays as it is.
+        // Below an object that hangs nowhere itself nothing changes.
         return;
     }
     try {
@@ -272,15 +272,15 @@ CAEObject* NextUnder(const CAEObject& object, const CAEObject& top) noexcept {
     if (CAEObject* const file = FirstFileOf(object)) {
         return file;
     }
-    for (const CAEObject* behind = &object; behind != &top;) {
-        const ObjectData& data = Access::Data(*behind);
+    for (const CAEObject* left = &object; left != &top;) {
+        const ObjectData& data = Access::Data(*left);
         if (data.nextSibling != nullptr) {
             return data.nextSibling;
         }
         const bool isChild = data.parent != nullptr;
-        behind = HangsOn(*behind);
-        // The files of a project come behind its last child.
-        if (CAEObject* const file = isChild ? FirstFileOf(*behind) : nullptr) {
+        left = HangsOn(*left);
+        // The files of a project come after its last child.
+        if (CAEObject* const file = isChild ? FirstFileOf(*left) : nullptr) {
             return file;
         }
     }

@@ -21,7 +21,7 @@ public:
     ~OwnedObjects();
 
     CAEObject& Append(std::unique_ptr<CAEObject> object) noexcept;
-    /// Takes one object over from the list that owns it; behind all others here.
+    /// Takes one object over from the list that owns it, to the end of this one.
     void Take(OwnedObjects& from, CAEObject& object) noexcept;
     void TakeAll(OwnedObjects& from) noexcept;
     CAEObject* First() const noexcept { return first_; }
@@ -47,7 +47,7 @@ public:
     int TakeIdentifier() noexcept { return identifiers_.TakeNext(); }
     int NextIdentifier() const noexcept { return identifiers_.Next(); }
     void SkipIdentifiersBefore(int next) noexcept { identifiers_.SkipBefore(next); }
-    /// The least identifier of the master assemblies with the key; 0 when there is none.
+    /// The lowest identifier of the master assemblies with the key; 0 when there is none.
     int FindMasterAssembly(const OuString& key) const;
     /// Gives the object another database key.
     void SetKey(CAEObject& object, const OuString& key);
@@ -55,15 +55,15 @@ public:
     /// Owns the object from now on; it hangs nowhere yet.
     CAEObject& Own(std::unique_ptr<CAEObject> object) noexcept;
     void OwnAll(OwnedObjects& objects) noexcept;
-    /// Hangs an object that hangs nowhere behind the children of the parent, with everything under it.
+    /// Hangs an object that hangs nowhere after the children of the parent, with everything under it.
     void HangChild(CAEObject& parent, CAEObject& child);
-    /// The same behind the files of the project.
+    /// The same after the files of the project.
     void HangFile(CAEProject& project, CAEFile& file);
     /// Takes an object with everything under it out of the place where it hangs.
     void Unhang(CAEObject& object) noexcept;
     /// Destroys an object that hangs nowhere, everything under it and their versions.
     void Destroy(CAEObject& object) noexcept;
-    /// Lets the tree find a hanging object under another identifier. False, with nothing changed, when that
+    /// Makes the tree find a hanging object under another identifier. False, with nothing changed, when that
     /// is taken or not positive.
     bool Renumber(CAEObject& object, int id);
 
@@ -96,7 +96,7 @@ CAEObject* HangsOn(const CAEObject& object) noexcept;
 /// Whether `inner` is `outer`, lies under it, or lies under a version of it or of something under it.
 bool IsWithin(const CAEObject& inner, const CAEObject& outer) noexcept;
 /// The object after this one among everything under `top`: parents first, children before the files of a
-/// project. Null behind the last. Keeps its place in the objects' own links, so that it needs neither stack
+/// project. Null after the last. Keeps its place in the objects' own links, so that it needs neither stack
 /// nor memory.
 CAEObject* NextUnder(const CAEObject& object, const CAEObject& top) noexcept;
 /// The first of the files that addFile put into the project; null for other objects too.

@@ -31,7 +31,7 @@ public:
             Keep(note);
             odd_ = FindOddAnswer(note);
         } catch (...) {
-            // No destructor runs for a scope that was not made.
+            // The destructor does not run for a scope whose constructor throws.
             Leave();
             throw;
         }

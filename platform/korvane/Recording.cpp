@@ -22,7 +22,7 @@ thread_local Recording recording;
 constexpr std::uint32_t kFirstLeadSurrogate = 0xD800;
 constexpr std::uint32_t kFirstTrailSurrogate = 0xDC00;
 constexpr std::uint32_t kLastTrailSurrogate = 0xDFFF;
-/// Lone surrogates from here stand for a byte each that was no text when it was read.
+/// Lone surrogates from here on are bytes that were not text when they were read.
 constexpr std::uint32_t kFirstKeptByte = 0xDC80;
 constexpr std::uint32_t kLastKeptByte = 0xDCFF;
 

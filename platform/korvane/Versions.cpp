@@ -14,8 +14,8 @@
 namespace korvane {
 namespace {
 
-/// A slot of an array that holds a number: the high half holds something of no meaning, so that nobody comes
-/// to rely on it.
+/// A slot of an array that holds a number: the high half holds a value without meaning, so that nobody relies
+/// on it.
 void* SlotOf(int number) noexcept {
     constexpr std::uintptr_t kMeaningless = sizeof(std::uintptr_t) > 4 ? 0x5A5AC3C3 : 0;
     constexpr int kHalf = sizeof(std::uintptr_t) * 4;
@@ -161,7 +161,7 @@ int CAEObject::createNewVersion(const int& major, const int& minor, bool content
     if (data_->tree == nullptr || major < 0 || minor < 0) {
         return kFailed;
     }
-    // The numbers may be references into what is about to change.
+    // The numbers may be references into what changes here.
     const Versions::Version number{major, minor, nullptr};
     OwnedObjects made;
     CAEObject& version = content ? korvane::CopyTree(*this, made) : korvane::MakeEmpty(*this, made);

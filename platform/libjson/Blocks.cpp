@@ -16,7 +16,7 @@ struct MemoryFunctions {
     free_t release = std::free;
 };
 
-/// What stands before every block: the functions that it goes back to.
+/// Stored before every block: the functions that release it.
 struct alignas(alignof(std::max_align_t)) BlockHeader {
     realloc_t reallocate;
     free_t release;

@@ -14,7 +14,7 @@ struct Place {
     std::uint32_t next;
 };
 
-/// Whether two nodes are the same but for their children; an equal number of them is asked for.
+/// Whether two nodes are the same apart from their children, of which they must have the same number.
 bool SameButChildren(const Node& left, const Node& right) noexcept {
     if (left.type != right.type || TextOf(left.name) != TextOf(right.name)) {
         return false;
@@ -27,7 +27,7 @@ bool SameButChildren(const Node& left, const Node& right) noexcept {
 
 bool JSONNode::operator==(const JSONNode& other) const {
     std::vector<Place> places;
-    // Compares two nodes, and leaves what is to be compared beneath them for later.
+    // Compares two nodes, and leaves what is below them for later.
     const auto same = [&places](const Node& left, const Node& right) {
         if (&left == &right) {
             return true;

@@ -24,7 +24,7 @@ std::uint32_t CountOf(const Node& node) noexcept {
     return IsContainer(node) ? ChildrenOf(node).count : 0;
 }
 
-/// The position of the first child of that name, or the number of children.
+/// The position of the first child with that name, or the number of children.
 std::uint32_t PositionOf(const Node& node, std::string_view name) noexcept {
     const std::uint32_t count = CountOf(node);
     if (count == 0) {
@@ -39,7 +39,7 @@ std::uint32_t PositionOf(const Node& node, std::string_view name) noexcept {
     return count;
 }
 
-/// Returns the position when it lies within the node's children.
+/// Returns the position if the node has a child there.
 std::uint32_t CheckedPosition(const Node& node, std::uint32_t position) {
     if (position >= CountOf(node)) {
         throw std::out_of_range("a node has no child at this position");
@@ -50,7 +50,7 @@ std::uint32_t CheckedPosition(const Node& node, std::uint32_t position) {
 std::uint32_t CheckedPositionOf(const Node& node, std::string_view name) {
     const std::uint32_t position = PositionOf(node, name);
     if (position == CountOf(node)) {
-        throw std::out_of_range("a node has no child of this name");
+        throw std::out_of_range("a node has no child with this name");
     }
     return position;
 }
@@ -82,7 +82,7 @@ void JSONNode::reserve(json_index_t capacity) {
 
 void JSONNode::push_back(const JSONNode& child) {
     Cells cells;
-    // Held before anything else: the child may lie in the list that grows, or be this very node.
+    // Held before anything else: the child may be in the list that grows, or be this node itself.
     HeldNode held(Share(NodeAccess::Pointer(child)), cells);
     if (Container* const container = OwnChildren(*this, cells)) {
         AppendChild(*container, held.Get(), cells);

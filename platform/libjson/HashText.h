@@ -13,8 +13,8 @@ Word LoadWord(const char* text) noexcept {
     return word;
 }
 
-/// A number that texts of the same length up to 8 have in common only when they are the same; the order of
-/// its bytes depends on the machine.
+/// A number that is the same for two texts of the same length, up to 8, only if they are the same; the order
+/// of its bytes depends on the machine.
 inline std::uint64_t PackUpTo8(const char* text, std::size_t length) noexcept {
     if (length >= 4) {
         return std::uint64_t{LoadWord<std::uint32_t>(text)} << 32 |

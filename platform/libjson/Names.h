@@ -8,19 +8,19 @@
 
 namespace libjson::detail {
 
-/// The name of nodes. Names that documents repeat are held once for the whole process and for its whole life,
-/// so any thread may refer to them and nobody counts them. Other names (long ones, and those for which the
-/// table has no room left) are counted, and belong to one thread at a time as the nodes do.
-/// The text follows the name, is followed by zeros up to whole blocks, and is never empty: a node without a
-/// name refers to none.
+/// The name of nodes. Names that documents repeat are kept once for the whole process and for its whole life,
+/// so any thread may refer to them and nobody counts the references. Other names (long ones, and those for
+/// which the table has no room left) are counted, and belong to one thread at a time as the nodes do. The
+/// text follows the name, is followed by zeros up to whole blocks, and is never empty: a node without a name
+/// has a null pointer.
 /// Measured: with counted names only, reading takes 1.40 times as long and duplicating 1.61 times
 /// (bench-json, 1,111 objects, gcc 12).
 struct Name {
     std::size_t length;
     std::uint32_t references;
     bool lasting;
-    /// Whether the text is written without any escape. Measured: writing takes 1.22 times as long where names
-    /// are looked through each time.
+    /// Whether the text is written without any escape.
+    /// Measured: writing takes 1.22 times as long where names are looked through each time.
     bool plain;
 
     const char* Text() const noexcept { return reinterpret_cast<const char*>(this + 1); }

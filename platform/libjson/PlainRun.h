@@ -22,8 +22,8 @@ constexpr std::size_t WholeBlocks(std::size_t length) noexcept {
     return (length + kBlock - 1) / kBlock * kBlock;
 }
 
-/// Whether a character of a string in a text that is read needs a look: the quote, the backslash and what may
-/// not stand there.
+/// Whether a character of a string that is read needs attention: the quote, the backslash and what is not
+/// allowed there.
 constexpr bool EndsReadRun(unsigned char character) noexcept {
     return character < 0x20 || character == '"' || character == '\\';
 }

@@ -207,7 +207,10 @@ private:
         if (region.freeSpanCount < region.spanCount) {
             return;
         }
-        // One empty region stays, so that a small document made over and over does not fetch one each time.
+        // One empty region stays, so that a document made over and over does not fetch one each time.
+        // Measured: with an allocator that returns large blocks to the system at once (glibc's with a fixed
+        // MALLOC_MMAP_THRESHOLD_), reading and releasing an array of 40,000 texts takes 1.22 times as long
+        // without it; with glibc's own settings it makes no difference.
         if (spareRegion_ == nullptr) {
             spareRegion_ = &region;
             return;

@@ -13,7 +13,7 @@
 
 namespace libjson::detail {
 
-/// Why a text is no document, and the character that shows it. Without a reason it is one.
+/// Why a text is not a document, and the character that shows it. Without a reason it is one.
 struct Fault {
     const char* at;
     const char* reason;
@@ -33,7 +33,7 @@ public:
     Fault Scan() {
         constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
         if (std::string_view(at_, static_cast<std::size_t>(end_ - at_)).starts_with(kByteOrderMark)) {
-            return {at_, "a byte order mark is no part of a document: leave it away"};
+            return {at_, "a document must not begin with a byte order mark"};
         }
         bool valid = ReadFirst();
         while (valid && !open_.empty()) {
@@ -78,7 +78,7 @@ private:
         return ReadValue();
     }
 
-    /// What follows the start of an object or one of its members, up to the next value or the end.
+    /// Reads what follows the start of an object or one of its members, up to the next value or the end.
     bool ReadMember() {
         SkipBlanks();
         if (*at_ == '}') {
@@ -108,7 +108,7 @@ private:
         return at_ == end_ ? Fail(kEndsInObject) : ReadValue();
     }
 
-    /// What follows the start of an array or one of its elements, up to the next value or the end.
+    /// Reads what follows the start of an array or one of its elements, up to the next value or the end.
     bool ReadElement() {
         SkipBlanks();
         if (*at_ == ']') {
@@ -170,7 +170,7 @@ private:
         const char* const start = at_;
         for (const char character : word) {
             if (*at_ != character) {
-                return FailAt(start, "this word is no value: there are only true, false and null");
+                return FailAt(start, "this word is not a value: only true, false and null are");
             }
             ++at_;
         }
@@ -201,7 +201,8 @@ private:
         return at;
     }
 
-    /// Reads a string from its opening quote on. The result lies in the text itself where nothing is escaped.
+    /// Reads a string from its opening quote on. The result points into the text itself where nothing is
+    /// escaped.
     bool ReadString(std::string_view& result) {
         const char* const first = at_ + 1;
         at_ = SkipPlain(first);
@@ -330,7 +331,7 @@ private:
     const char* reason_ = nullptr;
     /// The types of the containers around the place.
     std::string open_;
-    /// Whether the innermost container has had no child yet.
+    /// Whether the innermost container has no child yet.
     bool isFirst_ = false;
     std::string unescaped_;
 };

@@ -20,23 +20,23 @@ constexpr bool IsLowSurrogate(std::uint32_t code) noexcept {
     return code >= kFirstLowSurrogate && code < kPastSurrogates;
 }
 
-/// Whether that is an escape that stands for one byte.
+/// Whether that is the escape of a single byte.
 constexpr bool IsStrayByteEscape(std::uint32_t code) noexcept {
     return code >= kStrayByteEscapes + 0x80 && code <= kStrayByteEscapes + 0xFF;
 }
 
-/// A sequence of UTF-8 and the code point that it stands for.
+/// A sequence of UTF-8 and its code point.
 struct Utf8Sequence {
     std::uint32_t code;
     std::size_t length;
 };
 
 /// The sequence at the start of the bytes, three-byte forms of surrogates included; the length is 0 where the
-/// bytes start with none (overlong forms and code points beyond U+10FFFF are none).
+/// bytes do not start with one (overlong forms and code points beyond U+10FFFF do not count).
 Utf8Sequence ReadUtf8(const char* bytes, const char* end) noexcept;
 
 /// Writes the one to four bytes of a code point, surrogates in their three-byte form, and returns the place
-/// behind them.
+/// after them.
 char* WriteUtf8(std::uint32_t code, char* to) noexcept;
 
 }  // namespace libjson::detail

@@ -17,7 +17,7 @@ class ThreadSlots {
 public:
     ThreadSlots() noexcept : cache_(FlsAlloc(HandOverAndFree)), ended_(TlsAlloc()) {}
 
-    /// Frees the lists of all threads: the library may be unloaded while they go on.
+    /// Frees the lists of all threads: the library may be unloaded while they are running.
     ~ThreadSlots() {
         FlsFree(cache_);
         TlsFree(ended_);

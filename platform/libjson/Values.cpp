@@ -31,7 +31,7 @@ bool IsTrue(const Node& node) noexcept {
     return node.type == JSON_BOOL && TextOf(node) == "true";
 }
 
-/// Of a number that no double holds: whether it is too large, and not too small.
+/// Whether a number that does not fit into a double is too large, not too small.
 bool IsLarge(std::string_view number) noexcept {
     const std::size_t exponentAt = number.find_first_of("eE");
     const std::string_view mantissa = number.substr(0, exponentAt);
@@ -64,7 +64,7 @@ double ToDouble(std::string_view number) noexcept {
 
 json_int_t ToInteger(std::string_view number) noexcept {
     if (number.find_first_of("eE") == std::string_view::npos) {
-        // The digits before the point are the value cut towards zero, whatever its size.
+        // The digits before the point are the value truncated towards zero, however large it is.
         json_int_t value = 0;
         const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
         if (result.ec != std::errc::result_out_of_range) {
@@ -73,7 +73,7 @@ json_int_t ToInteger(std::string_view number) noexcept {
         return number.front() == '-' ? kLeastInteger : kGreatestInteger;
     }
     const double value = ToDouble(number);
-    // 2^63: the limit itself is no double.
+    // 2^63: the limit itself is not a double.
     constexpr double kBeyondGreatest = 9223372036854775808.0;
     if (value >= kBeyondGreatest) {
         return kGreatestInteger;

@@ -46,7 +46,7 @@ class TextBuffer {
 public:
     explicit TextBuffer(std::size_t reserve) : reserve_(reserve) {}
 
-    /// A place for so many bytes, at most kMostRoom. What is written there counts once Advance says so.
+    /// Room for that many bytes, at most kMostRoom. What is written there counts after Advance.
     char* Room(std::size_t bytes) {
         if (static_cast<std::size_t>(end_ - at_) < bytes) {
             AddChunk();
@@ -71,7 +71,7 @@ public:
         Advance(to + piece.size());
     }
 
-    /// The whole text; the chunks are freed one by one on the way.
+    /// The whole text; the chunks are freed one by one while it is put together.
     json_string Take() {
         EndChunk();
         json_string text;
@@ -224,8 +224,8 @@ private:
         buffer_.Put('"');
     }
 
-    /// Writes the character there as an escape, or several that belong together, and returns the place
-    /// behind.
+    /// Writes the character there as an escape, or several that belong together, and returns the place after
+    /// them.
     const char* WriteSpecial(const char* at, const char* end) {
         const auto byte = static_cast<unsigned char>(*at);
         if (byte >= 0x80 && units_ == text_units::utf8) {

@@ -61,15 +61,15 @@ struct NodeAccess;
 ///
 /// A JSONNode is a handle, one pointer wide. Copying it shares the value behind it; a change through one
 /// handle first gives that handle a value of its own, so no other holder ever sees the change. Only the
-/// changed node itself is copied then: its children go on being shared.
+/// changed node itself is copied then: its children stay shared.
 ///
-/// The operations that hand out changeable children (begin, end, find, at and operator[] on a node that is
-/// not const) give the node a value of its own first. What they hand out, references and iterators alike, is
-/// void once that node is changed, copied or destroyed. The const forms copy nothing.
+/// The operations that return changeable children (begin, end, find, at and operator[] on a node that is not
+/// const) give the node a value of its own first. The references and iterators that they return are invalid
+/// once that node is changed, copied or destroyed. The const forms copy nothing.
 ///
 /// A node, and nodes that share anything, belong to one thread at a time. Nodes that share nothing (made
-/// apart, or by duplicate()) may be used on different threads at the same time, and a whole tree may be
-/// handed to another thread and be released there.
+/// separately, or by duplicate()) may be used on different threads at the same time, and a whole tree may be
+/// passed to another thread and be released there.
 ///
 /// Every operation that needs memory throws std::bad_alloc when there is none, and leaves the node as it was.
 /// No operation needs stack in proportion to the depth of a tree.
@@ -78,12 +78,11 @@ public:
     using iterator = JSONNode*;
     using const_iterator = const JSONNode*;
 
-    /// An unnamed node: an empty object, an empty array, null, the empty string, the number 0 or false.
-    /// A value that is none of the six types gives null. Without an argument no memory is needed.
+    /// An unnamed node: an empty object, an empty array, null, the empty string, the number 0 or false. A
+    /// value that is not one of the six types gives null. Without an argument no memory is needed.
     explicit JSONNode(char type = JSON_NODE);
 
-    /// A named string; a null pointer stands for the empty text. The form with json_string keeps NUL
-    /// characters.
+    /// A named string; a null pointer means the empty text. The form with json_string keeps NUL characters.
     JSONNode(const json_string& name, const char* value);
     JSONNode(const json_string& name, const json_string& value);
 
@@ -136,29 +135,29 @@ public:
     /// Makes room for a number of children in one step; does nothing to types that have no children.
     void reserve(json_index_t capacity);
 
-    /// Appends the child, shared. Equal names are not looked for, and an element of an array keeps its name.
-    /// On a node that is neither array nor object nothing happens. Throws std::length_error beyond 2^32 - 1
-    /// children.
+    /// Appends the child, shared. There is no check for equal names, and an element of an array keeps its
+    /// name. On a node that is neither an array nor an object nothing happens. Throws std::length_error
+    /// beyond 2^32 - 1 children.
     void push_back(const JSONNode& child);
 
-    /// Removes the child at a position, or the first one of a name, and returns it. Throws std::out_of_range
-    /// when there is none (the node is unchanged then).
+    /// Removes the child at a position, or the first one with a name, and returns it. Throws
+    /// std::out_of_range when there is none; the node is unchanged then.
     JSONNode pop_back(json_index_t position);
     JSONNode pop_back(const json_string& name);
 
-    /// The first child of exactly that name, byte for byte; end() when there is none.
+    /// The first child with exactly that name, byte for byte; end() when there is none.
     iterator find(const json_string& name);
     const_iterator find(const json_string& name) const noexcept;
     iterator find(const char* name);
     const_iterator find(const char* name) const noexcept;
 
-    /// The child at a position, or the first one of a name. Throws std::out_of_range when there is none.
+    /// The child at a position, or the first one with a name. Throws std::out_of_range when there is none.
     JSONNode& at(json_index_t position);
     const JSONNode& at(json_index_t position) const;
     JSONNode& at(const json_string& name);
     const JSONNode& at(const json_string& name) const;
 
-    /// As at().
+    /// The same as at().
     JSONNode& operator[](json_index_t position) { return at(position); }
     const JSONNode& operator[](json_index_t position) const { return at(position); }
     JSONNode& operator[](const json_string& name) { return at(name); }
@@ -170,29 +169,29 @@ public:
     const_iterator begin() const noexcept;
     const_iterator end() const noexcept;
 
-    /// The value as text. String: its characters, NUL included; number: the digits as they stood in the text
+    /// The value as text. String: its characters, NUL included; number: the digits as they were in the text
     /// that was read; boolean: "true" or "false"; null: "null"; array and object: the empty text.
     json_string as_string() const;
 
-    /// The value as an integer, cut towards zero, the nearest limit where it is beyond the range of the type.
-    /// A string is taken for the number that its whole text spells (0 when it spells none); a boolean is 0 or
-    /// 1; null, array and object are 0.
+    /// The value as an integer, truncated towards zero; the nearest limit where it is beyond the range of the
+    /// type. A string counts as the number that its whole text spells (0 when it spells none); a boolean is 0
+    /// or 1; null, array and object are 0.
     json_int_t as_int() const noexcept;
 
-    /// The value as a double, infinite where it is beyond the range, zero where it is too small; otherwise as
-    /// as_int().
+    /// The value as a double, infinite where it is beyond the range, zero where it is too small. Otherwise
+    /// the rules are those of as_int().
     double as_float() const noexcept;
 
-    /// The value as a boolean. Number: whether it is other than zero; string: whether its text is "true" or
-    /// spells a number other than zero; null, array and object: false.
+    /// The value as a boolean. Number: whether it is not zero; string: whether its text is "true" or spells a
+    /// number that is not zero; null, array and object: false.
     bool as_bool() const noexcept;
 
-    /// An array: this very node, shared. An object: an array of the same children in order, their names
+    /// An array: this node itself, shared. An object: an array of the same children in order, their names
     /// cleared, with the object's own name. Anything else: an unnamed empty array.
     JSONNode as_array() const;
 
-    /// An object: this very node, shared. An array: an object of the same elements, which keep the names they
-    /// have, with the array's own name. Anything else: an unnamed empty object.
+    /// An object: this node itself, shared. An array: an object of the same elements, which keep the names
+    /// they have, with the array's own name. Anything else: an unnamed empty object.
     JSONNode as_node() const;
 
     /// A copy of the whole tree that shares nothing with this one.
@@ -207,13 +206,13 @@ public:
 
     /// The document as compact text: no blanks, no line breaks, the root without its name. Every character
     /// beyond printable ASCII is escaped, and so are the quote, the backslash and the slash; what an escape
-    /// stands for is decided by the text units. A node that is neither array nor object gives the empty text.
-    /// reserve is the number of bytes to make room for beforehand, a hint only.
+    /// means is decided by the text units. A node that is neither an array nor an object gives the empty
+    /// text. `reserve` is the number of bytes to make room for beforehand; it is only a hint.
     json_string write(std::size_t reserve = 1024) const;
 
-    /// The same document for human eyes: one member or element per line, indented by one tab per level (64 at
-    /// most, deeper lines are indented no further), a blank on either side of the colon, lines parted by LF
-    /// and none at the end. Empty containers stay {} and [].
+    /// The same document for people to read: one member or element per line, indented by one tab per level
+    /// (64 at most; deeper lines are not indented further), a blank on either side of the colon, LF between
+    /// the lines and none at the end. Empty containers stay {} and [].
     json_string write_formatted(std::size_t reserve = 2048) const;
 
     /// Does nothing: documents are always read whole.
@@ -225,7 +224,7 @@ private:
     /// Takes over one reference to the node.
     explicit JSONNode(libjson::detail::Node* node) noexcept : node_(node) {}
 
-    /// Null stands for an unnamed empty object.
+    /// Null means an unnamed empty object.
     libjson::detail::Node* node_;
 };
 
@@ -238,27 +237,26 @@ enum class text_units {
     bytes,
     /// UTF-8: a well-formed sequence is written as the escape of its code point (a surrogate pair beyond
     /// U+FFFF). A byte that belongs to no such sequence is written as `\uDC80` to `\uDCFF` and read back from
-    /// it; any other lone surrogate stands for its three-byte form. So every sequence of bytes survives
-    /// writing and reading.
+    /// it; any other lone surrogate means its three-byte form. So every sequence of bytes survives writing
+    /// and reading.
     utf8
 };
 
-/// Sets the text units of the process. Until it is called they follow the process's code page: utf8 where
-/// that is UTF-8, which it is everywhere but on Windows, and there where the ANSI code page is 65001; bytes
-/// where it is any other. Call it once before documents are written or read; a write or parse under way keeps
-/// the units that it began with. libjson does not know a code page that a program chooses for its own texts
-/// (with OuSetAnsiCodePage, for one): such a program sets the units as well, bytes for any code page but
-/// UTF-8.
+/// Sets the text units of the process. Until it is called, they follow the process's code page: utf8 where
+/// that is UTF-8 (everywhere but on Windows, and there if the ANSI code page is 65001), bytes where it is any
+/// other. Call it once before documents are written or read; a write or parse in progress keeps the units
+/// that it began with. libjson does not know about a code page that a program chooses for its own texts, for
+/// example with OuSetAnsiCodePage: such a program has to set the units as well, to bytes for any code page
+/// but UTF-8.
 LIBJSON_API void set_text_units(text_units units) noexcept;
 /// The text units that the next document is written or read with.
 LIBJSON_API text_units get_text_units() noexcept;
 
 /// Reads a whole document by the grammar of RFC 8259, with any value as the root. Numbers keep their digits,
-/// equal names are all kept, bytes from 0x80 up stand for themselves. There is no limit on nesting or sizes
-/// but memory.
-/// Throws std::invalid_argument for any other text (an empty one, text after the value, a byte order mark and
-/// NUL characters included). Its what() reads "line 3, column 14: " and the reason; both count from 1,
-/// columns count bytes, and a line ends with LF, CR or CR LF.
+/// equal names are all kept, and bytes from 0x80 up are taken as they are. Only memory limits nesting and
+/// sizes. Throws std::invalid_argument for any other text (an empty one, text after the value, a byte order
+/// mark and NUL characters included). Its what() reads "line 3, column 14: " and the reason; both count from
+/// 1, columns count bytes, and a line ends with LF, CR or CR LF.
 LIBJSON_API JSONNode parse(const json_string& text);
 
 /// Whether parse would accept the text.
@@ -268,13 +266,13 @@ using malloc_t = void* (*)(std::size_t);
 using realloc_t = void* (*)(void*, std::size_t);
 using free_t = void (*)(void*);
 
-/// From now on the memory of nodes comes from these functions, a null pointer standing for the C library's
-/// own. They behave as malloc, realloc and free do, are called on any thread, and must not use libjson
-/// themselves. Memory is given back to the functions that belonged to those it came from. A function that
-/// returns null makes the operation at hand throw std::bad_alloc. Nodes lie in blocks of a megabyte; texts
-/// and lists of children that are too large for them have blocks of their own. A block goes back as soon as
-/// nothing lies in it but for what threads keep at hand for their next nodes; one empty block is kept, and
-/// names that many nodes bear are kept for the life of the process.
+/// From now on the memory of nodes comes from these functions, where a null pointer means the C library's own
+/// function. They behave as malloc, realloc and free do, are called on any thread, and must not use libjson
+/// themselves. Memory is released with the functions that were registered together with the one that it came
+/// from. Where a function returns null, the current operation throws std::bad_alloc. Nodes are kept in blocks
+/// of a megabyte; texts and lists of children that are too large for them have blocks of their own. A block
+/// is released as soon as it holds nothing but what threads keep ready for their next nodes; one empty block
+/// is kept, and names that many nodes have are kept for the life of the process.
 LIBJSON_API void register_memory_callbacks(malloc_t allocate, realloc_t reallocate, free_t release) noexcept;
 
 }  // namespace libjson

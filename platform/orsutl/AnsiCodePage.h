@@ -5,10 +5,10 @@
 
 namespace orsutl::detail {
 
-/// One code page, which converts between narrow and wide texts. Every code page holds ASCII as it is.
+/// One code page, which converts between narrow and wide texts. In every code page ASCII stays as it is.
 ///
 /// Lengths are asked for first, so that the caller can provide the memory: the converting operations write
-/// exactly as many characters as the operation that measures the same text tells, and no NUL behind them.
+/// exactly as many characters as the measuring operation returns for the same text, and no NUL after them.
 class AnsiCodePage {
 public:
     AnsiCodePage(const AnsiCodePage&) = delete;

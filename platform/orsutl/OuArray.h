@@ -3,8 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-/// An array of pointer-wide slots that hold integers in their low 32 bits; what the high halves hold means
-/// nothing.
+/// An array of pointer-wide slots that hold integers in their low 32 bits; the high halves have no meaning.
 class OuArray {
 public:
     /// An array of `initialSize` null slots; none below 1.

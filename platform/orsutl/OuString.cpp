@@ -163,13 +163,13 @@ void OuString::FormatV(const wchar_t* format, std::va_list arguments) {
     *this = OuString(text.data(), text.size());
 }
 
-bool OuString::Split(const wchar_t* separator, OuString& before, OuString& behind) const {
+bool OuString::Split(const wchar_t* separator, OuString& before, OuString& after) const {
     const std::wstring_view text = View(*this);
     const std::wstring_view wanted = View(separator);
     const std::size_t place = wanted.empty() ? std::wstring_view::npos : text.find(wanted);
     if (place == std::wstring_view::npos) {
         OuString whole(*this);
-        behind = OuString();
+        after = OuString();
         before = std::move(whole);
         return false;
     }
@@ -177,7 +177,7 @@ bool OuString::Split(const wchar_t* separator, OuString& before, OuString& behin
     OuString first(text.data(), place);
     OuString rest(text.data() + place + wanted.size(), text.size() - place - wanted.size());
     before = std::move(first);
-    behind = std::move(rest);
+    after = std::move(rest);
     return true;
 }
 

@@ -40,8 +40,8 @@ public:
     /// The text in the ANSI code page, ended by a NUL; a character that the code page lacks becomes one '?'.
     /// Made when first asked for, or with the text where that costs no memory of its own, and kept; valid
     /// until this text is changed or destroyed. A narrow text comes back as it was where the code page is
-    /// UTF-8, whatever its bytes: one that belongs to no well-formed sequence stands in the wide text as the
-    /// lone surrogate U+DC00 plus the byte.
+    /// UTF-8, whatever its bytes are: one that does not belong to a well-formed sequence is kept in the wide
+    /// text as the lone surrogate U+DC00 plus the byte.
     const char* GetAnsiBuffer() const;
     /// The length in wide characters (16-bit units on Windows).
     std::size_t GetLength() const noexcept;
@@ -51,8 +51,8 @@ public:
     /// may lie in this one's own buffer; null appends nothing.
     void Append(const wchar_t* text, std::size_t length);
 
-    /// Less than, equal to or greater than zero, as this text stands before, at or behind the other, unit by
-    /// unit. A null pointer stands for the empty text, here and in the operators.
+    /// Less than, equal to or greater than zero if this text comes before the other, is equal to it or comes
+    /// after it, unit by unit. A null pointer counts as the empty text, here and in the operators.
     int Compare(const OuString& other) const noexcept;
     int Compare(const wchar_t* other) const noexcept;
     /// The same with letter case folded by Unicode's simple mappings, whatever the locale, code point by code
@@ -74,14 +74,14 @@ public:
     /// The same with the arguments as a list, which is not usable afterwards.
     void FormatV(const wchar_t* format, std::va_list arguments);
 
-    /// Parts the text at the first occurrence of the separator: true, and what stands before and behind it.
-    /// Without one: false, the whole text before, nothing behind. An empty or null separator never occurs.
-    /// This text may itself be the one or the other.
-    bool Split(const wchar_t* separator, OuString& before, OuString& behind) const;
+    /// Splits the text at the first occurrence of the separator: returns true, and what is before and after
+    /// it. Without a separator in the text: returns false, the whole text as `before` and an empty `after`.
+    /// An empty or null separator is never found. This text itself may be one of the two.
+    bool Split(const wchar_t* separator, OuString& before, OuString& after) const;
 
     /// The number that the text begins with (blanks and other white space of ASCII, a sign, the digits 0 to
-    /// 9; the limits of int instead of overflow), or `otherwise` where no digits stand. What follows does not
-    /// matter.
+    /// 9; the limits of int instead of overflow), or `otherwise` where there are no digits. What follows does
+    /// not matter.
     int ToInt(int otherwise) const noexcept;
 
 private:
@@ -93,17 +93,17 @@ ORSUTL_API bool operator==(const OuString& left, const wchar_t* right) noexcept;
 ORSUTL_API bool operator<(const OuString& left, const OuString& right) noexcept;
 
 /// Chooses the ANSI code page of the process by an iconv name ("UTF-8", "CP1252", "CP932", ...; letter case
-/// does not matter) and tells whether there is one of that name; call it before texts are made, a kept ANSI
-/// form is not made anew. UTF-8 unless set. On Windows the code page is the process's own and the call
-/// returns false for any other.
+/// does not matter) and returns whether there is one of that name. Call it before texts are made: an ANSI
+/// form that a text keeps is not made again. UTF-8 unless set. On Windows the code page is the process's own
+/// and the call returns false for any other.
 ///
 /// A code page other than UTF-8 holds ASCII and has one or two bytes per character; iconv's further kinds are
-/// refused. A byte from 80 to 9F that it gives no meaning is the control character of that number, as on
-/// Windows; any other byte without a meaning, such as a lead byte without its trail, stands in the wide text
-/// as the lone surrogate U+DC00 plus the byte, comes back as that byte, and costs nothing of the text around
-/// it.
+/// refused. A byte from 80 to 9F without a meaning in the code page is the control character of that number,
+/// as on Windows; any other byte without a meaning, such as a lead byte without its trail, is kept in the
+/// wide text as the lone surrogate U+DC00 plus the byte, comes back as that byte, and does not harm the text
+/// around it.
 ///
-/// Only texts follow this choice. A JSON library that writes them into documents does not know of it: a
-/// program that chooses a code page other than the process's own sets the text units of its documents as well
-/// (libjson::set_text_units with the embedded libjson: bytes, for any code page but UTF-8).
+/// Only texts follow this choice. A JSON library that writes them into documents does not know about it: a
+/// program that chooses a code page other than the process's own has to set the text units of its documents
+/// as well (with the embedded libjson, libjson::set_text_units to bytes for any code page but UTF-8).
 ORSUTL_API bool OuSetAnsiCodePage(const char* name);

@@ -10,9 +10,9 @@ public:
     OuStringFileName() = default;
     OuStringFileName(const OuString& path) : OuString(path) {}
 
-    /// Turns the path into a directory's normal form: forward slashes, none doubled but a leading pair,
-    /// exactly one at the end. More than two leading slashes become a pair, slashes alone become one. The
-    /// empty path stays empty.
+    /// Turns the path into a directory's normal form: forward slashes, no double ones except a leading pair,
+    /// exactly one at the end. More than two leading slashes become a pair, a path of nothing but slashes
+    /// becomes one. The empty path stays empty.
     void NormalizeDirectory();
 
     /// What follows the last slash or backslash; the whole path where there is none.

@@ -13,7 +13,7 @@ namespace orsutl::detail {
 
 namespace {
 
-/// The system's functions count with int.
+/// The system's functions take lengths as int.
 int SystemLength(std::size_t length) {
     if (length > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
         throw std::bad_alloc();
@@ -29,7 +29,7 @@ std::size_t ConvertedLength(int length) {
 }
 
 /// The text with every surrogate, paired or lone, replaced: no ANSI code page but UTF-8 has a character for
-/// it, and the system would put two question marks for a pair.
+/// it, and the system would write two question marks for a pair.
 std::wstring WithoutSurrogates(std::wstring_view text) {
     std::wstring result;
     result.reserve(text.size());

@@ -4,8 +4,8 @@
 
 namespace orsutl::detail {
 
-/// A code page of Windows other than UTF-8, by the system's own tables and without its look-alikes: a
-/// character that the code page does not have is '?', also one that takes two wide characters.
+/// A code page of Windows other than UTF-8, by the system's own tables and without its best-fit substitutes:
+/// a character that the code page does not have is one '?', even if it takes two wide characters.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted by its base.
 class SystemCodePage final : public AnsiCodePage {
 public:

@@ -45,7 +45,7 @@ public:
         if (iconv(descriptor_, &in, &inLeft, &out, &outLeft) == kFailed) {
             return errno == EINVAL ? Outcome::kIncomplete : Outcome::kRefused;
         }
-        // Some code pages keep a character back in case that an accent follows.
+        // Some code pages hold a character back in case an accent follows.
         if (iconv(descriptor_, nullptr, nullptr, &out, &outLeft) == kFailed) {
             return Outcome::kRefused;
         }
@@ -53,7 +53,7 @@ public:
         return Outcome::kConverted;
     }
 
-    /// The one code point that the bytes stand for; kNothing, though converted, when they stand for several.
+    /// The one code point that the bytes mean; kNothing, though converted, when they mean several.
     Outcome ToCodePoint(std::string bytes, char32_t& codePoint) {
         std::string output;
         const Outcome outcome = Convert(std::move(bytes), output);
@@ -72,7 +72,7 @@ private:
 };
 
 std::unique_ptr<const TableCodePage> TableCodePage::Make(const std::string& iconvName) {
-    // To iconv, no name is the locale's and what follows a slash are wishes for the conversion.
+    // To iconv, an empty name means the locale's code page, and what follows a slash is an option.
     if (iconvName.empty() || iconvName.find('/') != std::string::npos) {
         return nullptr;
     }

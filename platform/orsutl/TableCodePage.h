@@ -11,14 +11,14 @@
 
 namespace orsutl::detail {
 
-/// A code page of one or two bytes per character that holds ASCII, as all of Windows' ANSI code pages but
-/// UTF-8 are.
+/// A code page with ASCII and one or two bytes per character, as all of Windows' ANSI code pages but UTF-8
+/// are.
 ///
 /// iconv says what the bytes mean, once for each of them, and the tables that this gives do the work: iconv's
 /// own conversion would join characters that Windows leaves apart and stop at a byte that it refuses. A byte
-/// from 80 to 9F that stands for nothing is the control character of the same number, as on Windows. Any
-/// other byte that has no meaning where it stands becomes the lone surrogate U+DC00 plus the byte and comes
-/// back as that byte, so that the rest of the text is read on and nothing is lost.
+/// from 80 to 9F without a meaning is the control character of the same number, as on Windows. Any other byte
+/// without a meaning in its place becomes the lone surrogate U+DC00 plus the byte and comes back as that
+/// byte, so that the rest of the text is read on and nothing is lost.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted by its base.
 class TableCodePage final : public AnsiCodePage {
 public:
@@ -46,7 +46,7 @@ private:
     char32_t Decode(std::string_view text, std::size_t& index) const;
     Bytes Encode(char32_t codePoint) const;
 
-    /// The code point of a byte that stands alone; kNothing for any other.
+    /// The code point of a byte that is a character by itself; kNothing for any other.
     std::array<char32_t, 256> singles_{};
     /// The code points of two bytes, 256 for each lead byte that there is.
     std::array<std::vector<char32_t>, 256> doubles_;

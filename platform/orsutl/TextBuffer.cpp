@@ -16,7 +16,7 @@ namespace orsutl::detail {
 namespace {
 
 bool IsAscii(std::string_view text) {
-    // Documents of many megabytes come this way: eight bytes at a time.
+    // Documents of many megabytes pass through here, so eight bytes are looked at together.
     std::uint64_t word = 0;
     for (; text.size() >= sizeof(word); text.remove_prefix(sizeof(word))) {
         std::memcpy(&word, text.data(), sizeof(word));
@@ -191,7 +191,7 @@ const char* TextBuffer::AnsiForm() {
     Bytes made(static_cast<char*>(::operator new(length + 1)));
     codePage.Narrow(Text(), made.get());
     made.get()[length] = '\0';
-    // Another thread may have been faster; then its form stays, because it may have been handed out.
+    // Another thread may have been faster; then its form stays, because somebody may use it already.
     if (ansi_.compare_exchange_strong(kept, made.get(), std::memory_order_acq_rel,
                                       std::memory_order_acquire)) {
         return made.release();

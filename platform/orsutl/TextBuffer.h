@@ -18,10 +18,10 @@ using TextBufferPointer = std::unique_ptr<TextBuffer, ReleaseTextBuffer>;
 
 /// What copies of a text share: a counter, the wide characters in the same block of memory, and the ANSI
 
-/// form, which stands in the block as well where it was known when the text was made (a text in ASCII, or a
-/// narrow text in UTF-8), and else in a block of its own from the moment when it is first asked for.
+/// form, which is in the block as well where it was known when the text was made (a text in ASCII, or a
+/// narrow text in UTF-8), and otherwise in a block of its own once it was asked for.
 ///
-/// A buffer that has more than one reference never changes, but for the ANSI form that is added.
+/// A buffer that has more than one reference never changes, except that the ANSI form is added.
 class TextBuffer {
 public:
     /// A copy of the text. A text in pure ASCII carries its ANSI form from the start.
@@ -30,7 +30,7 @@ public:
     static TextBufferPointer FromNarrow(std::string_view text);
     /// The text with every code point replaced by its simple upper-case mapping.
     static TextBufferPointer FromWideInUpperCase(std::wstring_view text);
-    /// Both texts, one behind the other, with room to append more.
+    /// Both texts, one after the other, with room to append more.
     static TextBufferPointer Joined(std::wstring_view text, std::wstring_view other);
 
     void AddReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
@@ -45,18 +45,18 @@ public:
     /// The ANSI form, ended by a NUL. Any number of threads may ask at once.
     const char* AnsiForm();
 
-    /// Appends the other text, which may lie in this buffer; false, and nothing done, where the buffer has
-    /// more than one reference or no room.
+    /// Appends the other text, which may lie in this buffer; false, with nothing changed, where the buffer
+    /// has more than one reference or no room.
     bool AppendInPlace(std::wstring_view other) noexcept;
 
-    /// For Create, which provides the memory behind the object.
+    /// For Create, which provides the memory after the object.
     TextBuffer(std::size_t length, std::size_t capacity) noexcept : length_(length), capacity_(capacity) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
     ~TextBuffer() { DropAnsiForm(); }
 
 private:
-    /// `ansiRoom` bytes stand behind the characters; it is up to the caller to write there and to say so.
+    /// `ansiRoom` bytes are reserved after the characters; the caller writes there and says so.
     static TextBufferPointer Create(std::size_t length, std::size_t capacity, std::size_t ansiRoom);
     char* AnsiRoom() noexcept { return reinterpret_cast<char*>(Characters() + capacity_ + 1); }
     void KeepAnsiFormOfBlock(std::size_t length) noexcept;

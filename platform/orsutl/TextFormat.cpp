@@ -10,8 +10,8 @@
 
 #include "OuString.h"
 
-// The runtime libraries disagree about "%s" in a wide format, convert narrow texts by the locale, and none
-// tells how long the result of a wide format will be. So texts are put in here, and only numbers go to
+// The runtime libraries disagree about "%s" in a wide format, convert narrow texts by the locale, and none of
+// them says how long the result of a wide format will be. So texts are inserted here, and only numbers go to
 // snprintf, one by one.
 
 namespace orsutl::detail {
@@ -31,7 +31,7 @@ struct Conversion {
     bool IsLeftAligned() const { return flags.find('-') != std::string::npos; }
 };
 
-/// A list of arguments that functions can hand on: a va_list itself is an array on some platforms.
+/// A list of arguments that functions can pass on: a va_list itself is an array on some platforms.
 class Arguments {
 public:
     explicit Arguments(std::va_list list) { va_copy(list_, list); }
@@ -109,7 +109,7 @@ bool Formatter::Skip(wchar_t character) {
     return true;
 }
 
-/// The digits at the place, 0 where none stand; nothing when the number is beyond int.
+/// The number at the place, 0 where there are no digits; nothing when it is beyond the range of int.
 std::optional<int> Formatter::ReadNumber() {
     long long number = 0;
     for (; !AtEnd() && format_[place_] >= L'0' && format_[place_] <= L'9'; ++place_) {

@@ -22,7 +22,8 @@ namespace {
 
 constinit std::atomic<bool> unloadWarningEnabled{false};
 
-/// What a formatted text is on the console: its ANSI form and a line break. NUL characters inside stay.
+/// A formatted text as it is written to the console: its ANSI form and a line break. NUL characters inside
+/// are kept.
 std::string Line(const OuString& text) {
     std::string line;
     const wchar_t* const end = text.GetBuffer() + text.GetLength();
@@ -38,7 +39,7 @@ std::string Line(const OuString& text) {
     return line += '\n';
 }
 
-/// Writes past the stream, because a stream that has been used for wide characters takes no bytes.
+/// Writes to the file directly: a stream that was used for wide characters does not accept bytes.
 void WriteToStandardError(const std::string& bytes) {
     std::fflush(stderr);
     const char* place = bytes.data();

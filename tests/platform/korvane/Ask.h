@@ -90,7 +90,7 @@ inline Numbers VersionsOf(const CAEObject& object) {
     return numbers;
 }
 
-/// The version with the number; null when there is none. Versions are handed out as const and written to.
+/// The version with the number; null when there is none. Versions are returned as const and written to.
 inline CAEObject* VersionOf(const CAEObject& object, int majorNumber, int minorNumber) {
     const CAEObject* version = nullptr;
     object.getPointerToVersion(majorNumber, minorNumber, version);

@@ -72,7 +72,7 @@ TEST(Identifiers, ThatAreTakenStayWithTheObjectThatHasThem) {
     EXPECT_EQ(project->getCAEObject(first.getID()), &first);
     EXPECT_EQ(second.getProject(), &*project);
     EXPECT_EQ(project->getCAEObject(below.getID()), &below);
-    // The newcomer leaves again without taking the other's identifier along.
+    // When the newcomer leaves, the other object keeps the identifier.
     EXPECT_EQ(Detach(*project, second), 0);
     EXPECT_EQ(project->getCAEObject(first.getID()), &first);
 }

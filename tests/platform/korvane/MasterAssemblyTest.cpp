@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The identifier that is found for the key; 0 when none is.
+/// The identifier that is found for the key; 0 when there is none.
 int MasterOf(CAEProject& project, const OuString& key) {
     int id = 0;
     const int status = getMasterAssemblyCAEIDByITEMID(&project, key, id);

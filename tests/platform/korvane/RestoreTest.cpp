@@ -113,7 +113,7 @@ TEST(SetNextIdentifier, PassesOverIdentifiersThatAreTaken) {
     korvane::SetNextIdentifier(*project, 11);
     EXPECT_EQ(project.Add(CAE_PART, L"").getID(), 11);
     EXPECT_EQ(project.Add(CAE_PART, L"").getID(), 13);
-    // An identifier in front of where the sequence stands is free again, but not given out.
+    // An identifier below the next one of the sequence is free again, but not given out.
     EXPECT_NE(korvane::RestoreObject(*project, CAE_PART, L"", 3), nullptr);
     EXPECT_EQ(project.Add(CAE_PART, L"").getID(), 14);
     korvane::SetNextIdentifier(*project, std::numeric_limits<int>::max());

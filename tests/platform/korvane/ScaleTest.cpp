@@ -7,8 +7,8 @@
 
 namespace {
 
-/// As many of everything as a large project has. Where each step searched through all that is there, a test
-/// would take thousands of millions of steps and not end within the time that a test is given.
+/// As many of everything as a large project has. If each step searched everything, a test would take billions
+/// of steps and exceed its time limit.
 constexpr int kCount = 100'000;
 
 OuString KeyOf(int number) {

@@ -4,7 +4,7 @@
 #include "support/ModelBuilders.h"
 
 /// Versions that callers hang in places where nobody expects them: nothing is destroyed twice, lost or copied
-/// without end. Run under the sanitizers, these tests see what is left behind as well.
+/// without end. Under the sanitizers these tests also find what is never freed.
 namespace {
 
 struct Model {
@@ -81,7 +81,7 @@ TEST(DetachedVersion, DoesNotTakeItsOwnObjectBelowIt) {
     Detach(*m.project, m.model);
     EXPECT_EQ(m.project->addChild(&version), 0);
     EXPECT_EQ(Detach(*m.project, version), 0);
-    // Not hanging, the version is part of its object.
+    // A version that hangs nowhere is part of its object.
     EXPECT_NE(version.addChild(&m.model), 0);
     EXPECT_NE(ChildrenOf(version)[0]->addChild(&m.model), 0);
     EXPECT_EQ(m.project->addChild(&m.model), 0);

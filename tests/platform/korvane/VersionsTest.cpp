@@ -324,7 +324,7 @@ TEST(VersionOfAProject, HasCopiesOfItsFiles) {
     EXPECT_EQ(copy.getProject(), &version);
     EXPECT_EQ(project->getFile(file.getID()), &file);
 
-    // What an import adds to the version while it stands in the tree arrives with the overwriting.
+    // What an import adds to the version while it is in the tree is copied by the overwriting.
     Detach(*project, inner);
     project->addChild(&version);
     EXPECT_EQ(project->getFile(file.getID()), &copy);

@@ -3,8 +3,8 @@
 
 #include "Texts.h"
 
-// The text units of a process that nobody told anything, on a Western Windows and without a manifest that
-// asks for UTF-8.
+// The text units of a process that sets none, on a Western Windows and without a manifest that asks for
+// UTF-8.
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <windows.h>
 #endif
 
-// The text units of a process that nobody told anything, where the code page is UTF-8: everywhere but on
-// Windows, and there by this program's manifest.
+// The text units of a process that sets none, where the code page is UTF-8: everywhere but on Windows, and
+// there by this program's manifest.
 
 namespace {
 

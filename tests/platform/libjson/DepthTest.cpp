@@ -25,7 +25,7 @@ std::string DeepArray(int depth) {
     return Repeat("[", depth) + Repeat("]", depth);
 }
 
-/// Objects and arrays in turn, with siblings before and behind at every level.
+/// Objects and arrays in turn, with siblings before and after at every level.
 std::string DeepMixture(int depth) {
     return Repeat("{\"before\":1,\"a\":[true,", depth) + "\"innermost\"" +
            Repeat(",false],\"behind\":[2]}", depth);
@@ -81,7 +81,7 @@ TEST_P(Deep, ClearsPreparsesAndConverts) {
 
 TEST_P(Deep, WritesFormatted) {
     if (GetParam().first > kDepth) {
-        // One document of the lesser depth is enough: the lines have the same length from level 64 on.
+        // One document of the lower depth is enough: the lines have the same length from level 64 on.
         text_ = Document(kDepth, GetParam().second);
     }
     OnSmallStack([this] {

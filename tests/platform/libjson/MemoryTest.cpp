@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongText = 5000;
 
-/// Allocation functions that count what is out, know their own blocks, and fail on demand.
+/// Allocation functions that count what is in use, know their own blocks, and fail on demand.
 template <int kMark>
 struct Counted {
     struct alignas(alignof(std::max_align_t)) Header {

@@ -21,7 +21,7 @@ public:
 
     std::string Document() { return Blanks() + Value(0) + Blanks(); }
 
-    /// The text with some bytes changed, removed, doubled or put in.
+    /// The text with some bytes changed, removed, doubled or inserted.
     std::string Mutated(std::string text) {
         static const std::string kBytes = "{}[],:\"\\/0123456789.eE+-truefalsn \t\n\r\x01\x7F\x80\xC3\xFF";
         for (std::size_t changes = 1 + Below(3); changes > 0 && !text.empty(); --changes) {
@@ -81,7 +81,7 @@ private:
         for (std::size_t index = 0; index < count; ++index) {
             text += (index > 0 ? "," : "") + Blanks();
             if (named) {
-                // Equal names would be told apart by one oracle and not by the other.
+                // One oracle would distinguish equal names, and the other would not.
                 text += String("m" + std::to_string(index)) + Blanks() + ":" + Blanks();
             }
             text += Value(depth + 1) + Blanks();

@@ -13,8 +13,8 @@ struct OracleVerdict {
     std::string difference;
 };
 
-/// Reads the text with all three, with UTF-8 as text units (the caller sets them).
-/// Both oracles refuse what is within the grammar and has its meaning here, which is no difference then:
-/// numbers that no double holds, bytes that are no UTF-8 and lone surrogates. Values are not compared where
-/// an object has a name twice: the oracles keep different ones of its members.
+/// Reads the text with all three. The text units have to be UTF-8. Both oracles refuse some texts that the
+/// grammar allows and that have a meaning here, which does not count as a difference: numbers that do not fit
+/// into a double, bytes that are not UTF-8 and lone surrogates. Values are not compared where an object has a
+/// name twice: the oracles keep different ones of its members.
 OracleVerdict AskOracles(std::string_view text);

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// What the refusal of a text says; empty when it is accepted.
+/// The message with which a text is refused; empty when it is accepted.
 std::string Refusal(const std::string& text) {
     try {
         Parse(text);
@@ -17,7 +17,7 @@ std::string Refusal(const std::string& text) {
     return "";
 }
 
-/// The characters of the string that a text is.
+/// The characters of a text that is one string.
 std::string StringIn(const std::string& text) {
     const JSONNode node = Parse(text);
     EXPECT_EQ(node.type(), JSON_STRING);
@@ -104,7 +104,7 @@ TEST(Parse, SaysWhereAndWhyItRefuses) {
     const char* const inArray = "the text ends inside an array";
     const char* const inString = "the text ends inside a string";
     const char* const after = "nothing may follow the value of a document";
-    const char* const word = "this word is no value: there are only true, false and null";
+    const char* const word = "this word is not a value: only true, false and null are";
     const char* const digit = "a number needs a digit here";
     const char* const zero = "a number must not begin with a zero that another digit follows";
     const char* const fraction = "a number needs a digit after its decimal point";
@@ -117,7 +117,7 @@ TEST(Parse, SaysWhereAndWhyItRefuses) {
     const char* const escape = "a backslash must be followed by one of \" \\ / b f n r t u";
     const char* const digits = "\\u must be followed by four hexadecimal digits";
     const char* const empty = "the text is empty: a document is one value";
-    const char* const mark = "a byte order mark is no part of a document: leave it away";
+    const char* const mark = "a document must not begin with a byte order mark";
     const auto at = [](int line, int column, const char* reason) {
         return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason;
     };

@@ -6,7 +6,7 @@
 #include "libjson.h"
 #include "support/TextUnits.h"
 
-// json_string and std::string are two types in some builds: the tests go from one to the other here.
+// json_string and std::string are two types in some builds: the tests convert between them here.
 
 inline json_string Text(std::string_view text) {
     return json_string(text.data(), text.size());

@@ -124,7 +124,7 @@ TEST(Threads, MayReadDuplicatesOfOneTree) {
     }
 }
 
-/// Lets the calling thread hold the tree until after everything else of the thread is gone.
+/// Makes the calling thread hold the tree until everything else of the thread is gone.
 #if defined(_WIN32)
 void HoldToTheEnd(JSONNode tree) {
     // A slot is emptied at the end of the thread, in the order in which slots were made.

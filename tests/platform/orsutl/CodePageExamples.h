@@ -3,13 +3,13 @@
 #include <string>
 #include <string_view>
 
-/// A narrow text and the code points that it stands for.
+/// A narrow text and its code points.
 struct CodePageExample {
     std::string_view narrow;
     std::u32string_view wide;
 };
 
-/// What bytes 80 to 9F stand for in code page 1252; the five that have no character are control characters.
+/// The characters of bytes 80 to 9F in code page 1252; the five without one are control characters.
 constexpr std::u32string_view kWindows1252From80To9F =
     U"\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\x8D\u017D\x8F"
     U"\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\x9D\u017E\u0178";
@@ -39,5 +39,6 @@ constexpr struct {
     {{"\xFA\x4A", U"\u2160"}, "\x87\x54"},
 };
 
-/// Characters that neither code page 1252 nor 932 has, some of which the system would replace by look-alikes.
+/// Characters that neither code page 1252 nor 932 has, some of which the system would replace with best-fit
+/// substitutes.
 constexpr std::u32string_view kLackingIn1252And932 = U"\u1E00\u0905\u0E01\U0001F600\U0002000B";

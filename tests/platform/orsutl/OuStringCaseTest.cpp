@@ -86,7 +86,7 @@ TEST(OuStringCase, ComparesWithoutCase) {
     EXPECT_GT(CompareNoCase(U"b", U"A"), 0);
     EXPECT_EQ(CompareNoCase(U"", U""), 0);
     EXPECT_LT(CompareNoCase(U"", U"a"), 0);
-    // "_" stands between the capitals and the small letters; folding goes to the small ones.
+    // "_" is between the capitals and the small letters; folding goes to the small ones.
     EXPECT_LT(CompareNoCase(U"_", U"A"), 0);
 }
 

@@ -50,7 +50,7 @@ TEST_F(OuStringSystemCodePage, HoldsEveryByte) {
 TEST_F(OuStringSystemCodePage, PutsOneQuestionMarkForACharacterThatItLacks) {
     EXPECT_EQ(Narrowed(L"a" + WideText(kLackingIn1252And932) + L"z"),
               "a" + std::string(kLackingIn1252And932.size(), '?') + "z");
-    // No look-alikes: neither A for A with macron nor a plain quotation mark for the double prime.
+    // No best-fit substitutes: neither A for A with macron nor a plain quotation mark for the double prime.
     EXPECT_EQ(Narrowed(L"\u0100\u2033\u65E5"), "???");
     EXPECT_EQ(Narrowed(L"\xD83D-\xDC81"), "?-?");
 }

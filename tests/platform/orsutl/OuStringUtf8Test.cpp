@@ -33,7 +33,7 @@ std::string Bytes(std::initializer_list<int> values) {
     return bytes;
 }
 
-/// The wide form of bytes that are no text: one lone surrogate each.
+/// The wide form of bytes that are not text: one lone surrogate each.
 std::wstring Escaped(const std::string& bytes) {
     std::wstring wide;
     for (const char byte : bytes) {
@@ -90,7 +90,7 @@ TEST(OuStringUtf8, EscapesBytesThatAreNoText) {
         Bytes({0xFF}), Bytes({0xC2}), Bytes({0xE0}), Bytes({0xF0}),
         // Cut short.
         Bytes({0xE6, 0x97}), Bytes({0xF0, 0x9F}), Bytes({0xF0, 0x9F, 0x98}),
-        // Longer than need be.
+        // Longer than necessary.
         Bytes({0xC0, 0xAF}), Bytes({0xE0, 0x80, 0xAF}), Bytes({0xE0, 0x9F, 0xBF}),
         Bytes({0xF0, 0x80, 0x80, 0xAF}), Bytes({0xF0, 0x8F, 0xBF, 0xBF}),
         // Surrogates, single and as a pair.

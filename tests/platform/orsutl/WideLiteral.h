@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-/// Code points as a wide text: beyond the basic plane one wide character where wchar_t has 32 bit, two where
-/// it has 16. Surrogates are taken as they are.
+/// Code points as a wide text: beyond the basic plane one wide character where wchar_t has 32 bits, two where
+/// it has 16. Surrogates are kept as they are.
 inline std::wstring WideText(std::u32string_view codePoints) {
     std::wstring wide;
     for (const char32_t codePoint : codePoints) {
