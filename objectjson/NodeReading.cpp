@@ -8,5 +8,6 @@ bool IsText(const OuString& text, std::string_view ascii) {
         }
         ++rest;
     }
-    return *rest == L'\0';
+    // A text may hold a NUL and go on behind it; its own equality sees that.
+    return *rest == L'\0' && text == text.GetBuffer();
 }

@@ -40,6 +40,13 @@ TEST(Metadata, OnlyTheExactNameDescriptionIsRenamed) {
     EXPECT_EQ(MetadataText(longer), R"({"metaData":{"Descriptions":{"value":"x","metaDataType":""}}})");
 }
 
+TEST(Metadata, ANameThatGoesOnBehindANulIsAnotherName) {
+    TestProject project;
+    SetMetadata(*project, OuString(L"Description\0of the run", 22), L"x", L"unit");
+    // The text of a node ends at the NUL; what is asked for is the entry itself.
+    EXPECT_EQ(MetadataText(*project), R"({"metaData":{"Description":{"value":"x","metaDataType":"unit"}}})");
+}
+
 TEST(Metadata, TypeMemberCarriesTheUnitAlsoWhenTheEntryHasATypeAndNoUnit) {
     TestProject project;
     SetMetadata(*project, L"Velocity", L"56", L"", L"double");
