@@ -36,6 +36,8 @@ struct Answer {
     /// The operation throws std::bad_alloc, as it may when there is no memory. Every operation that is noted
     /// and is not noexcept.
     bool throws = false;
+    /// How many calls that fit are left to the operation before the answer is given.
+    int after = 0;
 };
 
 /// Lets calls of an operation answer oddly for as long as it lives, in the thread that made it. Calls are
@@ -49,10 +51,11 @@ public:
     enum class Times { kOnce, kAlways };
     using enum Times;
 
-    /// The call is named as its note: `CAEObject::getType` for every call of the operation, and
-    /// `CAEObject::getType(#3)` for the calls with exactly these arguments. Where several answers fit a call,
-    /// the one that was made first and is not used up is given. Throws std::invalid_argument for an operation
-    /// that can only throw.
+    /// The call is named as its note: `CAEObject::getType` for every call of the operation,
+    /// `CAEObject::getType(#3)` for the calls with exactly these arguments, and nothing at all for every call
+    /// of every operation, which can only throw. Where several answers fit a call, the one that was made
+    /// first and is not used up is given. Throws std::invalid_argument for an operation that can only
+    /// throw.
     OddAnswer(const char* call, Answer answer, Times times = kOnce);
     ~OddAnswer();
     OddAnswer(const OddAnswer&) = delete;
@@ -69,6 +72,7 @@ private:
     const std::string call_;
     const Answer answer_;
     const Times times_;
+    int timesLeftOut_ = 0;
     int timesGiven_ = 0;
 };
 

@@ -62,12 +62,19 @@ int OddAnswer::TimesGiven() const noexcept {
 }
 
 bool OddAnswer::Fits(const std::string& note) const {
-    return (times_ == kAlways || timesGiven_ == 0) && (note == call_ || OperationOf(note) == call_);
+    return (times_ == kAlways || timesGiven_ == 0) &&
+           (call_.empty() || note == call_ || OperationOf(note) == call_);
 }
 
 const Answer* Recorded::FindOddAnswer(const std::string& note) {
-    const auto found =
-        std::ranges::find_if(oddAnswers, [&](const OddAnswer* odd) { return odd->Fits(note); });
+    const auto found = std::ranges::find_if(oddAnswers, [&](OddAnswer* odd) {
+        if (!odd->Fits(note)) {
+            return false;
+        }
+        const bool isItsTurn = odd->timesLeftOut_ == odd->answer_.after;
+        odd->timesLeftOut_ += isItsTurn ? 0 : 1;
+        return isItsTurn;
+    });
     if (found == oddAnswers.end()) {
         return nullptr;
     }

@@ -151,6 +151,32 @@ TEST(OddAnswers, EveryOperationCanThrowAndThenDoesNothing) {
     EXPECT_EQ(NameOf(m.part), "x");
 }
 
+TEST(OddAnswers, AreGivenAfterSomeCallsThatDoTheirWork) {
+    Model m;
+    const OddAnswer third("CAEObject::getType(#2)", {.type = CAE_TAG, .after = 2});
+    const OddAnswer fromThen("CAEObject::getType(#3)", {.type = CAE_MODEL, .after = 1}, OddAnswer::kAlways);
+    EXPECT_EQ(m.part.getType(), CAE_PART);
+    EXPECT_EQ(m.file.getType(), CAE_FILE);
+    EXPECT_EQ(m.part.getType(), CAE_PART);
+    EXPECT_EQ(m.part.getType(), CAE_TAG);
+    EXPECT_EQ(m.part.getType(), CAE_PART);
+    EXPECT_EQ(m.file.getType(), CAE_MODEL);
+    EXPECT_EQ(m.file.getType(), CAE_MODEL);
+    EXPECT_EQ(third.TimesGiven(), 1);
+    EXPECT_EQ(fromThen.TimesGiven(), 2);
+}
+
+TEST(OddAnswers, AnyOperationThrowsWhenItsTurnComes) {
+    Model m;
+    const OddAnswer third("", {.throws = true, .after = 2});
+    m.part.setName(L"x");
+    EXPECT_EQ(m.part.getID(), 2);
+    EXPECT_THROW(m.part.setDBKey(L"K"), std::bad_alloc);
+    EXPECT_EQ(TextOf(m.part.getDBKey()), "");
+    EXPECT_EQ(NameOf(m.part), "x");
+    EXPECT_EQ(third.TimesGiven(), 1);
+}
+
 TEST(OddAnswers, AreGivenInTheOrderInWhichTheyWereMade) {
     Model m;
     const OddAnswer first("CAEObject::getType", {.type = CAE_TAG});
