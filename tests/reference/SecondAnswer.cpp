@@ -53,8 +53,10 @@ void ApplyAnswer(const JSONNode& answer, CAEObject* object) {
     }
     for (const auto& [identifier, key] : keys) {
         CAEProject* const project = object->getProject();
-        CAEObject* const target =
-            project != nullptr ? project->getCAEObject(IdentifierIn(identifier)) : nullptr;
+        if (project == nullptr) {
+            return;
+        }
+        CAEObject* const target = project->getCAEObject(IdentifierIn(identifier));
         if (target != nullptr) {
             target->setDBKey(Widen(key));
         }

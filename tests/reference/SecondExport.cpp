@@ -11,8 +11,8 @@ OuString NameOf(const CAEObject& object) {
     return name;
 }
 
-OuString ExportedName(const CAEObject& object) {
-    if (object.getType() == CAE_FILE) {
+OuString ExportedName(const CAEObject& object, _tagCAEObjectType type) {
+    if (type == CAE_FILE) {
         OuString path;
         if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
             file->getFullPathName(path);
@@ -29,9 +29,9 @@ OuString StudyTypeName(const CAEObject& iteration) {
     return grandparent != nullptr ? NameOf(*grandparent) : OuString(L"Generic");
 }
 
-OuString ExportedTypeName(const CAEObject& object) {
-    OuString name = ObjectTypeName(object.getType());
-    if (object.getType() == CAE_PROJECT) {
+OuString ExportedTypeName(const CAEObject& object, _tagCAEObjectType type) {
+    OuString name = ObjectTypeName(type);
+    if (type == CAE_PROJECT) {
         const auto* const project = dynamic_cast<const CAEProject*>(&object);
         name = project != nullptr ? project->getAdditionalType() : OuString();
     }
@@ -41,8 +41,9 @@ OuString ExportedTypeName(const CAEObject& object) {
 
 void ExportHeader(CAEObject& object, JSONNode& node) {
     node.push_back(MakeString(L"id", Widen(std::to_string(object.getID()))));
-    node.push_back(MakeString(L"name", ExportedName(object)));
-    if (object.getType() == CAE_ITERATION) {
+    const _tagCAEObjectType type = object.getType();
+    node.push_back(MakeString(L"name", ExportedName(object, type)));
+    if (type == CAE_ITERATION) {
         node.push_back(MakeString(L"studyTypeName", StudyTypeName(object)));
     }
     OuString createdDate;
@@ -51,7 +52,7 @@ void ExportHeader(CAEObject& object, JSONNode& node) {
     OuString createdBy;
     object.getCreatedUserName(createdBy);
     node.push_back(MakeString(L"createdBy", createdBy));
-    node.push_back(MakeString(L"type", ExportedTypeName(object)));
+    node.push_back(MakeString(L"type", ExportedTypeName(object, type)));
     const OuString key = object.getDBKey();
     if (!key.IsEmpty()) {
         node.push_back(MakeString(L"dbkey", key));

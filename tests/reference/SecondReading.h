@@ -10,6 +10,7 @@
 #include <CAEViewItem.h>
 #include <libjson.h>
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -29,8 +30,11 @@ JSONNode ExportFileRecord(CAEFile& file, const OuString& mode);
 JSONNode ExportMetadata(const CAEObject& object);
 JSONNode ExportChildren(const CAEObject& object, const OuString& mode);
 JSONNode ExportFiles(CAEObject& object, const OuString& mode);
-/// The versions of the object whose node, with its "files", is given. Throws std::out_of_range.
-JSONNode ExportVersions(const CAEObject& object, const JSONNode& node, const OuString& mode);
+/// What makes the node of a version, which may be null.
+using VersionNode = std::function<JSONNode(CAEObject* version)>;
+/// The versions of the object whose node, with its "files", is given. Throws std::out_of_range where a
+/// version's node has no "files" or no "versions".
+JSONNode ExportVersions(const CAEObject& object, const JSONNode& node, const VersionNode& nodeOf);
 /// The rule of the mode alone; a child of kind 26 passes it.
 bool IsChildExported(const CAEObject* child, const OuString& mode);
 

@@ -33,14 +33,12 @@ void ImportVersion(const JSONNode& element, CAEObject& object) {
     parent->addChild(&object);
     CAEProject* const project = object.getProject();
     const int id = object.getID();
-    if (project != nullptr) {
-        overwriteCurrentVersionWithVersion(project, id, 0, 0);
-    }
+    overwriteCurrentVersionWithVersion(project, id, 0, 0);
 }
 
 }  // namespace
 
-JSONNode ExportVersions(const CAEObject& object, const JSONNode& node, const OuString& mode) {
+JSONNode ExportVersions(const CAEObject& object, const JSONNode& node, const VersionNode& nodeOf) {
     JSONNode section = MakeContainer(JSON_ARRAY, L"versions");
     OuArray majors;
     OuArray minors;
@@ -59,8 +57,7 @@ JSONNode ExportVersions(const CAEObject& object, const JSONNode& node, const OuS
             continue;
         }
         // Versions are handed out as const, and an export asks what is not.
-        JSONNode record =
-            version != nullptr ? ExportObject(const_cast<CAEObject&>(*version), mode) : JSONNode(JSON_NODE);
+        JSONNode record = nodeOf(const_cast<CAEObject*>(version));
         record.pop_back(json_string("files"));
         record.push_back(files);
         // No export writes this member, and the record that lacks it ends everything.
