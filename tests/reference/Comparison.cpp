@@ -6,22 +6,11 @@
 #include <vector>
 
 #include "Round.h"
+#include "Show.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-/// A line with everything but plain characters as numbers.
-std::string Shown(const std::string& line) {
-    std::string shown;
-    for (const char character : line) {
-        const unsigned code = static_cast<unsigned char>(character);
-        char escape[8];
-        std::snprintf(escape, sizeof escape, "\\x%02X", code);
-        shown += code >= 0x20 && code < 0x7F ? std::string(1, character) : escape;
-    }
-    return shown;
-}
 
 /// Both from a little before the first difference on.
 std::string ShowDifference(const Lines& first, const Lines& second) {
@@ -31,7 +20,7 @@ std::string ShowDifference(const Lines& first, const Lines& second) {
     std::string text;
     const auto show = [&](const Lines& lines, std::ptrdiff_t from, std::ptrdiff_t to, const char* mark) {
         for (std::ptrdiff_t i = std::max<std::ptrdiff_t>(from, 0); i < to && i < std::ssize(lines); ++i) {
-            text += mark + Shown(lines[static_cast<std::size_t>(i)]) + "\n";
+            text += mark + ShowBytes(lines[static_cast<std::size_t>(i)]) + "\n";
         }
     };
     show(first, place - kBefore, place, "    ");

@@ -1,7 +1,7 @@
 #include <cstddef>
 
-#include "RandomDocuments.h"
 #include "Round.h"
+#include "Show.h"
 
 namespace {
 

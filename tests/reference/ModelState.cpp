@@ -1,31 +1,15 @@
 #include <EmbeddedRestore.h>
 
-#include <cstdint>
-#include <cstdio>
 #include <map>
 #include <string>
 
 #include "RandomModel.h"
+#include "Show.h"
+#include "platform/korvane/Ask.h"
 
 namespace {
 
-/// The text with everything but plain characters as numbers, so that it shows what it is.
-std::string Shown(const OuString& text) {
-    std::string shown = "\"";
-    for (std::size_t i = 0; i < text.GetLength(); ++i) {
-        const auto code = static_cast<unsigned long>(static_cast<std::uint32_t>(text.GetBuffer()[i]));
-        if (code >= 0x20 && code < 0x7F && code != '"' && code != '\\') {
-            shown += static_cast<char>(code);
-        } else {
-            char escape[16];
-            std::snprintf(escape, sizeof escape, "\\{%lX}", code);
-            shown += escape;
-        }
-    }
-    return shown + '"';
-}
-
-std::string Shown(const std::vector<int>& numbers) {
+std::string Listed(const std::vector<int>& numbers) {
     std::string shown;
     for (const int number : numbers) {
         shown += (shown.empty() ? "" : " ") + std::to_string(number);
@@ -110,16 +94,9 @@ void StateWriter::WriteReachable(CAEObject& root, const std::string& place) {
 }
 
 void StateWriter::WriteVersions(CAEObject& object, const std::string& place) {
-    OuArray majors;
-    OuArray minors;
-    object.getAvailableVersions(majors, minors);
-    for (int i = 0; i < majors.GetSize(); ++i) {
-        const int major = static_cast<int>(reinterpret_cast<std::intptr_t>(majors.GetAt(i)));
-        const int minor = static_cast<int>(reinterpret_cast<std::intptr_t>(minors.GetAt(i)));
-        const CAEObject* version = nullptr;
-        if (object.getPointerToVersion(major, minor, version) == 0 && version != nullptr) {
-            WriteReachable(const_cast<CAEObject&>(*version),
-                           place + " " + std::to_string(major) + "." + std::to_string(minor));
+    for (const auto& [major, minor] : VersionsOf(object)) {
+        if (CAEObject* const version = VersionOf(object, major, minor)) {
+            WriteReachable(*version, place + " " + std::to_string(major) + "." + std::to_string(minor));
         }
     }
 }
@@ -128,12 +105,12 @@ void StateWriter::WriteObject(CAEObject& object) {
     OuString text;
     Note("identifier", std::to_string(object.getID()) + " kind " + std::to_string(object.getType()));
     object.getName(text);
-    Note("name", Shown(text));
-    Note("keys", Shown(object.getDBKey()) + " " + Shown(object.getLinkDBKey()));
+    Note("name", ShowText(text));
+    Note("keys", ShowText(object.getDBKey()) + " " + ShowText(object.getLinkDBKey()));
     object.getCreatedDate(text);
-    Note("created", Shown(text));
+    Note("created", ShowText(text));
     object.getCreatedUserName(text);
-    Note("user", Shown(text));
+    Note("user", ShowText(text));
     Note("parent", NumberOf(object.getParent()) + " project " + NumberOf(object.getProject()));
     const korvane::VersionNumber version = korvane::GetCurrentVersion(object);
     Note("current version", std::to_string(version.majorNumber) + "." + std::to_string(version.minorNumber));
@@ -148,7 +125,8 @@ void StateWriter::WriteMetadata(const CAEObject& object) {
         OuString unit;
         object.getMetadataType(names[i], type);
         object.getMetadataUnitString(names[i], unit);
-        Note("entry", Shown(names[i]) + " " + Shown(values[i]) + " " + Shown(type) + " " + Shown(unit));
+        Note("entry",
+             ShowText(names[i]) + " " + ShowText(values[i]) + " " + ShowText(type) + " " + ShowText(unit));
     }
 }
 
@@ -158,22 +136,23 @@ void StateWriter::WriteFiles(CAEObject& object) {
         return;
     }
     Note("files",
-         Shown(roles.files) + ", meshes " + Shown(roles.meshes) + ", custom " + Shown(roles.customFiles));
-    Note("roles", Shown({roles.cadFile, roles.graphicFile, roles.activeMesh, roles.feRepresentation}));
+         Listed(roles.files) + ", meshes " + Listed(roles.meshes) + ", custom " + Listed(roles.customFiles));
+    Note("roles", Listed({roles.cadFile, roles.graphicFile, roles.activeMesh, roles.feRepresentation}));
 }
 
 void StateWriter::WriteClass(CAEObject& object) {
     if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
         OuString directory;
         project->getDirectory(directory);
-        Note("project", Shown(korvane::GetDisplayName(*project)) + " " + Shown(project->getAdditionalType()) +
-                            " " + Shown(directory) +
+        Note("project", ShowText(korvane::GetDisplayName(*project)) + " " +
+                            ShowText(project->getAdditionalType()) + " " + ShowText(directory) +
                             (korvane::GetProgramReference(*project) ? " referring" : ""));
     } else if (const auto* const file = dynamic_cast<CAEFile*>(&object)) {
         OuString path;
         file->getFullPathName(path);
-        Note("paths", Shown(path) + " " + Shown(file->m_fullPathCopy) + " " + Shown(file->m_locationType));
-        Note("file", Shown({file->getFileType(), file->getFileFormat()}) +
+        Note("paths",
+             ShowText(path) + " " + ShowText(file->m_fullPathCopy) + " " + ShowText(file->m_locationType));
+        Note("file", Listed({file->getFileType(), file->getFileFormat()}) +
                          (korvane::IsInGlobalFrame(*file) ? " global" : "") +
                          (korvane::IsDownloaded(*file) ? " downloaded" : ""));
     } else if (const auto* const item = dynamic_cast<CAEViewItem*>(&object)) {

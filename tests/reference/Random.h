@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <iterator>
 
-/// Numbers that look random and are the same for a seed on every platform.
+/// Numbers that look random and are the same for a seed on every platform. So must be the order in which they
+/// are drawn: never two of them among the arguments of one call.
 class Random {
 public:
     explicit Random(std::uint64_t seed) : state_(seed) {}

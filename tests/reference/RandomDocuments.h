@@ -19,6 +19,3 @@ JSONNode RandomFileRecord(Random& random);
 JSONNode RandomAnswer(Random& random);
 /// Any value at all.
 JSONNode RandomValue(Random& random);
-
-/// The node with its types, names and values, those of array elements included, which no text shows.
-std::string ShowNode(const JSONNode& node);

@@ -7,7 +7,9 @@
 #include <set>
 #include <string>
 
+#include "ExportReach.h"
 #include "RandomTexts.h"
+#include "platform/korvane/Ask.h"
 #include "support/ModelBuilders.h"
 
 namespace {
@@ -41,33 +43,6 @@ void Collect(CAEObject& root, std::set<CAEObject*>& seen, std::vector<CAEObject*
             }
         }
     }
-}
-
-/// Whether an export of the first object comes to the second, or takes too long to find out. Files have
-/// children and files of their own: where an object led back to itself, an export would never end.
-bool MayReach(CAEObject& from, const CAEObject& to, int& budget) {
-    // A version may become its object, whose identifier it has.
-    if (&from == &to || (from.getID() > 0 && from.getID() == to.getID()) || --budget < 0) {
-        return true;
-    }
-    bool isReached = false;
-    OuList children;
-    from.getChildrenList(children);
-    for (auto* position = children.GetHeadPosition(); position != nullptr && !isReached;) {
-        isReached = MayReach(*static_cast<CAEObject*>(children.GetNext(position)), to, budget);
-    }
-    const OuList files = from.GetFiles();
-    CAEProject* const project = from.getProject();
-    for (auto* position = files.GetHeadPosition(); project != nullptr && position != nullptr && !isReached;) {
-        CAEFile* const file = project->getFile(files.GetNextID(position));
-        isReached = file != nullptr && MayReach(*file, to, budget);
-    }
-    return isReached;
-}
-
-bool MayReach(CAEObject& from, const CAEObject& to) {
-    int budget = 200;
-    return MayReach(from, to, budget);
 }
 
 void AttachRandomly(CAEObject& object, int fileId, Random& random) {
@@ -137,18 +112,13 @@ std::vector<CAEObject*> RandomModel::Objects() const {
 
 CAEObject& RandomModel::PickObject(Random& random) const {
     CAEObject& object = *random.Pick(Objects());
-    OuArray majors;
-    OuArray minors;
-    object.getAvailableVersions(majors, minors);
-    if (majors.GetSize() == 0 || !random.OneIn(3)) {
+    const Numbers versions = VersionsOf(object);
+    if (versions.empty() || !random.OneIn(3)) {
         return object;
     }
-    const int index = random.Below(static_cast<std::size_t>(majors.GetSize()));
-    const CAEObject* version = nullptr;
-    object.getPointerToVersion(static_cast<int>(reinterpret_cast<std::intptr_t>(majors.GetAt(index))),
-                               static_cast<int>(reinterpret_cast<std::intptr_t>(minors.GetAt(index))),
-                               version);
-    return version != nullptr ? const_cast<CAEObject&>(*version) : object;
+    const auto& [major, minor] = random.Pick(versions);
+    CAEObject* const version = VersionOf(object, major, minor);
+    return version != nullptr ? *version : object;
 }
 
 void RandomModel::AddObjects(Random& random) {
@@ -244,7 +214,9 @@ void RandomModel::SetMetadata(Random& random) {
     CAEObject& object = PickObject(random);
     for (int entries = random.Between(1, 4); entries > 0; --entries) {
         const OuString name = random.OneIn(6) ? RandomWide(random) : RandomWideEntryName(random);
-        ::SetMetadata(object, name, RandomWide(random), RandomWide(random), RandomWide(random));
+        const OuString value = RandomWide(random);
+        const OuString unit = RandomWide(random);
+        ::SetMetadata(object, name, value, unit, RandomWide(random));
     }
 }
 
@@ -299,7 +271,8 @@ void RandomModel::AddVersion(Random& random) {
     int inside = 0;
     korvane::VisitTree(object, [&](const CAEObject&, int) { ++inside; });
     if (inside <= 12) {
-        object.createNewVersion(major, minor, !random.OneIn(4), random.OneIn(2));
+        const bool hasContent = !random.OneIn(4);
+        object.createNewVersion(major, minor, hasContent, random.OneIn(2));
     }
 }
 

@@ -10,16 +10,25 @@ namespace {
 
 using Kind = Action::Kind;
 
-constexpr Kind kKinds[] = {
-    Kind::kDocument,         Kind::kDocument,         Kind::kDocument,       Kind::kDocument,
-    Kind::kDocumentText,     Kind::kDocumentText,     Kind::kImport,         Kind::kImport,
-    Kind::kImport,           Kind::kImport,           Kind::kImport,         Kind::kImport,
-    Kind::kImport,           Kind::kImportOfExport,   Kind::kImportOfExport, Kind::kApplyAnswer,
-    Kind::kApplyAnswer,      Kind::kApplyAnswer,      Kind::kFlatten,        Kind::kFlatten,
-    Kind::kObjectNodeOver,   Kind::kFileRecord,       Kind::kSections,       Kind::kVersions,
-    Kind::kFullVersions,     Kind::kImportMembers,    Kind::kImportMetadata, Kind::kImportChildren,
-    Kind::kImportFiles,      Kind::kImportVersions,   Kind::kImportVersions, Kind::kImportLooseMetadata,
-    Kind::kImportFileRecord, Kind::kResolveReference, Kind::kSmallThings};
+constexpr Kind kKinds[] = {Kind::kDocument,         Kind::kDocument,
+                           Kind::kDocument,         Kind::kDocument,
+                           Kind::kDocumentText,     Kind::kDocumentText,
+                           Kind::kImport,           Kind::kImport,
+                           Kind::kImport,           Kind::kImport,
+                           Kind::kImport,           Kind::kImport,
+                           Kind::kImport,           Kind::kImportOfExport,
+                           Kind::kImportOfExport,   Kind::kApplyAnswer,
+                           Kind::kApplyAnswer,      Kind::kApplyAnswer,
+                           Kind::kFlatten,          Kind::kFlatten,
+                           Kind::kObjectNodeOver,   Kind::kFileRecord,
+                           Kind::kSections,         Kind::kVersions,
+                           Kind::kFullVersions,     Kind::kImportMembers,
+                           Kind::kImportMetadata,   Kind::kImportMetadata,
+                           Kind::kImportFiles,      Kind::kImportChildren,
+                           Kind::kImportFiles,      Kind::kImportVersions,
+                           Kind::kImportVersions,   Kind::kImportLooseMetadata,
+                           Kind::kImportFileRecord, Kind::kResolveReference,
+                           Kind::kSmallThings};
 
 JSONNode RandomNodeFor(Kind kind, Random& random) {
     switch (kind) {
@@ -48,6 +57,11 @@ Action::Preference RandomPreferenceFor(Kind kind, Random& random) {
     using Preference = Action::Preference;
     if (kind == Kind::kVersions || kind == Kind::kFullVersions) {
         return random.OneIn(4) ? Preference::kNone : Preference::kVersions;
+    }
+    if (kind == Kind::kImportFiles) {
+        constexpr Preference kWithRoles[] = {Preference::kPart, Preference::kSubAssembly,
+                                             Preference::kRunAssembly};
+        return random.OneIn(4) ? Preference::kNone : random.Pick(kWithRoles);
     }
     constexpr Preference kPreferences[] = {Preference::kNone,        Preference::kNone,
                                            Preference::kPart,        Preference::kSubAssembly,
@@ -119,13 +133,13 @@ Round RandomRound(std::uint64_t seed) {
     // Documents may go through text as they are made.
     libjson::set_text_units(round.units);
     round.steps = RandomSteps(random);
-    for (int count = random.OneIn(4) ? random.Between(2, 4) : 1; count > 0; --count) {
+    for (int count = random.OneIn(3) ? random.Between(2, 4) : 1; count > 0; --count) {
         round.actions.push_back(RandomAction(random));
     }
-    for (int count = random.OneIn(2) ? random.Between(1, 3) : 0; count > 0; --count) {
+    for (int count = random.OneIn(3) ? random.Between(1, 3) : 0; count > 0; --count) {
         round.oddities.push_back(RandomOddity(random));
     }
-    if (random.OneIn(3)) {
+    if (random.OneIn(5)) {
         round.throwingAction = random.Below(round.actions.size());
         round.throwsAfter = random.OneIn(2) ? random.Below(20) : random.Below(300);
     }

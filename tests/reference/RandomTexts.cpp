@@ -68,7 +68,8 @@ OuString RandomWide(Random& random) {
     std::wstring wide(text.GetBuffer(), text.GetLength());
     for (int i = random.Between(1, 3); i > 0; --i) {
         constexpr wchar_t kRare[] = {0x0000, 0xD800, 0xDBFF, 0xDC00, 0xDC80, 0xDCFF, 0xFFFF, 0x00DF, 0x0130};
-        wide.insert(wide.begin() + random.Below(wide.size() + 1), random.Pick(kRare));
+        const wchar_t rare = random.Pick(kRare);
+        wide.insert(wide.begin() + random.Below(wide.size() + 1), rare);
     }
     return {wide.data(), wide.size()};
 }
@@ -82,6 +83,8 @@ std::string RandomEntryName(Random& random) {
     constexpr const char* kNames[] = {"Description",
                                       "description",
                                       "DESCRIPTION",
+                                      "Reference To Program",
+                                      "Reference To Program",
                                       "Reference To Program",
                                       "reference to program",
                                       "Reference To Program ",
@@ -105,10 +108,24 @@ OuString RandomWideEntryName(Random& random) {
 }
 
 std::string RandomTypeName(Random& random) {
-    constexpr const char* kRead[] = {
-        "CAEPART",           "CAESUBASSEMBLY",  "CAEFILE",     "CAEPROJECT",           "CAEPROGRAM",
-        "CAEMODEL",          "CAEITERATION",    "CAEVIEWITEM", "CAEITERATIONMODEL",    "CAEITERATIONFOLDER",
-        "CAEASSEMBLYFOLDER", "CAELOADCASEVIEW", "CAETAG",      "CAELOADCASEVIEWFOLDER"};
+    constexpr const char* kRead[] = {"CAEPART",
+                                     "CAESUBASSEMBLY",
+                                     "CAEFILE",
+                                     "CAEPROJECT",
+                                     "CAEPROGRAM",
+                                     "CAEMODEL",
+                                     "CAEITERATION",
+                                     "CAEVIEWITEM",
+                                     "CAEITERATIONMODEL",
+                                     "CAEITERATIONFOLDER",
+                                     "CAEASSEMBLYFOLDER",
+                                     "CAEVIEWITEM",
+                                     "CAEVIEWITEM",
+                                     "CAESUBASSEMBLY",
+                                     "CAEPART",
+                                     "CAELOADCASEVIEW",
+                                     "CAETAG",
+                                     "CAELOADCASEVIEWFOLDER"};
     constexpr const char* kOther[] = {
         "caepart",    "CAEPART ",         "CAE",      "CAEUNKNOWN",         "PART", "",
         "CAESESSION", "CAESESSIONOBJECT", "CAEPARTS", "CAEITERATIONFOLDERS"};

@@ -17,7 +17,7 @@ OuString ExportedName(const CAEObject& object, _tagCAEObjectType type) {
         if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
             file->getFullPathName(path);
         }
-        return OuStringFileName(path).GetFileName();
+        return Widen(OuStringFileName(path).GetFileName().GetAnsiBuffer());
     }
     const OuString name = NameOf(object);
     return name.IsEmpty() ? OuString(L"model") : name;

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <functional>
 
-#include "RandomDocuments.h"
 #include "Round.h"
 
 namespace {
