@@ -8,7 +8,8 @@
 using namespace std::string_literals;
 
 JSONNode DocumentMaker::Identifier() {
-    const std::string number = std::to_string(random_.Below(40));
+    // Few, so that they are met again and the first has to win.
+    const std::string number = std::to_string(random_.Below(random_.OneIn(2) ? 6 : 40));
     const std::string texts[] = {number,
                                  number,
                                  number,
@@ -24,8 +25,7 @@ JSONNode DocumentMaker::Identifier() {
                                  "",
                                  "abc",
                                  "0x1",
-                                 "\xC2\xA0"
-                                 "5",
+                                 "\xC2\xA0" + number,
                                  "4294967298"};
     return random_.OneIn(5)    ? libjson::parse(JsonText(number))
            : random_.OneIn(20) ? Value(6)
@@ -65,9 +65,9 @@ JSONNode RandomAnswer(Random& random) {
         return MaybeThroughText(random, maker.Chain());
     }
     JSONNode answer = maker.AnswerNode(0);
-    if (random.OneIn(4)) {
+    if (random.OneIn(3)) {
         JSONNode answers(JSON_ARRAY);
-        for (int count = random.Below(4); count > 0; --count) {
+        for (int count = random.Between(0, 4); count > 0; --count) {
             answers.push_back(maker.AnswerNode(1));
         }
         answer = answers;

@@ -101,10 +101,7 @@ Oddity RandomOddity(Random& random) {
                                            "CAEObject::getTypeName",
                                            "CAEGetFileTypeName"};
     constexpr int kTypes[] = {0, 1, 2, 3, 3, 4, 4, 6, 7, 8, 21, 22, 23, 23, 26, 43, 99, -1};
-    constexpr const char* kTexts[] = {nullptr, "", "Gadget",
-                                      "stra\xC3\x9F"
-                                      "e",
-                                      "a\"b"};
+    constexpr const char* kTexts[] = {nullptr, "", "Gadget", "Ma\xC3\x9F", "a\"b"};
     Oddity oddity;
     oddity.operation = random.Pick(kOperations);
     oddity.asked = random.OneIn(3) ? -1 : random.Below(10000);

@@ -159,7 +159,7 @@ std::vector<std::string> Run(const Round& round, Reading& reading) {
         lines.push_back("action " + std::to_string(i) + " gives");
         AppendLines(result, lines);
         if (ShowNode(action.node) != before) {
-            lines.push_back("and has changed the caller's node");
+            lines.emplace_back("and has changed the caller's node");
         }
     }
     const std::vector<std::string> state = StateOf(model);

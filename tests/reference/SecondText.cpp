@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -77,21 +78,22 @@ std::string EscapeUtf8(const std::string& run) {
     }
     std::string written;
     bool isLowNext = false;
-    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
+    std::ranges::reverse(pieces);
+    for (const Piece& piece : pieces) {
         const bool asBytes =
-            piece->isByte || StandsForByte(piece->code) || (IsHighSurrogate(piece->code) && isLowNext);
+            piece.isByte || StandsForByte(piece.code) || (IsHighSurrogate(piece.code) && isLowNext);
         std::string escapes;
         if (asBytes) {
-            for (const char byte : piece->bytes) {
+            for (const char byte : piece.bytes) {
                 escapes += Escape(0xDC00 + static_cast<unsigned char>(byte));
             }
-        } else if (piece->code >= 0x10000) {
-            const unsigned offset = piece->code - 0x10000;
+        } else if (piece.code >= 0x10000) {
+            const unsigned offset = piece.code - 0x10000;
             escapes = Escape(0xD800 + (offset >> 10)) + Escape(0xDC00 + (offset & 0x3FF));
         } else {
-            escapes = Escape(piece->code);
+            escapes = Escape(piece.code);
         }
-        isLowNext = asBytes || IsLowSurrogate(piece->code);
+        isLowNext = asBytes || IsLowSurrogate(piece.code);
         written.insert(0, escapes);
     }
     return written;
