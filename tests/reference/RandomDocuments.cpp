@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr int kLongestChain = 150;
+constexpr int kLongestChain = 300;
 
 const std::string kMembers[] = {
     "children",    "children",  "files",    "files",    "files",         "metaData",    "dbkey",

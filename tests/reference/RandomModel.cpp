@@ -20,7 +20,7 @@ constexpr int kFileTypes[] = {0, 1, 1, 2, 2, 3, 3, 4, 7, 13, 14, -1};
 constexpr int kFileFormats[] = {0, 1, 1, 2, 2, 3, 99, -1};
 
 /// So that exports through a chain of objects need no more stack than there is, the sanitizers' included.
-constexpr int kLongestChain = 150;
+constexpr int kLongestChain = 300;
 
 constexpr int kFirstOtherIdentifier = 2000;
 
