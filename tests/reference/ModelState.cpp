@@ -117,8 +117,8 @@ void StateWriter::WriteObject(CAEObject& object) {
 }
 
 void StateWriter::WriteMetadata(const CAEObject& object) {
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     object.getAllMetadata(names, values);
     for (int i = 0; i < names.GetSize(); ++i) {
         OuString type;

@@ -99,8 +99,8 @@ JSONNode ExportObject(CAEObject& object, const OuString& mode) {
 
 JSONNode ExportMetadata(const CAEObject& object) {
     JSONNode section = MakeContainer(JSON_NODE, L"metaData");
-    OuTemplateArray<OuString, OuCRTAllocator<>> names;
-    OuTemplateArray<OuString, OuCRTAllocator<>> values;
+    OuTemplateArray<OuString, OuCRTAllocator> names;
+    OuTemplateArray<OuString, OuCRTAllocator> values;
     object.getAllMetadata(names, values);
     for (int i = 0; i < names.GetSize(); ++i) {
         // The server expects this one name in lower case, and so the entry is looked up.
