@@ -1,7 +1,5 @@
 #include "NodeReading.h"
 
-#include <string>
-
 bool IsText(const OuString& text, std::string_view ascii) {
     const wchar_t* rest = CharactersOf(text);
     for (const char character : ascii) {
@@ -11,5 +9,5 @@ bool IsText(const OuString& text, std::string_view ascii) {
         ++rest;
     }
     // A text may hold a NUL and go on behind it; its own equality sees that.
-    return *rest == L'\0' && AreEqual(text, OuString(std::string(ascii).c_str(), 0));
+    return *rest == L'\0' && text == CharactersOf(text);
 }
