@@ -1,5 +1,7 @@
 #include "ObjectLists.h"
 
+#include <CAEProject.h>
+
 namespace host {
 
 std::vector<CAEObject*> ChildrenOf(const CAEObject& object) {
@@ -12,6 +14,19 @@ std::vector<CAEObject*> ChildrenOf(const CAEObject& object) {
         children.push_back(static_cast<CAEObject*>(list.GetNext(position)));
     }
     return children;
+}
+
+std::vector<CAEFile*> AttachedFilesOf(CAEObject& object) {
+    std::vector<CAEFile*> files;
+    CAEProject* const project = object.getProject();
+    const OuList list = object.GetFiles();
+    OuListPosition* position = project != nullptr ? list.GetHeadPosition() : nullptr;
+    while (position != nullptr) {
+        if (CAEFile* const file = project->getFile(list.GetNextID(position))) {
+            files.push_back(file);
+        }
+    }
+    return files;
 }
 
 std::vector<MetadataOfObject> MetadataOf(const CAEObject& object) {

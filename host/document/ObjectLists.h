@@ -1,5 +1,6 @@
 #pragma once
 
+#include <CAEFile.h>
 #include <CAEObject.h>
 
 #include <vector>
@@ -9,6 +10,9 @@ namespace host {
 
 /// The direct children, in their order.
 std::vector<CAEObject*> ChildrenOf(const CAEObject& object);
+
+/// The attached files, in their order; those that the project does not have are left out.
+std::vector<CAEFile*> AttachedFilesOf(CAEObject& object);
 
 struct MetadataOfObject {
     OuString name;

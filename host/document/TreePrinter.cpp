@@ -1,41 +1,17 @@
 #include "TreePrinter.h"
 
-#include <CAEFunctions.h>
-#include <EmbeddedModel.h>
-#include <OuStringFileName.h>
-
 #include <algorithm>
-#include <array>
-#include <map>
-#include <set>
+#include <cstddef>
 #include <string_view>
-#include <vector>
 
-#include "ObjectLists.h"
-#include "format/Kinds.h"
-#include "host/system/FileSystem.h"
+#include "TreeRows.h"
 #include "host/system/Text.h"
 
 namespace host {
 namespace {
 
-constexpr std::size_t kDeepestDrawn = 40;
 constexpr std::size_t kWidestTreeColumn = 64;
-constexpr std::size_t kMetadataWidth = 100;
-constexpr std::size_t kLongestValue = 240;
-
-/// The strokes of the tree, all three columns wide.
-struct Strokes {
-    std::string_view branch;
-    std::string_view lastBranch;
-    std::string_view through;
-    std::string_view nothing;
-    std::string_view separator;
-    std::string_view ellipsis;
-    std::string_view arrow;
-};
-constexpr Strokes kUtf8Strokes = {"├─ ", "└─ ", "│  ", "   ", " · ", "…", "→ "};
-constexpr Strokes kAsciiStrokes = {"|- ", "`- ", "|  ", "   ", "; ", "...", "-> "};
+constexpr std::size_t kFormatWidth = 7;
 
 struct Colours {
     std::string_view object;
@@ -46,297 +22,77 @@ struct Colours {
 constexpr Colours kColours = {"\x1B[1m", "\x1B[36m", "\x1B[2m", "\x1B[0m"};
 constexpr Colours kNoColours = {"", "", "", ""};
 
-struct Row {
-    std::string strokes;
-    std::string name;
-    std::string kind;
-    std::string identifier;
-    std::string type;
-    std::string format;
-    std::string size;
-    std::string note;
-    bool isObject = false;
-    /// A line of metadata: the name is the whole text.
-    bool isMetadata = false;
+struct Widths {
+    std::size_t tree = 0;
+    std::size_t kind = 0;
+    std::size_t identifier = 0;
+    std::size_t type = 0;
+    std::size_t size = 0;
 };
 
-/// What one level of the tree still has to show.
-struct Level {
-    std::vector<CAEObject*> children;
-    std::size_t next = 0;
-};
-
-OuString NameOf(const CAEObject& object) {
-    OuString name;
-    object.getName(name);
-    return name;
+std::size_t TreeWidth(const TreeRow& row) {
+    return DisplayWidth(row.strokes) + DisplayWidth(row.name);
 }
 
-std::vector<CAEFile*> FilesOf(CAEObject& object) {
-    std::vector<CAEFile*> files;
-    CAEProject* const project = object.getProject();
-    const OuList list = object.GetFiles();
-    OuListPosition* position = project != nullptr ? list.GetHeadPosition() : nullptr;
-    while (position != nullptr) {
-        if (CAEFile* const file = project->getFile(list.GetNextID(position))) {
-            files.push_back(file);
-        }
-    }
-    return files;
-}
-
-std::string RoleOf(const korvane::FileRoles& roles, const std::set<int>& meshes, int file) {
-    if (file == roles.cadFile) {
-        return "CAD file";
-    }
-    if (file == roles.graphicFile) {
-        return "graphic file";
-    }
-    if (file == roles.activeMesh) {
-        return "active mesh";
-    }
-    if (file == roles.feRepresentation) {
-        return "FE representation";
-    }
-    return meshes.contains(file) ? "mesh" : "custom file";
-}
-
-class Printer {
-public:
-    explicit Printer(const TreeStyle& style)
-        : strokes_(style.isUtf8 ? kUtf8Strokes : kAsciiStrokes),
-          colours_(style.isColoured ? kColours : kNoColours) {}
-
-    void Walk(CAEObject& root);
-    std::string Text() const;
-
-private:
-    std::string Indent() const;
-    void AddObject(CAEObject& object, const std::string& strokes, bool hasMoreBelow);
-    void AddMetadata(const CAEObject& object, const std::string& strokes);
-    void AddFileRow(const CAEFile& file, const std::string& strokes, const std::string& role, bool isObject);
-    std::string Summary() const;
-    std::string Shorten(const std::string& text) const;
-
-    const Strokes& strokes_;
-    const Colours& colours_;
-    std::vector<Row> rows_;
-    /// For each level above the present one, whether the line goes on behind it.
-    std::vector<bool> goesOn_;
-    std::map<_tagCAEObjectType, std::size_t> countOfKind_;
-    std::set<int> files_;
-    std::uint64_t bytes_ = 0;
-};
-
-std::string Printer::Indent() const {
-    if (goesOn_.size() > kDeepestDrawn) {
-        return "(" + std::to_string(goesOn_.size()) + ") ";
-    }
-    std::string indent;
-    for (const bool goesOn : goesOn_) {
-        indent += goesOn ? strokes_.through : strokes_.nothing;
-    }
-    return indent;
-}
-
-std::string Printer::Shorten(const std::string& text) const {
-    const std::string_view beginning = CutUtf8(text, kLongestValue);
-    return std::string(beginning) + std::string(beginning.size() < text.size() ? strokes_.ellipsis : "");
-}
-
-void Printer::AddFileRow(const CAEFile& file, const std::string& strokes, const std::string& role,
-                         bool isObject) {
-    OuString fullPath;
-    file.getFullPathName(fullPath);
-    Row row;
-    row.strokes = strokes;
-    // What was made of a document's child has a name, but no path.
-    row.name = Printable(fullPath.IsEmpty() ? NameOf(file) : OuStringFileName(fullPath).GetFileName());
-    row.kind = role;
-    row.identifier = "#" + std::to_string(file.getID());
-    row.type = CAEGetFileTypeName(file.getFileType());
-    row.format = format::NameOfFileFormat(static_cast<format::FileFormat>(file.getFileFormat()));
-    row.isObject = isObject;
-    if (const OuString key = file.getDBKey(); !isObject && !key.IsEmpty()) {
-        row.note = "key " + Shorten(Printable(key));
-    }
-    Entry entry;
-    if (fullPath.IsEmpty()) {
-        row.size = "-";
-    } else if (InspectTarget(ToPath(fullPath), entry)) {
-        row.size = "missing";
-    } else {
-        row.size = FormatSize(entry.size);
-    }
-    if (files_.insert(file.getID()).second) {
-        bytes_ += entry.size;
-    }
-    rows_.push_back(std::move(row));
-}
-
-void Printer::AddMetadata(const CAEObject& object, const std::string& strokes) {
-    Row row;
-    row.isMetadata = true;
-    row.strokes = strokes;
-    for (const MetadataOfObject& entry : MetadataOf(object)) {
-        std::string item = Printable(entry.name) + ": " + Shorten(Printable(entry.value));
-        item += entry.unit.IsEmpty() ? "" : " " + Printable(entry.unit);
-        const bool fits = DisplayWidth(row.name) + DisplayWidth(item) < kMetadataWidth;
-        if (!row.name.empty() && !fits) {
-            rows_.push_back(row);
-            row.name.clear();
-        }
-        row.name += row.name.empty() ? item : std::string(strokes_.separator) + item;
-    }
-    if (!row.name.empty()) {
-        rows_.push_back(row);
-    }
-}
-
-void Printer::AddObject(CAEObject& object, const std::string& strokes, bool hasMoreBelow) {
-    ++countOfKind_[object.getType()];
-    if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
-        AddFileRow(*file, strokes, CAEObject::getTypeName(CAE_FILE), true);
-    } else {
-        Row row;
-        row.strokes = strokes;
-        row.name = Printable(NameOf(object));
-        row.kind = CAEObject::getTypeName(object.getType());
-        row.identifier = "#" + std::to_string(object.getID());
-        row.isObject = true;
-        if (const auto* const project = dynamic_cast<const CAEProject*>(&object)) {
-            row.type = Printable(project->getAdditionalType());
-        } else if (const auto* const item = dynamic_cast<const CAEViewItem*>(&object)) {
-            const int shown = korvane::GetReferencedObject(*item);
-            row.note = shown == 0 ? "" : std::string(strokes_.arrow) + "#" + std::to_string(shown);
-        }
-        rows_.push_back(std::move(row));
-    }
-    if (const OuString key = object.getDBKey(); !key.IsEmpty()) {
-        rows_.back().note += (rows_.back().note.empty() ? "key " : "  key ") + Shorten(Printable(key));
-    }
-    AddMetadata(object, Indent() + std::string(hasMoreBelow ? strokes_.through : strokes_.nothing));
-}
-
-void Printer::Walk(CAEObject& root) {
-    std::vector<Level> levels;
-    // Shows an object with its files and puts its children in front of what waits.
-    const auto enter = [&](CAEObject& object, const std::string& strokes) {
-        Level level{ChildrenOf(object)};
-        const std::vector<CAEFile*> files = FilesOf(object);
-        AddObject(object, strokes, !files.empty() || !level.children.empty());
-        const korvane::FileRoles roles = korvane::GetFileRoles(object);
-        const std::set<int> meshes(roles.meshes.begin(), roles.meshes.end());
-        for (std::size_t index = 0; index < files.size(); ++index) {
-            const bool isLast = index + 1 == files.size() && level.children.empty();
-            AddFileRow(*files[index], Indent() + std::string(isLast ? strokes_.lastBranch : strokes_.branch),
-                       RoleOf(roles, meshes, files[index]->getID()), false);
-        }
-        levels.push_back(std::move(level));
-    };
-    enter(root, "");
-    while (!levels.empty()) {
-        Level& level = levels.back();
-        if (level.next == level.children.size()) {
-            levels.pop_back();
-            if (!goesOn_.empty()) {
-                goesOn_.pop_back();
-            }
-            continue;
-        }
-        CAEObject& child = *level.children[level.next++];
-        const bool isLast = level.next == level.children.size();
-        const std::string strokes = Indent() + std::string(isLast ? strokes_.lastBranch : strokes_.branch);
-        goesOn_.push_back(!isLast);
-        enter(child, strokes);
-    }
-}
-
-std::string Printer::Summary() const {
-    struct Noun {
-        _tagCAEObjectType kind;
-        std::string_view singular;
-        std::string_view plural;
-    };
-    constexpr std::array kNouns = {
-        Noun{CAE_MODEL, "study", "studies"},
-        Noun{CAE_ITERATION, "iteration", "iterations"},
-        Noun{CAE_PART, "part", "parts"},
-        Noun{CAE_SUBASSEMBLY, "sub-assembly", "sub-assemblies"},
-        Noun{CAE_ASSEMBLY_FOLDER, "assembly folder", "assembly folders"},
-        Noun{CAE_LOADCASE_VIEW, "load-case view", "load-case views"},
-        Noun{CAE_TAG, "tag", "tags"},
-    };
-    std::string summary;
-    for (const Noun& noun : kNouns) {
-        const auto found = countOfKind_.find(noun.kind);
-        if (found != countOfKind_.end()) {
-            summary += FormatCount(found->second, noun.singular, noun.plural) + ", ";
-        }
-    }
-    return summary + FormatCount(files_.size(), "file", "files") + " (" + FormatSize(bytes_) + ")";
-}
-
-std::string Printer::Text() const {
-    std::size_t treeWidth = 0;
-    std::size_t kindWidth = 0;
-    std::size_t identifierWidth = 0;
-    std::size_t typeWidth = 0;
-    std::size_t sizeWidth = 0;
-    for (const Row& row : rows_) {
+Widths MeasureColumns(const std::vector<TreeRow>& rows) {
+    Widths widths;
+    for (const TreeRow& row : rows) {
         if (!row.isMetadata) {
-            const std::size_t width = DisplayWidth(row.strokes) + DisplayWidth(row.name);
             // One long name must not push the columns of all other lines away.
-            treeWidth = std::max(treeWidth, std::min(width, kWidestTreeColumn));
-            kindWidth = std::max(kindWidth, row.kind.size());
-            identifierWidth = std::max(identifierWidth, row.identifier.size());
-            typeWidth = std::max(typeWidth, row.format.empty() ? 0 : row.type.size());
-            sizeWidth = std::max(sizeWidth, row.size.size());
+            widths.tree = std::max(widths.tree, std::min(TreeWidth(row), kWidestTreeColumn));
+            widths.kind = std::max(widths.kind, row.kind.size());
+            widths.identifier = std::max(widths.identifier, row.identifier.size());
+            widths.type = std::max(widths.type, row.format.empty() ? 0 : row.type.size());
+            widths.size = std::max(widths.size, row.size.size());
         }
     }
-    constexpr std::size_t kFormatWidth = 7;
-    const auto pad = [](std::size_t width, std::size_t used) {
-        return std::string(width > used ? width - used : 0, ' ');
-    };
-    std::string text;
-    for (const Row& row : rows_) {
-        text += colours_.dim;
-        text += row.strokes;
-        if (row.isMetadata) {
-            text += row.name;
-            text += colours_.end;
-            text += '\n';
-            continue;
-        }
-        text += colours_.end;
-        text += row.isObject ? colours_.object : "";
-        text += row.name;
-        text += row.isObject ? colours_.end : "";
-        text += pad(treeWidth, DisplayWidth(row.strokes) + DisplayWidth(row.name)) + "  ";
-        text += row.isObject ? colours_.kind : colours_.dim;
-        text += row.kind;
-        text += colours_.end;
-        text += pad(kindWidth, row.kind.size()) + "  " + row.identifier;
-        if (!row.format.empty()) {
-            text += pad(identifierWidth, row.identifier.size()) + "  " + row.type +
-                    pad(typeWidth, row.type.size()) + "  " + row.format +
-                    pad(kFormatWidth, row.format.size()) + "  " + pad(sizeWidth, row.size.size()) + row.size;
-        } else if (!row.type.empty()) {
-            text += pad(identifierWidth, row.identifier.size()) + "  " + row.type;
-        }
-        text += row.note.empty() ? "" : "  " + row.note;
-        text += '\n';
+    return widths;
+}
+
+std::string Padding(std::size_t width, std::size_t used) {
+    return std::string(width > used ? width - used : 0, ' ');
+}
+
+std::string Coloured(std::string_view colour, const std::string& text, const Colours& colours) {
+    return colour.empty() ? text : std::string(colour) + text + std::string(colours.end);
+}
+
+/// The columns behind the tree and the kind.
+std::string DetailsOf(const TreeRow& row, const Widths& widths) {
+    std::string text = "  " + row.identifier;
+    const std::string gap = Padding(widths.identifier, row.identifier.size()) + "  ";
+    if (!row.format.empty()) {
+        text += gap + row.type + Padding(widths.type, row.type.size()) + "  " + row.format +
+                Padding(kFormatWidth, row.format.size()) + "  " + Padding(widths.size, row.size.size()) +
+                row.size;
+    } else if (!row.type.empty()) {
+        text += gap + row.type;
     }
-    text += '\n' + Summary() + '\n';
-    return text;
+    return row.note.empty() ? text : text + "  " + row.note;
+}
+
+std::string LineOf(const TreeRow& row, const Widths& widths, const Colours& colours) {
+    if (row.isMetadata) {
+        return Coloured(colours.dim, row.strokes + row.name, colours);
+    }
+    return Coloured(colours.dim, row.strokes, colours) +
+           Coloured(row.isObject ? colours.object : "", row.name, colours) +
+           Padding(widths.tree, TreeWidth(row)) + "  " +
+           Coloured(row.isObject ? colours.kind : colours.dim, row.kind, colours) +
+           Padding(widths.kind, row.kind.size()) + DetailsOf(row, widths);
 }
 
 }  // namespace
 
 std::string PrintTree(CAEObject& object, const TreeStyle& style) {
-    Printer printer(style);
-    printer.Walk(object);
-    return printer.Text();
+    const TreeRows tree = ListTreeRows(object, style.isUtf8);
+    const Widths widths = MeasureColumns(tree.rows);
+    const Colours& colours = style.isColoured ? kColours : kNoColours;
+    std::string text;
+    for (const TreeRow& row : tree.rows) {
+        text += LineOf(row, widths, colours) + '\n';
+    }
+    return text + '\n' + tree.summary + '\n';
 }
 
 }  // namespace host
