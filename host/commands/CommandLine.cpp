@@ -72,10 +72,7 @@ std::string VersionText() {
            KorvaneJson_get_module_info(KORVANEJSON_MODULE_BANNER);
 }
 
-}  // namespace
-
-int RunCommandLine(std::vector<std::string> arguments, Console& console) {
-    CLI::App program(kPurpose, "korvane-json");
+void DescribeProgram(CLI::App& program) {
     program.get_formatter()->column_width(26);
     program.get_formatter()->label("SUBCOMMAND", "COMMAND");
     program.get_formatter()->label("Subcommands", "Commands");
@@ -86,6 +83,18 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     program.set_version_flag("--version", VersionText(),
                              "Print the version of the library and what it was built on");
     program.footer(kNotes);
+}
+
+/// Prints the text that the user asked for.
+int Print(const std::string& text, Console& console) {
+    return WriteToStandardOutput(text, console) ? kSuccess : kFailure;
+}
+
+}  // namespace
+
+int RunCommandLine(std::vector<std::string> arguments, Console& console) {
+    CLI::App program(kPurpose, "korvane-json");
+    DescribeProgram(program);
     int status = kSuccess;
     for (const AddCommand addCommand : kCommands) {
         addCommand(program, console, status);
@@ -98,11 +107,9 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     } catch (const CLI::CallForHelp&) {
         const std::vector<CLI::App*> chosen = program.get_subcommands();
         const CLI::App& asked = chosen.empty() ? program : *chosen.front();
-        return WriteToStandardOutput(asked.help(chosen.empty() ? "" : program.get_name()), console)
-                   ? kSuccess
-                   : kFailure;
+        return Print(asked.help(chosen.empty() ? "" : program.get_name()), console);
     } catch (const CLI::CallForVersion& version) {
-        return WriteToStandardOutput(std::string(version.what()) + '\n', console) ? kSuccess : kFailure;
+        return Print(std::string(version.what()) + '\n', console);
     } catch (const CLI::ParseError& error) {
         const std::vector<CLI::App*> chosen = program.get_subcommands();
         const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + ' ';

@@ -50,6 +50,38 @@ std::string NameOf(const std::filesystem::path& file) {
 #endif
 }
 
+/// Whether the file is there with a database in it; an empty file is as good as none. Refuses what SQLite
+/// would make anew or take for something else.
+bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
+    if (file.empty()) {
+        throw DatabaseError("is no name of a file");
+    }
+    Entry entry;
+    std::error_code error = InspectTarget(file, entry);
+    const bool isMissing =
+        error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    if (error && !isMissing) {
+        throw DatabaseError("cannot be read: " + error.message());
+    }
+    if (isMissing && use != DatabaseUse::Creating) {
+        throw DatabaseError("is not there");
+    }
+    if (!isMissing && entry.type != EntryType::File) {
+        throw DatabaseError("is no file");
+    }
+    if (isMissing || entry.size == 0) {
+        if (use != DatabaseUse::Creating) {
+            throw DatabaseError("is an empty file and no " + std::string(kind.name));
+        }
+        return false;
+    }
+    // SQLite takes some very short files for empty databases.
+    if (!IsDatabaseFile(file, error)) {
+        throw DatabaseError(error ? "cannot be read: " + error.message() : "is no SQLite database");
+    }
+    return true;
+}
+
 }  // namespace
 
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error) {
@@ -68,31 +100,7 @@ Database::Database() {
 }
 
 Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
-    if (file.empty()) {
-        throw DatabaseError("is no name of a file");
-    }
-    Entry entry;
-    std::error_code error = InspectTarget(file, entry);
-    bool isThere = !error;
-    if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory) {
-        throw DatabaseError("cannot be read: " + error.message());
-    }
-    if (!isThere && use != DatabaseUse::Creating) {
-        throw DatabaseError("is not there");
-    }
-    if (isThere && entry.type != EntryType::File) {
-        throw DatabaseError("is no file");
-    }
-    if (isThere && entry.size == 0) {
-        if (use != DatabaseUse::Creating) {
-            throw DatabaseError("is an empty file and no " + std::string(kind.name));
-        }
-        isThere = false;
-    }
-    // SQLite takes some very short files for empty databases.
-    if (isThere && !IsDatabaseFile(file, error)) {
-        throw DatabaseError(error ? "cannot be read: " + error.message() : "is no SQLite database");
-    }
+    const bool isThere = IsThere(file, use, kind);
     // Also for reading: what another program left unfinished is put in order first.
     const int flags = SQLITE_OPEN_READWRITE | (isThere ? 0 : SQLITE_OPEN_CREATE);
     const int code = sqlite3_open_v2(NameOf(file).c_str(), &handle_, flags, nullptr);
