@@ -48,7 +48,7 @@ int main(int argumentCount, char** arguments) {
         return host::RunCommandLine(ReadArguments(argumentCount, arguments), console);
     } catch (const std::bad_alloc&) {
         console.Say(
-            "there is not enough memory for this project; export a part of it with --object or a "
+            "there is not enough memory for this project; export a part of it with --object, or give a "
             "directory in it");
     } catch (const std::exception& error) {
         console.Say(std::string("the work could not be finished: ") + error.what());

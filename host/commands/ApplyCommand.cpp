@@ -42,7 +42,7 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
 void AddApplyCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<ApplyOptions>();
     CLI::App& command = *program.add_subcommand(
-        "apply", "Write the database keys of the server's answer onto the objects of a project file");
+        "apply", "Set the database keys from the server's answer on the objects of a project file");
     command.add_option("ANSWER.json", options->answer, "The answer; - is the standard input")
         ->required()
         ->type_name("");

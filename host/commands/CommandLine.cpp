@@ -18,20 +18,20 @@ constexpr const char* kPurpose =
     "turns them into the JSON documents of the data-management server and back.";
 
 constexpr const char* kNotes =
-    "What a directory is read as:\n"
+    "How a directory is read:\n"
     "  A directory with solver decks is a study with one iteration for each deck; geometry and\n"
     "  meshes in it are parts, pictures named like a part belong to it, and everything else is a\n"
     "  file of the study. Other directories with files are assembly folders. Hidden entries are\n"
-    "  left out. A link to a file in the directory counts as a file, links to directories and\n"
-    "  links that lead out of the directory are not followed.\n"
+    "  left out. A link to a file in the directory counts as a file; links to directories and\n"
+    "  links out of the directory are not followed.\n"
     "\n"
     "The round trip:\n"
-    "  new keeps a project in a file, export writes its document, store gives that to a stand-in for\n"
-    "  the server and takes its answer, apply writes the answer's keys onto the project's objects,\n"
-    "  fetch gets a document back from the server, and import makes objects of it again.\n"
+    "  new creates a project file, export writes its document, store gives the document to a stand-in\n"
+    "  for the server and writes its answer, apply sets the keys from the answer on the project's\n"
+    "  objects, fetch gets a document back from the server, and import rebuilds its objects.\n"
     "\n"
     "Exit status:\n"
-    "  0 done, 1 nothing done, (with --strict) an entry left out or (compare) differences, 2 bad usage\n"
+    "  0 success; 1 failure, an entry left out (with --strict) or differences (compare); 2 bad usage\n"
     "\n"
     "Examples:\n"
     "  korvane-json tree projects/bracket\n"
@@ -79,9 +79,9 @@ void DescribeProgram(CLI::App& program) {
     // The same options on every platform: a slash opens a path.
     program.allow_windows_style_options(false);
     program.require_subcommand(0, 1);
-    program.set_help_flag("-h,--help", "Print this help; after a command, the command's");
+    program.set_help_flag("-h,--help", "Print this help; after a command, the help of the command");
     program.set_version_flag("--version", VersionText(),
-                             "Print the version of the library and what it was built on");
+                             "Print the version of the library, and where and when it was built");
     program.footer(kNotes);
 }
 

@@ -76,7 +76,7 @@ int Compare(const CompareOptions& options, Console& console) {
                 " more differences\n";
     }
     text += result.differenceCount == 0
-                ? "the same, but for what the format does not carry: " +
+                ? "the same, apart from what the format does not carry: " +
                       FormatCount(result.objects, "object", "objects") + " and " +
                       FormatCount(result.files, "file", "files") + " compared\n"
                 : FormatCount(result.differenceCount, "difference", "differences") + "\n";
@@ -89,11 +89,11 @@ int Compare(const CompareOptions& options, Console& console) {
 void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<CompareOptions>();
     CLI::App& command = *program.add_subcommand(
-        "compare", "Tell whether two projects are the same but for what documents do not carry");
+        "compare", "Say whether two projects are the same, apart from what documents do not carry");
     command
         .add_option("PROJECTS", options->inputs,
                     "Two of: a directory, a project file, a document (- is the standard input).\n"
-                    "The status is 1 when they differ")
+                    "The status is 1 if they differ")
         ->required()
         ->expected(2)
         // Where more are allowed the parser takes a name in brackets for a list.
@@ -105,7 +105,7 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     command.callback([options, &console, &status] {
         if (options->inputs.front() == kStandardStream && options->inputs.back() == kStandardStream) {
             console.Say(
-                "the standard input (-) can be one of the two only. See 'korvane-json compare --help'");
+                "only one of the two can be the standard input (-). See 'korvane-json compare --help'");
             status = kBadUsage;
             return;
         }

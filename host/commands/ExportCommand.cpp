@@ -63,11 +63,11 @@ int ExportProject(const ExportOptions& options, Console& console) {
         if (object == nullptr) {
             const std::string& input = options.from.input;
             console.Say("there is no object " + std::to_string(*options.object) + " in " + Quoted(input) +
-                        "; 'korvane-json tree " + Printable(std::string_view(input)) + "' lists them");
+                        "; 'korvane-json tree " + Printable(std::string_view(input)) + "' lists the objects");
             return kFailure;
         }
     }
-    console.ShowProgress("Making the document", 0, 0);
+    console.ShowProgress("Creating the document", 0, 0);
     const std::string text = MakeDocument(*object, options);
     console.ClearProgress();
     const bool isWritten = WriteOutput(options.output, text, console);
@@ -84,24 +84,24 @@ void AddExportCommand(CLI::App& program, Console& console, int& status) {
     AddInputOptions(command, options->from);
     AddObjectOption(command, options->object,
                     "Write the document of the object with this identifier instead of the\n"
-                    "whole project's; 'korvane-json tree DIR' lists them: --object 12");
+                    "whole project; 'korvane-json tree DIR' lists the identifiers: --object 12");
     command
         .add_option("--mode", options->mode,
-                    "PROJECT writes only the files that lie in the project's own directory,\n"
-                    "STUDY everything but the iteration models; without it everything is\n"
+                    "PROJECT writes only the files in the project's own directory, STUDY\n"
+                    "everything except the iteration models. Without this option everything is\n"
                     "written: --mode STUDY")
         ->type_name("MODE")
         ->check(CLI::IsMember({"PROJECT", "STUDY"}));
     command
         .add_option("--text", options->text,
-                    "compact (the default) writes the document on one line, indented for the\n"
-                    "eye. Both end with a line feed: --text indented")
+                    "compact (the default) writes the document on one line, indented is for\n"
+                    "people. Both end with a line feed: --text indented")
         ->type_name("FORM")
         ->check(CLI::IsMember({"compact", "indented"}));
     command
         .add_option("-o,--output", options->output,
-                    "The file to write to; an old one is replaced once the new one is whole.\n"
-                    "- is the standard output (the default): -o bracket.json")
+                    "The file to write to; an existing file is replaced when the new one is\n"
+                    "complete. - is the standard output (the default): -o bracket.json")
         ->type_name("FILE");
     AddExamples(command,
                 "  korvane-json export projects/bracket -o bracket.json\n"

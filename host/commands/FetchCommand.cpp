@@ -28,7 +28,7 @@ int FetchToOutput(const FetchOptions& options, Console& console) {
         Server server = Server::OpenForFetching(PathFromUtf8(options.database));
         if (!server.Fetch(options.key, document, console)) {
             console.Say("there is no object with the key " + Quoted(options.key) + " in " + name +
-                        "; the answer of 'korvane-json store' names the keys");
+                        "; the answer from 'korvane-json store' lists the keys");
             return kFailure;
         }
     } catch (const DatabaseError& error) {
@@ -42,11 +42,11 @@ int FetchToOutput(const FetchOptions& options, Console& console) {
 
 void AddFetchCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<FetchOptions>();
-    CLI::App& command =
-        *program.add_subcommand("fetch", "Play the data-management server: give a kept object as a document");
+    CLI::App& command = *program.add_subcommand(
+        "fetch", "Act as a data-management server: write a stored object as a document");
     command
         .add_option("KEY", options->key,
-                    "The database key of the object, as 'korvane-json store' answered it")
+                    "The database key of the object, from the answer of 'korvane-json store'")
         ->required()
         ->type_name("");
     command.add_option("--db", options->database, "The server's database: --db server.db")

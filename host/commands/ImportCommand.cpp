@@ -68,14 +68,14 @@ void AddImportCommand(CLI::App& program, Console& console, int& status) {
         ->type_name("");
     command
         .add_option("PROJECT.kvp", options->file,
-                    "The project file; made when there is none, with the files of the\n"
-                    "document expected in its directory")
+                    "The project file; created if there is none. The files of the document are\n"
+                    "expected in its directory then")
         ->required()
         ->type_name("");
     AddObjectOption(command, options->object,
                     "Import onto the object with this identifier instead of the project;\n"
-                    "'korvane-json tree PROJECT.kvp' lists them. A document of another kind\n"
-                    "of object than that becomes a new object below it: --object 12");
+                    "'korvane-json tree PROJECT.kvp' lists the identifiers. A document of\n"
+                    "another kind of object becomes a new object below it: --object 12");
     AddDryRun(command, options->isDryRun);
     AddExamples(command,
                 "  korvane-json import bracket.json rebuilt.kvp\n"

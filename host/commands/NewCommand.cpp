@@ -43,9 +43,10 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
     std::error_code error;
     const bool isThere = std::filesystem::exists(std::filesystem::symlink_status(file, error));
     if (isThere && !options.isForced) {
-        console.Say(Quoted(options.File()) +
-                    " is there already, and was left as it is. Give another name, or --force to put the "
-                    "new project in its place");
+        console.Say(
+            Quoted(options.File()) +
+            " already exists and was not changed. Give another name, or --force to replace the project "
+            "in it");
         return kFailure;
     }
     return ChangeDatabase(options.File(), console, [&] {
@@ -67,7 +68,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         console.Say(Quoted(options.File()) + ": a project with " +
                     FormatCount(counts.objects, "object", "objects") + " and " +
                     FormatCount(counts.files, "file", "files") +
-                    (isThere ? ", in place of the one that was there" : ""));
+                    (isThere ? ", replacing the one that was there" : ""));
         SayDryRun(options.isDryRun, console);
         return Finish({{}, options.isStrict}, *reading, console);
     });
@@ -78,35 +79,32 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
 void AddNewCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<NewOptions>();
     CLI::App& command = *program.add_subcommand(
-        "new", "Make a project file of a directory of studies, or one without objects");
-    command.description(
-        "Make a project file of a directory of studies, or one without objects.\n"
-        "\n"
-        "A project file is one SQLite 3 database. It keeps everything that the project and its objects\n"
-        "hold, identifiers included, but versions of objects, which no command makes.");
+        "new", "Create a project file from a directory of studies, or one without objects");
     CLI::Option* const first =
         command
             .add_option("DIR", options->first,
-                        "The directory that holds the studies, or a project file; left out with --empty")
+                        "The directory with the studies, or a project file; omit it with --empty")
             ->type_name("");
     CLI::Option* const second =
-        command.add_option("PROJECT.kvp", options->second, "The project file to make")->type_name("");
-    command.add_flag("--empty", options->isEmpty, "Make a project without objects");
-    command.add_flag("--force", options->isForced,
-                     "Put the new project in place of the one in an existing project file");
+        command.add_option("PROJECT.kvp", options->second, "The project file to create")->type_name("");
+    command.add_flag("--empty", options->isEmpty, "Create a project without objects");
+    command.add_flag("--force", options->isForced, "Replace the project in an existing project file");
     command.add_flag("--strict", options->isStrict,
-                     "End with status 1 when an entry of the directory could not be read.\n"
-                     "The project file is made all the same, without the entry");
+                     "End with status 1 if an entry of the directory cannot be read.\n"
+                     "The project file is created without that entry");
     AddDryRun(command, options->isDryRun);
-    AddExamples(command,
-                "  korvane-json new projects/bracket bracket.kvp\n"
-                "  korvane-json new --empty rebuilt.kvp\n");
+    AddExamples(
+        command,
+        "  korvane-json new projects/bracket bracket.kvp\n"
+        "  korvane-json new --empty rebuilt.kvp\n",
+        "A project file is a SQLite 3 database. It holds everything about the project and its objects,\n"
+        "identifiers included, except versions of objects, which no command creates.");
     command.callback([options, first, second, &console, &status] {
         if (first->empty() || second->empty() != options->isEmpty) {
-            console.Say(std::string("give ") +
-                        (options->isEmpty ? "nothing but a project file with --empty"
-                                          : "a directory and a project file") +
-                        ". See 'korvane-json new --help'");
+            console.Say(
+                std::string("give ") +
+                (options->isEmpty ? "only a project file with --empty" : "a directory and a project file") +
+                ". See 'korvane-json new --help'");
             status = kBadUsage;
             return;
         }

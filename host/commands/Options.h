@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace CLI {
 class App;
@@ -22,8 +21,8 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 /// Adds --object, an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
 
-/// Adds the examples that end a command's help.
-void AddExamples(CLI::App& command, std::string_view examples);
+/// Adds the examples that end a command's help, and the notes before them.
+void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes = {});
 
 /// Adds --dry-run.
 void AddDryRun(CLI::App& command, bool& isDryRun);

@@ -58,14 +58,14 @@ bool IsReplaceable(const std::string& file, const std::vector<std::string>& inpu
     std::string reason;
     for (const std::string& input : inputs) {
         if (input != kStandardStream && IsSameFile(target, PathFromUtf8(input))) {
-            reason = "the command works on that file itself";
+            reason = "the command itself works on that file";
         } else if (IsFileOfProject(target, PathFromUtf8(input))) {
-            reason = "it is a file of the project and no document";
+            reason = "it is a file of the project, not a document";
         }
     }
     std::error_code ignored;
     if (reason.empty() && IsDatabaseFile(target, ignored)) {
-        reason = "a database lies there";
+        reason = "it is a database";
     }
     if (reason.empty()) {
         return true;
@@ -87,8 +87,8 @@ bool WriteOutput(const std::string& file, std::string_view text, Console& consol
     std::error_code ignored;
     const bool isFile = std::filesystem::is_regular_file(target, ignored);
     console.Say("cannot write " + Quoted(file) + ": " + error.message() +
-                (isFile ? ". The file is as it was" : "") +
-                ". Give another file with -o, or make room and permission for this one");
+                (isFile ? ". The old file was kept" : "") +
+                ". Give another file with -o, or check the free space and the permissions");
     return false;
 }
 

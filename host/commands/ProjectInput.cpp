@@ -32,7 +32,7 @@ std::optional<OpenedProject> OpenDirectory(const std::string& name,
     DirectoryReading reading = ReadDirectory(PathFromUtf8(name), leftOut, console);
     if (reading.project == nullptr) {
         console.Say("cannot read " + Quoted(name) + ": " + reading.error.message() +
-                    ". Give a directory of simulation files that you may read");
+                    ". Give a directory of simulation files that you can read");
         return std::nullopt;
     }
     return OpenedProject{std::move(reading.project), reading.unreadableCount};
@@ -73,9 +73,9 @@ int Finish(const InputOptions& options, const OpenedProject& opened, Console& co
     if (opened.unreadableCount == 0) {
         return kSuccess;
     }
-    console.Say(FormatCount(opened.unreadableCount, "entry", "entries") +
-                " could not be read and had to be left out" +
-                (options.isStrict ? ", which --strict does not allow" : "; --strict makes that a failure"));
+    console.Say(FormatCount(opened.unreadableCount, "entry", "entries") + " could not be read and " +
+                (opened.unreadableCount == 1 ? "was" : "were") + " left out" +
+                (options.isStrict ? "; --strict does not allow that" : "; with --strict that is a failure"));
     return options.isStrict ? kFailure : kSuccess;
 }
 

@@ -36,7 +36,7 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
         options.project.empty() ? MemberText(*document, format::member::kName) : options.project;
     if (project.empty()) {
         console.Say("the root of " + InputName(options.document) +
-                    " has no name: give the project's with --project. Nothing was changed");
+                    " has no name: give the name of the project with --project. Nothing was changed");
         return kFailure;
     }
     return ChangeDatabase(options.database, console, [&] {
@@ -46,9 +46,7 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
         report.Say(Quoted(options.database), console);
         SayDryRun(options.isDryRun, console);
         if (!options.isDryRun && !WriteOutput(options.output, answer, console)) {
-            console.Say(
-                "the document is stored all the same: store it again for the answer, which will be the "
-                "same");
+            console.Say("the document was stored: store it again to get the answer, which will be the same");
             return kFailure;
         }
         return kSuccess;
@@ -60,25 +58,19 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
 void AddStoreCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<StoreOptions>();
     CLI::App& command = *program.add_subcommand(
-        "store", "Play the data-management server: keep a document and answer with its keys");
-    command.description(
-        "Play the data-management server: keep a document and answer with its keys.\n"
-        "\n"
-        "An object that bears a key of the database is stored under it again, any other one under\n"
-        "the key that its identifier got in the project of this name before. Children and files that\n"
-        "the document no longer has belong to their object no longer; they can still be fetched.");
+        "store", "Act as a data-management server: store a document and answer with its keys");
     command.add_option("DOCUMENT.json", options->document, "The document; - is the standard input")
         ->required()
         ->type_name("");
     command
         .add_option("--db", options->database,
-                    "The server's database; made when there is none: --db server.db")
+                    "The server's database; created if there is none: --db server.db")
         ->required()
         ->type_name("FILE");
     command
         .add_option("--project", options->project,
-                    "The name of the project that the identifiers belong to, where the\n"
-                    "document's root bears another one: --project bracket")
+                    "The name of the project that the identifiers belong to, if the document's\n"
+                    "root has another name: --project bracket")
         ->type_name("NAME");
     command
         .add_option("-o,--output", options->output,
@@ -86,9 +78,13 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
                     "-o answer.json")
         ->type_name("FILE");
     AddDryRun(command, options->isDryRun);
-    AddExamples(command,
-                "  korvane-json store bracket.json --db server.db -o answer.json\n"
-                "  korvane-json store study.json --db server.db --project bracket -o answer.json\n");
+    AddExamples(
+        command,
+        "  korvane-json store bracket.json --db server.db -o answer.json\n"
+        "  korvane-json store study.json --db server.db --project bracket -o answer.json\n",
+        "An object that has a key of the database is stored under it again. Any other object is stored\n"
+        "under the key that its identifier got earlier in the project of this name. Children and files\n"
+        "that the document no longer has are detached from their object; they can still be fetched.");
     command.callback([options, &console, &status] { status = StoreFromFile(*options, console); });
 }
 

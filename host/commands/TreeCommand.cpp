@@ -43,8 +43,8 @@ void AddTreeCommand(CLI::App& program, Console& console, int& status) {
         *program.add_subcommand("tree", "Print the objects of a project: kinds, names, files and metadata");
     AddInputOptions(command, *options);
     command.get_option("DIR")->description(
-        "The directory that holds the studies, a project file, or a document, which is\n"
-        "shown as an import makes objects of it (- is the standard input)");
+        "The directory with the studies, a project file, or a document, which is shown\n"
+        "as an import would create its objects (- is the standard input)");
     AddExamples(command,
                 "  korvane-json tree projects/bracket\n"
                 "  korvane-json tree bracket.kvp\n"

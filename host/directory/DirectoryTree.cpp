@@ -75,12 +75,12 @@ bool Scanner::FollowLink(const path& link, Entry& entry) {
     std::error_code error;
     const path target = ResolvePath(link, error);
     if (error) {
-        NameUnreadable(link, "it is a link that leads nowhere (" + error.message() + ")");
+        NameUnreadable(link, "it is a broken link (" + error.message() + ")");
         return false;
     }
     if (!IsBelow(tree_.directories.front().path, target)) {
-        console_.Say(Quoted(link) + " is left out: it is a link that leads out of the project, to " +
-                     Quoted(target) + ". Copy what it leads to into the project if it belongs there");
+        console_.Say(Quoted(link) + " is left out: it is a link out of the project, to " + Quoted(target) +
+                     ". Copy its target into the project if it belongs there");
         return false;
     }
     Entry found;

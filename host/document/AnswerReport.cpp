@@ -18,12 +18,14 @@ namespace host {
 namespace {
 
 constexpr std::string_view kNoSuchObject = "key not set, because no object has the identifier";
-constexpr std::string_view kNoKey = "no key given, because there is no \"dbkey\"";
+constexpr std::string_view kNoKey = "key not set, because there is no \"dbkey\"";
 constexpr std::string_view kNoIdentifier = "key not set, because there is no \"id\"";
-constexpr std::string_view kLater = "key not set, because the identifier came before with another key";
-constexpr std::string_view kEmptyKey = "key taken away, because \"dbkey\" is empty";
-constexpr std::string_view kNoNumber = "identifier that is no number, taken for the one in front";
-constexpr std::string_view kNoObject = "passed over, because it is no object";
+constexpr std::string_view kLater =
+    "key not set, because an earlier node with the identifier has another key";
+constexpr std::string_view kEmptyKey = "key removed, because \"dbkey\" is empty";
+constexpr std::string_view kNoNumber =
+    "identifier that is not a number, read as the number that it begins with";
+constexpr std::string_view kNoObject = "ignored, because it is not an object";
 
 /// Notes what the library does not take from one node of an answer.
 void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
@@ -47,7 +49,7 @@ void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
 
 void AnswerReport::Say(const std::string& what, Console& console) const {
     console.Say(what + ": " + FormatCount(keysSet, "key", "keys") + " set, " + std::to_string(keysKept) +
-                " there already" + (hasName ? ", and the display name taken from the answer" : ""));
+                " unchanged" + (hasName ? ", and the display name taken from the answer" : ""));
     notes.Say(what, console);
 }
 
@@ -56,8 +58,7 @@ bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console)
         return true;
     }
     console.Say("cannot use " + InputName(file) +
-                ": it is neither an object node nor an array of such, and no answer of a server. Nothing was "
-                "changed");
+                ": an answer is an object or an array of objects. Nothing was changed");
     return false;
 }
 
@@ -85,7 +86,7 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
             continue;
         }
         if (text != std::to_string(id)) {
-            report.notes.Add(kNoNumber, [&] { return Excerpt(text) + " for " + std::to_string(id); });
+            report.notes.Add(kNoNumber, [&] { return Excerpt(text) + " as " + std::to_string(id); });
         }
         if (targets.emplace(id, Target{object, object->getDBKey()}).second && key.empty()) {
             report.notes.Add(kEmptyKey, [&] { return Excerpt(text); });

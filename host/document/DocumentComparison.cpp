@@ -93,7 +93,7 @@ void DocumentComparer::CompareHeads(const NodePair& pair) {
         const auto& [name, text] = pair.first.members[index];
         const auto& [otherName, otherText] = pair.second.members[index];
         if (name != otherName) {
-            Differ(pair, "which members there are", name.c_str(), otherName.c_str());
+            Differ(pair, "their members", name.c_str(), otherName.c_str());
             return;
         }
         if (text != otherText) {
@@ -109,7 +109,7 @@ void DocumentComparer::CompareHeads(const NodePair& pair) {
 
 void DocumentComparer::CompareProjectNames(const NodePair& pair) {
     if (pair.first.projectName.has_value() != pair.second.projectName.has_value()) {
-        Differ(pair, "whether it is a project", pair.first.type, pair.second.type);
+        Differ(pair, "whether they are projects", pair.first.type, pair.second.type);
         return;
     }
     if (!pair.first.projectName || (!first_.displayName && !second_.displayName)) {

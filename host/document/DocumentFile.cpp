@@ -22,7 +22,7 @@ std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
         file == kStandardStream ? ReadStandardInput(text) : ReadInputFile(PathFromUtf8(file), text);
     if (error) {
         console.Say("cannot read " + InputName(file) + ": " + error.message() +
-                    ". Give a JSON document that you may read");
+                    ". Give a JSON document that you can read");
         return std::nullopt;
     }
     try {
@@ -36,17 +36,17 @@ std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
 bool IsImportable(const JSONNode& document, const std::string& file, Console& console) {
     std::string reason;
     if (document.type() != JSON_NODE) {
-        reason = "it is no object node";
+        reason = "it is not an object";
     } else if (const JSONNode* const type = FindMember(document, format::member::kType); type == nullptr) {
         reason = "its root has no \"type\"";
     } else if (type->as_string().c_str()[0] == '\0') {
-        reason = "its root's \"type\" is empty";
+        reason = "the \"type\" of its root is empty";
     }
     if (reason.empty()) {
         return true;
     }
     console.Say("cannot use " + InputName(file) + ": " + reason +
-                ", and nothing is imported of such a document. Nothing was changed");
+                ", so nothing can be imported from it. Nothing was changed");
     return false;
 }
 

@@ -11,7 +11,7 @@ namespace member = format::member;
 namespace host {
 namespace {
 
-constexpr std::string_view kNullKeys = "passed over, because \"dbkey\" is null";
+constexpr std::string_view kNullKeys = "\"dbkey\" ignored, because it is null";
 
 }  // namespace
 
@@ -31,7 +31,7 @@ std::string NameOfMember(const JSONNode& value) {
 
 std::string Describe(const JSONNode& node) {
     if (node.type() != JSON_NODE) {
-        return "an element that is no object";
+        return "an element that is not an object";
     }
     const std::string id = MemberText(node, member::kId);
     return Excerpt(MemberText(node, member::kName)) + (id.empty() ? "" : " (id " + Excerpt(id) + ")");

@@ -21,15 +21,15 @@ using format::Kind;
 namespace host {
 namespace {
 
-constexpr std::string_view kNoType = "left out with everything below, because there is no \"type\"";
-constexpr std::string_view kUnknownType = "left out with everything below, because the \"type\" is not known";
-constexpr std::string_view kNotCreated = "left out with everything below, because the object was not created";
+constexpr std::string_view kNoType = "left out with everything below it, because it has no \"type\"";
+constexpr std::string_view kUnknownType =
+    "left out with everything below it, because its \"type\" is not known";
+constexpr std::string_view kNotCreated =
+    "left out with everything below it, because the object was not created";
 constexpr std::string_view kUnattached =
-    "file of the project that hangs on no object, because its type has "
-    "no role there";
+    "file that is attached to no object, because its type has no role there";
 constexpr std::string_view kNotShown =
-    "view item that shows nothing, because no assembly with its key came "
-    "before it";
+    "view item that shows nothing, because no assembly with its key came before it";
 constexpr std::string_view kStrayName = "file whose name leads out of the project's directory";
 
 /// Whether the directory and the name put together are a path to somewhere else than into the directory.

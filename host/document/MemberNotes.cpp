@@ -21,15 +21,15 @@ namespace {
 
 constexpr std::string_view kUnknown = "members that are not recognised";
 constexpr std::string_view kWithoutEffect = "members without effect";
-constexpr std::string_view kContainerForText = "object or array taken for an empty text";
-constexpr std::string_view kNullForText = "null taken for the text 'null'";
+constexpr std::string_view kContainerForText = "object or array read as an empty text";
+constexpr std::string_view kNullForText = "null read as the text 'null'";
 constexpr std::string_view kCut = "text cut at a NUL character";
-constexpr std::string_view kNoContainer = "neither array nor object, and so without effect";
-constexpr std::string_view kTwice = "member that comes more than once";
+constexpr std::string_view kNoContainer = "ignored, because it is neither an array nor an object";
+constexpr std::string_view kTwice = "member that occurs more than once";
 constexpr std::string_view kBelowRecord = "nothing imported below a file record";
-constexpr std::string_view kNoRecord = "file record that is no object: a file without a name was made";
+constexpr std::string_view kNoRecord = "file record that is not an object: a file without a name was created";
 constexpr std::string_view kIncompleteEntry =
-    "metadata entry without \"value\" or \"metaDataType\", taken for empty";
+    "metadata entry without \"value\" or \"metaDataType\", which is read as empty";
 
 void NoteText(const JSONNode& node, const JSONNode& value, const std::string& name, Notes& notes) {
     const auto describe = [&] { return Excerpt(name) + " of " + Describe(node); };

@@ -47,8 +47,8 @@ void RefuseLeftovers(const path& file) {
         leftover += ending;
         std::error_code ignored;
         if (std::filesystem::exists(leftover, ignored)) {
-            throw DatabaseError(std::string("cannot be made: a file of the same name with '") + ending +
-                                "' at its end is left of an older one. Remove it first");
+            throw DatabaseError(std::string("cannot be created: a file with the same name and '") + ending +
+                                "' at its end is left over from an older one. Remove it first");
         }
     }
 }
@@ -57,10 +57,10 @@ void RefuseLeftovers(const path& file) {
 void PutInPlace(const path& temporary, const path& file) {
     const std::error_code error = MoveToNewName(temporary, file);
     if (error == std::errc::file_exists) {
-        throw DatabaseError("is there already");
+        throw DatabaseError("already exists");
     }
     if (error) {
-        throw DatabaseError("cannot be made: " + error.message());
+        throw DatabaseError("cannot be created: " + error.message());
     }
 }
 
@@ -114,7 +114,7 @@ void CreateProjectFile(const path& file, CAEProject& project, Console& console) 
     // A link to nothing is there, and so is a device, which Windows has under names in every folder.
     if (std::filesystem::exists(std::filesystem::symlink_status(file, error)) ||
         !InspectTarget(file, entry)) {
-        throw DatabaseError("is there already");
+        throw DatabaseError("already exists");
     }
     RefuseLeftovers(file);
     const TemporaryFile temporary(TemporaryName(file));

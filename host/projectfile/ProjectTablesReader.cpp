@@ -47,7 +47,7 @@ private:
     Class& Find(const Statement& row, const char* what) {
         auto* const object = dynamic_cast<Class*>(&ObjectOf(row));
         if (object == nullptr) {
-            Damaged("the object " + std::to_string(row.Number(0)) + " is no " + what);
+            Damaged("the object " + std::to_string(row.Number(0)) + " is not a " + what);
         }
         return *object;
     }
@@ -97,7 +97,7 @@ void Reader::ReadObjects() {
         console_.ShowProgress("Reading the project", ++count, 0);
     }
     if (project_ == nullptr) {
-        Damaged("it holds no project");
+        Damaged("it has no project");
     }
 }
 
@@ -105,7 +105,7 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
     CAEObject* object = nullptr;
     if (project_ == nullptr) {
         if (kind != CAE_PROJECT || !row.IsNull(1)) {
-            Damaged("its first object is no project");
+            Damaged("its first object is not a project");
         }
         project_ = korvane::CreateProject(Text(row, 4), OuString());
         object = korvane::Renumber(*project_, id) ? project_.get() : nullptr;
@@ -120,7 +120,7 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
     }
     if (object == nullptr) {
         Damaged("an object of the kind " + std::to_string(kind) + " with the identifier " +
-                std::to_string(id) + " cannot be made");
+                std::to_string(id) + " cannot be created");
     }
     return *object;
 }

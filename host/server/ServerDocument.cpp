@@ -14,7 +14,7 @@ using format::Kind;
 namespace host {
 namespace {
 
-constexpr std::string_view kNoObject = "not stored, because it is no object";
+constexpr std::string_view kNoObject = "not stored, because it is not an object";
 
 StoredNode MakeStored(const JSONNode& node, NodePlace place) {
     StoredNode stored;
@@ -99,7 +99,7 @@ JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, con
                      const JSONNode& files) {
     const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
     if (kept.type() != JSON_NODE) {
-        throw std::invalid_argument("no object");
+        throw std::invalid_argument("they are not an object");
     }
     const JSONNode keyMember(member::kDatabaseKey.c_str(), key.c_str());
     const bool hasKey = FindMember(kept, member::kDatabaseKey) != nullptr;

@@ -66,7 +66,7 @@ std::size_t Placement::RemoveOld() {
     part.Run();
     Statement changes(database_, "SELECT changes()");
     changes.Begin().Next();
-    const std::int64_t parted = changes.Number(0);
+    const std::int64_t detached = changes.Number(0);
     changes.Reset();
     // A file stays with the objects that the document does not tell about.
     Statement remove(database_,
@@ -74,7 +74,7 @@ std::size_t Placement::RemoveOld() {
                      " AND (above IS NULL OR above IN (SELECT number FROM temp.stored_node)"
                      " OR object IN (SELECT object FROM temp.stored WHERE NOT is_file))");
     remove.Run();
-    return static_cast<std::size_t>(parted);
+    return static_cast<std::size_t>(detached);
 }
 
 /// The files that stay with other objects get the members that the document tells.
@@ -97,7 +97,7 @@ void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
 void Placement::Run(std::vector<StoredNode>& nodes, StoreReport& report, Console& console) {
     ListStored(nodes);
     const PlaceOfRoot root = FindRoot(nodes.front());
-    report.parted = RemoveOld();
+    report.detached = RemoveOld();
     Statement next(database_, "SELECT coalesce(max(number), 0) + 1 FROM node");
     next.Begin().Next();
     std::int64_t number = next.Number(0);

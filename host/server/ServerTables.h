@@ -10,7 +10,7 @@
 namespace host {
 
 /// "KvSv" as a number.
-inline constexpr DatabaseKind kServerKind = {0x4B765376, 1, "database of the server"};
+inline constexpr DatabaseKind kServerKind = {0x4B765376, 1, "server database"};
 
 /// The number of the section that holds a node, as the tables have it.
 constexpr int NumberOfSection(NodePlace place) {

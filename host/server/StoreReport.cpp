@@ -5,13 +5,12 @@
 namespace host {
 
 void StoreReport::Say(const std::string& what, Console& console) const {
+    const std::string detachedOnes =
+        detached == 0 ? ""
+                      : ", and " + std::to_string(detached) + " detached that the document no longer has";
     console.Say(what + ": " + FormatCount(objects, "object", "objects") + " and " +
                 FormatCount(files, "file", "files") + " stored, " + std::to_string(newKeys) +
-                " of them under new keys" +
-                (parted == 0 ? ""
-                             : ", " + std::to_string(parted) +
-                                   " no longer part of what they belonged to, because the document has them "
-                                   "no more"));
+                " of them under new keys" + detachedOnes);
     notes.Say(what, console);
 }
 

@@ -16,7 +16,7 @@ struct StoreReport {
     /// Of both, those that the database did not know.
     std::size_t newKeys = 0;
     /// What belonged to an object in the document and does so no longer.
-    std::size_t parted = 0;
+    std::size_t detached = 0;
     Notes notes;
 
     void Say(const std::string& what, Console& console) const;

@@ -12,18 +12,18 @@ constexpr int kPatienceInMilliseconds = 5000;
 [[noreturn]] void Fail(sqlite3* handle, int code) {
     switch (code & 0xFF) {
         case SQLITE_NOTADB:
-            throw DatabaseError("is no SQLite database");
+            throw DatabaseError("is not a SQLite database");
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             throw DatabaseError("is in use by another program");
         case SQLITE_CORRUPT:
             throw DatabaseError("is damaged");
         case SQLITE_READONLY:
-            throw DatabaseError("may not be written to");
+            throw DatabaseError("is read-only");
         case SQLITE_CANTOPEN:
-            throw DatabaseError("cannot be opened or made: its directory must exist and let you write in it");
+            throw DatabaseError("cannot be opened or created: its directory must exist and be writable");
         case SQLITE_FULL:
-            throw DatabaseError("cannot be written: there is no room left");
+            throw DatabaseError("cannot be written: the disk is full");
         case SQLITE_NOMEM:
             throw std::bad_alloc();
         default:
@@ -54,7 +54,7 @@ std::string NameOf(const std::filesystem::path& file) {
 /// would make anew or take for something else.
 bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
     if (file.empty()) {
-        throw DatabaseError("is no name of a file");
+        throw DatabaseError("is not a file name");
     }
     Entry entry;
     std::error_code error = InspectTarget(file, entry);
@@ -64,20 +64,20 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
         throw DatabaseError("cannot be read: " + error.message());
     }
     if (isMissing && use != DatabaseUse::Creating) {
-        throw DatabaseError("is not there");
+        throw DatabaseError("does not exist");
     }
     if (!isMissing && entry.type != EntryType::File) {
-        throw DatabaseError("is no file");
+        throw DatabaseError("is not a file");
     }
     if (isMissing || entry.size == 0) {
         if (use != DatabaseUse::Creating) {
-            throw DatabaseError("is an empty file and no " + std::string(kind.name));
+            throw DatabaseError("is an empty file, not a " + std::string(kind.name));
         }
         return false;
     }
     // SQLite takes some very short files for empty databases.
     if (!IsDatabaseFile(file, error)) {
-        throw DatabaseError(error ? "cannot be read: " + error.message() : "is no SQLite database");
+        throw DatabaseError(error ? "cannot be read: " + error.message() : "is not a SQLite database");
     }
     return true;
 }
@@ -136,16 +136,15 @@ std::int64_t Database::ReadNumber(const char* question) {
 
 void Database::CheckKind(const DatabaseKind& kind) {
     if (ReadNumber("PRAGMA application_id") != kind.application) {
-        throw DatabaseError("is a database of another program and no " + std::string(kind.name));
+        throw DatabaseError("is a database of another program, not a " + std::string(kind.name));
     }
     const std::int64_t format = ReadNumber("PRAGMA user_version");
     if (format > kind.format) {
-        throw DatabaseError("was written by a newer korvane-json: it has the format " +
-                            std::to_string(format) + ", and this one reads formats up to " +
-                            std::to_string(kind.format));
+        throw DatabaseError("was written by a newer korvane-json: it has format " + std::to_string(format) +
+                            ", and this version reads formats up to " + std::to_string(kind.format));
     }
     if (format < 1) {
-        throw DatabaseError("is damaged: it does not say in which format it is");
+        throw DatabaseError("is damaged: it does not say which format it has");
     }
 }
 

@@ -108,7 +108,7 @@ TEST_F(ProgramOutputTest, TakesNoFileOfTheProjectForItsOutput) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error,
               "korvane-json: cannot write '" + deck +
-                  "': it is a file of the project and no document. Nothing was changed; give another file "
+                  "': it is a file of the project, not a document. Nothing was changed; give another file "
                   "with -o\n");
     EXPECT_EQ(ReadWholeFile(folder / "root/kept/run.inp"), "*STEP\n");
     // The document of the last time is replaced.
@@ -169,22 +169,21 @@ TEST_F(ProgramOutputTest, WritesToTheStandardOutputByItsPathToo) {
 
 TEST_F(ProgramOutputTest, StrictFailsForAnEntryThatCannotBeReadButWritesTheRest) {
     std::filesystem::create_symlink("gone", folder / "root/dangling.inp");
-    const std::string named =
-        "korvane-json: '" + ToUtf8(folder / "root/dangling.inp") +
-        "' cannot be read and is left out: it is a link that leads nowhere (No such file or "
-        "directory)\n";
+    const std::string named = "korvane-json: '" + ToUtf8(folder / "root/dangling.inp") +
+                              "' cannot be read and is left out: it is a broken link (No such file or "
+                              "directory)\n";
     for (const char* const command : {"tree", "export"}) {
         const ProcessResult lenient = RunHost({command, Root()});
         EXPECT_EQ(lenient.status, 0);
-        EXPECT_EQ(lenient.error,
-                  named +
-                      "korvane-json: 1 entry could not be read and had to be left out; --strict "
-                      "makes that a failure\n");
+        EXPECT_EQ(lenient.error, named +
+                                     "korvane-json: 1 entry could not be read and was left out; with "
+                                     "--strict that is a failure\n");
         const ProcessResult strict = RunHost({command, Root(), "--strict"});
         EXPECT_EQ(strict.status, 1);
-        EXPECT_EQ(strict.error, named +
-                                    "korvane-json: 1 entry could not be read and had to be left out, which "
-                                    "--strict does not allow\n");
+        EXPECT_EQ(
+            strict.error,
+            named +
+                "korvane-json: 1 entry could not be read and was left out; --strict does not allow that\n");
         EXPECT_EQ(strict.output, lenient.output);
         EXPECT_NE(strict.output, "");
     }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "host/commands/ProgramSupport.h"
@@ -50,9 +51,8 @@ TEST_F(ProgramProjectFile, NewAsksForWhatIsMissing) {
     const std::string help = ". See 'korvane-json new --help'";
     ExpectRefused({"new"}, "give a directory and a project file" + help, 2);
     ExpectRefused({"new", "root"}, "give a directory and a project file" + help, 2);
-    ExpectRefused({"new", "--empty"}, "give nothing but a project file with --empty" + help, 2);
-    ExpectRefused({"new", "--empty", "root", "p.kvp"}, "give nothing but a project file with --empty" + help,
-                  2);
+    ExpectRefused({"new", "--empty"}, "give only a project file with --empty" + help, 2);
+    ExpectRefused({"new", "--empty", "root", "p.kvp"}, "give only a project file with --empty" + help, 2);
 }
 
 TEST_F(ProgramProjectFile, NewLeavesWhatIsThereUnlessItIsForced) {
@@ -61,35 +61,32 @@ TEST_F(ProgramProjectFile, NewLeavesWhatIsThereUnlessItIsForced) {
     folder.Write("text.kvp", "x");
     folder.Write("empty.kvp", "");
     const std::string there =
-        "' is there already, and was left as it is. Give another name, or --force to put the new project in "
-        "its "
-        "place";
+        "' already exists and was not changed. Give another name, or --force to replace the project in it";
     ExpectRefused({"new", "root", "p.kvp"}, "'p.kvp" + there);
     ExpectRefused({"new", "--empty", "text.kvp"}, "'text.kvp" + there);
     ExpectRefused({"new", "root", "text.kvp", "--force"},
-                  "'text.kvp' is no SQLite database. Nothing was changed");
+                  "'text.kvp' is not a SQLite database. Nothing was changed");
     ExpectRefused({"new", "root", "empty.kvp", "--force"},
-                  "'empty.kvp' is an empty file and no project file. Nothing was changed");
-    ExpectRefused({"new", "root", "root", "--force"}, "'root' is no file. Nothing was changed");
+                  "'empty.kvp' is an empty file, not a project file. Nothing was changed");
+    ExpectRefused({"new", "root", "root", "--force"}, "'root' is not a file. Nothing was changed");
     EXPECT_EQ(
         DoAfterDryRun({"new", "root", "p.kvp", "--force"}),
-        "korvane-json: 'p.kvp': a project with 5 objects and 3 files, in place of the one that was there\n");
+        "korvane-json: 'p.kvp': a project with 5 objects and 3 files, replacing the one that was there\n");
     EXPECT_EQ(OutputOf({"export", "p.kvp"}), OutputOf({"export", "root"}));
 }
 
 TEST_F(ProgramProjectFile, NewDoesNotReadTheProjectFileThatItMakes) {
     WriteStudies();
     Do({"new", "root", "root/p.kvp"});
-    EXPECT_EQ(
-        Do({"new", "root", "root/p.kvp", "--force"}),
-        "korvane-json: 'root/p.kvp': a project with 5 objects and 3 files, in place of the one that was "
-        "there\n");
+    EXPECT_EQ(Do({"new", "root", "root/p.kvp", "--force"}),
+              "korvane-json: 'root/p.kvp': a project with 5 objects and 3 files, replacing the one that was "
+              "there\n");
 }
 
 TEST_F(ProgramProjectFile, NewRefusesBadUsageAndWhatCannotBeRead) {
     ExpectRefused({"new", "p.kvp"}, "give a directory and a project file. See 'korvane-json new --help'", 2);
     ExpectRefused({"new", "--empty", "a", "p.kvp"},
-                  "give nothing but a project file with --empty. See 'korvane-json new --help'", 2);
+                  "give only a project file with --empty. See 'korvane-json new --help'", 2);
     const ProcessResult missing = Run({"new", "missing", "p.kvp"});
     EXPECT_EQ(missing.status, 1);
     EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read 'missing': ")) << missing.error;
@@ -97,7 +94,7 @@ TEST_F(ProgramProjectFile, NewRefusesBadUsageAndWhatCannotBeRead) {
     folder.MakeDirectory("empty");
     const ProcessResult nowhere = Run({"new", "empty", "missing/p.kvp"});
     EXPECT_EQ(nowhere.status, 1);
-    EXPECT_TRUE(nowhere.error.starts_with("korvane-json: 'missing/p.kvp' cannot be opened or made: "))
+    EXPECT_TRUE(nowhere.error.starts_with("korvane-json: 'missing/p.kvp' cannot be opened or created: "))
         << nowhere.error;
 }
 
@@ -137,19 +134,20 @@ TEST_F(ProgramProjectFile, ImportRefusesWithoutChangingAnything) {
         EXPECT_TRUE(broken.error.starts_with("korvane-json: cannot read 'broken.json': line 2, column 10: "))
             << broken.error;
         EXPECT_TRUE(broken.error.ends_with(". Nothing was changed\n")) << broken.error;
-        const std::string reason = ", and nothing is imported of such a document. Nothing was changed";
+        const std::string reason = ", so nothing can be imported from it. Nothing was changed";
         ExpectRefused({"import", "no-type.json", target},
                       "cannot use 'no-type.json': its root has no \"type\"" + reason);
         ExpectRefused({"import", "empty-type.json", target},
-                      "cannot use 'empty-type.json': its root's \"type\" is empty" + reason);
+                      "cannot use 'empty-type.json': the \"type\" of its root is empty" + reason);
         ExpectRefused({"import", "array.json", target},
-                      "cannot use 'array.json': it is no object node" + reason);
+                      "cannot use 'array.json': it is not an object" + reason);
         ExpectRefused({"import", "a.json", target, "--object", "77"},
                       std::string("there is no object 77 in '") + target +
                           "'. Nothing was changed; 'korvane-json tree' lists the objects");
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "new.kvp"));
-    ExpectRefused({"import", "a.json", "text.kvp"}, "'text.kvp' is no SQLite database. Nothing was changed");
+    ExpectRefused({"import", "a.json", "text.kvp"},
+                  "'text.kvp' is not a SQLite database. Nothing was changed");
     const ProcessResult missing = Run({"import", "missing.json", "p.kvp"});
     EXPECT_EQ(missing.status, 1);
     EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read 'missing.json': ")) << missing.error;
@@ -163,7 +161,7 @@ TEST_F(ProgramProjectFile, ApplySetsKeysAndSaysWhatItDidNot) {
                  R"([{"id":"1","dbkey":"P1"},{"id":"2","dbkey":"A1"},{"id":"9","dbkey":"X"}])");
     EXPECT_EQ(
         DoAfterDryRun({"apply", "answer.json", "p.kvp"}),
-        "korvane-json: 'p.kvp': 2 keys set, 0 there already\n"
+        "korvane-json: 'p.kvp': 2 keys set, 0 unchanged\n"
         "korvane-json: 'p.kvp': key not set, because no object has the identifier (1): '9' with the key "
         "'X'\n");
     EXPECT_EQ(OutputOf({"tree", "p.kvp"}),
@@ -185,11 +183,11 @@ TEST_F(ProgramProjectFile, ApplyRefusesWithoutChangingAnything) {
         << broken.error;
     ExpectRefused(
         {"apply", "number.json", "p.kvp"},
-        "cannot use 'number.json': it is neither an object node nor an array of such, and no answer "
-        "of a server. Nothing was changed");
-    ExpectRefused({"apply", "answer.json", "missing.kvp"}, "'missing.kvp' is not there. Nothing was changed");
+        "cannot use 'number.json': an answer is an object or an array of objects. Nothing was changed");
+    ExpectRefused({"apply", "answer.json", "missing.kvp"},
+                  "'missing.kvp' does not exist. Nothing was changed");
     ExpectRefused({"apply", "answer.json", "answer.json"},
-                  "'answer.json' is no SQLite database. Nothing was changed");
+                  "'answer.json' is not a SQLite database. Nothing was changed");
 }
 
 TEST_F(ProgramProjectFile, ReadingRefusesOtherFilesByName) {
@@ -197,19 +195,19 @@ TEST_F(ProgramProjectFile, ReadingRefusesOtherFilesByName) {
     folder.Write("empty.kvp", "");
     folder.Write("text.txt", "x");
     for (const char* const command : {"tree", "export"}) {
-        ExpectRefused({command, "text.kvp"}, "'text.kvp' is no SQLite database");
-        ExpectRefused({command, "empty.kvp"}, "'empty.kvp' is an empty file and no project file");
+        ExpectRefused({command, "text.kvp"}, "'text.kvp' is not a SQLite database");
+        ExpectRefused({command, "empty.kvp"}, "'empty.kvp' is an empty file, not a project file");
     }
     folder.Write("a.json", kSmall);
     Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
     for (const char* const command : {"tree", "export"}) {
-        ExpectRefused({command, "s.db"}, "'s.db' is a database of another program and no project file");
+        ExpectRefused({command, "s.db"}, "'s.db' is a database of another program, not a project file");
     }
     ExpectRefused({"export", "text.txt"}, "'text.txt' is neither a directory nor a project file");
     ExpectRefused({"tree", "text.txt"},
                   "cannot read 'text.txt': line 1, column 1: a value is missing here. Nothing was changed");
     ExpectRefused({"import", "a.json", "s.db"},
-                  "'s.db' is a database of another program and no project file. Nothing was changed");
+                  "'s.db' is a database of another program, not a project file. Nothing was changed");
 }
 
 TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
@@ -221,7 +219,7 @@ TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
     folder.Write("p.kvp", bytes);
     folder.Write("a.json", kSmall);
     const std::string reason =
-        "'p.kvp' was written by a newer korvane-json: it has the format 2, and this one reads formats up to "
+        "'p.kvp' was written by a newer korvane-json: it has format 2, and this version reads formats up to "
         "1";
     ExpectRefused({"tree", "p.kvp"}, reason);
     ExpectRefused({"export", "p.kvp"}, reason);
@@ -237,7 +235,7 @@ TEST_F(ProgramProjectFile, DocumentsAndAnswersComeFromTheStandardInput) {
     EXPECT_EQ(Run({"tree", "-"}, "a.json").output, OutputOf({"tree", "p.kvp"}));
     folder.Write("answer.json", R"({"id":"1","dbkey":"K"})");
     EXPECT_EQ(Run({"apply", "-", "p.kvp"}, "answer.json").error,
-              "korvane-json: 'p.kvp': 1 key set, 0 there already\n");
+              "korvane-json: 'p.kvp': 1 key set, 0 unchanged\n");
     EXPECT_EQ(Run({"compare", "-", "p.kvp"}, "a.json").status, 1);
     const ProcessResult empty = Run({"import", "-", "q.kvp"});
     EXPECT_EQ(empty.status, 1);
@@ -253,7 +251,7 @@ TEST_F(ProgramProjectFile, TreeShowsADocumentAsAnImportMakesIt) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(
         result.error,
-        "korvane-json: 'a.json': left out with everything below, because there is no \"type\" (1): 'x'\n");
+        "korvane-json: 'a.json': left out with everything below it, because it has no \"type\" (1): 'x'\n");
     EXPECT_EQ(result.output,
               "S         Model  #2\n"
               "`- t.txt  File   #3  Unknown  Unknown  -\n"
@@ -290,7 +288,7 @@ TEST_F(ProgramProjectFile, CompareTellsDifferencesOnItsOutput) {
     EXPECT_EQ(different.error, "");
     EXPECT_EQ(different.output, "'A' (id '2') and 'B' (id '5') differ in name: 'A', 'B'\n1 difference\n");
     EXPECT_EQ(OutputOf({"compare", "a.json", "a.json"}),
-              "the same, but for what the format does not carry: 2 objects and 0 files compared\n");
+              "the same, apart from what the format does not carry: 2 objects and 0 files compared\n");
     EXPECT_EQ(Run({"compare", "a.json"}).status, 2);
     EXPECT_EQ(Run({"compare", "a.json", "missing"}).status, 1);
 }
@@ -305,6 +303,11 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
         {"compare", {"PROJECTS"}},
     };
     const std::string overview = OutputOf({"--help"});
+    // A line for each command, however much its own help says.
+    const std::size_t list = overview.find("ommands:\n");
+    ASSERT_NE(list, std::string::npos) << overview;
+    const std::string listed = overview.substr(list, overview.find("\n\n", list) - list);
+    EXPECT_EQ(std::ranges::count(listed, '\n'), 8) << overview;
     for (const auto& [command, words] : commands) {
         EXPECT_NE(overview.find(std::string("\n  ") + command + " "), std::string::npos) << overview;
         const std::string help = OutputOf({command, "--help"});

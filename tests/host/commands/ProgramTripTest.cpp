@@ -27,7 +27,7 @@ protected:
         std::string said = Do({"import", "doc2.json", "second.kvp"});
         const ProcessResult same = Run({"compare", "first.kvp", "second.kvp"});
         EXPECT_EQ(same.status, 0) << same.output;
-        EXPECT_TRUE(same.output.starts_with("the same, but for what the format does not carry: "))
+        EXPECT_TRUE(same.output.starts_with("the same, apart from what the format does not carry: "))
             << same.output;
         compared = same.output;
         // The first document has no keys yet; the one that came back has them, as the first project has by
@@ -48,7 +48,7 @@ protected:
 TEST_F(ProgramTrip, OfTheExamples) {
     Do({"new", KORVANEJSON_EXAMPLES "/bracket-project", "first.kvp"});
     const std::string said = GoOn();
-    EXPECT_EQ(applied, "korvane-json: 'first.kvp': 44 keys set, 0 there already\n");
+    EXPECT_EQ(applied, "korvane-json: 'first.kvp': 44 keys set, 0 unchanged\n");
     EXPECT_TRUE(
         said.starts_with("korvane-json: 'second.kvp': 22 objects and 21 files created, 19 of the files "
                          "attached and 2 as children, 44 keys set\n"
@@ -56,7 +56,7 @@ TEST_F(ProgramTrip, OfTheExamples) {
         << said;
     EXPECT_EQ(std::ranges::count(said, '\n'), 2) << said;
     EXPECT_EQ(compared,
-              "the same, but for what the format does not carry: 23 objects and 21 files compared\n");
+              "the same, apart from what the format does not carry: 23 objects and 21 files compared\n");
     SaveDocument(Read("doc.json"));
     SaveDocument(Read("doc2.json"));
     const std::string tree = OutputOf({"tree", "second.kvp"});
@@ -70,7 +70,7 @@ TEST_F(ProgramTrip, OfTheExamples) {
 TEST_F(ProgramTrip, OfAnEmptyProject) {
     Do({"new", "--empty", "first.kvp"});
     GoOn();
-    // A project that is there already takes the document too.
+    // A project that is unchanged takes the document too.
     Do({"new", "--empty", "third.kvp"});
     Do({"import", "doc2.json", "third.kvp"});
     EXPECT_EQ(Run({"compare", "first.kvp", "third.kvp"}).status, 0);
@@ -162,7 +162,7 @@ TEST_F(ProgramTrip, OfAHundredThousandObjectsOneBelowTheOther) {
     EXPECT_TRUE(Do({"import", "deep.json", "first.kvp"})
                     .starts_with("korvane-json: 'first.kvp': 100000 objects and 0 files created"));
     GoOn();
-    EXPECT_EQ(applied, "korvane-json: 'first.kvp': 100001 keys set, 0 there already\n");
+    EXPECT_EQ(applied, "korvane-json: 'first.kvp': 100001 keys set, 0 unchanged\n");
     EXPECT_TRUE(OutputOf({"tree", "second.kvp"}).ends_with("\n\n100000 studies, 0 files (0 B)\n"));
 }
 

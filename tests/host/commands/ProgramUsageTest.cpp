@@ -64,14 +64,14 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
         ExpectUsageError(
             {"export", ".", "--object", text},
             "--object: '" + text +
-                "' is no identifier, which is a number like 12. See 'korvane-json export --help'");
+                "' is not an identifier; give a number like 12. See 'korvane-json export --help'");
     }
     ExpectUsageError({"export", ".", "--object", "99999999999"},
                      "Could not convert: --object = 99999999999. See 'korvane-json export --help'");
     ExpectUsageError({"tree", "--"}, "DIR is required. See 'korvane-json tree --help'");
     ExpectUsageError({"tree", "--strct"}, "there is no option '--strct'. See 'korvane-json tree --help'");
     ExpectUsageError({"compare", "-", "-"},
-                     "the standard input (-) can be one of the two only. See 'korvane-json compare --help'");
+                     "only one of the two can be the standard input (-). See 'korvane-json compare --help'");
 }
 
 TEST(ProgramUsage, FailsForARootThatCannotBeRead) {
@@ -81,7 +81,7 @@ TEST(ProgramUsage, FailsForARootThatCannotBeRead) {
         EXPECT_EQ(missing.status, 1);
         EXPECT_EQ(missing.output, "");
         EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read '")) << missing.error;
-        EXPECT_TRUE(missing.error.ends_with(". Give a directory of simulation files that you may read\n"))
+        EXPECT_TRUE(missing.error.ends_with(". Give a directory of simulation files that you can read\n"))
             << missing.error;
         EXPECT_EQ(RunHost({command, ToUtf8(folder.Write("file.txt", "x"))}).status, 1);
     }
@@ -94,7 +94,7 @@ TEST(ProgramUsage, FailsForAnObjectThatIsNotThere) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.error, "korvane-json: there is no object 7 in '" + directory + "'; 'korvane-json tree " +
-                                directory + "' lists them\n");
+                                directory + "' lists the objects\n");
 }
 
 TEST(ProgramUsage, NamesMayLookLikeOptionsBehindTwoDashes) {

@@ -230,9 +230,9 @@ TEST_F(DirectoryTreeTest, LinksOutOfTheProjectAreLeftOutWithAWord) {
     EXPECT_EQ(Scan(), "a.txt 7\n");
     EXPECT_EQ(tree.unreadableCount, 0U);
     const std::string expected = "korvane-json: '" + ToUtf8(folder / "file.txt") +
-                                 "' is left out: it is a link that leads out of the project, to '" +
+                                 "' is left out: it is a link out of the project, to '" +
                                  ToUtf8(outside / "secret.txt") +
-                                 "'. Copy what it leads to into the project if it belongs there\n";
+                                 "'. Copy its target into the project if it belongs there\n";
     EXPECT_EQ(kept.said.substr(0, expected.size()), expected);
     EXPECT_EQ(std::ranges::count(kept.said, '\n'), 3);
 }
@@ -251,14 +251,13 @@ TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutLinksThatLeadNowhere) {
     std::filesystem::create_symlink("circle", folder / "circle");
     EXPECT_EQ(Scan(), "a.txt 7\n");
     EXPECT_EQ(tree.unreadableCount, 2U);
-    EXPECT_EQ(kept.said,
-              "korvane-json: '" + ToUtf8(folder / "circle") +
-                  "' cannot be read and is left out: it is a link that leads nowhere (Too many levels of "
-                  "symbolic links)\n"
-                  "korvane-json: '" +
-                  ToUtf8(folder / "dangling.txt") +
-                  "' cannot be read and is left out: it is a link that leads nowhere (No such file or "
-                  "directory)\n");
+    EXPECT_EQ(kept.said, "korvane-json: '" + ToUtf8(folder / "circle") +
+                             "' cannot be read and is left out: it is a broken link (Too many levels of "
+                             "symbolic links)\n"
+                             "korvane-json: '" +
+                             ToUtf8(folder / "dangling.txt") +
+                             "' cannot be read and is left out: it is a broken link (No such file or "
+                             "directory)\n");
 }
 
 TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutWhatIsNeitherFileNorDirectory) {

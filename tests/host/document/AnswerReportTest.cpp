@@ -36,33 +36,34 @@ protected:
 TEST_F(AnswerReportTest, SaysHowManyKeysAreNew) {
     const std::string answer =
         R"({"id":"1","dbkey":"P","children":[{"id":"2","dbkey":"A","files":[{"id":"3","dbkey":"F"}]}]})";
-    EXPECT_EQ(Apply(answer), "korvane-json: p: 3 keys set, 0 there already\n");
+    EXPECT_EQ(Apply(answer), "korvane-json: p: 3 keys set, 0 unchanged\n");
     EXPECT_EQ(KeyOf(1) + KeyOf(2) + KeyOf(3), "PAF");
-    EXPECT_EQ(Apply(answer), "korvane-json: p: 0 keys set, 3 there already\n");
+    EXPECT_EQ(Apply(answer), "korvane-json: p: 0 keys set, 3 unchanged\n");
     EXPECT_EQ(Apply(R"([{"id":2,"dbkey":"B"},{"id":3,"dbkey":"F"}])"),
-              "korvane-json: p: 1 key set, 1 there already\n");
+              "korvane-json: p: 1 key set, 1 unchanged\n");
 }
 
 TEST_F(AnswerReportTest, SaysThatTheDisplayNameCameAlong) {
     EXPECT_EQ(Apply(R"({"name":"N"})"),
-              "korvane-json: p: 0 keys set, 0 there already, and the display name taken from the answer\n");
+              "korvane-json: p: 0 keys set, 0 unchanged, and the display name taken from the answer\n");
     EXPECT_EQ(std::string(korvane::GetDisplayName(*project).GetAnsiBuffer()), "N");
 }
 
 TEST_F(AnswerReportTest, SaysWhatWasNotApplied) {
     EXPECT_EQ(Apply(R"([{"id":"99","dbkey":"X"},{"id":"2"},{"dbkey":"Y"},7])"),
-              "korvane-json: p: 0 keys set, 0 there already\n"
-              "korvane-json: p: no key given, because there is no \"dbkey\" (1): '' (id '2')\n"
+              "korvane-json: p: 0 keys set, 0 unchanged\n"
+              "korvane-json: p: key not set, because there is no \"dbkey\" (1): '' (id '2')\n"
               "korvane-json: p: key not set, because there is no \"id\" (1): 'Y'\n"
-              "korvane-json: p: passed over, because it is no object (1): an element that is no object\n"
+              "korvane-json: p: ignored, because it is not an object (1): an element that is not an object\n"
               "korvane-json: p: key not set, because no object has the identifier (1): '99' with the key "
               "'X'\n");
 }
 
 TEST_F(AnswerReportTest, TheFirstKeyOfAnIdentifierCounts) {
     EXPECT_EQ(Apply(R"([{"id":"2","dbkey":"A"},{"id":"2","dbkey":"B"},{"id":"2","dbkey":"A"}])"),
-              "korvane-json: p: 1 key set, 0 there already\n"
-              "korvane-json: p: key not set, because the identifier came before with another key (1): '' (id "
+              "korvane-json: p: 1 key set, 0 unchanged\n"
+              "korvane-json: p: key not set, because an earlier node with the identifier has another key "
+              "(1): '' (id "
               "'2') with the key 'B'\n");
     EXPECT_EQ(KeyOf(2), "A");
 }
@@ -70,10 +71,10 @@ TEST_F(AnswerReportTest, TheFirstKeyOfAnIdentifierCounts) {
 TEST_F(AnswerReportTest, NullAndEmptyKeysAreSaid) {
     Apply(R"([{"id":"2","dbkey":"A"},{"id":"3","dbkey":"B"}])");
     EXPECT_EQ(Apply(R"([{"id":"2","dbkey":null},{"id":"3","dbkey":""}])"),
-              "korvane-json: p: 1 key set, 0 there already\n"
-              "korvane-json: p: passed over, because \"dbkey\" is null (1): '' (id '2')\n"
-              "korvane-json: p: no key given, because there is no \"dbkey\" (1): '' (id '2')\n"
-              "korvane-json: p: key taken away, because \"dbkey\" is empty (1): '3'\n");
+              "korvane-json: p: 1 key set, 0 unchanged\n"
+              "korvane-json: p: \"dbkey\" ignored, because it is null (1): '' (id '2')\n"
+              "korvane-json: p: key not set, because there is no \"dbkey\" (1): '' (id '2')\n"
+              "korvane-json: p: key removed, because \"dbkey\" is empty (1): '3'\n");
     EXPECT_EQ(KeyOf(2), "A");
     EXPECT_EQ(KeyOf(3), "");
 }
@@ -81,8 +82,9 @@ TEST_F(AnswerReportTest, NullAndEmptyKeysAreSaid) {
 TEST_F(AnswerReportTest, IdentifiersThatAreNoPlainNumbersAreSaid) {
     EXPECT_EQ(
         Apply(R"([{"id":"2x","dbkey":"A"},{"id":"99999999999","dbkey":"B"}])"),
-        "korvane-json: p: 1 key set, 0 there already\n"
-        "korvane-json: p: identifier that is no number, taken for the one in front (1): '2x' for 2\n"
+        "korvane-json: p: 1 key set, 0 unchanged\n"
+        "korvane-json: p: identifier that is not a number, read as the number that it begins with (1): '2x' "
+        "as 2\n"
         "korvane-json: p: key not set, because no object has the identifier (1): '99999999999' with the "
         "key 'B'\n");
 }
@@ -93,8 +95,8 @@ TEST_F(AnswerReportTest, RefusesWhatIsNoAnswer) {
     EXPECT_EQ(kept.said, "");
     EXPECT_FALSE(IsAnswer(Parse("7"), "-", kept.console));
     EXPECT_EQ(kept.said,
-              "korvane-json: cannot use the standard input: it is neither an object node nor an array of "
-              "such, and no answer of a server. Nothing was changed\n");
+              "korvane-json: cannot use the standard input: an answer is an object or an array of objects. "
+              "Nothing was changed\n");
 }
 
 TEST_F(AnswerReportTest, NeedsNoStackForNesting) {
@@ -108,7 +110,7 @@ TEST_F(AnswerReportTest, NeedsNoStackForNesting) {
     }
     std::string said;
     OnSmallStack([&] { said = Apply(text + "}"); });
-    EXPECT_EQ(said, "korvane-json: p: 2 keys set, 0 there already\n");
+    EXPECT_EQ(said, "korvane-json: p: 2 keys set, 0 unchanged\n");
 }
 
 }  // namespace

@@ -74,8 +74,8 @@ TEST(CompareDocuments, FindsEveryDifferenceThatTheFormatCarries) {
     EXPECT_EQ(CompareRecords(R"("createdDate":"a","dbkey":"k")", R"("createdDate":"b","dbkey":"l")"),
               differs("createdDate: 'a', 'b'") + differs("dbkey: 'k', 'l'"));
     EXPECT_EQ(Compare(R"({"type":"X"})", R"({"type":"CAEPART"})"),
-              differs("whether it is a project: 'X', 'CAEPART'") + differs("type: 'X', 'CAEPART'") +
-                  differs("which members there are: 'createdDate', 'name'"));
+              differs("whether they are projects: 'X', 'CAEPART'") + differs("type: 'X', 'CAEPART'") +
+                  differs("their members: 'createdDate', 'name'"));
     EXPECT_EQ(
         Compare(R"({"type":"X","children":[{"type":"CAETAG","name":"a"},{"type":"CAETAG","name":"b"}]})",
                 R"({"type":"X","children":[{"type":"CAETAG","name":"b"},{"type":"CAETAG","name":"a"}]})"),

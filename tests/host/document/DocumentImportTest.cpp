@@ -61,20 +61,20 @@ TEST_F(DocumentImportTest, SaysWhatWasMade) {
 
 TEST_F(DocumentImportTest, SaysWhatWasLeftOut) {
     EXPECT_EQ(NotesOf(R"("children":[{"name":"n","id":"7"},5,{"type":""}])"),
-              "korvane-json: p: left out with everything below, because there is no \"type\" (3): 'n' (id "
-              "'7'); an element that is no object; ''\n");
+              "korvane-json: p: left out with everything below it, because it has no \"type\" (3): 'n' (id "
+              "'7'); an element that is not an object; ''\n");
     EXPECT_EQ(
         NotesOf(R"("children":[{"name":"n","type":"CAEFOO","children":[{"type":"CAETAG"}]},)"
                 R"({"type":"caepart"},{"type":"CAETAG"}])"),
-        "korvane-json: p: left out with everything below, because the \"type\" is not known (2): 'n' of "
+        "korvane-json: p: left out with everything below it, because its \"type\" is not known (2): 'n' of "
         "type 'CAEFOO'; '' of type 'caepart'\n");
     EXPECT_EQ(report.objects, 1U);
 }
 
 TEST_F(DocumentImportTest, SaysWhichFilesHangOnNothing) {
     EXPECT_EQ(NotesOf(R"("name":"P","files":[{"name":"a","fileType":"CAD"},{"name":"b","fileType":"Deck"}])"),
-              "korvane-json: p: file of the project that hangs on no object, because its type has no role "
-              "there (1): 'a' at 'P'\n");
+              "korvane-json: p: file that is attached to no object, because its type has no role there "
+              "(1): 'a' at 'P'\n");
     EXPECT_EQ(report.files, 2U);
     EXPECT_EQ(report.attachedFiles, 1U);
 }
@@ -98,25 +98,24 @@ TEST_F(DocumentImportTest, SaysWhichMembersAreNotRecognisedOrWithoutEffect) {
 
 TEST_F(DocumentImportTest, SaysWhichValuesAreNotWhatTheyShouldBe) {
     EXPECT_EQ(NotesOf(R"("name":{},"displayName":null,"createdDate":"a\u0000b")"),
-              "korvane-json: p: object or array taken for an empty text (1): 'name' of ''\n"
-              "korvane-json: p: null taken for the text 'null' (1): 'displayName' of ''\n"
+              "korvane-json: p: object or array read as an empty text (1): 'name' of ''\n"
+              "korvane-json: p: null read as the text 'null' (1): 'displayName' of ''\n"
               "korvane-json: p: text cut at a NUL character (1): 'createdDate' of ''\n");
-    EXPECT_EQ(
-        NotesOf(R"("children":"x","files":3,"metaData":true)"),
-        "korvane-json: p: neither array nor object, and so without effect (3): 'children' of ''; 'files' "
-        "of ''; 'metaData' of ''\n");
+    EXPECT_EQ(NotesOf(R"("children":"x","files":3,"metaData":true)"),
+              "korvane-json: p: ignored, because it is neither an array nor an object (3): 'children' of ''; "
+              "'files' "
+              "of ''; 'metaData' of ''\n");
     EXPECT_EQ(NotesOf(R"("name":"a","name":"b")"),
-              "korvane-json: p: member that comes more than once (1): 'name' of 'a'\n");
-    EXPECT_EQ(
-        NotesOf(R"("metaData":{"m":{"value":"1","unit":"kg"},"n":{"value":"1","metaDataType":""}})"),
-        "korvane-json: p: metadata entry without \"value\" or \"metaDataType\", taken for empty (1): 'm' "
-        "of ''\n"
-        "korvane-json: p: members that are not recognised (1): 'unit'\n");
-    EXPECT_EQ(
-        NotesOf(R"("files":[7,{"files":[{}],"children":[{"type":"CAETAG"}]}])"),
-        "korvane-json: p: file record that is no object: a file without a name was made (1): an element "
-        "that is no object\n"
-        "korvane-json: p: nothing imported below a file record (2): 'files' of ''; 'children' of ''\n");
+              "korvane-json: p: member that occurs more than once (1): 'name' of 'a'\n");
+    EXPECT_EQ(NotesOf(R"("metaData":{"m":{"value":"1","unit":"kg"},"n":{"value":"1","metaDataType":""}})"),
+              "korvane-json: p: metadata entry without \"value\" or \"metaDataType\", which is read as empty "
+              "(1): 'm' "
+              "of ''\n"
+              "korvane-json: p: members that are not recognised (1): 'unit'\n");
+    EXPECT_EQ(NotesOf(R"("files":[7,{"files":[{}],"children":[{"type":"CAETAG"}]}])"),
+              "korvane-json: p: file record that is not an object: a file without a name was created (1): an "
+              "element that is not an object\n"
+              "korvane-json: p: nothing imported below a file record (2): 'files' of ''; 'children' of ''\n");
     EXPECT_EQ(report.files, 2U);
     EXPECT_EQ(report.objects, 0U);
 }
@@ -124,7 +123,7 @@ TEST_F(DocumentImportTest, SaysWhichValuesAreNotWhatTheyShouldBe) {
 TEST_F(DocumentImportTest, ANullKeyGivesNoKey) {
     EXPECT_EQ(NotesOf(R"("dbkey":null,"children":[{"name":"t","type":"CAETAG","dbkey":null,"dbkey":"K"}],)"
                       R"("files":[{"name":"f","dbkey":null}])"),
-              "korvane-json: p: passed over, because \"dbkey\" is null (3): ''; 't'; 'f'\n");
+              "korvane-json: p: \"dbkey\" ignored, because it is null (3): ''; 't'; 'f'\n");
     EXPECT_EQ(report.keys, 1U);
     EXPECT_TRUE(project->getDBKey().IsEmpty());
     EXPECT_EQ(std::string(project->getCAEObject(2)->getDBKey().GetAnsiBuffer()), "K");

@@ -258,14 +258,14 @@ TEST_F(ProjectFileTest, WithoutSavingNothingChanges) {
 TEST_F(ProjectFileTest, ANewFileTakesNothingsPlaceAndLeavesNothingBeside) {
     TestProject project;
     const std::filesystem::path there = folder.Write("there.kvp", "kept");
-    EXPECT_EQ(ErrorOf([&] { CreateProjectFile(there, *project, kept.console); }), "is there already");
+    EXPECT_EQ(ErrorOf([&] { CreateProjectFile(there, *project, kept.console); }), "already exists");
     EXPECT_EQ(ReadWholeFile(there), "kept");
 #if defined(_WIN32)
-    EXPECT_EQ(ErrorOf([&] { CreateProjectFile("NUL", *project, kept.console); }), "is there already");
+    EXPECT_EQ(ErrorOf([&] { CreateProjectFile("NUL", *project, kept.console); }), "already exists");
 #endif
     const auto missing = folder / "missing/p.kvp";
     EXPECT_EQ(ErrorOf([&] { CreateProjectFile(missing, *project, kept.console); }),
-              "cannot be opened or made: its directory must exist and let you write in it");
+              "cannot be opened or created: its directory must exist and be writable");
     folder.Write("left.kvp-journal", "x");
     EXPECT_NE(
         ErrorOf([&] { CreateProjectFile(folder / "left.kvp", *project, kept.console); }).find("'-journal'"),
@@ -289,42 +289,42 @@ TEST_F(ProjectFileTest, ANewFileLeavesWhatCameUnderItsNameMeanwhile) {
                         return Console::Clock::time_point();
                     });
     std::filesystem::remove(folder / "p.kvp");
-    EXPECT_EQ(ErrorOf([&] { CreateProjectFile(folder / "p.kvp", *project, console); }), "is there already");
+    EXPECT_EQ(ErrorOf([&] { CreateProjectFile(folder / "p.kvp", *project, console); }), "already exists");
     EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), "another program's");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
 TEST_F(ProjectFileTest, RefusesWhatIsNoProjectFile) {
-    EXPECT_EQ(ErrorOfReading(folder / "missing.kvp"), "is not there");
-    EXPECT_EQ(ErrorOfReading(folder.Path()), "is no file");
-    EXPECT_EQ(ErrorOfReading(folder.Write("empty.kvp", "")), "is an empty file and no project file");
-    EXPECT_EQ(ErrorOfReading(folder.Write("text.kvp", "x")), "is no SQLite database");
-    EXPECT_EQ(ErrorOfReading(folder.Write("long.kvp", std::string(10000, 'x'))), "is no SQLite database");
+    EXPECT_EQ(ErrorOfReading(folder / "missing.kvp"), "does not exist");
+    EXPECT_EQ(ErrorOfReading(folder.Path()), "is not a file");
+    EXPECT_EQ(ErrorOfReading(folder.Write("empty.kvp", "")), "is an empty file, not a project file");
+    EXPECT_EQ(ErrorOfReading(folder.Write("text.kvp", "x")), "is not a SQLite database");
+    EXPECT_EQ(ErrorOfReading(folder.Write("long.kvp", std::string(10000, 'x'))), "is not a SQLite database");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA application_id = 5")),
-              "is a database of another program and no project file");
+              "is a database of another program, not a project file");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 2")),
-              "was written by a newer korvane-json: it has the format 2, and this one reads formats up to 1");
+              "was written by a newer korvane-json: it has format 2, and this version reads formats up to 1");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 0")),
-              "is damaged: it does not say in which format it is");
+              "is damaged: it does not say which format it has");
 }
 
 TEST_F(ProjectFileTest, RefusesDamagedContent) {
     const auto errorOf = [&](const char* statements) { return ErrorOfReading(KeepDamaged(statements)); };
-    EXPECT_EQ(errorOf("DELETE FROM object"), "is damaged: it holds no project");
+    EXPECT_EQ(errorOf("DELETE FROM object"), "is damaged: it has no project");
     EXPECT_EQ(errorOf("UPDATE object SET above = 99 WHERE id = 2"), "is damaged: there is no object 99");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 43 WHERE id = 2"),
-              "is damaged: an object of the kind 43 with the identifier 2 cannot be made");
+              "is damaged: an object of the kind 43 with the identifier 2 cannot be created");
     EXPECT_EQ(errorOf("UPDATE object SET id = -2 WHERE id = 2"),
-              "is damaged: an object of the kind 0 with the identifier -2 cannot be made");
+              "is damaged: an object of the kind 0 with the identifier -2 cannot be created");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 0 WHERE id = 3"),
-              "is damaged: an object of the kind 0 with the identifier 3 cannot be made");
+              "is damaged: an object of the kind 0 with the identifier 3 cannot be created");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 5 WHERE id = 1"),
-              "is damaged: its first object is no project");
+              "is damaged: its first object is not a project");
     EXPECT_EQ(errorOf("UPDATE object SET id = 5000000000 WHERE id = 2"),
               "is damaged: the number 5000000000 is too large");
-    EXPECT_EQ(errorOf("UPDATE file SET object = 2"), "is damaged: the object 2 is no file");
-    EXPECT_EQ(errorOf("UPDATE project SET object = 2"), "is damaged: the object 2 is no project");
-    EXPECT_EQ(errorOf("INSERT INTO view_item VALUES (2, 1)"), "is damaged: the object 2 is no view item");
+    EXPECT_EQ(errorOf("UPDATE file SET object = 2"), "is damaged: the object 2 is not a file");
+    EXPECT_EQ(errorOf("UPDATE project SET object = 2"), "is damaged: the object 2 is not a project");
+    EXPECT_EQ(errorOf("INSERT INTO view_item VALUES (2, 1)"), "is damaged: the object 2 is not a view item");
     EXPECT_EQ(errorOf("INSERT INTO metadata VALUES (8, 0, '', '', '', '')"),
               "is damaged: there is no object 8");
     EXPECT_EQ(errorOf("DELETE FROM numbering"), "is damaged: it does not say which identifier comes next");

@@ -101,7 +101,7 @@ TEST_F(ServerTest, TheSameDocumentGetsTheSameKeysAgain) {
     const std::string answer = StoreWhole(kDocument);
     EXPECT_EQ(StoreWhole(kDocument), answer);
     EXPECT_EQ(report.newKeys, 0U);
-    EXPECT_EQ(report.parted, 0U);
+    EXPECT_EQ(report.detached, 0U);
     // And so does the document that carries them.
     EXPECT_EQ(StoreWhole(FetchWhole("PRJ-1"), "renamed"), answer);
     EXPECT_EQ(report.newKeys, 0U);
@@ -146,7 +146,7 @@ TEST_F(ServerTest, AKeyThatTheDatabaseNeverGaveCountsForNothing) {
     EXPECT_EQ(Fetch("PRT-1"), R"({"id":"1","type":"CAEPART","dbkey":"PRT-1","subType":"SDM"})");
     EXPECT_EQ(Store(R"({"id":"1","type":"CAEPART","dbkey":""})"), R"({"id":"1","dbkey":"PRT-1"})");
     EXPECT_EQ(Store(R"({"id":"1","type":"CAEPART","dbkey":null})"), R"({"id":"1","dbkey":"PRT-1"})");
-    EXPECT_EQ(report.notes.CountOf("passed over, because \"dbkey\" is null"), 1U);
+    EXPECT_EQ(report.notes.CountOf("\"dbkey\" ignored, because it is null"), 1U);
 }
 
 TEST_F(ServerTest, AnIdentifierOfAnotherKindIsAnotherObject) {
@@ -201,8 +201,8 @@ TEST_F(ServerTest, WhatIsNoLongerInTheDocumentPartsButStaysFetchable) {
     Store(kDocument);
     EXPECT_EQ(Store(R"({"id":"1","name":"P","type":"SIMULATION","children":[],"files":[]})"),
               R"({"id":"1","dbkey":"PRJ-1"})");
-    EXPECT_EQ(report.parted, 1U);
-    EXPECT_NE(Said().find("1 no longer part of what they belonged to"), std::string::npos);
+    EXPECT_EQ(report.detached, 1U);
+    EXPECT_NE(Said().find("and 1 detached that the document no longer has"), std::string::npos);
     EXPECT_EQ(
         Fetch("PRJ-1"),
         R"({"id":"1","name":"P","type":"SIMULATION","dbkey":"PRJ-1","children":[],"files":[],"subType":"SDM"})");
@@ -219,7 +219,7 @@ TEST_F(ServerTest, APartOfAProjectIsReplacedInItsPlace) {
     const std::string study =
         R"({"id":"2","name":"T","type":"CAEMODEL","children":[{"id":"9","type":"CAETAG"}],"files":[],"subType":"SDM"})";
     EXPECT_EQ(Store(study), R"({"id":"2","dbkey":"MOD-2","children":[{"id":"9","dbkey":"TAG-5"}]})");
-    EXPECT_EQ(report.parted, 2U);
+    EXPECT_EQ(report.detached, 2U);
     EXPECT_EQ(Fetch("PRJ-1"),
               R"({"id":"1","name":"P","type":"SIMULATION","dbkey":"PRJ-1","metaData":{},"children":[)"
               R"({"id":"2","name":"T","type":"CAEMODEL","dbkey":"MOD-2","children":[)"
@@ -266,7 +266,7 @@ TEST_F(ServerTest, KeepsMembersOfEveryFormAndOrder) {
         Fetch("PRJ-1"),
         R"({"files":[{"n":1.50e2,"dbkey":"FIL-3"}],"a":[1,{"children":[]}],"type":"X","dbkey":"PRJ-1","children":7,)"
         R"("children":[{"type":"CAEPART","dbkey":"PRT-2","\u0001\"\/":null}],"a":true,"subType":"SDM"})");
-    EXPECT_EQ(report.notes.CountOf("not stored, because it is no object"), 1U);
+    EXPECT_EQ(report.notes.CountOf("not stored, because it is not an object"), 1U);
 }
 
 TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
@@ -286,7 +286,7 @@ TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
     EXPECT_NE(
         dryRun(R"({"id":"1","type":"SIMULATION","children":[{"id":"9","type":"CAETAG"}]})").find("TAG-5"),
         std::string::npos);
-    EXPECT_EQ(report.parted, 1U);
+    EXPECT_EQ(report.detached, 1U);
     EXPECT_EQ(ReadWholeFile(File()), bytes);
 }
 
@@ -298,16 +298,16 @@ TEST_F(ServerTest, RefusesOtherFiles) {
         return fetching;
     };
     folder.Write("text", "x");
-    EXPECT_EQ(errorOf("text"), "is no SQLite database");
+    EXPECT_EQ(errorOf("text"), "is not a SQLite database");
     EXPECT_EQ(ReadWholeFile(folder / "text"), "x");
     Store(kDocument);
     Database(File(), DatabaseUse::Changing, kServerKind).Run("PRAGMA user_version = 3");
     EXPECT_EQ(errorOf("server.db"),
-              "was written by a newer korvane-json: it has the format 3, and this one reads formats up to 1");
+              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 1");
     Database(File(), DatabaseUse::Changing, DatabaseKind{kServerKind.application, 9, ""})
         .Run("PRAGMA application_id = 3");
-    EXPECT_EQ(errorOf("server.db"), "is a database of another program and no database of the server");
-    EXPECT_EQ(ErrorOf([&] { Server::OpenForFetching(folder / "missing"); }), "is not there");
+    EXPECT_EQ(errorOf("server.db"), "is a database of another program, not a server database");
+    EXPECT_EQ(ErrorOf([&] { Server::OpenForFetching(folder / "missing"); }), "does not exist");
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
 }
 
@@ -351,8 +351,8 @@ TEST_F(ServerTest, FetchesTheStateOfOneMoment) {
 
 TEST_F(ServerTest, RefusesAnEmptyName) {
     // To SQLite it means a database that is gone at the end.
-    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, false); }), "is no name of a file");
-    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, true); }), "is no name of a file");
+    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, false); }), "is not a file name");
+    EXPECT_EQ(ErrorOf([] { Server::OpenForStoring({}, true); }), "is not a file name");
 }
 
 TEST_F(ServerTest, RefusesDamagedContent) {
@@ -365,13 +365,13 @@ TEST_F(ServerTest, RefusesDamagedContent) {
         return ErrorOf([&] { Server::OpenForFetching(File()).Fetch(key, document, kept.console); });
     };
     EXPECT_EQ(errorOf("UPDATE node SET members = '5' WHERE number = 1"),
-              "is damaged: the members of a node are no object");
+              "is damaged: the members of a node cannot be read: they are not an object");
     EXPECT_EQ(errorOf("UPDATE node SET members = '[1]' WHERE number = 3"),
-              "is damaged: the members of a node are no object");
+              "is damaged: the members of a node cannot be read: they are not an object");
     EXPECT_TRUE(errorOf("UPDATE node SET members = '{' WHERE number = 3")
-                    .starts_with("is damaged: the members of a node are line 1, column 2"));
-    EXPECT_EQ(errorOf("DELETE FROM object WHERE number = 3"), "is damaged: a node is of no object");
-    EXPECT_EQ(errorOf("UPDATE node SET above = 2 WHERE number = 1"), "is damaged: a node lies within itself");
+                    .starts_with("is damaged: the members of a node cannot be read: line 1, column 2"));
+    EXPECT_EQ(errorOf("DELETE FROM object WHERE number = 3"), "is damaged: a node has no object");
+    EXPECT_EQ(errorOf("UPDATE node SET above = 2 WHERE number = 1"), "is damaged: a node contains itself");
 }
 
 TEST_F(ServerTest, AnInterruptedStoreLeavesNothing) {

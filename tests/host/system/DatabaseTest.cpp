@@ -72,14 +72,14 @@ TEST_F(DatabaseTest, RefusesWhatIsNoFile) {
     const std::filesystem::path device = "/dev/null";
 #endif
     for (const DatabaseUse use : {DatabaseUse::Reading, DatabaseUse::Changing, DatabaseUse::Creating}) {
-        EXPECT_EQ(ErrorOfOpening(device, use), "is no file");
-        EXPECT_EQ(ErrorOfOpening(folder.Path(), use), "is no file");
-        EXPECT_EQ(ErrorOfOpening({}, use), "is no name of a file");
+        EXPECT_EQ(ErrorOfOpening(device, use), "is not a file");
+        EXPECT_EQ(ErrorOfOpening(folder.Path(), use), "is not a file");
+        EXPECT_EQ(ErrorOfOpening({}, use), "is not a file name");
     }
     const std::filesystem::path below = folder.Write("file", "x") / "p.kvp";
-    EXPECT_EQ(ErrorOfOpening(below, DatabaseUse::Reading), "is not there");
+    EXPECT_EQ(ErrorOfOpening(below, DatabaseUse::Reading), "does not exist");
     EXPECT_EQ(ErrorOfOpening(below, DatabaseUse::Creating),
-              "cannot be opened or made: its directory must exist and let you write in it");
+              "cannot be opened or created: its directory must exist and be writable");
 }
 
 #if defined(_WIN32)
