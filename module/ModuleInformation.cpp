@@ -16,8 +16,7 @@ constexpr char kMark[] = "@(#)" KORVANEJSON_MAKER_PREFIX ":";
 constexpr std::size_t kMarkLength = std::size(kMark) - 1;
 static_assert(kMarkLength == 8);
 
-/// "More informations" is spelled so, and the rights notice follows its parenthesis without a blank. Both are
-/// meant.
+/// The suite fixes the spelling "More informations", and that no blank stands before the rights notice.
 constexpr char kBanner[] = "@(#)" KORVANEJSON_MAKER_PREFIX
                            ":"
                            "KorvaneJson"
