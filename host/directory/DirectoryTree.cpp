@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "FileFormat.h"
-#include "SolverInput.h"
+#include "SolverInputReader.h"
 #include "host/system/Console.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/directory/SolverInput.h"
+#include "host/directory/SolverInputReader.h"
 
 namespace host {
 namespace {

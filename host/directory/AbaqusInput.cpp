@@ -1,0 +1,101 @@
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "SolverSyntax.h"
+#include "host/system/Text.h"
+
+// Abaqus and CalculiX: keyword lines with one star, parameters behind commas.
+
+namespace host {
+namespace {
+
+constexpr std::array<std::string_view, 19> kMeshKeywords = {
+    "HEADING", "NODE",      "ELEMENT",     "NSET",   "ELSET",   "SURFACE",  "NGEN",
+    "ELGEN",   "NFILL",     "NCOPY",       "ELCOPY", "SYSTEM",  "END PART", "PART",
+    "NMAP",    "TRANSFORM", "ORIENTATION", "NORMAL", "INCLUDE",
+};
+// OUTPUT itself belongs to both; the requests below it do not.
+constexpr std::array<std::string_view, 6> kAbaqusOnly = {"INSTANCE", "ASSEMBLY",    "END ASSEMBLY",
+                                                         "PREPRINT", "NODE OUTPUT", "ELEMENT OUTPUT"};
+constexpr std::array<std::string_view, 4> kCalculixOnly = {"NODE FILE", "EL FILE", "CONTACT FILE",
+                                                           "FACE PRINT"};
+
+bool IsKeywordLine(std::string_view line) {
+    return line.size() > 1 && line[0] == '*' && IsLetter(line[1]);
+}
+
+/// The keyword in upper case with single blanks: "*End  Step" gives "END STEP".
+std::string StarKeyword(std::string_view line) {
+    std::string keyword;
+    for (const char character : Trim(line.substr(1, std::min(line.find(','), line.size()) - 1))) {
+        const bool isBlank = character == ' ' || character == '\t';
+        if (!isBlank) {
+            keyword += character;
+        } else if (!keyword.empty() && keyword.back() != ' ') {
+            keyword += ' ';
+        }
+    }
+    return ToUpperAscii(keyword);
+}
+
+/// The value of a parameter on a keyword line: "input" of `*INCLUDE, INPUT=mesh.inp` is `mesh.inp`.
+std::string_view StarParameter(std::string_view line, std::string_view name) {
+    while (!line.empty()) {
+        const std::size_t end = std::min(line.find(','), line.size());
+        const std::string_view item = line.substr(0, end);
+        const std::size_t equals = item.find('=');
+        if (equals != std::string_view::npos && ToUpperAscii(Trim(item.substr(0, equals))) == name) {
+            return item.substr(equals + 1);
+        }
+        line.remove_prefix(std::min(end + 1, line.size()));
+    }
+    return {};
+}
+
+}  // namespace
+
+bool IsAbaqusLine(std::string_view line) {
+    constexpr std::array<std::string_view, 12> kKeywords = {
+        "HEADING",  "NODE", "ELEMENT", "MATERIAL", "STEP", "INCLUDE",
+        "BOUNDARY", "NSET", "ELSET",   "SURFACE",  "PART", "ELASTIC",
+    };
+    return IsKeywordLine(line) && IsOneOf(FirstWord(line.substr(1)), kKeywords);
+}
+
+SolverInput ReadAbaqus(const SolverText& text) {
+    SolverInput input;
+    input.solver = Solver::AbaqusOrCalculix;
+    bool hasStep = false;
+    bool hasMesh = false;
+    bool hasOther = false;
+    for (const std::string_view line : text.lines) {
+        if (!IsKeywordLine(line)) {
+            continue;
+        }
+        const std::string keyword = StarKeyword(line);
+        hasStep = hasStep || keyword == "STEP" || keyword == "END STEP";
+        hasMesh = hasMesh || keyword == "NODE" || keyword == "ELEMENT";
+        hasOther = hasOther || !IsOneOf(keyword, kMeshKeywords);
+        if (keyword == "INCLUDE") {
+            AddInclude(input, StarParameter(line, "INPUT"));
+        }
+        if (IsOneOf(keyword, kAbaqusOnly)) {
+            input.solver = Solver::Abaqus;
+        } else if (input.solver != Solver::Abaqus && IsOneOf(keyword, kCalculixOnly)) {
+            input.solver = Solver::Calculix;
+        }
+    }
+    // A deck may draw in everything, its steps included; what nobody draws in and draws in others starts a
+    // run.
+    if (hasStep || !input.includes.empty()) {
+        input.role = InputRole::Deck;
+    } else if (hasMesh && !hasOther) {
+        input.role = InputRole::Mesh;
+    } else if (hasOther) {
+        input.role = InputRole::Include;
+    }
+    return input;
+}
+
+}  // namespace host

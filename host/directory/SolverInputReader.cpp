@@ -1,0 +1,77 @@
+#include "SolverInputReader.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "SolverSyntax.h"
+
+namespace host {
+namespace {
+
+struct Syntax {
+    Solver solver;
+    bool (*isLine)(std::string_view line);
+    SolverInput (*read)(const SolverText& text);
+};
+
+/// A line shows the first syntax of these that it can only belong to.
+constexpr Syntax kSyntaxes[] = {
+    {Solver::LsDyna, IsLsDynaLine, ReadLsDyna},    {Solver::AbaqusOrCalculix, IsAbaqusLine, ReadAbaqus},
+    {Solver::Radioss, IsRadiossLine, ReadRadioss}, {Solver::Ansys, IsAnsysLine, ReadAnsys},
+    {Solver::Permas, IsPermasLine, ReadPermas},    {Solver::PamCrash, IsPamCrashLine, ReadPamCrash},
+    {Solver::Nastran, IsNastranLine, ReadNastran},
+};
+
+/// The solver whose syntax the lines show; None where they could belong to several or to none.
+Solver SyntaxOf(const Lines& lines) {
+    for (const std::string_view line : lines) {
+        const auto* const found = std::ranges::find_if(
+            kSyntaxes, [&](const Syntax& syntax) { return !line.empty() && syntax.isLine(line); });
+        if (found != std::end(kSyntaxes)) {
+            return found->solver;
+        }
+    }
+    return Solver::None;
+}
+
+/// The solver that stands for all that share its syntax.
+Solver WithSyntaxOf(Solver solver) {
+    switch (solver) {
+        case Solver::Abaqus:
+        case Solver::Calculix:
+            return Solver::AbaqusOrCalculix;
+        case Solver::OptiStruct:
+            return Solver::Nastran;
+        default:
+            return solver;
+    }
+}
+
+}  // namespace
+
+SolverInput ReadSolverInput(Solver expected, std::string_view fileName, const FileSample& sample) {
+    const SolverText text = {SplitLines(sample), fileName, expected};
+    Solver solver = SyntaxOf(text.lines);
+    // Where the name is clear, only a text of the one syntax that shares it may say otherwise.
+    const bool isOtherSyntax = expected == Solver::AbaqusOrCalculix && solver == Solver::Ansys;
+    if (expected != Solver::None && !isOtherSyntax) {
+        solver = expected;
+    }
+    const auto* const syntax = std::ranges::find(kSyntaxes, WithSyntaxOf(solver), &Syntax::solver);
+    SolverInput input = syntax != std::end(kSyntaxes) ? syntax->read(text) : SolverInput();
+    if (expected == Solver::OptiStruct) {
+        input.solver = expected;
+    }
+    return input;
+}
+
+bool IsPrintedResult(const FileSample& sample) {
+    const std::string_view head = sample.head;
+    const bool isCalculix = head.find(" and time ") != std::string_view::npos &&
+                            (head.find(" for set ") != std::string_view::npos ||
+                             head.find(" for all ") != std::string_view::npos);
+    return isCalculix || head.find("S T E P       1") != std::string_view::npos ||
+           head.find("E I G E N V A L U E") != std::string_view::npos;
+}
+
+}  // namespace host

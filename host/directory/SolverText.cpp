@@ -1,0 +1,57 @@
+#include "SolverText.h"
+
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+/// The text without the quotes around it and with the slashes of this host's paths.
+std::string FileReference(std::string_view text) {
+    text = Trim(text);
+    if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front()) {
+        text = text.substr(1, text.size() - 2);
+    }
+    std::string reference(Trim(text));
+    std::ranges::replace(reference, '\\', '/');
+    return reference;
+}
+
+}  // namespace
+
+Lines SplitLines(const FileSample& sample) {
+    Lines lines;
+    const auto split = [&](std::string_view text, bool isCutInFront) {
+        while (!text.empty()) {
+            const std::size_t end = std::min(text.find('\n'), text.size());
+            if (!isCutInFront) {
+                lines.push_back(Trim(text.substr(0, end)));
+            }
+            isCutInFront = false;
+            text.remove_prefix(std::min(end + 1, text.size()));
+        }
+    };
+    split(sample.head, false);
+    split(sample.tail, true);
+    return lines;
+}
+
+bool IsLetter(char character) {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
+std::string FirstWord(std::string_view line) {
+    return ToUpperAscii(line.substr(0, std::min(line.find_first_of(" \t,=/*", 1), line.size())));
+}
+
+std::string UpperBeginning(std::string_view line, std::size_t most) {
+    return ToUpperAscii(line.substr(0, std::min(line.size(), most)));
+}
+
+void AddInclude(SolverInput& input, std::string_view text) {
+    std::string reference = FileReference(text);
+    if (!reference.empty()) {
+        input.includes.push_back(std::move(reference));
+    }
+}
+
+}  // namespace host
