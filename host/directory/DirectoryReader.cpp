@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "Description.h"
-#include "DirectoryTree.h"
+#include "DirectoryScanner.h"
 #include "format/Values.h"
 #include "host/document/ProjectObjects.h"
 #include "host/system/FileSystem.h"

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "host/directory/Description.h"
+#include "host/directory/DirectoryScanner.h"
 #include "host/system/Console.h"
 #include "support/TemporaryDirectory.h"
 

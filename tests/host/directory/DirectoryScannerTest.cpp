@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/HostSupport.h"
-#include "host/directory/DirectoryTree.h"
+#include "host/directory/DirectoryScanner.h"
 #include "support/TemporaryDirectory.h"
 
 #if defined(_WIN32)
@@ -28,7 +28,7 @@ std::string Describe(const DirectoryTree& tree, std::size_t index = 0, const std
     return text;
 }
 
-class DirectoryTreeTest : public testing::Test {
+class DirectoryScannerTest : public testing::Test {
 protected:
     std::string Scan(const ScanOptions& options = {}) {
         tree = {};
@@ -41,7 +41,7 @@ protected:
     DirectoryTree tree;
 };
 
-TEST_F(DirectoryTreeTest, OrdersFilesAndDirectoriesByName) {
+TEST_F(DirectoryScannerTest, OrdersFilesAndDirectoriesByName) {
     for (const char* const name : {"b.txt", "a.txt", "C.txt", "\xC3\xA4.txt", "10.txt", "9.txt"}) {
         folder.Write(name, "x");
     }
@@ -52,7 +52,7 @@ TEST_F(DirectoryTreeTest, OrdersFilesAndDirectoriesByName) {
               "Y/\n  1.txt 7\nz/\n  1.txt 7\n");
 }
 
-TEST_F(DirectoryTreeTest, LeavesHiddenEntriesOutWithoutAWord) {
+TEST_F(DirectoryScannerTest, LeavesHiddenEntriesOutWithoutAWord) {
     folder.Write(".hidden.inp", kAbaqusDeck);
     folder.Write(".git/config", "x");
     folder.Write("a.txt", "x");
@@ -61,7 +61,7 @@ TEST_F(DirectoryTreeTest, LeavesHiddenEntriesOutWithoutAWord) {
     EXPECT_EQ(tree.unreadableCount, 0U);
 }
 
-TEST_F(DirectoryTreeTest, KeepsEmptyDirectoriesApartFromThoseWithFiles) {
+TEST_F(DirectoryScannerTest, KeepsEmptyDirectoriesApartFromThoseWithFiles) {
     folder.MakeDirectory("empty/inner");
     folder.Write("full/inner/a.txt", "x");
     Scan();
@@ -74,7 +74,7 @@ TEST_F(DirectoryTreeTest, KeepsEmptyDirectoriesApartFromThoseWithFiles) {
     EXPECT_FALSE(find("full").hasDecksInTree);
 }
 
-TEST_F(DirectoryTreeTest, SeesDecksFarBelow) {
+TEST_F(DirectoryScannerTest, SeesDecksFarBelow) {
     folder.Write("a/b/c/job.inp", kAbaqusDeck);
     Scan();
     EXPECT_TRUE(tree.directories.front().hasDecksInTree);
@@ -82,7 +82,7 @@ TEST_F(DirectoryTreeTest, SeesDecksFarBelow) {
     EXPECT_TRUE(tree.directories.back().hasDecks);
 }
 
-TEST_F(DirectoryTreeTest, ADeckThatAnotherIncludesIsAnInclude) {
+TEST_F(DirectoryScannerTest, ADeckThatAnotherIncludesIsAnInclude) {
     folder.Write("job.inp", "*INCLUDE, INPUT=step.inp\n*INCLUDE, INPUT=./sub/loads.inp\n");
     folder.Write("step.inp", kAbaqusDeck);
     folder.Write("sub/loads.inp", kAbaqusDeck);
@@ -90,32 +90,32 @@ TEST_F(DirectoryTreeTest, ADeckThatAnotherIncludesIsAnInclude) {
     EXPECT_EQ(Scan(), "job.inp 4\nstep.inp 5\nsub/\n  loads.inp 5\n  other.inp 4\n");
 }
 
-TEST_F(DirectoryTreeTest, ADeckIncludedFromAnIncludeIsAnInclude) {
+TEST_F(DirectoryScannerTest, ADeckIncludedFromAnIncludeIsAnInclude) {
     folder.Write("job.k", "*KEYWORD\n*CONTROL_TERMINATION\n1\n*INCLUDE\nall.inc\n*END\n");
     folder.Write("all.inc", "*KEYWORD\n*INCLUDE\nmaterials.k\n*END\n");
     folder.Write("materials.k", "*KEYWORD\n*END\n");
     EXPECT_EQ(Scan(), "all.inc 5\njob.k 4\nmaterials.k 5\n");
 }
 
-TEST_F(DirectoryTreeTest, ADeckThatIncludesItselfStaysADeck) {
+TEST_F(DirectoryScannerTest, ADeckThatIncludesItselfStaysADeck) {
     folder.Write("job.inp", "*INCLUDE, INPUT=job.inp\n*STEP\n*END STEP\n");
     EXPECT_EQ(Scan(), "job.inp 4\n");
 }
 
-TEST_F(DirectoryTreeTest, MeshesInTheSyntaxOfDecksAreMeshes) {
+TEST_F(DirectoryScannerTest, MeshesInTheSyntaxOfDecksAreMeshes) {
     folder.Write("job.inp", "*INCLUDE, INPUT=mesh.inp\n*STEP\n*END STEP\n");
     folder.Write("mesh.inp", "*NODE\n1, 0, 0, 0\n*ELEMENT, TYPE=C3D4\n");
     EXPECT_EQ(Scan(), "job.inp 4\nmesh.inp 2\n");
 }
 
-TEST_F(DirectoryTreeTest, TheEngineFileOfRadiossGoesWithItsStarter) {
+TEST_F(DirectoryScannerTest, TheEngineFileOfRadiossGoesWithItsStarter) {
     folder.Write("a/crash_0000.rad", "#RADIOSS STARTER\n/BEGIN\n");
     folder.Write("a/crash_0001.rad", "#RADIOSS ENGINE\n/RUN/crash/1/\n");
     folder.Write("b/restart_0002.rad", "#RADIOSS ENGINE\n/RUN/restart/2/\n");
     EXPECT_EQ(Scan(), "a/\n  crash_0000.rad 4\n  crash_0001.rad 5\nb/\n  restart_0002.rad 4\n");
 }
 
-TEST_F(DirectoryTreeTest, LooksIntoFilesOfSharedExtensions) {
+TEST_F(DirectoryScannerTest, LooksIntoFilesOfSharedExtensions) {
     folder.Write("deck.dat", kNastranDeck);
     folder.Write("curve.dat", "0.0 1.0\n1.0 2.0\n");
     folder.Write("job.dat", "\n displacements (vx,vy,vz) for set N and time  0.1E+01\n");
@@ -129,14 +129,14 @@ TEST_F(DirectoryTreeTest, LooksIntoFilesOfSharedExtensions) {
               "13\nzlib.pc 13\n");
 }
 
-TEST_F(DirectoryTreeTest, BinaryContentIsNoDeck) {
+TEST_F(DirectoryScannerTest, BinaryContentIsNoDeck) {
     folder.Write("job.inp", std::string_view("*STEP\0*END STEP", 15));
     EXPECT_EQ(Scan(), "job.inp 13\n");
     EXPECT_EQ(tree.directories.front().files.front().format, CAE_FORMAT_BINARY);
     EXPECT_EQ(tree.directories.front().files.front().solver, Solver::None);
 }
 
-TEST_F(DirectoryTreeTest, OtherFilesBesideADeckTellItsSolver) {
+TEST_F(DirectoryScannerTest, OtherFilesBesideADeckTellItsSolver) {
     folder.Write("a/job.inp", kAbaqusDeck);
     folder.Write("a/pre.fbd", "plot\n");
     folder.Write("b/job.inp", kAbaqusDeck);
@@ -149,13 +149,13 @@ TEST_F(DirectoryTreeTest, OtherFilesBesideADeckTellItsSolver) {
     EXPECT_EQ(solverIn(3), Solver::AbaqusOrCalculix);
 }
 
-TEST_F(DirectoryTreeTest, LeavesTheOutputFileOut) {
+TEST_F(DirectoryScannerTest, LeavesTheOutputFileOut) {
     const std::filesystem::path output = folder.Write("sub/out.json", "{}");
     folder.Write("out.json", "{}");
     EXPECT_EQ(Scan({output}), "out.json 13\nsub/\n");
 }
 
-TEST_F(DirectoryTreeTest, ReadsADeepTreeWithoutDeepStack) {
+TEST_F(DirectoryScannerTest, ReadsADeepTreeWithoutDeepStack) {
     // As deep as a path may be long.
 #if defined(_WIN32)
     constexpr int kDepth = 60;
@@ -174,20 +174,20 @@ TEST_F(DirectoryTreeTest, ReadsADeepTreeWithoutDeepStack) {
     EXPECT_TRUE(tree.directories.front().hasDecksInTree);
 }
 
-TEST_F(DirectoryTreeTest, FailsOnlyWhereTheRootCannotBeRead) {
+TEST_F(DirectoryScannerTest, FailsOnlyWhereTheRootCannotBeRead) {
     EXPECT_TRUE(ScanDirectory(folder / "missing", {}, kept.console, tree));
 }
 
 #if defined(_WIN32)
 
-TEST_F(DirectoryTreeTest, LeavesEntriesMarkedAsHiddenOut) {
+TEST_F(DirectoryScannerTest, LeavesEntriesMarkedAsHiddenOut) {
     const std::filesystem::path file = folder.Write("desktop.txt", "x");
     ASSERT_NE(::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_HIDDEN), 0);
     folder.Write("a.txt", "x");
     EXPECT_EQ(Scan(), "a.txt 7\n");
 }
 
-TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutAFileThatAnotherProgramLocks) {
+TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutAFileThatAnotherProgramLocks) {
     folder.Write("a.txt", "x");
     const std::filesystem::path locked = folder.Write("locked.inp", kAbaqusDeck);
     HANDLE const handle =
@@ -201,7 +201,7 @@ TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutAFileThatAnotherProgramLocks) {
 
 #else
 
-TEST_F(DirectoryTreeTest, ALinkToAFileOfTheProjectIsAFileWhereItStands) {
+TEST_F(DirectoryScannerTest, ALinkToAFileOfTheProjectIsAFileWhereItStands) {
     folder.Write("common/mesh.msh", "12345");
     folder.Write("study/job.inp", kAbaqusDeck);
     std::filesystem::create_symlink("../common/mesh.msh", folder / "study/all.msh");
@@ -212,7 +212,7 @@ TEST_F(DirectoryTreeTest, ALinkToAFileOfTheProjectIsAFileWhereItStands) {
     EXPECT_EQ(kept.said, "");
 }
 
-TEST_F(DirectoryTreeTest, LinksToDirectoriesOfTheProjectAreNotEntered) {
+TEST_F(DirectoryScannerTest, LinksToDirectoriesOfTheProjectAreNotEntered) {
     folder.Write("a/x.txt", "x");
     std::filesystem::create_directory_symlink("../a", folder / "a/again");
     std::filesystem::create_directory_symlink(".", folder / "self");
@@ -220,7 +220,7 @@ TEST_F(DirectoryTreeTest, LinksToDirectoriesOfTheProjectAreNotEntered) {
     EXPECT_EQ(tree.unreadableCount, 0U);
 }
 
-TEST_F(DirectoryTreeTest, LinksOutOfTheProjectAreLeftOutWithAWord) {
+TEST_F(DirectoryScannerTest, LinksOutOfTheProjectAreLeftOutWithAWord) {
     const TemporaryDirectory outside;
     outside.Write("secret.txt", "x");
     folder.Write("a.txt", "x");
@@ -237,7 +237,7 @@ TEST_F(DirectoryTreeTest, LinksOutOfTheProjectAreLeftOutWithAWord) {
     EXPECT_EQ(std::ranges::count(kept.said, '\n'), 3);
 }
 
-TEST_F(DirectoryTreeTest, ADirectoryWhoseNameTheRootsBeginsIsOutside) {
+TEST_F(DirectoryScannerTest, ADirectoryWhoseNameTheRootsBeginsIsOutside) {
     folder.Write("root/a.txt", "x");
     folder.Write("root-two/b.txt", "x");
     std::filesystem::create_symlink("../root-two/b.txt", folder / "root/b.txt");
@@ -245,7 +245,7 @@ TEST_F(DirectoryTreeTest, ADirectoryWhoseNameTheRootsBeginsIsOutside) {
     EXPECT_EQ(Describe(tree), "a.txt 7\n");
 }
 
-TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutLinksThatLeadNowhere) {
+TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutLinksThatLeadNowhere) {
     folder.Write("a.txt", "x");
     std::filesystem::create_symlink("gone.txt", folder / "dangling.txt");
     std::filesystem::create_symlink("circle", folder / "circle");
@@ -260,7 +260,7 @@ TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutLinksThatLeadNowhere) {
                              "directory)\n");
 }
 
-TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutWhatIsNeitherFileNorDirectory) {
+TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutWhatIsNeitherFileNorDirectory) {
     ASSERT_EQ(::mkfifo((folder / "pipe.inp").c_str(), 0600), 0);
     EXPECT_EQ(Scan(), "");
     EXPECT_EQ(tree.unreadableCount, 1U);
@@ -284,7 +284,7 @@ private:
     bool isRoot_ = false;
 };
 
-TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutWhatMayNotBeRead) {
+TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutWhatMayNotBeRead) {
     folder.Write("a.txt", "x");
     ASSERT_EQ(::chmod(folder.Write("locked.inp", kAbaqusDeck).c_str(), 0), 0);
     folder.Write("secret/b.txt", "x");
@@ -304,7 +304,7 @@ TEST_F(DirectoryTreeTest, NamesCountsAndLeavesOutWhatMayNotBeRead) {
     EXPECT_FALSE(tree.directories.back().hasFilesInTree);
 }
 
-TEST_F(DirectoryTreeTest, KeepsNamesThatAreNoUtf8) {
+TEST_F(DirectoryScannerTest, KeepsNamesThatAreNoUtf8) {
     folder.Write("m\xE9sh.msh", "x");
     Scan();
     EXPECT_EQ(tree.directories.front().files.front().name.native(), "m\xE9sh.msh");

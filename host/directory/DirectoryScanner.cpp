@@ -1,14 +1,12 @@
-#include "DirectoryTree.h"
+#include "DirectoryScanner.h"
 
 #include <algorithm>
 #include <string>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "FileFormat.h"
+#include "InputKinds.h"
 #include "SolverInputReader.h"
-#include "host/system/Console.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 
@@ -27,41 +25,28 @@ bool IsBelow(const path& root, const path& candidate) {
     return rootEnd == root.end() || (std::next(rootEnd) == root.end() && rootEnd->empty());
 }
 
-/// A file that may be input of a solver, and where it stands in the tree.
-struct InputCandidate {
-    std::size_t directory;
-    std::size_t file;
-    FileKind kind;
-    SolverInput input;
-    bool isIncluded = false;
-};
-
 class Scanner {
 public:
     Scanner(const ScanOptions& options, Console& console, DirectoryTree& tree)
         : options_(options), console_(console), tree_(tree) {}
 
     std::error_code ReadDirectories(const path& root);
-    void ReadFiles();
-    void SettleInput();
-    void SettleUndecidedSolvers();
-    void SumUp();
+    /// Reads into the files that ReadDirectories found; gives those that may be input of a solver.
+    std::vector<InputCandidate> ReadFiles();
 
 private:
     void NameUnreadable(const path& entry, const std::string& reason);
+    void AddEntries(std::size_t directory, Listing listing);
     void AddEntry(std::size_t directory, Entry entry, std::vector<std::size_t>& directories,
                   std::vector<ScannedFile>& files);
     bool FollowLink(const path& link, Entry& entry);
     bool IsLeftOut(const path& file) const;
     bool ReadFile(std::size_t directory, std::size_t index, ScannedFile& file);
-    bool HasStarter(const InputCandidate& candidate);
 
     const ScanOptions& options_;
     Console& console_;
     DirectoryTree& tree_;
     std::vector<InputCandidate> candidates_;
-    /// The names in directories with engine files of Radioss, in upper case.
-    std::unordered_map<std::size_t, std::unordered_set<std::string>> namesOfDirectory_;
     std::uint64_t fileCount_ = 0;
 };
 
@@ -151,28 +136,31 @@ std::error_code Scanner::ReadDirectories(const path& root) {
             NameUnreadable(tree_.directories[index].path, error.message());
             continue;
         }
-        std::ranges::sort(listing.unreadable, [](const UnreadableEntry& left, const UnreadableEntry& right) {
-            return CompareNames(left.name, right.name) < 0;
-        });
-        for (const UnreadableEntry& entry : listing.unreadable) {
-            NameUnreadable(tree_.directories[index].path / entry.name, entry.reason.message());
-        }
-        std::ranges::sort(listing.entries, [](const Entry& left, const Entry& right) {
-            return CompareNames(left.name, right.name) < 0;
-        });
-        // Adding a directory may move the list of directories, so these are put into place at the end.
-        std::vector<std::size_t> directories;
-        std::vector<ScannedFile> files;
-        for (Entry& entry : listing.entries) {
-            if (!entry.isHidden) {
-                AddEntry(index, std::move(entry), directories, files);
-            }
-        }
-        tree_.directories[index].directories = std::move(directories);
-        tree_.directories[index].files = std::move(files);
+        AddEntries(index, std::move(listing));
         console_.ShowProgress("Looking for files", fileCount_, 0);
     }
     return {};
+}
+
+void Scanner::AddEntries(std::size_t directory, Listing listing) {
+    const auto byName = [](const auto& left, const auto& right) {
+        return CompareNames(left.name, right.name) < 0;
+    };
+    std::ranges::sort(listing.unreadable, byName);
+    for (const UnreadableEntry& entry : listing.unreadable) {
+        NameUnreadable(tree_.directories[directory].path / entry.name, entry.reason.message());
+    }
+    std::ranges::sort(listing.entries, byName);
+    // Adding a directory may move the list of directories, so these are put into place at the end.
+    std::vector<std::size_t> directories;
+    std::vector<ScannedFile> files;
+    for (Entry& entry : listing.entries) {
+        if (!entry.isHidden) {
+            AddEntry(directory, std::move(entry), directories, files);
+        }
+    }
+    tree_.directories[directory].directories = std::move(directories);
+    tree_.directories[directory].files = std::move(files);
 }
 
 /// False when the file cannot be read.
@@ -203,7 +191,7 @@ bool Scanner::ReadFile(std::size_t directory, std::size_t index, ScannedFile& fi
     return true;
 }
 
-void Scanner::ReadFiles() {
+std::vector<InputCandidate> Scanner::ReadFiles() {
     std::uint64_t done = 0;
     for (std::size_t index = 0; index < tree_.directories.size(); ++index) {
         std::vector<ScannedFile> readable;
@@ -217,107 +205,21 @@ void Scanner::ReadFiles() {
         tree_.directories[index].files = std::move(readable);
     }
     console_.ClearProgress();
+    return std::move(candidates_);
 }
 
-/// Whether the starter that an engine file of Radioss goes with lies beside it.
-bool Scanner::HasStarter(const InputCandidate& candidate) {
-    const auto keyOf = [](OuString name) {
-        name.MakeUpper();
-        return std::string(name.GetAnsiBuffer());
-    };
-    const std::vector<ScannedFile>& files = tree_.directories[candidate.directory].files;
-    const OuString engine = ToOuString(files[candidate.file].name);
-    std::string starter = engine.GetAnsiBuffer();
-    const std::size_t underscore = starter.rfind('_');
-    if (underscore == std::string::npos) {
-        return false;
-    }
-    starter.replace(underscore, starter.find('.', underscore) - underscore, "_0000");
-    const auto [known, isNew] = namesOfDirectory_.try_emplace(candidate.directory);
-    for (std::size_t index = 0; isNew && index < files.size(); ++index) {
-        known->second.insert(keyOf(ToOuString(files[index].name)));
-    }
-    return known->second.contains(keyOf(OuString(starter.c_str(), 0)));
-}
-
-void Scanner::SettleInput() {
-    const auto pathOf = [&](const InputCandidate& candidate) {
-        const ScannedDirectory& directory = tree_.directories[candidate.directory];
-        return directory.path / directory.files[candidate.file].name;
-    };
-    // Paths are compared as this host's file systems compare them.
-    const auto keyOf = [](const path& file) {
-        OuString key = ToOuString(file.lexically_normal());
-#if defined(_WIN32)
-        key.MakeUpper();
-#endif
-        return std::string(key.GetAnsiBuffer());
-    };
-    std::unordered_map<std::string, std::size_t> byPath;
-    const bool hasIncludes = std::ranges::any_of(
-        candidates_, [](const InputCandidate& candidate) { return !candidate.input.includes.empty(); });
-    for (std::size_t index = 0; hasIncludes && index < candidates_.size(); ++index) {
-        byPath.emplace(keyOf(pathOf(candidates_[index])), index);
-    }
-    for (std::size_t index = 0; index < candidates_.size(); ++index) {
-        for (const std::string& reference : candidates_[index].input.includes) {
-            const path target =
-                tree_.directories[candidates_[index].directory].path / ToPath(OuString(reference.c_str(), 0));
-            const auto found = byPath.find(keyOf(target));
-            if (found != byPath.end() && found->second != index) {
-                candidates_[found->second].isIncluded = true;
-            }
-        }
-    }
-    for (const InputCandidate& candidate : candidates_) {
-        ScannedFile& file = tree_.directories[candidate.directory].files[candidate.file];
-        const InputRole role = candidate.input.role;
-        const bool isDeckByName = candidate.kind.type == CAE_FILE_DECK;
-        if (role == InputRole::Unclear) {
-            file.type = isDeckByName && candidate.isIncluded ? CAE_FILE_INCLUDE : file.type;
-            continue;
-        }
-        file.solver = candidate.input.solver;
-        if (candidate.kind.look == Look::Part) {
-            file.type = CAE_FILE_INCLUDE;
-        } else if (role == InputRole::Deck) {
-            file.type = candidate.isIncluded ? CAE_FILE_INCLUDE : CAE_FILE_DECK;
-        } else if (role == InputRole::Continuation) {
-            file.type = HasStarter(candidate) ? CAE_FILE_INCLUDE : CAE_FILE_DECK;
-        } else if (candidate.kind.type != CAE_FILE_MESH && candidate.kind.type != CAE_FILE_SCRIPT) {
-            file.type = role == InputRole::Mesh ? CAE_FILE_MESH : CAE_FILE_INCLUDE;
-        }
-    }
-}
-
-/// Decks that both Abaqus and CalculiX read belong to the one whose other files lie beside them.
-void Scanner::SettleUndecidedSolvers() {
-    for (ScannedDirectory& directory : tree_.directories) {
-        const auto has = [&](Solver solver) {
-            return std::ranges::any_of(directory.files,
-                                       [&](const ScannedFile& file) { return file.solver == solver; });
-        };
-        if (!has(Solver::AbaqusOrCalculix) || has(Solver::Abaqus) == has(Solver::Calculix)) {
-            continue;
-        }
-        const Solver settled = has(Solver::Abaqus) ? Solver::Abaqus : Solver::Calculix;
-        for (ScannedFile& file : directory.files) {
-            file.solver = file.solver == Solver::AbaqusOrCalculix ? settled : file.solver;
-        }
-    }
-}
-
-void Scanner::SumUp() {
+/// Fills in what the directories hold.
+void SumUp(DirectoryTree& tree) {
     // Every directory comes behind the one that it is in, so going backwards meets what is inside first.
-    for (std::size_t index = tree_.directories.size(); index-- > 0;) {
-        ScannedDirectory& directory = tree_.directories[index];
+    for (std::size_t index = tree.directories.size(); index-- > 0;) {
+        ScannedDirectory& directory = tree.directories[index];
         directory.hasDecks = std::ranges::any_of(
             directory.files, [](const ScannedFile& file) { return file.type == CAE_FILE_DECK; });
         directory.hasDecksInTree = directory.hasDecks;
         directory.hasFilesInTree = !directory.files.empty();
         for (const std::size_t inner : directory.directories) {
-            directory.hasDecksInTree = directory.hasDecksInTree || tree_.directories[inner].hasDecksInTree;
-            directory.hasFilesInTree = directory.hasFilesInTree || tree_.directories[inner].hasFilesInTree;
+            directory.hasDecksInTree = directory.hasDecksInTree || tree.directories[inner].hasDecksInTree;
+            directory.hasFilesInTree = directory.hasFilesInTree || tree.directories[inner].hasFilesInTree;
         }
     }
 }
@@ -330,10 +232,9 @@ std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptio
     if (const std::error_code error = scanner.ReadDirectories(root)) {
         return error;
     }
-    scanner.ReadFiles();
-    scanner.SettleInput();
-    scanner.SettleUndecidedSolvers();
-    scanner.SumUp();
+    SettleInput(scanner.ReadFiles(), tree);
+    SettleUndecidedSolvers(tree);
+    SumUp(tree);
     return {};
 }
 
