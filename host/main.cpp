@@ -16,8 +16,7 @@
 namespace {
 
 #if defined(_WIN32)
-/// The arguments as the user gave them: main's own have had their wildcards replaced and may have lost
-/// characters.
+/// The arguments as the user wrote them: in those of main, wildcards are expanded and characters may be lost.
 std::vector<std::string> ReadArguments(int, char**) {
     std::vector<std::string> arguments;
     int count = 0;

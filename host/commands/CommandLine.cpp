@@ -48,14 +48,14 @@ constexpr AddCommand kCommands[] = {
     AddApplyCommand, AddFetchCommand,  AddImportCommand, AddCompareCommand,
 };
 
-/// What was wrong with the arguments, in words that say where.
+/// What is wrong with the arguments, naming the one that is wrong.
 std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
     const std::vector<std::string> unknown = program.remaining();
     if (program.get_subcommands().empty() && !unknown.empty()) {
         return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + ' ' +
                Quoted(unknown.front());
     }
-    // A misspelt option in a command's place for a name is told rather than that the name is missing.
+    // A misspelt option is reported, rather than that the name in whose place it stands is missing.
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !program.get_subcommands().empty()) {
         for (const std::string& argument : program.get_subcommands().front()->remaining()) {
             if (argument.starts_with("-") && argument != "-" && argument != "--") {
@@ -66,7 +66,7 @@ std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
     return Printable(std::string_view(error.what()));
 }
 
-/// The version as a script reads it, and the library's banner.
+/// The version in the form that scripts read, and the banner of the library.
 std::string VersionText() {
     return std::string("korvane-json ") + KorvaneJson_get_module_info(KORVANEJSON_MODULE_VERSION) + '\n' +
            KorvaneJson_get_module_info(KORVANEJSON_MODULE_BANNER);
@@ -76,7 +76,7 @@ void DescribeProgram(CLI::App& program) {
     program.get_formatter()->column_width(26);
     program.get_formatter()->label("SUBCOMMAND", "COMMAND");
     program.get_formatter()->label("Subcommands", "Commands");
-    // The same options on every platform: a slash opens a path.
+    // Options are the same on every platform: a slash begins a path.
     program.allow_windows_style_options(false);
     program.require_subcommand(0, 1);
     program.set_help_flag("-h,--help", "Print this help; after a command, the help of the command");
@@ -100,7 +100,7 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
         addCommand(program, console, status);
     }
 
-    // The parser takes its arguments from the back.
+    // The parser expects the arguments in reverse order.
     std::ranges::reverse(arguments);
     try {
         program.parse(std::move(arguments));

@@ -7,8 +7,7 @@ namespace host {
 
 class Console;
 
-/// Runs the program with its arguments in UTF-8, the program's own name left out, and returns the exit
-/// status.
+/// Runs the program and returns its exit status. The arguments are in UTF-8, without the name of the program.
 int RunCommandLine(std::vector<std::string> arguments, Console& console);
 
 }  // namespace host

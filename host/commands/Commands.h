@@ -4,11 +4,11 @@ namespace CLI {
 class App;
 }
 
-/// The commands of the program. Each has a source file of its own (`AddTreeCommand` stands in
-/// TreeCommand.cpp), a line here, and a line in the table of CommandLine.cpp.
+/// The commands of the program. A command is one source file (`AddTreeCommand` is in TreeCommand.cpp), one
+/// line here, and one line in the table of CommandLine.cpp.
 ///
-/// Every function adds one command to the program's arguments. When the user gives that command, it is run,
-/// and `status` becomes the program's exit status (ExitStatus.h).
+/// Each function adds one command to the program. If the user gives that command, it runs, and `status` is
+/// set to the exit status of the program (ExitStatus.h).
 namespace host {
 
 class Console;
@@ -22,13 +22,13 @@ void AddExportCommand(CLI::App& program, Console& console, int& status);
 /// Adds `new`, which creates a project file from a directory, or one without objects.
 void AddNewCommand(CLI::App& program, Console& console, int& status);
 
-/// Adds `store`, which acts as a data-management server: it keeps a document and answers with its keys.
+/// Adds `store`, which acts as a data-management server: it stores a document and answers with its keys.
 void AddStoreCommand(CLI::App& program, Console& console, int& status);
 
-/// Adds `apply`, which writes the keys of a server's answer onto the objects of a project file.
+/// Adds `apply`, which sets the keys from a server's answer on the objects of a project file.
 void AddApplyCommand(CLI::App& program, Console& console, int& status);
 
-/// Adds `fetch`, which acts as a data-management server: it writes the document of a stored object.
+/// Adds `fetch`, which acts as a data-management server: it writes a stored object as a document.
 void AddFetchCommand(CLI::App& program, Console& console, int& status);
 
 /// Adds `import`, which rebuilds the objects of a document in a project file.

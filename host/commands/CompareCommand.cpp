@@ -23,7 +23,7 @@ struct CompareOptions {
     std::vector<std::string> inputs;
 };
 
-/// Something to compare, with the project that it comes from, if it comes from one.
+/// What is compared, and the project that it was exported from, if there is one.
 struct Input {
     std::unique_ptr<CAEProject> project;
     ComparedDocument document;
@@ -96,7 +96,7 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
                     "The status is 1 if they differ")
         ->required()
         ->expected(2)
-        // Where more are allowed the parser takes a name in brackets for a list.
+        // If more are allowed, the parser reads a name in brackets as a list.
         ->allow_extra_args(false)
         ->type_name("");
     AddExamples(command,

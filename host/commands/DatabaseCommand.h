@@ -8,11 +8,11 @@
 /// What the commands that change a project file or the server's database share.
 namespace host {
 
-/// Does the work of a command on the database in the file, which gives the exit status. A DatabaseError is
-/// said with the file's name, and then nothing was changed.
+/// Runs the work of a command on the database in the file, and returns the exit status that the work gives.
+/// If a DatabaseError is thrown, it is reported with the name of the file, and the status is kFailure.
 int ChangeDatabase(const std::string& file, Console& console, const std::function<int()>& work);
 
-/// Says that nothing was changed, if this was a dry run.
+/// Says that nothing was changed, if this is a dry run.
 void SayDryRun(bool isDryRun, Console& console);
 
 }  // namespace host

@@ -4,7 +4,7 @@
 namespace host {
 
 inline constexpr int kSuccess = 0;
-/// The work could not be done, or --strict does not let it count, or `compare` found differences.
+/// The work failed, --strict does not allow what was left out, or `compare` found differences.
 inline constexpr int kFailure = 1;
 inline constexpr int kBadUsage = 2;
 

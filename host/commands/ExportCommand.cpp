@@ -26,7 +26,7 @@ struct ExportOptions {
     bool IsToStandardOutput() const { return output == kStandardStream; }
 };
 
-/// The document's text with the line feed that ends a text file.
+/// The text of the document, ending with a line feed.
 std::string MakeDocument(CAEObject& object, const ExportOptions& options) {
     JsonSerializer serializer(&object);
     serializer.SetExportMode(OuString(options.mode.c_str(), 0));
@@ -39,7 +39,7 @@ std::string MakeDocument(CAEObject& object, const ExportOptions& options) {
     return lines;
 }
 
-/// The file that the document goes to, if it goes to one that is there already.
+/// The file that the document is written to, if it exists.
 std::optional<std::filesystem::path> OutputPath(const ExportOptions& options) {
     if (options.IsToStandardOutput()) {
         return PathOfStandardOutput();

@@ -26,7 +26,7 @@ struct NewOptions {
     const std::string& File() const { return isEmpty ? first : second; }
 };
 
-/// The project, read from its directory or without objects.
+/// The project, read from its directory, or without objects.
 std::optional<OpenedProject> MakeProject(const NewOptions& options, Console& console) {
     const std::filesystem::path file = PathFromUtf8(options.File());
     if (options.isEmpty) {
@@ -50,7 +50,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         return kFailure;
     }
     return ChangeDatabase(options.File(), console, [&] {
-        // Whatever else lies under the name is no project file and is not replaced.
+        // A file of another kind with this name is not replaced: opening it fails.
         std::optional<ProjectFile> old;
         if (isThere) {
             old.emplace(ProjectFile::Open(file, !options.isDryRun, console));

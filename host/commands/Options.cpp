@@ -16,7 +16,7 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
 }
 
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {
-    // The parser would take an empty text for no option at all, and 010 for an octal number.
+    // The parser would ignore an empty text, and read 010 as an octal number.
     const auto check = [](const std::string& text) -> std::string {
         const bool isNumber =
             !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == std::string::npos;

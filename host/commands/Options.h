@@ -10,7 +10,7 @@ class App;
 /// Options that commands share.
 namespace host {
 
-/// Options of every command that reads a directory or a project file.
+/// Options of the commands that read a directory or a project file.
 struct InputOptions {
     /// The directory or the project file.
     std::string input;
@@ -18,10 +18,10 @@ struct InputOptions {
 };
 void AddInputOptions(CLI::App& command, InputOptions& options);
 
-/// Adds --object, an identifier.
+/// Adds --object, which takes an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
 
-/// Adds the examples that end a command's help, and the notes before them.
+/// Adds the end of a command's help: the notes, if there are any, and the examples.
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes = {});
 
 /// Adds --dry-run.

@@ -21,7 +21,7 @@ bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& 
     return WouldBeSameFile(left, right);
 }
 
-/// Whether it is a file somewhere below the directory that holds something, but no document.
+/// Whether it is a file in the directory, at any depth, that is neither empty nor a document.
 bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::path& directory) {
     std::error_code error;
     if (!std::filesystem::is_directory(directory, error) || !std::filesystem::is_regular_file(file, error)) {

@@ -8,22 +8,22 @@
 
 #include "host/system/Console.h"
 
-/// What commands write: to files that the command line names, - being the standard output.
+/// Writing to files that the command line names; - is the standard output.
 namespace host {
 
-/// The node as compact text, with the line feed that ends a text file.
+/// The node as compact text that ends with a line feed.
 std::string CompactText(const JSONNode& document);
 
-/// Whether a document may take the place of what lies under the name. Not that of a file that the command
-/// reads or works on (`inputs`), of a file without a document in a directory that it reads, or of a database:
-/// then the message says so.
+/// Whether the file may be replaced by a command's output. A file that the command works on (`inputs`), a
+/// file in a directory that it reads unless that is a document, and a database may not: then a message says
+/// why.
 bool IsReplaceable(const std::string& file, const std::vector<std::string>& inputs, Console& console);
 
-/// Writes the text to the file, all of it or nothing. False, after a message, where that fails; a reader of
-/// the standard output that has gone away has what it wanted.
+/// Writes the whole text to the file, or nothing. If that fails, it says why and returns false. A reader of
+/// the standard output that stops reading is not a failure.
 bool WriteOutput(const std::string& file, std::string_view text, Console& console);
 
-/// The same for the standard output alone.
+/// The same for the standard output.
 bool WriteToStandardOutput(std::string_view text, Console& console);
 
 }  // namespace host

@@ -11,46 +11,45 @@
 #include "Options.h"
 #include "host/system/Console.h"
 
-/// What the argument of a command that reads a project stands for.
+/// The project or document that a command reads.
 namespace host {
 
 enum class InputKind { Directory, ProjectFile, Document };
 
-/// A file that begins as SQLite databases do, or whose name ends in .kvp, is taken for a project file; any
-/// other file and - (the standard input) for a document; everything else for a directory, whether it is there
-/// or not.
+/// A file is a project file if it begins as SQLite databases do, or if its name ends in .kvp. Any other file
+/// is a document, and so is - (the standard input). Everything else is a directory, whether it exists or not.
 InputKind KindOfInput(const std::string& name);
 
-/// A project in memory, read from a directory or from its file.
+/// A project in memory, read from a directory or a project file.
 struct OpenedProject {
     std::unique_ptr<CAEProject> project;
     /// Entries of the directory that could not be read.
     std::size_t unreadableCount = 0;
 };
 
-/// Reads the project that the options name. Nothing, after a message, where the directory or the project file
-/// cannot be read. `leftOut` is a file of the directory that is not read.
+/// Reads the project that the options name. Returns nothing, after a message, if the directory or the project
+/// file cannot be read. The file `leftOut` of the directory is not read.
 std::optional<OpenedProject> OpenProject(const InputOptions& options,
                                          const std::optional<std::filesystem::path>& leftOut,
                                          Console& console);
 
-/// Ends a command that has done its work: says how much was left out, and gives the exit status that the
-/// options ask for then.
+/// Ends a command: says how many entries could not be read, and returns the exit status that the options ask
+/// for.
 int Finish(const InputOptions& options, const OpenedProject& opened, Console& console);
 
-/// A document as an import makes objects of it.
+/// A document, imported into a project in memory.
 struct OpenedDocument {
     std::unique_ptr<CAEProject> project;
-    /// What the document's root became.
+    /// The object that the root of the document became.
     CAEObject* root = nullptr;
 };
 
-/// Imports the document into a project that is in memory only. No project, after a message, where it cannot
-/// be read or imported; what is left out is said.
+/// Imports the document, and says what was left out. Returns no project, after a message, if the document
+/// cannot be read or imported.
 OpenedDocument OpenDocument(const std::string& name, Console& console);
 
-/// The whole path of the directory that a file lies in: where the files of a project are looked for that was
-/// not read from a directory.
+/// The full path of the directory of a file. The files of a project that was not read from a directory are
+/// expected there.
 OuString DirectoryOfFile(const std::filesystem::path& file);
 
 }  // namespace host

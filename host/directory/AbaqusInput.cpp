@@ -15,7 +15,7 @@ constexpr std::array<std::string_view, 19> kMeshKeywords = {
     "ELGEN",   "NFILL",     "NCOPY",       "ELCOPY", "SYSTEM",  "END PART", "PART",
     "NMAP",    "TRANSFORM", "ORIENTATION", "NORMAL", "INCLUDE",
 };
-// OUTPUT itself belongs to both; the requests below it do not.
+// Both solvers have OUTPUT; these requests below it belong to one of them.
 constexpr std::array<std::string_view, 6> kAbaqusOnly = {"INSTANCE", "ASSEMBLY",    "END ASSEMBLY",
                                                          "PREPRINT", "NODE OUTPUT", "ELEMENT OUTPUT"};
 constexpr std::array<std::string_view, 4> kCalculixOnly = {"NODE FILE", "EL FILE", "CONTACT FILE",
@@ -86,8 +86,8 @@ SolverInput ReadAbaqus(const SolverText& text) {
             input.solver = Solver::Calculix;
         }
     }
-    // A deck may draw in everything, its steps included; what nobody draws in and draws in others starts a
-    // run.
+    // A deck may include everything, its steps too: a file that includes others and is not included itself
+    // starts a run.
     if (hasStep || !input.includes.empty()) {
         input.role = InputRole::Deck;
     } else if (hasMesh && !hasOther) {

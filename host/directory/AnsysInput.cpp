@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-/// What stands up to the next comma; that is taken off the text, the comma too.
+/// The text up to the next comma. It is removed from the text, together with the comma.
 std::string_view TakeField(std::string_view& text) {
     const std::size_t end = std::min(text.find(','), text.size());
     const std::string_view field = Trim(text.substr(0, end));

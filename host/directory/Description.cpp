@@ -24,13 +24,13 @@ bool IsBlank(char character) {
     return character == ' ' || character == '\t';
 }
 
-/// A line of at least three equal signs or dashes: what underlines a heading.
+/// A line of at least three equals signs or dashes, which underlines a heading.
 bool IsUnderline(std::string_view line) {
     return line.size() >= 3 && (line[0] == '=' || line[0] == '-') &&
            line.find_first_not_of(line[0]) == std::string_view::npos;
 }
 
-/// The heading on a line that opens with one to six number signs (Markdown) or equal signs (AsciiDoc) and a
+/// The heading on a line that begins with one to six number signs (Markdown) or equals signs (AsciiDoc) and a
 /// blank.
 std::optional<std::string_view> MarkedHeading(std::string_view line) {
     const char mark = line.empty() ? '\0' : line.front();
@@ -44,7 +44,7 @@ std::optional<std::string_view> MarkedHeading(std::string_view line) {
     }
     std::string_view heading = Trim(line.substr(end));
     const std::size_t last = heading.find_last_not_of(mark);
-    // Closing marks stand behind a blank; "C#" keeps its own.
+    // Closing marks follow a blank; "C#" keeps its own.
     if (last != std::string_view::npos && IsBlank(heading[last])) {
         heading = Trim(heading.substr(0, last));
     }
@@ -65,7 +65,7 @@ public:
         return true;
     }
 
-    /// Passes over the lines up to the first one for which the condition holds, that one included.
+    /// Skips the lines up to the first one that meets the condition, and that one too.
     template <typename Condition>
     void SkipThrough(Condition condition) {
         std::string_view line;

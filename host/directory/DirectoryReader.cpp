@@ -22,7 +22,7 @@ using std::filesystem::path;
 
 constexpr const wchar_t* kStudies = L"Studies";
 
-/// Types 1 to 3 have roles on parts only; anywhere else the file is a custom one and takes a type of those.
+/// Types 1 to 3 have roles on parts only. Anywhere else the file is a custom file, and needs a type of those.
 _tagFileType CustomType(_tagFileType type) {
     return format::HasRole(static_cast<format::FileType>(type)) ? CAE_FILE_OTHER : type;
 }
@@ -34,7 +34,7 @@ public:
     void Build();
 
 private:
-    /// A directory waiting to be read into objects: where its object hangs, and the study above it.
+    /// A directory that is not read into objects yet, and the parent of its object.
     struct WaitingDirectory {
         std::size_t directory;
         CAEObject* parent;
@@ -54,7 +54,8 @@ private:
     std::size_t studyCount_ = 0;
 };
 
-/// The files of a study: those of its directory and of the directories below that hold no decks anywhere.
+/// The files of a study: those of its directory, and of the directories below it that have no decks at any
+/// depth.
 std::vector<StudyFile> ProjectBuilder::CollectStudyFiles(std::size_t directory,
                                                          const std::vector<int>& identifiers) const {
     std::vector<StudyFile> files;
@@ -62,8 +63,9 @@ std::vector<StudyFile> ProjectBuilder::CollectStudyFiles(std::size_t directory,
     for (std::size_t index = 0; index < own.files.size(); ++index) {
         files.push_back({&own, &own.files[index], identifiers.empty() ? 0 : identifiers[index]});
     }
-    // In the order of names, a directory's files before those of the directories in it. Below a directory
-    // with decks in its tree there may still be some without; below a study those belong to it as well.
+    // Directories in the order of their names, the files of each before those of the directories in it. Below
+    // a directory with decks there may be directories without any; below a study, their files belong to it
+    // too.
     std::vector<std::size_t> waiting(own.directories.rbegin(), own.directories.rend());
     while (!waiting.empty()) {
         const ScannedDirectory& next = tree_.directories[waiting.back()];
@@ -91,13 +93,14 @@ void ProjectBuilder::AddAssemblyFolder(const WaitingDirectory& next, std::vector
     AddInner(next.directory, folder, next.isUnderStudy, waiting);
 }
 
-/// Puts the directories in a directory on the stack, so that the first by name comes off first.
+/// Puts the directories in a directory on the stack in reverse order, so that the first by name comes off
+/// first.
 void ProjectBuilder::AddInner(std::size_t directory, CAEObject& parent, bool isUnderStudy,
                               std::vector<WaitingDirectory>& waiting) const {
     const std::vector<std::size_t>& inner = tree_.directories[directory].directories;
     for (std::size_t index = inner.size(); index-- > 0;) {
         const ScannedDirectory& found = tree_.directories[inner[index]];
-        // What is under a study and has no decks has given its files to the study.
+        // A directory below a study that has no decks has given its files to the study.
         if (found.hasFilesInTree && (found.hasDecksInTree || !isUnderStudy)) {
             waiting.push_back({inner[index], &parent, isUnderStudy});
         }
@@ -132,7 +135,8 @@ void ProjectBuilder::Build() {
     SetProjectMetadata();
 }
 
-/// Makes the files in the root children of the project; gives their identifiers in the order of the files.
+/// Creates the files in the root as children of the project. Returns their identifiers, in the order of the
+/// files.
 std::vector<int> ProjectBuilder::AddFileChildren(const ScannedDirectory& root) {
     std::vector<int> identifiers;
     for (const ScannedFile& file : root.files) {

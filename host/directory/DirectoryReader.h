@@ -13,7 +13,7 @@
 namespace host {
 
 struct DirectoryReading {
-    /// Null when the root could not be read; `error` tells why.
+    /// Null if the root could not be read; `error` says why.
     std::unique_ptr<CAEProject> project;
     std::error_code error;
     /// Entries below the root that could not be read.
@@ -22,31 +22,26 @@ struct DirectoryReading {
 
 /// Reads a directory of simulation files as a project.
 ///
-/// - The root is the project: its name the directory's, its additional type "Simulation", its directory the
-/// root's
-///   path. Files in the root are file children of it.
-/// - Any other directory with solver decks of its own is a study: a model with an iteration folder that
-/// holds, for
-///   each deck, an iteration with an iteration model whose FE representation is the deck. A root that holds
-///   decks gets one study named after it, which the root's files are attached to as well as being file
-///   children of the project (one object each, one identifier).
-/// - In a study every geometry file makes a part with it as its CAD file. A mesh file belongs to the part of
-/// its
-///   stem, or makes a part of its own; a picture with a part's stem is that part's graphic file. Every other
-///   file is a custom file of the study. Stems are compared without regard to letter case.
-/// - A directory below a study that holds no decks anywhere adds its files to the study. Every other
-/// directory with
-///   files in its tree is an assembly folder, its own files custom files of it. Geometry and meshes among
-///   them have the type Other, because the types for those hang on nothing but parts, sub-assemblies and run
-///   assemblies.
-/// - Metadata: of a study "Description", "Files", "Size" (unit B) and "Solver"; of the project the same of
-/// everything
-///   in it and "Studies". The bytes of a file that a link stands for are counted where the file itself lies.
-/// - Dates are the times of the last change, in UTC; users are the owners in the file system where it names
-/// them.
+/// - The root is the project: it has the name of the directory, the additional type "Simulation" and the path
+///   of the root as its directory. The files in the root are children of the project.
+/// - Any other directory that has solver decks is a study: a model with an iteration folder. For each deck
+///   the folder has an iteration, with an iteration model whose FE representation is the deck. A root that
+///   has decks gets one study of its own name; the files in the root are attached to the study as well (one
+///   object each, with one identifier).
+/// - In a study every geometry file makes a part, which has it as its CAD file. A mesh file belongs to the
+///   part with its stem, or makes a part of its own. A picture with the stem of a part is the graphic file of
+///   that part. All other files are custom files of the study. Stems are compared without regard to case.
+/// - A directory below a study that has no decks at any depth adds its files to the study. Any other
+///   directory with files at any depth is an assembly folder, and its files are custom files of it. There,
+///   geometry and meshes have the type Other, because their own types have a role on parts, sub-assemblies
+///   and run assemblies only.
+/// - Metadata: a study has "Description", "Files", "Size" (unit B) and "Solver"; the project has the same for
+///   everything in it, and "Studies". The bytes of a file that a link leads to are counted where the file
+///   itself is.
+/// - Dates are the times of the last change, in UTC. Users are the owners in the file system, where it names
+///   them.
 ///
-/// `leftOut` is a file that is not read, because the document is written to it. What is left out is said on
-/// the console.
+/// The file `leftOut` is not read, because the document is written to it. The console says what was left out.
 DirectoryReading ReadDirectory(const std::filesystem::path& root,
                                const std::optional<std::filesystem::path>& leftOut, Console& console);
 

@@ -15,7 +15,7 @@ namespace {
 
 using std::filesystem::path;
 
-// Text or binary data shows within the first few thousand bytes.
+// The first few thousand bytes show whether a file is text or binary.
 constexpr std::size_t kFormatSampleSize = 4096;
 
 bool IsBelow(const path& root, const path& candidate) {
@@ -31,7 +31,7 @@ public:
         : options_(options), console_(console), tree_(tree) {}
 
     std::error_code ReadDirectories(const path& root);
-    /// Reads into the files that ReadDirectories found; gives those that may be input of a solver.
+    /// Reads the beginnings of the files that ReadDirectories found. Returns those that may be solver input.
     std::vector<InputCandidate> ReadFiles();
 
 private:
@@ -55,7 +55,7 @@ void Scanner::NameUnreadable(const path& entry, const std::string& reason) {
     console_.Say(Quoted(entry) + " cannot be read and is left out: " + reason);
 }
 
-/// Puts what a link leads to in the link's place; false for a link that is left out.
+/// Replaces a link by its target. Returns false if the link is left out.
 bool Scanner::FollowLink(const path& link, Entry& entry) {
     std::error_code error;
     const path target = ResolvePath(link, error);
@@ -151,7 +151,7 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
         NameUnreadable(tree_.directories[directory].path / entry.name, entry.reason.message());
     }
     std::ranges::sort(listing.entries, byName);
-    // Adding a directory may move the list of directories, so these are put into place at the end.
+    // Adding a directory may move the list of directories in memory, so these two are stored at the end.
     std::vector<std::size_t> directories;
     std::vector<ScannedFile> files;
     for (Entry& entry : listing.entries) {
@@ -163,7 +163,7 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
     tree_.directories[directory].files = std::move(files);
 }
 
-/// False when the file cannot be read.
+/// Returns false if the file cannot be read.
 bool Scanner::ReadFile(std::size_t directory, std::size_t index, ScannedFile& file) {
     const path whole = tree_.directories[directory].path / file.name;
     const FileKind kind = KindOfFileName(file.name);
@@ -208,9 +208,9 @@ std::vector<InputCandidate> Scanner::ReadFiles() {
     return std::move(candidates_);
 }
 
-/// Fills in what the directories hold.
+/// Fills in what the directories have, at any depth.
 void SumUp(DirectoryTree& tree) {
-    // Every directory comes behind the one that it is in, so going backwards meets what is inside first.
+    // Every directory comes after the one that it is in, so the last comes first here.
     for (std::size_t index = tree.directories.size(); index-- > 0;) {
         ScannedDirectory& directory = tree.directories[index];
         directory.hasDecks = std::ranges::any_of(

@@ -10,19 +10,18 @@
 namespace host {
 
 struct ScanOptions {
-    /// A file that is left out: the one that the document is written to.
+    /// A file that is not read: the one that the document is written to.
     std::optional<std::filesystem::path> leftOut;
 };
 
-/// Reads everything below a root, which must be a whole path without links in it, and settles the kinds of
+/// Reads everything below a root, which must be a full path without links, and settles the kinds of the
 /// files.
 ///
-/// Hidden entries are left out. A link to a file below the root is a file of the directory that it stands in,
-/// because a deck draws it in from there. A link to a directory below the root is not entered: what it leads
-/// to stands in its own place already. Links that lead out of the root are left out, which is said on the
-/// console. An entry that cannot be read, and one that is neither file nor directory nor link, is named
-/// there, counted and left out. No walk needs stack in proportion to the nesting. Returns an error only for
-/// the root itself.
+/// Hidden entries are left out. A link to a file below the root counts as a file of the directory that has
+/// the link, because a deck includes it from there. A link to a directory below the root is not followed: its
+/// target is read in its own place. Links out of the root are left out, and the console says so. Entries that
+/// cannot be read, and those that are neither files nor directories nor links, are reported on the console,
+/// counted and left out. The depth of nesting needs no stack. Returns an error for the root itself only.
 std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptions& options, Console& console,
                               DirectoryTree& tree);
 

@@ -12,40 +12,40 @@
 
 namespace host {
 
-/// One file below the root, with its kind settled.
+/// A file below the root.
 struct ScannedFile {
     std::filesystem::path name;
     std::uint64_t size = 0;
     std::int64_t modified = 0;
     std::optional<std::uint32_t> owner;
-    /// The file lies elsewhere below the root and has its bytes counted there.
+    /// The file is elsewhere below the root, and its bytes are counted there.
     bool isLink = false;
     _tagFileType type = CAE_FILE_OTHER;
     _tagFileFormat format = CAE_FORMAT_UNKNOWN;
     Solver solver = Solver::None;
 };
 
-/// One directory below the root, or the root itself.
+/// A directory below the root, or the root itself.
 struct ScannedDirectory {
     std::filesystem::path name;
-    /// Its whole path, the root's in front.
+    /// Its path, beginning with that of the root.
     std::filesystem::path path;
     std::int64_t modified = 0;
     std::optional<std::uint32_t> owner;
-    /// Ordered by name, as the files are.
+    /// In the order of their names, like the files.
     std::vector<std::size_t> directories;
     std::vector<ScannedFile> files;
-    /// What the directory itself and everything under it holds.
+    /// What the directory has itself, and what it has at any depth.
     bool hasDecks = false;
     bool hasDecksInTree = false;
     bool hasFilesInTree = false;
 };
 
-/// What lies below a root directory; the root is the first, and every directory comes behind the one that it
+/// Everything below a root directory. The root comes first, and every directory comes after the one that it
 /// is in.
 struct DirectoryTree {
     std::vector<ScannedDirectory> directories;
-    /// Entries that could not be read, each named on the console.
+    /// Entries that could not be read; the console has named each.
     std::size_t unreadableCount = 0;
 };
 

@@ -10,7 +10,7 @@ namespace host {
 namespace {
 
 struct Rule {
-    /// The extension without its dot, or the whole name; in lower case.
+    /// The extension without its dot, or the whole name, in lower case.
     std::string_view name;
     FileKind kind;
 };
@@ -18,11 +18,11 @@ struct Rule {
 constexpr Rule Is(std::string_view name, _tagFileType type, Solver solver = Solver::None) {
     return {name, {type, type, solver, Look::None}};
 }
-/// Input of one solver: a deck, unless its text shows that it is only a part of one.
+/// Input of one solver: a deck, unless the text shows that it is a part of one.
 constexpr Rule InputOf(Solver solver, std::string_view name) {
     return {name, {CAE_FILE_DECK, CAE_FILE_OTHER, solver, Look::Input}};
 }
-/// Input of some solver if its text says so; otherwise of the types given.
+/// Input of some solver if the text says so, otherwise a file of the types given.
 constexpr Rule MaybeInput(std::string_view name, _tagFileType type, _tagFileType binaryType = CAE_FILE_OTHER,
                           Solver solver = Solver::None) {
     return {name, {type, binaryType, solver, Look::PossibleInput}};
@@ -36,8 +36,8 @@ constexpr Rule TextOrBinary(std::string_view name, _tagFileType type, _tagFileTy
     return {name, {type, binaryType, solver, Look::None}};
 }
 
-// An extension stands here once. Where several programs share it, the one that an engineer's folder most
-// likely means decides, or the text of the file does (Input, MaybeInput).
+// Each extension is listed once. Where several programs share it, the most likely one in the folder of an
+// engineer decides, or the text of the file (InputOf, MaybeInput).
 constexpr Rule kByExtension[] = {
     // Solver input
     InputOf(Solver::AbaqusOrCalculix, "inp"),
@@ -248,7 +248,7 @@ constexpr Rule kByExtension[] = {
     Is("plt", CAE_FILE_SCRIPT),
     Is("gp", CAE_FILE_SCRIPT),
 
-    // What solvers tell about a run
+    // What solvers report about a run
     TextOrBinary("out", CAE_FILE_LOG, CAE_FILE_OTHER),
     Is("log", CAE_FILE_LOG),
     Is("sta", CAE_FILE_LOG),
@@ -283,7 +283,7 @@ constexpr Rule kByExtension[] = {
     Is("rar", CAE_FILE_ARCHIVE),
 };
 
-// Names that stand for themselves; digits that a solver counts up at the end ("d3plot07") do not matter.
+// Whole names. Digits at the end, with which solvers number their files ("d3plot07"), do not matter.
 constexpr Rule kByName[] = {
     Is("readme", CAE_FILE_REPORT),
     Is("notes", CAE_FILE_REPORT),

@@ -10,7 +10,7 @@ namespace host {
 enum class Solver {
     None,
     Abaqus,
-    /// The two share one syntax; only some keywords belong to one alone.
+    /// The two share one syntax; only some keywords belong to one of them.
     AbaqusOrCalculix,
     Ansys,
     Calculix,
@@ -22,34 +22,34 @@ enum class Solver {
     Radioss,
 };
 
-/// The solver's name as it stands in the metadata; empty for Solver::None.
+/// The name of the solver in the metadata; empty for Solver::None.
 std::string_view SolverName(Solver solver);
 
-/// What must be read of a file before its kind is settled.
+/// What has to be read of a file to settle its kind.
 enum class Look {
-    /// The name settles it.
+    /// Nothing: the name settles it.
     None,
     /// The name says that it is input for its solver; the text says whether a run starts from it.
     Input,
-    /// The name says that it is a part of other input; the text is read for the files that it draws in.
+    /// The name says that it is a part of other input; the text says which files it includes.
     Part,
-    /// The name is shared with other kinds of files; the text says whether it is input at all, and whose.
+    /// Other kinds of files share the name; the text says whether it is input, and for which solver.
     PossibleInput,
 };
 
 /// What the name of a file says about it.
 struct FileKind {
-    /// The kind, as long as the text does not tell otherwise.
+    /// The type, unless the text says otherwise.
     _tagFileType type = CAE_FILE_OTHER;
-    /// The kind when the content is binary.
+    /// The type if the content is binary.
     _tagFileType binaryType = CAE_FILE_OTHER;
-    /// Whose file it is, where only one solver writes or reads such files.
+    /// The solver, if only one solver writes or reads such files.
     Solver solver = Solver::None;
     Look look = Look::None;
 };
 
-/// The kind of a file by its extension, or by its whole name for files that solvers write under fixed names.
-/// Letter case does not matter.
+/// The kind of a file by its extension, or by its whole name if solvers write it under a fixed name. Case
+/// does not matter.
 FileKind KindOfFileName(const std::filesystem::path& name);
 
 }  // namespace host

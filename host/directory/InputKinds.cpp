@@ -12,7 +12,7 @@ namespace {
 
 using std::filesystem::path;
 
-/// Paths are compared as this host's file systems compare them.
+/// Paths are compared as the file systems of this platform compare them.
 std::string KeyOfPath(const path& file) {
     OuString key = ToOuString(file.lexically_normal());
 #if defined(_WIN32)
@@ -26,7 +26,7 @@ std::string KeyOfName(OuString name) {
     return name.GetAnsiBuffer();
 }
 
-/// The name of the starter that an engine file of Radioss goes with; empty where the name has no number.
+/// The name of the starter that belongs to an engine file of Radioss; empty if the name has no number.
 std::string StarterName(const path& engine) {
     const OuString text = ToOuString(engine);
     std::string name = text.GetAnsiBuffer();
@@ -116,7 +116,7 @@ _tagFileType Settlement::TypeOf(const InputCandidate& candidate, bool isIncluded
     return role == InputRole::Mesh ? CAE_FILE_MESH : CAE_FILE_INCLUDE;
 }
 
-/// Whether the starter that an engine file of Radioss goes with lies beside it.
+/// Whether the starter that belongs to an engine file of Radioss is in the same directory.
 bool Settlement::HasStarter(const InputCandidate& candidate) {
     const std::string starter = StarterName(FileOf(candidate).name);
     if (starter.empty()) {

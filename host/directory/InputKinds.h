@@ -6,10 +6,10 @@
 #include "DirectoryTree.h"
 #include "SolverInput.h"
 
-/// What the files of a directory tree that may be input of a solver are, seen together.
+/// Settles what files that may be solver input are, when all of them are known.
 namespace host {
 
-/// A file that may be input of a solver, and where it stands in the tree.
+/// A file that may be solver input, and its place in the tree.
 struct InputCandidate {
     std::size_t directory;
     std::size_t file;
@@ -17,12 +17,12 @@ struct InputCandidate {
     SolverInput input;
 };
 
-/// Settles the types and the solvers of these files in the tree: what another one draws in is no deck, an
-/// engine file of Radioss beside its starter is none either.
+/// Settles the types and the solvers of these files in the tree. A file that another one includes is not a
+/// deck, and neither is an engine file of Radioss whose starter is in the same directory.
 void SettleInput(const std::vector<InputCandidate>& candidates, DirectoryTree& tree);
 
-/// Settles the solver of decks that both Abaqus and CalculiX read: they belong to the one whose other files
-/// lie beside them.
+/// Settles the solver of decks that both Abaqus and CalculiX read: it is the one that the other files of the
+/// directory belong to.
 void SettleUndecidedSolvers(DirectoryTree& tree);
 
 }  // namespace host

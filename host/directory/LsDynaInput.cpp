@@ -10,11 +10,11 @@
 namespace host {
 namespace {
 
-/// Keywords that a mesh and any other part of a deck have alike.
+/// Keywords that meshes and other parts of decks both have.
 constexpr std::array<std::string_view, 7> kFrame = {"KEYWORD", "TITLE",     "END",       "COMMENT",
                                                     "NODE",    "PARAMETER", "KEYWORD_ID"};
 
-/// The lines below a keyword, where they name files.
+/// The lines below a keyword that names files.
 class IncludeLines {
 public:
     explicit IncludeLines(SolverInput& input) : input_(input) {}
@@ -27,7 +27,7 @@ public:
 
     void ReadLine(std::string_view line) {
         if (takesName_) {
-            // A plus sign behind a blank continues a long name on the next line.
+            // A plus sign after a blank continues a long name on the next line.
             const bool isContinued = line.ends_with(" +");
             name_ += Trim(isContinued ? line.substr(0, line.size() - 2) : line);
             if (!isContinued) {
@@ -35,7 +35,7 @@ public:
                 name_.clear();
             }
         }
-        // Only the plain keyword takes a list of names.
+        // Only the plain keyword has a list of names.
         takesName_ = takesNames_;
     }
 

@@ -20,19 +20,19 @@ constexpr std::array<std::string_view, 16> kModel = {
     "PSHELL", "PSOLID", "PBAR", "PBARL", "PBEAM", "PROD",   "PBUSH", "PCOMP",
     "MAT1",   "MAT2",   "MAT8", "SPC1",  "EIGRL", "PLOAD4", "EIGRA", "TLOAD1",
 };
-// Words that prove nothing outside of a text that is Nastran's already.
+// Words that show nothing, unless the text is known to be Nastran.
 constexpr std::array<std::string_view, 7> kPlainWords = {"SPC",   "FORCE",  "LOAD",   "GRAV",
                                                          "PARAM", "MOMENT", "TABLED1"};
 
 constexpr std::size_t kLongestCard = 128;
 
-/// What a card begins with: up to eight characters.
+/// The beginning of a card: up to eight characters.
 std::string FirstField(std::string_view line) {
     return UpperBeginning(line, std::min(line.find_first_of(" \t,='*"), std::size_t{8}));
 }
 
-/// The file that the INCLUDE on the line names. Its name may be continued on the next lines up to its closing
-/// quote; `index` is the last of them then.
+/// The file that the INCLUDE on the line names. The name may continue on the next lines up to its closing
+/// quote; then `index` is set to the last of them.
 std::string FileOfInclude(const Lines& lines, std::size_t& index) {
     constexpr std::size_t kKeywordSize = 7;
     std::string file(Trim(lines[index].substr(kKeywordSize)));
@@ -57,7 +57,7 @@ bool IsNastranLine(std::string_view line) {
     if (IsOneOf(word, kControl)) {
         return word != "BEGIN" || text.starts_with("BEGIN BULK") || text.starts_with("BEGIN,BULK");
     }
-    // A word alone proves nothing: a card goes on with numbers.
+    // A word alone shows nothing: a card continues with numbers.
     return (IsOneOf(word, kMesh) || IsOneOf(word, kModel)) &&
            text.find_first_of("0123456789", word.size()) != std::string_view::npos;
 }

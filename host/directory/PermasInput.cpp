@@ -5,7 +5,7 @@
 #include "SolverSyntax.h"
 #include "host/system/Text.h"
 
-// Permas: a control file, and a model of blocks that open with a dollar sign.
+// Permas: a control file, and a model of blocks that begin with a dollar sign.
 
 namespace host {
 
@@ -15,11 +15,11 @@ bool IsPermasLine(std::string_view line) {
 }
 
 SolverInput ReadPermas(const SolverText& text) {
-    // Only the control file has a name of Permas alone.
+    // Only the control file has an extension that belongs to Permas alone.
     const bool isControlFile = text.expected == Solver::Permas;
     SolverInput input;
     input.solver = Solver::Permas;
-    // The control file starts the run; without one, the model itself is what the engineer keeps as the deck.
+    // The control file starts the run. Without one, the model itself is kept as the deck.
     input.role = InputRole::Deck;
     for (const std::string_view line : text.lines) {
         const std::string upper = ToUpperAscii(line);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLongestWord = 16;
 
-/// The number in the name that says which run of the model a file belongs to: "0001" of crash_0001.rad. The
+/// The number in the name, which says which run of the model a file belongs to: "0001" in crash_0001.rad. The
 /// starter has 0000.
 std::string_view RunNumber(std::string_view fileName) {
     const std::size_t underscore = fileName.rfind('_');

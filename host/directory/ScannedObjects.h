@@ -9,10 +9,10 @@
 
 #include "DirectoryTree.h"
 
-/// What objects of scanned files and directories have in common.
+/// Common to all objects that are created from scanned files and directories.
 namespace host {
 
-/// What the metadata tell of a study or of the project.
+/// What the metadata say about a study or the project.
 struct Totals {
     std::size_t files = 0;
     std::uint64_t bytes = 0;
@@ -21,14 +21,14 @@ struct Totals {
     void Add(const ScannedFile& file);
 };
 
-/// Sets the metadata of a study or of the project; an empty description is left out.
+/// Sets the metadata of a study or the project. An empty description is left out.
 void SetTotals(CAEObject& object, const std::string& description, const Totals& totals);
 
-/// Gives an object the date and the user of the file or directory that it stands for.
+/// Gives an object the date and the user of its file or directory.
 void SetOrigin(CAEObject& object, const ScannedFile& file);
 void SetOrigin(CAEObject& object, const ScannedDirectory& directory);
 
-/// Makes a file of the project for the scanned one, attached to nothing, and returns its identifier.
+/// Creates a file in the project, attached to nothing, and returns its identifier.
 int AddFile(CAEProject& project, const ScannedDirectory& directory, const ScannedFile& file,
             _tagFileType type);
 

@@ -14,7 +14,7 @@ struct Syntax {
     SolverInput (*read)(const SolverText& text);
 };
 
-/// A line shows the first syntax of these that it can only belong to.
+/// A line has the first of these syntaxes that it fits.
 constexpr Syntax kSyntaxes[] = {
     {Solver::LsDyna, IsLsDynaLine, ReadLsDyna},    {Solver::AbaqusOrCalculix, IsAbaqusLine, ReadAbaqus},
     {Solver::Radioss, IsRadiossLine, ReadRadioss}, {Solver::Ansys, IsAnsysLine, ReadAnsys},
@@ -22,7 +22,7 @@ constexpr Syntax kSyntaxes[] = {
     {Solver::Nastran, IsNastranLine, ReadNastran},
 };
 
-/// The solver whose syntax the lines show; None where they could belong to several or to none.
+/// The solver whose syntax the lines have; None if they fit none.
 Solver SyntaxOf(const Lines& lines) {
     for (const std::string_view line : lines) {
         const auto* const found = std::ranges::find_if(
@@ -34,7 +34,7 @@ Solver SyntaxOf(const Lines& lines) {
     return Solver::None;
 }
 
-/// The solver that stands for all that share its syntax.
+/// The solver in the table for all solvers that share its syntax.
 Solver WithSyntaxOf(Solver solver) {
     switch (solver) {
         case Solver::Abaqus:
@@ -52,7 +52,7 @@ Solver WithSyntaxOf(Solver solver) {
 SolverInput ReadSolverInput(Solver expected, std::string_view fileName, const FileSample& sample) {
     const SolverText text = {SplitLines(sample), fileName, expected};
     Solver solver = SyntaxOf(text.lines);
-    // Where the name is clear, only a text of the one syntax that shares it may say otherwise.
+    // If the name is clear, only the one other syntax that shares the extension can overrule it.
     const bool isOtherSyntax = expected == Solver::AbaqusOrCalculix && solver == Solver::Ansys;
     if (expected != Solver::None && !isOtherSyntax) {
         solver = expected;

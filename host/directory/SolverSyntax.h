@@ -5,19 +5,19 @@
 #include "SolverInput.h"
 #include "SolverText.h"
 
-/// The syntaxes of solver input. Each has a source file of its own (AbaqusInput.cpp), two functions here, and
-/// a line in the table of SolverInputReader.cpp.
+/// The syntaxes of solver input. A syntax is one source file (AbaqusInput.cpp), two functions here, and one
+/// line in the table of SolverInputReader.cpp.
 namespace host {
 
-/// A text that is read as solver input.
+/// A text to read as solver input.
 struct SolverText {
     Lines lines;
     std::string_view fileName;
-    /// The solver that the file's name speaks of, None where any is possible.
+    /// The solver that the name of the file belongs to; None if it may be any.
     Solver expected = Solver::None;
 };
 
-/// Whether a line can only be input of the solver; it is not empty.
+/// Whether a line belongs to this syntax alone. The line must not be empty.
 bool IsAbaqusLine(std::string_view line);
 bool IsAnsysLine(std::string_view line);
 bool IsLsDynaLine(std::string_view line);
@@ -26,7 +26,7 @@ bool IsPamCrashLine(std::string_view line);
 bool IsPermasLine(std::string_view line);
 bool IsRadiossLine(std::string_view line);
 
-/// Reads the text as input of the solver, which it is.
+/// Reads a text that has this syntax.
 SolverInput ReadAbaqus(const SolverText& text);
 SolverInput ReadAnsys(const SolverText& text);
 SolverInput ReadLsDyna(const SolverText& text);

@@ -5,7 +5,7 @@
 namespace host {
 namespace {
 
-/// The text without the quotes around it and with the slashes of this host's paths.
+/// The text without quotes, and with slashes as this platform's paths have them.
 std::string FileReference(std::string_view text) {
     text = Trim(text);
     if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front()) {

@@ -14,7 +14,8 @@ namespace host {
 
 using Lines = std::vector<std::string_view>;
 
-/// The lines of a sample without the blanks at their ends; a line that the sample cuts in front is left out.
+/// The lines of a sample without the blanks at both ends. A line whose beginning the sample does not have is
+/// left out.
 Lines SplitLines(const FileSample& sample);
 
 template <std::size_t Size>
@@ -24,16 +25,15 @@ bool IsOneOf(std::string_view word, const std::array<std::string_view, Size>& wo
 
 bool IsLetter(char character);
 
-/// The first word of a line, up to a blank, comma, slash behind the first character, or equals sign; upper
-/// case.
+/// The first word of a line in upper case: up to a blank, a comma, an equals sign, or a slash that is not the
+/// first character.
 std::string FirstWord(std::string_view line);
 
-/// The beginning of a line in upper case; what comes behind it can be long, and tells nothing about the
-/// syntax.
+/// The beginning of a line in upper case. The rest can be long, and says nothing about the syntax.
 std::string UpperBeginning(std::string_view line, std::size_t most);
 
-/// Adds a file that the text draws in, as the text names it: without quotes, and with the slashes of this
-/// host's paths.
+/// Adds a file that the text includes, under the name that the text gives it, without quotes and with
+/// slashes.
 void AddInclude(SolverInput& input, std::string_view text);
 
 }  // namespace host

@@ -16,14 +16,16 @@ namespace {
 
 using std::filesystem::path;
 
-/// The name without its last extension, in upper case: what makes a mesh or a picture a part's.
+/// The name without its last extension, in upper case. Meshes and pictures belong to the part with the same
+/// one.
 std::string StemKey(const path& name) {
     OuString key = ToOuString(name.stem());
     key.MakeUpper();
     return key.GetAnsiBuffer();
 }
 
-/// The name of a deck's iteration: its stem, for a starter of Radioss without the number of the run.
+/// The name of the iteration of a deck: the stem of the deck. For a starter of Radioss, the number of the run
+/// is removed.
 OuString IterationName(const ScannedFile& deck) {
     const OuString text = ToOuString(deck.name.stem());
     std::string stem = text.GetAnsiBuffer();
@@ -33,7 +35,7 @@ OuString IterationName(const ScannedFile& deck) {
     return OuString(stem.c_str(), 0);
 }
 
-/// Whether a file of the type makes a part or belongs to the part of its stem, whatever its stem.
+/// Whether files of the type always belong to a part.
 bool IsOfPart(_tagFileType type) {
     return type == CAE_FILE_CAD || type == CAE_FILE_MESH;
 }
@@ -46,7 +48,7 @@ public:
     void Build(const ScannedDirectory& directory);
 
 private:
-    /// What the files are in all, seen before the first object is made.
+    /// Sums up the files, before the first object is created.
     Totals Survey();
     void AddCustomFiles();
     void AddParts();
@@ -107,7 +109,8 @@ void StudyBuilder::AddParts() {
         partOfStem.emplace(StemKey(file.file->name), &part);
         return part;
     };
-    // Geometry before meshes before pictures: a mesh joins the part of its stem, a picture any part's.
+    // Geometry first, then meshes, then pictures: a mesh joins the part of a geometry file, and a picture any
+    // part.
     for (const StudyFile& file : files_) {
         if (file.file->type == CAE_FILE_CAD) {
             const path& name = file.file->name;

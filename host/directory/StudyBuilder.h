@@ -8,17 +8,17 @@
 
 namespace host {
 
-/// A file of a study, with the directory that it lies in.
+/// A file of a study, and the directory that it is in.
 struct StudyFile {
     const ScannedDirectory* directory;
     const ScannedFile* file;
-    /// The object that stands for it already, 0 for none.
+    /// The identifier of its object, if it has one already, otherwise 0.
     int identifier;
 };
 
-/// Makes a study of the files below the parent: parts, iterations and custom files (DirectoryReader.h says
-/// which file becomes what). `directory` gives it its name, and `files` are those of it and of directories
-/// below.
+/// Creates a study below the parent from the files: parts, iterations and custom files (DirectoryReader.h
+/// says what each file becomes). The study has the name of `directory`; `files` are in it or in directories
+/// below it.
 CAEObject& AddStudy(CAEObject& parent, const ScannedDirectory& directory, const std::vector<StudyFile>& files,
                     CAEProject& project);
 

@@ -27,7 +27,7 @@ constexpr std::string_view kNoNumber =
     "identifier that is not a number, read as the number that it begins with";
 constexpr std::string_view kNoObject = "ignored, because it is not an object";
 
-/// Notes what the library does not take from one node of an answer.
+/// Notes what the library does not use of a node of an answer.
 void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
     const JSONNode* const id = FindMember(node, member::kId);
     const JSONNode* const key = FindMember(node, member::kDatabaseKey);

@@ -9,28 +9,26 @@
 #include "host/system/Console.h"
 #include "host/system/Notes.h"
 
-/// Applying the answers of the data-management server, with a report: the library passes over what it cannot
-/// use in silence.
+/// Applying the answers of the data-management server, with a report of what the library silently ignores.
 namespace host {
 
 /// What an answer did.
 struct AnswerReport {
-    /// Objects and files whose key is another one now, and those that had theirs already.
+    /// Objects and files whose key has changed, and those that had the same key before.
     std::size_t keysSet = 0;
     std::size_t keysKept = 0;
-    /// Whether the answer named the project.
+    /// Whether the answer has a name, which becomes the display name of the project.
     bool hasName = false;
     Notes notes;
 
-    /// Says it all, the first line beginning with the name of what was changed.
+    /// Says all of it; every line begins with `what`, the name of what was changed.
     void Say(const std::string& what, Console& console) const;
 };
 
-/// Whether the answer is an object node or an array of such, so that keys can be in it. Where it is not, the
-/// message says so.
+/// Whether the answer is an object or an array, so that it can have keys. If not, a message says so.
 bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console);
 
-/// Writes the keys of the answer onto the objects of the project. Members "dbkey" that are null are taken out
+/// Sets the keys from the answer on the objects of the project. Members "dbkey" that are null are removed
 /// first.
 void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console);
 

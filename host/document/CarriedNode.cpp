@@ -13,8 +13,8 @@ using format::Kind;
 namespace host {
 namespace {
 
-/// Of several members of a name the last one counts, but the first of those that only file records have. A
-/// key that is null is none.
+/// If a name occurs several times, the last member counts, except for those that only file records have,
+/// where the first counts. A key that is null does not count.
 std::string LastText(const JSONNode& node, format::MemberName name) {
     std::string text;
     for (const JSONNode& value : node) {
@@ -26,7 +26,7 @@ std::string LastText(const JSONNode& node, format::MemberName name) {
     return text;
 }
 
-/// The name that an object node or a file record gives: "displayName" counts as "name" does.
+/// The name of an object node or a file record. An import reads "displayName" as it reads "name".
 std::string NameText(const JSONNode& node) {
     std::string text;
     for (const JSONNode& value : node) {
@@ -48,13 +48,13 @@ std::vector<JSONNode> ElementsOf(const JSONNode& node, format::MemberName sectio
     return elements;
 }
 
-/// Whether a root of the type is a project: it has its additional type, which is any text.
+/// Whether a root of this type is a project: it is named after its additional type, which may be any text.
 bool IsProjectRoot(const std::string& type) {
     const Kind kind = format::KindOfType(type);
     return (kind == Kind::kUnknown && type != format::kSessionObjectType) || kind == Kind::kProject;
 }
 
-/// The type of file that an import takes a record for.
+/// The file type that an import reads from a record.
 _tagFileType ReadFileType(const JSONNode& record) {
     return GetCAEFileType(WideMember(record, member::kFileType));
 }
@@ -64,13 +64,13 @@ std::string ReadFileFormat(const JSONNode& record) {
     return format::NameOfFileFormat(format::FileFormatOfName(name));
 }
 
-/// Whether a file of the type stays with an object of the kind.
+/// Whether an import attaches files of the type to objects of the kind.
 bool IsAttached(_tagFileType type, Kind kind) {
     return !format::HasRole(static_cast<format::FileType>(type)) || kind == Kind::kPart ||
            kind == Kind::kSubAssembly || kind == Kind::kIterationModel;
 }
 
-/// An entry of a name that was there already, in whatever letter case, gives that one its value.
+/// An entry whose name was there before, in any case, replaces the value only.
 void ReadMetadata(const JSONNode& node, CarriedNode& carried) {
     std::unordered_map<std::string, std::size_t> indexOfName;
     for (const JSONNode& section : node) {
@@ -110,8 +110,7 @@ void ReadSections(const JSONNode& node, Kind kind, CarriedNode& carried) {
     }
 }
 
-/// An iteration's study type is read off the tree: it follows from the document only where that has the
-/// study.
+/// The study type of an iteration is read from the tree, so a document shows it only if it has the study.
 void ReadStudyType(const JSONNode& node, const CarriedNode* study, CarriedNode& carried) {
     if (study == nullptr || study->projectName || format::KindOfType(study->type) == Kind::kFile) {
         return;
@@ -135,10 +134,10 @@ CarriedNode ReadCarried(const JSONNode& node, NodePlace place, const CarriedNode
     if (isProject) {
         carried.projectName = name;
     } else if (place == NodePlace::FileRecord) {
-        // What stands behind the last separator is what a document tells again.
+        // The next document has only what follows the last separator.
         carried.members.push_back({member::kName, name.substr(name.find_last_of("/\\") + 1)});
     } else if (kind != Kind::kFile) {
-        // A file among the children is named after its path, which it does not have again.
+        // A file among the children is named after its path, and an imported one has none.
         carried.members.push_back({member::kName, name.empty() ? format::kNameless : name});
     }
     carried.members.push_back({member::kCreatedDate, LastText(node, member::kCreatedDate)});

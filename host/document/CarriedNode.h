@@ -12,21 +12,21 @@
 
 namespace host {
 
-/// A member that is compared as a text.
+/// A member that is compared as text.
 struct CarriedMember {
     format::MemberName name;
     std::string text;
 };
 
-/// What the format carries of one node: two nodes with the same of these come from one another.
+/// What the format carries of one node: after an import and an export, a node has the same again.
 struct CarriedNode {
     std::vector<CarriedMember> members;
-    /// Metadata entries, in their order: name and value.
+    /// Metadata entries in their order: name and value.
     std::vector<std::pair<std::string, std::string>> metadata;
-    /// Of a project, the name that is compared on its own.
+    /// The name of a project, which is compared separately.
     std::optional<std::string> projectName;
     std::string identifier;
-    /// The object nodes and file records below that an import makes something of.
+    /// The nodes below that an import creates an object or a file from.
     std::vector<JSONNode> children;
     std::vector<JSONNode> files;
 
@@ -34,7 +34,7 @@ struct CarriedNode {
     std::string name;
 };
 
-/// Reads the node. `study` is the node two levels above, null where there is none in the document.
+/// Reads the node. `study` is the node two levels above; null if the document has none.
 CarriedNode ReadCarried(const JSONNode& node, NodePlace place, const CarriedNode* study);
 
 }  // namespace host

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kMostDifferences = 20;
 
-/// Two nodes on the way, and the elements of both that come next.
+/// Two nodes that are being compared, and the elements that come next.
 struct NodePair {
     CarriedNode first;
     CarriedNode second;
@@ -38,7 +38,7 @@ private:
 
     const ComparedDocument& first_;
     const ComparedDocument& second_;
-    /// A pair keeps its address while others come and go behind it.
+    /// Pairs keep their addresses while others are added and removed at the end.
     std::deque<NodePair> pairs_;
     DocumentDifferences result_;
 };
@@ -87,7 +87,7 @@ void DocumentComparer::CompareFiles(NodePair& pair) {
 
 void DocumentComparer::CompareHeads(const NodePair& pair) {
     CompareProjectNames(pair);
-    // Of nodes of different kinds the kind alone is told: it stands first.
+    // The kind comes first: of nodes of different kinds, nothing else is compared that only one of them has.
     const std::size_t count = std::min(pair.first.members.size(), pair.second.members.size());
     for (std::size_t index = 0; index < count; ++index) {
         const auto& [name, text] = pair.first.members[index];

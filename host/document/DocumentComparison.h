@@ -7,30 +7,30 @@
 #include <string>
 #include <vector>
 
-/// Whether two documents are the same but for what an import does not take over: the check of a round trip.
+/// Whether two documents are the same, apart from what an import does not carry: this checks a round trip.
 namespace host {
 
-/// A document to be compared.
+/// A document to compare.
 struct ComparedDocument {
     JSONNode node;
-    /// The display name of a project of the document by its identifier, where it is known: an import takes a
-    /// project's name for its display name.
+    /// The display name of the project with this identifier, where it is known: an import reads the name of a
+    /// project as its display name.
     std::function<std::string(const std::string& identifier)> displayName;
 };
 
 struct DocumentDifferences {
-    /// What was compared: objects, and files, be they children or records.
+    /// Objects and files that were compared; files may be children or file records.
     std::size_t objects = 0;
     std::size_t files = 0;
-    /// How many differences there are, and the first of them, each in one line.
+    /// All differences, and the first of them, each on one line.
     std::size_t differenceCount = 0;
     std::vector<std::string> differences;
 };
 
-/// Compares what is carried from a document to the objects that are made of it and back: kinds, names, dates,
+/// Compares what a document carries to the objects that are created from it and back: kinds, names, dates,
 /// keys, metadata with their values, children and files in their order, and types, formats and location types
-/// of files. Left out is what docs/document.md lists under "What the format does not carry". Needs no stack
-/// in proportion to the nesting.
+/// of files. docs/document.md lists the rest under "What the format does not carry". The depth of nesting
+/// needs no stack.
 DocumentDifferences CompareDocuments(const ComparedDocument& first, const ComparedDocument& second);
 
 }  // namespace host

@@ -15,7 +15,7 @@ using format::Kind;
 namespace host {
 namespace {
 
-/// Stands for the target above a root that becomes a new object.
+/// The node of the target above a root that becomes a new object.
 JSONNode WrapBelow(const char* type, const JSONNode& root) {
     JSONNode children(JSON_ARRAY);
     children.set_name(member::kChildren.c_str());
@@ -36,7 +36,7 @@ CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& re
     const OuString additionalType = project != nullptr ? project->getAdditionalType() : OuString();
     JSONNode imported = document;
     if (!isOnTarget) {
-        // Nothing is imported below an empty type.
+        // A node with an empty type is not imported.
         imported = WrapBelow(additionalType.IsEmpty() ? format::TypeOfKind(Kind::kProject).data()
                                                       : additionalType.GetAnsiBuffer(),
                              document);

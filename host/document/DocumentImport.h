@@ -9,20 +9,20 @@
 #include "ImportReport.h"
 #include "host/system/Console.h"
 
-/// Importing documents, with a report: the library passes over what it cannot use in silence, so the document
-/// is compared with what became of it.
+/// Importing documents, with a report. The library silently ignores what it cannot use, so the document is
+/// compared with what the import created.
 namespace host {
 
 /// Imports the document into the project of the target.
 ///
-/// A document whose root names another kind than the target's becomes a new object below the target. Any
-/// other document, one of a project onto a project for instance, is written onto the target itself. Members
-/// "dbkey" that are null are taken out first. Returns the object that the root was written onto, null if
-/// there is none.
+/// If the root of the document is of another kind than the target, it becomes a new object below the target.
+/// Any other document is written onto the target itself, for example that of a project onto a project.
+/// Members "dbkey" that are null are removed first. Returns the object that the root was written onto; null
+/// if there is none.
 CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& report, Console& console);
 
-/// A project for a document to be imported into, which lies in the directory: with the document's own name
-/// where that is the document of a project, with `otherName` where it is not.
+/// A new project in the directory, to import a document into. It has the name of the document if that is the
+/// document of a project, otherwise `otherName`.
 std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuString& otherName,
                                            const OuString& directory);
 

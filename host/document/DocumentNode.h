@@ -7,21 +7,21 @@
 #include "format/MemberName.h"
 #include "host/system/Notes.h"
 
-/// What the host itself reads of the nodes of documents and answers.
+/// What the program itself reads of the nodes of documents and answers.
 namespace host {
 
-/// The text of a node's own value, up to its first NUL.
+/// The value of a node as text, up to its first NUL.
 std::string ValueText(const JSONNode& value);
-/// The text of the first member of the name; empty where there is none.
+/// The value of the first member with the name as text; empty if there is none.
 std::string MemberText(const JSONNode& node, format::MemberName name);
 /// The name of a member, NUL characters included.
 std::string NameOfMember(const JSONNode& value);
 
-/// An element of "children" or "files" for a message: 'bracket' (id 12).
+/// A node as messages show it: 'bracket' (id '12').
 std::string Describe(const JSONNode& node);
 
-/// Takes every "dbkey" that is null out of the document or answer, so that no object gets the key "null", and
-/// notes each.
+/// Removes every "dbkey" that is null from the document or answer, and notes it, so that no object gets the
+/// key "null".
 void RemoveNullKeys(JSONNode& document, Notes& notes);
 
 }  // namespace host

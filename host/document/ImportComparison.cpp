@@ -32,18 +32,19 @@ constexpr std::string_view kNotShown =
     "view item that shows nothing, because no assembly with its key came before it";
 constexpr std::string_view kStrayName = "file whose name leads out of the project's directory";
 
-/// Whether the directory and the name put together are a path to somewhere else than into the directory.
+/// Whether the name leads to another place than the directory that it is appended to.
 bool LeadsOut(const std::string& name) {
     return name.find_first_of("/\\") != std::string::npos || name == ".." || name == ".";
 }
 
-/// An object that the import made of a node or wrote it onto, and what it made for the elements of the node.
+/// An object that the import created from a node or wrote the node onto, and what it created for the elements
+/// of the node.
 struct MadeObject {
     const JSONNode* node = nullptr;
     CAEObject* object = nullptr;
     std::vector<CAEObject*> children;
     std::size_t nextChild = 0;
-    /// The files that are attached to the object, as soon as the node has a record.
+    /// The files attached to the object; filled in when the node has its first file record.
     std::optional<std::unordered_set<int>> files;
 };
 
@@ -66,7 +67,7 @@ private:
     };
 
     bool Enter(const Visit& visit);
-    /// The object that was made of an element; null, after a note, where none was.
+    /// The object that was created from an element. Returns null, after a note, if there is none.
     CAEObject* ObjectOf(const JSONNode& element, MadeObject& above);
     void FollowObject(const Visit& visit, CAEObject& object);
     void FollowRecord(const JSONNode& record, MadeObject& above);
@@ -92,7 +93,7 @@ bool ImportFollower::Enter(const Visit& visit) {
         return true;
     }
     if (visit.place == NodePlace::FileRecord) {
-        // Nothing is imported below it.
+        // An import reads nothing below a file record.
         FollowRecord(visit.node, *visit.above);
         return false;
     }
@@ -165,7 +166,7 @@ void ImportFollower::FollowRecord(const JSONNode& record, MadeObject& above) {
 
 void ImportFollower::Leave(const Visit& visit) {
     const auto* const item = dynamic_cast<const CAEViewItem*>(visit.own.object);
-    // The target's own reference is no matter of an import.
+    // The reference of the target itself is not part of the import.
     if (item == nullptr || visit.above == nullptr) {
         return;
     }

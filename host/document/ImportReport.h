@@ -10,7 +10,7 @@ namespace host {
 
 /// What an import did.
 struct ImportReport {
-    /// Objects that are no files.
+    /// Objects that are not files.
     std::size_t objects = 0;
     std::size_t files = 0;
     /// Of the files, those that are attached to an object, and those that are children of one.
@@ -18,12 +18,12 @@ struct ImportReport {
     std::size_t childFiles = 0;
     std::size_t keys = 0;
     std::size_t viewItems = 0;
-    /// Of the view items, those that show an object now.
+    /// Of the view items, those that show an object.
     std::size_t linkedViewItems = 0;
-    /// What was left out or changed on the way.
+    /// What was left out or changed.
     Notes notes;
 
-    /// Says it all, the first line beginning with the name of what was changed.
+    /// Says all of it; every line begins with `what`, the name of what was changed.
     void Say(const std::string& what, Console& console) const;
 };
 

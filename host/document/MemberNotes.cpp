@@ -81,7 +81,7 @@ void NoteTaken(const JSONNode& node, const JSONNode& value, const MemberEffect& 
     }
 }
 
-/// Notes a member that is known and changes nothing.
+/// Notes a member that an import knows and ignores.
 void NoteWithoutEffect(const JSONNode& node, const JSONNode& value, const MemberEffect& known, Notes& notes) {
     const std::string name = known.name.c_str();
     if (known.shape != Shape::kNodes) {

@@ -7,9 +7,9 @@
 
 namespace host {
 
-/// Notes what an import does not take from the members of one node, what is below "children" and "files" of
-/// an object aside: members that are not recognised or have no effect, values of another kind than expected,
-/// and members that come twice.
+/// Notes which members of a node an import does not use: members that it does not know, that have no effect,
+/// that have a value of another type than expected, or that occur more than once. The elements of "children"
+/// and "files" are not looked at.
 void NoteMembers(const JSONNode& node, NodePlace place, Notes& notes);
 
 }  // namespace host

@@ -9,37 +9,37 @@
 
 #include "format/MemberNames.h"
 
-/// Walks over the nodes of documents and answers: the roots and everything that they hold in "children" and
-/// "files". A walk keeps its way back on the heap, so nesting needs no stack.
+/// Walks over the nodes of documents and answers: the roots, and everything below them in "children" and
+/// "files". The way back is kept on the heap, so the depth of nesting needs no stack.
 namespace host {
 
-/// Where a node stands in its document.
+/// The place of a node in its document.
 enum class NodePlace { Root, Child, FileRecord };
 
-/// The member that holds the nodes of a place; a root goes with the children.
+/// The member that has the nodes of a place. A root counts as a child.
 constexpr format::MemberName SectionOf(NodePlace place) {
     return place == NodePlace::FileRecord ? format::member::kFiles : format::member::kChildren;
 }
 
-/// Which arrays of a node a walk goes into, and in which order. Objects in their place are gone into
-/// likewise.
+/// Which "children" and "files" of a node a walk goes through, and in which order. An object in the place of
+/// the array is gone through in the same way.
 enum class SectionOrder {
-    /// Every "children" and "files" in the order of the members: as an import reads them.
+    /// All of them in the order of the members, as an import reads them.
     AsWritten,
-    /// Every "children", then every "files".
+    /// All "children", then all "files".
     ChildrenFirst,
-    /// The first "children", then the first "files": as an answer is read.
+    /// The first "children", then the first "files", as an answer is read.
     FirstOfEach,
 };
 
-/// What a walk passes at a node.
+/// What a visitor gets for a node.
 template <typename Node, typename State>
 struct NodeVisit {
     Node& node;
     NodePlace place;
-    /// The visitor's own state of this node; it lives until the node is left.
+    /// The state that the visitor keeps for this node until the walk leaves it.
     State& own;
-    /// The state of the node that holds this one; null for a root.
+    /// The state of the node above; null for a root.
     State* above;
 };
 
@@ -63,13 +63,13 @@ public:
     }
 
 private:
-    /// A node on the way, and where its walk stands.
+    /// A node that the walk has entered and not left, and what comes next in it.
     struct OpenNode {
         OpenNode(Node& entered, NodePlace placeOfEntered) : node(entered), place(placeOfEntered) {}
         Node& node;
         NodePlace place;
         State own{};
-        /// Sections are looked for once, or once for "children" and once for "files".
+        /// If "children" and "files" are gone through separately, which of them it is now.
         NodePlace placeLookedFor = NodePlace::Child;
         json_index_t nextMember = 0;
         Node* section = nullptr;
@@ -80,7 +80,7 @@ private:
     State* StateAbove(std::size_t depth) { return depth == 0 ? nullptr : &open_[depth - 1].own; }
 
     void EnterNode(Node& node, NodePlace place) {
-        // The nodes on the way keep their addresses while others come and go behind them.
+        // Entered nodes keep their addresses while others are added and removed at the end.
         OpenNode& entered = open_.emplace_back(node, place);
         if (!enter_(NodeVisit<Node, State>{node, place, entered.own, StateAbove(open_.size() - 1)})) {
             open_.pop_back();
@@ -102,7 +102,7 @@ private:
         return &open.section->at(open.nextElement++);
     }
 
-    /// Goes to the node's next section, false where there is none. Only object nodes have members.
+    /// Goes to the next section of the node. Returns false if there is none. Only object nodes have members.
     bool FindSection(OpenNode& open) const {
         if (open.node.type() != JSON_NODE) {
             return false;
@@ -119,7 +119,7 @@ private:
         return false;
     }
 
-    /// Begins anew with "files", where the node has members and its "children" are done.
+    /// Goes through the members again for "files". Returns false if that is done, or if there are no members.
     bool GoOnToFiles(OpenNode& open) const {
         if (order_ == SectionOrder::AsWritten || open.placeLookedFor == NodePlace::FileRecord) {
             return false;
@@ -129,7 +129,7 @@ private:
         return !open.node.empty();
     }
 
-    /// Whether the member is a section that is looked for now; its elements are of the place then.
+    /// Whether the member is a section to go through now; if so, its place is set.
     bool IsSection(OpenNode& open, const JSONNode& member) const {
         const json_string text = member.name();
         const std::string_view name(text.data(), text.size());
@@ -149,7 +149,7 @@ private:
     std::deque<OpenNode> open_;
 };
 
-/// The roots of a document or an answer: the elements of an array, or the node itself.
+/// Walks over each root: the elements of an array, or the node itself.
 template <typename State, typename Node, typename Enter, typename Leave>
 void WalkRoots(Node& root, SectionOrder order, const Enter& enter, const Leave& leave) {
     NodeWalker<State, Node, Enter, Leave> walker(order, enter, leave);
@@ -162,26 +162,26 @@ void WalkRoots(Node& root, SectionOrder order, const Enter& enter, const Leave& 
     }
 }
 
-/// Walks over a document or an answer; of one that is an array every element is a root.
+/// Walks over a document or an answer. If it is an array, every element is a root.
 ///
-/// `enter` is called for every node before those that it holds, whatever type it has, and returns whether the
-/// walk goes into it. If so, `leave` is called behind those that it holds. Both take a NodeVisit, whose state
-/// is made by its default constructor.
+/// `enter` is called for every node, of any type, before the nodes in it, and returns whether the walk goes
+/// into it. If it does, `leave` is called after the nodes in it. Both take a NodeVisit, whose state is
+/// default-constructed.
 template <typename State, typename Enter, typename Leave>
 void WalkNodes(const JSONNode& root, SectionOrder order, const Enter& enter, const Leave& leave) {
     WalkRoots<State, const JSONNode>(root, order, enter, leave);
 }
 
-/// The state of a visitor that keeps none.
+/// For visitors that keep no state.
 struct NoState {};
 
-/// The same without `leave` and states.
+/// The same without `leave` and without a state.
 template <typename Enter>
 void WalkNodes(const JSONNode& root, SectionOrder order, const Enter& enter) {
     WalkNodes<NoState>(root, order, enter, [](const auto&) {});
 }
 
-/// The same for a visitor that changes the node that it enters, and nothing else.
+/// The same for a visitor that changes the node that it enters, but no other node.
 template <typename Enter>
 void WalkNodesToChange(JSONNode& root, SectionOrder order, const Enter& enter) {
     WalkRoots<NoState, JSONNode>(root, order, enter, [](const auto&) {});

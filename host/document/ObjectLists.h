@@ -5,13 +5,13 @@
 
 #include <vector>
 
-/// The object model's lists as vectors.
+/// The lists of the object model as vectors.
 namespace host {
 
-/// The direct children, in their order.
+/// The children, in their order.
 std::vector<CAEObject*> ChildrenOf(const CAEObject& object);
 
-/// The attached files, in their order; those that the project does not have are left out.
+/// The attached files, in their order, without those that the project does not have.
 std::vector<CAEFile*> AttachedFilesOf(CAEObject& object);
 
 struct MetadataOfObject {

@@ -14,7 +14,7 @@ std::unique_ptr<CAEProject> CreateSimulationProject(const OuString& name, const 
 
 void VisitProject(CAEProject& project,
                   const std::function<void(CAEObject& object, const ObjectPlace& place)>& visitor) {
-    // Projects whose files are still to come, with those that have files of their own.
+    // Projects whose files are still to be visited.
     std::vector<CAEProject*> projects;
     const auto visit = [&](CAEObject& top, const ObjectPlace& placeOfTop) {
         korvane::VisitTree(top, [&](CAEObject& object, int depth) {

@@ -6,31 +6,29 @@
 #include <functional>
 #include <memory>
 
-/// Projects, and everything that belongs to them.
+/// Projects and their objects.
 namespace host {
 
-/// A project as this program makes them: with the name and the directory, the additional type "Simulation",
-/// and without objects.
+/// A project without objects, with the additional type "Simulation".
 std::unique_ptr<CAEProject> CreateSimulationProject(const OuString& name, const OuString& directory);
 
-/// Where an object hangs: below its parent, or in a project as one of the files that it has beside its
-/// children.
+/// The place of an object: below its parent, or among the files that a project has besides its children.
 struct ObjectPlace {
-    /// Null for the project that the visit began with.
+    /// Null for the project that the visit begins with.
     const CAEObject* above = nullptr;
     bool isProjectFile = false;
 };
 
-/// Calls the visitor for the project and everything that belongs to it: what hangs below it, the files of
-/// every project in it, and what hangs below those. What an object hangs in comes before it, siblings in
-/// their order. Needs no stack in proportion to the nesting. The visitor must not change the tree.
+/// Visits the project and everything that belongs to it: the objects below it, the files of every project in
+/// it, and the objects below those. An object is visited before what is below it, and siblings in their
+/// order. The depth of nesting needs no stack. The visitor must not change the tree.
 void VisitProject(CAEProject& project,
                   const std::function<void(CAEObject& object, const ObjectPlace& place)>& visitor);
 
 struct ObjectCounts {
-    /// Objects that are no files, the project itself left out.
+    /// Objects that are not files, without the project itself.
     std::size_t objects = 0;
-    /// Files, among the children and of the project.
+    /// Files among the children and files of projects.
     std::size_t files = 0;
 };
 ObjectCounts CountObjects(CAEProject& project);

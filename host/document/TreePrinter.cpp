@@ -38,7 +38,7 @@ Widths MeasureColumns(const std::vector<TreeRow>& rows) {
     Widths widths;
     for (const TreeRow& row : rows) {
         if (!row.isMetadata) {
-            // One long name must not push the columns of all other lines away.
+            // One long name must not move the columns of all other lines.
             widths.tree = std::max(widths.tree, std::min(TreeWidth(row), kWidestTreeColumn));
             widths.kind = std::max(widths.kind, row.kind.size());
             widths.identifier = std::max(widths.identifier, row.identifier.size());
@@ -57,7 +57,7 @@ std::string Coloured(std::string_view colour, const std::string& text, const Col
     return colour.empty() ? text : std::string(colour) + text + std::string(colours.end);
 }
 
-/// The columns behind the tree and the kind.
+/// The columns after the tree and the kind.
 std::string DetailsOf(const TreeRow& row, const Widths& widths) {
     std::string text = "  " + row.identifier;
     const std::string gap = Padding(widths.identifier, row.identifier.size()) + "  ";

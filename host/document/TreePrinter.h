@@ -7,15 +7,15 @@
 namespace host {
 
 struct TreeStyle {
-    /// Lines between the objects are drawn with characters beyond ASCII.
+    /// The lines of the tree are drawn with characters beyond ASCII.
     bool isUtf8 = true;
     bool isColoured = false;
 };
 
-/// The object and everything under it as a table for people: a line for each object with its name, its kind
-/// and its identifier, for each attached file its role, type, format and size, the metadata below their
-/// object, and what there is in all on the last line. Every line ends with a line feed. Needs no stack in
-/// proportion to the nesting; very deep lines give their depth as a number instead of drawing it.
+/// The object and everything below it as a table: a line for each object with its name, kind and identifier;
+/// a line for each attached file with its role, type, format and size; the metadata of an object below it;
+/// and the totals on the last line. Every line ends with a line feed. The depth of nesting needs no stack;
+/// very deep lines show their depth as a number instead of drawing it.
 std::string PrintTree(CAEObject& object, const TreeStyle& style);
 
 }  // namespace host

@@ -24,7 +24,7 @@ constexpr std::size_t kDeepestDrawn = 40;
 constexpr std::size_t kMetadataWidth = 100;
 constexpr std::size_t kLongestValue = 240;
 
-/// The strokes of the tree, all three columns wide.
+/// The lines of the tree, each three columns wide.
 struct Strokes {
     std::string_view branch;
     std::string_view lastBranch;
@@ -37,7 +37,7 @@ struct Strokes {
 constexpr Strokes kUtf8Strokes = {"├─ ", "└─ ", "│  ", "   ", " · ", "…", "→ "};
 constexpr Strokes kAsciiStrokes = {"|- ", "`- ", "|  ", "   ", "; ", "...", "-> "};
 
-/// What one level of the tree still has to show.
+/// The objects of one level that are still to be shown.
 struct Level {
     std::vector<CAEObject*> children;
     std::size_t next = 0;
@@ -82,7 +82,7 @@ private:
 
     const Strokes& strokes_;
     std::vector<TreeRow> rows_;
-    /// For each level above the present one, whether the line goes on behind it.
+    /// For each level above the current one, whether its line continues below.
     std::vector<bool> goesOn_;
     std::map<_tagCAEObjectType, std::size_t> countOfKind_;
     std::set<int> files_;
@@ -111,7 +111,7 @@ void RowLister::AddFileRow(const CAEFile& file, const std::string& strokes, cons
     file.getFullPathName(fullPath);
     TreeRow row;
     row.strokes = strokes;
-    // What was made of a document's child has a name, but no path.
+    // A file that was created from a child in a document has a name, but no path.
     row.name = Printable(fullPath.IsEmpty() ? NameOf(file) : OuStringFileName(fullPath).GetFileName());
     row.kind = role;
     row.identifier = "#" + std::to_string(file.getID());
@@ -181,7 +181,7 @@ void RowLister::AddObject(CAEObject& object, const std::string& strokes, bool ha
 
 void RowLister::Walk(CAEObject& root) {
     std::vector<Level> levels;
-    // Shows an object with its files and puts its children in front of what waits.
+    // Shows an object with its files, and puts its children before everything that waits.
     const auto enter = [&](CAEObject& object, const std::string& strokes) {
         Level level{ChildrenOf(object)};
         const std::vector<CAEFile*> files = AttachedFilesOf(object);

@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// A line of a printed tree, in pieces.
+/// A line of a printed tree, in its parts.
 struct TreeRow {
     std::string strokes;
     std::string name;
@@ -18,19 +18,18 @@ struct TreeRow {
     std::string size;
     std::string note;
     bool isObject = false;
-    /// A line of metadata: the name is the whole text.
+    /// A line of metadata: `name` is all of it.
     bool isMetadata = false;
 };
 
 struct TreeRows {
     std::vector<TreeRow> rows;
-    /// What there is in all.
+    /// The totals.
     std::string summary;
 };
 
-/// The rows of the object and everything under it; `isUtf8` draws their strokes with characters beyond ASCII.
-/// Needs no stack in proportion to the nesting; very deep rows give their depth as a number instead of
-/// strokes.
+/// The rows of the object and everything below it; with `isUtf8` their lines are drawn with characters beyond
+/// ASCII. The depth of nesting needs no stack; very deep rows have their depth as a number instead of lines.
 TreeRows ListTreeRows(CAEObject& root, bool isUtf8);
 
 }  // namespace host

@@ -13,7 +13,7 @@ namespace {
 
 using std::filesystem::path;
 
-/// A name in the same folder that nothing has, hidden and random.
+/// A hidden, random name in the same folder.
 path TemporaryName(const path& file) {
     std::random_device random;
     path name = ".korvane-json-";
@@ -21,7 +21,7 @@ path TemporaryName(const path& file) {
     return file.parent_path() / name;
 }
 
-/// A name that is removed, with what SQLite keeps beside it, unless the file was renamed.
+/// Removes the file with this name, and what SQLite keeps beside it, unless the file was renamed.
 class TemporaryFile {
 public:
     explicit TemporaryFile(path name) : name_(std::move(name)) {}
@@ -40,7 +40,7 @@ private:
     path name_;
 };
 
-/// A journal that is left over from a file of this name would be taken for the new file's.
+/// SQLite would take a journal that is left over from an older file of this name for that of the new file.
 void RefuseLeftovers(const path& file) {
     for (const char* const ending : {"-journal", "-wal"}) {
         path leftover = file;
@@ -53,7 +53,7 @@ void RefuseLeftovers(const path& file) {
     }
 }
 
-/// Gives the whole file its name.
+/// Gives the complete file its name.
 void PutInPlace(const path& temporary, const path& file) {
     const std::error_code error = MoveToNewName(temporary, file);
     if (error == std::errc::file_exists) {
@@ -111,7 +111,7 @@ void ProjectFile::Save(CAEProject& project, Console& console) {
 void CreateProjectFile(const path& file, CAEProject& project, Console& console) {
     std::error_code error;
     Entry entry;
-    // A link to nothing is there, and so is a device, which Windows has under names in every folder.
+    // A broken link counts as existing, and so does a device, which Windows has in every folder.
     if (std::filesystem::exists(std::filesystem::symlink_status(file, error)) ||
         !InspectTarget(file, entry)) {
         throw DatabaseError("already exists");

@@ -8,33 +8,33 @@
 #include "host/system/Console.h"
 #include "host/system/Database.h"
 
-/// Project files: one project in one file, a SQLite 3 database that is changed by whole transactions only.
+/// Project files: one project in one file, a SQLite 3 database that is changed in whole transactions only.
 ///
-/// A file holds everything that the objects of the project and of the projects in it hold: identifiers (gaps
-/// included, and where their sequence stands), order, kinds, names, keys, dates and users; directories,
-/// display names, additional types and program references of projects; files with paths, types, formats,
-/// flags and location types, their roles and which mesh is active; metadata with values, types and units;
-/// what view items show. Versions of objects and objects that hang nowhere are not kept, because nothing in
-/// this program makes any. Texts end at their first NUL.
+/// A file holds everything about the objects of the project and of the projects in it: identifiers (with
+/// gaps, and the next one), order, kinds, names, keys, dates and users; directories, display names,
+/// additional types and program references of projects; files with paths, types, formats, flags and location
+/// types, their roles, and which mesh is active; metadata with values, types and units; what view items show.
+/// It does not hold versions of objects, nor objects outside the tree, because this program creates neither.
+/// Texts end at their first NUL.
 namespace host {
 
 /// The project in the file. Throws DatabaseError.
 std::unique_ptr<CAEProject> ReadProjectFile(const std::filesystem::path& file, Console& console);
 
-/// A project that was read from its file, to be changed there.
+/// A project that is read from its file, to be changed there.
 class ProjectFile {
 public:
-    /// Reads the file. With `forChange` no other program can write to it until the object is gone. Throws
-    /// DatabaseError.
+    /// Reads the file. With `forChange` no other program can write to it as long as this object exists.
+    /// Throws DatabaseError.
     static ProjectFile Open(const std::filesystem::path& file, bool forChange, Console& console);
     ~ProjectFile();
     ProjectFile(ProjectFile&&) noexcept;
     ProjectFile& operator=(ProjectFile&&) noexcept;
 
     CAEProject& Project() const;
-    /// Puts the project as it is now, or another one, in place of what the file holds, in one transaction;
-    /// once, and only for a file that was opened for change. Throws DatabaseError, and the file is as it
-    /// was.
+    /// Replaces what the file holds by the project, or by another one, in one transaction. This can be done
+    /// once, and only if the file was opened for change. Throws DatabaseError, and then the file is
+    /// unchanged.
     void Save(Console& console);
     void Save(CAEProject& project, Console& console);
 
@@ -44,8 +44,8 @@ private:
     std::unique_ptr<State> state_;
 };
 
-/// Writes the project to a new file, which appears under its name when it is whole. Throws DatabaseError
-/// when there is something of that name already, or the file cannot be written.
+/// Writes the project to a new file, which gets its name when it is complete. Throws DatabaseError if the
+/// name exists or the file cannot be written.
 void CreateProjectFile(const std::filesystem::path& file, CAEProject& project, Console& console);
 
 }  // namespace host

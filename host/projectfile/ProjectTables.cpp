@@ -3,9 +3,9 @@
 namespace host {
 namespace {
 
-// Objects stand in the order in which they can be made again: what an object hangs below comes first,
-// siblings in their order. "above" is the parent or, where is_project_file is set, the project that has the
-// file without having it as a child. The kinds and types are the numbers of the object model.
+// Objects are in the order in which they can be created again: an object comes after what it is below, and
+// siblings in their order. "above" is the parent or, if is_project_file is set, the project that has the file
+// besides its children. Kinds and types are the numbers of the object model.
 constexpr const char* kTables = R"(
 CREATE TABLE numbering (next_id INTEGER NOT NULL);
 CREATE TABLE object (

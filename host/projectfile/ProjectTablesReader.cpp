@@ -12,7 +12,7 @@ namespace {
     throw DatabaseError("is damaged: " + reason);
 }
 
-/// A column that holds an int. Numbers beyond it are no damage that goes on unnoticed.
+/// A column that holds an int. A larger number is reported as damage.
 int Integer(const Statement& row, int column) {
     const std::int64_t number = row.Number(column);
     if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
@@ -40,7 +40,7 @@ private:
     void ReadMetadata();
     void ReadViewItems();
 
-    /// The object that the row's first column names.
+    /// The object that the first column of the row names.
     CAEObject& ObjectOf(const Statement& row) { return Find(Integer(row, 0)); }
     CAEObject& Find(int id);
     template <typename Class>

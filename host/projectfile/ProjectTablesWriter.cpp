@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-/// The text as bytes, valid as long as the text.
+/// The text as bytes, which live as long as the text.
 std::string_view Bytes(const OuString& text) {
     return text.GetAnsiBuffer();
 }
@@ -94,7 +94,7 @@ void Writer::WriteFile(const CAEFile& file) {
 
 void Writer::WriteAttachedFiles(const CAEObject& object) {
     const korvane::FileRoles roles = korvane::GetFileRoles(object);
-    // Meshes and custom files stand in the order of all files.
+    // Meshes and custom files are in the same order as all files.
     auto mesh = roles.meshes.begin();
     auto custom = roles.customFiles.begin();
     int position = 0;

@@ -10,12 +10,12 @@
 namespace host {
 namespace {
 
-/// Removes the file, as long as it is empty: what is left where a new database did not come about. A file is
-/// empty too while another program makes its database there, so it stays until this one has its lock.
+/// Removes the file if it is empty: that is left if a new database was not completed. A file is also empty
+/// while another program creates its database there, so it is kept until this program has the lock.
 class EmptyFile {
 public:
     EmptyFile() = default;
-    /// A file that is there already is nobody's leftover.
+    /// A file that exists already is never removed.
     explicit EmptyFile(const std::filesystem::path& file) {
         std::error_code error;
         if (!std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
@@ -42,7 +42,7 @@ private:
 
 }  // namespace
 
-/// The open database. The leftover goes after the database has let go of it.
+/// The open database. It is closed before an empty file is removed.
 struct Server::State {
     State() = default;
     State(const std::filesystem::path& file, DatabaseUse use)
@@ -68,7 +68,7 @@ Server Server::OpenForStoring(const std::filesystem::path& file, bool isDryRun) 
     const bool isNew =
         status.type() == std::filesystem::file_type::not_found ||
         (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) == 0);
-    // What keeps the database from being opened keeps a run that is not dry from it as well.
+    // A dry run fails if the real run would fail to open the database.
     if (!isNew || file.empty()) {
         State original(file, DatabaseUse::Reading);
         copy->database.CopyFrom(original.database);

@@ -52,7 +52,7 @@ JSONNode NamedArray(format::MemberName name) {
 
 std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
     std::vector<StoredNode> nodes;
-    // The state of a node is its place in the list.
+    // The state of a node is its index in the list.
     using Visit = NodeVisit<const JSONNode, std::size_t>;
     const auto enter = [&](const Visit& visit) {
         if (visit.node.type() != JSON_NODE) {
@@ -134,7 +134,7 @@ JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, con
 
 JSONNode MakeAnswer(const std::vector<StoredNode>& nodes) {
     std::vector<JSONNode> answers(nodes.size(), JSONNode(JSON_NODE));
-    // What a node holds comes behind it, so it is finished first when the list is gone through backwards.
+    // The nodes in a node come after it in the list, so they are finished first from the end.
     for (std::size_t index = nodes.size(); index-- > 0;) {
         const StoredNode& stored = nodes[index];
         JSONNode answer(JSON_NODE);

@@ -14,10 +14,10 @@
 
 namespace host {
 
-/// A node of a document that is stored, and what the database makes of it.
+/// A node of a document, and what the database has for it.
 struct StoredNode {
     JSONNode node;
-    /// The node that it stands in, by its place in the list; its own for the root.
+    /// The index of the node above; its own index for the root.
     std::size_t above = 0;
     NodePlace place = NodePlace::Root;
     std::int64_t position = 0;
@@ -26,7 +26,7 @@ struct StoredNode {
 
     std::optional<std::string> identifier;
     std::string type;
-    /// The "dbkey" of the document; empty where there is none.
+    /// The "dbkey" in the document; empty if there is none.
     std::string givenKey;
 
     std::int64_t object = 0;
@@ -40,23 +40,23 @@ struct StoredNode {
     bool IsMasterAssembly() const;
 };
 
-/// The object nodes and file records of a document: each in front of what it holds, children in front of
-/// files. Elements that are no objects are noted and left out.
+/// The object nodes and file records of a document: each comes before what is in it, children before files.
+/// Elements that are not objects are noted and left out.
 std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes);
 
-/// The members of a node as the database keeps them: "children" and "files" emptied, a second one of either
-/// left out, and of the root "subType" too.
+/// The members of a node as the database stores them: with empty "children" and "files", without a second one
+/// of either, and without the "subType" of the root.
 std::string KeptMembers(const StoredNode& stored, bool isRoot);
 
-/// The node that the kept members belong to, with its key, children and files in their places. A key without
-/// a place stands behind "type". Throws std::invalid_argument for members that are none.
+/// The node with these members, and its key, children and files in their places. If there is no place for the
+/// key, it comes after "type". Throws std::invalid_argument if the members cannot be read.
 JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, const JSONNode& children,
                      const JSONNode& files);
 
 /// An empty array with the name.
 JSONNode NamedArray(format::MemberName name);
 
-/// The answer to the document whose nodes have got their keys.
+/// The answer to the document, when all nodes have their keys.
 JSONNode MakeAnswer(const std::vector<StoredNode>& nodes);
 
 }  // namespace host

@@ -21,7 +21,7 @@ constexpr const char* kColumns =
     " LEFT JOIN object ON object.number = node.object LEFT JOIN object AS assembly ON assembly.number = "
     "node.shown ";
 
-/// A node of the database, with what was put together of its children and files so far.
+/// A node of the database, and the children and files that are complete so far.
 struct FetchedNode {
     std::int64_t number;
     std::string members;
@@ -95,7 +95,7 @@ bool Fetching::Run(const std::string& key, JSONNode& document) {
         return false;
     }
     FetchedNode root = ReadRow(find_);
-    // A view item's document has the key that it was asked for.
+    // The document of a view item has the key that was asked for.
     root.key = key;
     find_.Reset();
     Enter(std::move(root));

@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// Gives the object with the key as a document, as Server::Fetch does.
+/// Writes the object with the key as a document; see Server::Fetch.
 bool FetchDocument(Database& database, const std::string& key, JSONNode& document, Console& console);
 
 }  // namespace host

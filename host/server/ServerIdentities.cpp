@@ -10,8 +10,7 @@
 namespace host {
 namespace {
 
-/// What a node goes by in its project: its identifier, or the place where it stands. `above` is null for a
-/// root.
+/// What identifies a node in its project: its identifier, or its place. `above` is null for a root.
 std::string IdentifierOf(const StoredNode& stored, const StoredNode* above) {
     if (stored.identifier) {
         return "id " + *stored.identifier;
@@ -21,7 +20,7 @@ std::string IdentifierOf(const StoredNode& stored, const StoredNode* above) {
                                   SectionOf(stored.place).c_str() + "/" + std::to_string(stored.position);
 }
 
-/// Finds out which objects the nodes of a document are, and makes the new ones.
+/// Finds the objects that the nodes of a document belong to, and creates new ones.
 class Identification {
 public:
     Identification(Database& database, const std::string& project, StoreReport& report);
@@ -41,8 +40,8 @@ private:
     void TakeByIdentity(StoredNode& stored, const StoredNode& above);
     void Make(StoredNode& stored, const std::string& identifier, std::int64_t occurrence);
     void LinkByGivenKeys(std::vector<StoredNode>& nodes);
-    /// Whether the node may be the object, and takes it if so: objects are taken once, files as often as they
-    /// come.
+    /// Gives the object to the node, if it may have it, and returns whether it may. An object is given once,
+    /// a file as often as it occurs.
     bool Take(StoredNode& stored, const Known& known);
     static Known Row(const Statement& statement) {
         return {statement.Number(0), statement.Text(1), statement.Text(2)};
@@ -57,7 +56,7 @@ private:
     std::int64_t nextObject_ = 1;
     std::string origin_;
     std::unordered_set<std::int64_t> taken_;
-    /// Of identifiers that came before, the occurrence that is looked at next.
+    /// For identifiers that occurred before, which object with the identifier is next.
     std::unordered_map<std::string, std::int64_t> nextOccurrence_;
 };
 
@@ -84,7 +83,7 @@ std::int64_t Identification::FindProject(Database& database, const std::string& 
 }
 
 void Identification::Run(std::vector<StoredNode>& nodes) {
-    // Keys first: an object that bears its own must not go to one that has only the same identifier.
+    // Keys first: an object with a key must not go to a node that has only the same identifier.
     for (StoredNode& stored : nodes) {
         if (!stored.givenKey.empty()) {
             TakeByKey(stored);
@@ -149,7 +148,7 @@ void Identification::Make(StoredNode& stored, const std::string& identifier, std
 }
 
 void Identification::LinkByGivenKeys(std::vector<StoredNode>& nodes) {
-    // Keys of another server tie view items to their assemblies within the document.
+    // Keys of another server connect view items with their assemblies in the document.
     std::unordered_map<std::string, std::int64_t> assemblies;
     for (const StoredNode& stored : nodes) {
         if (stored.IsMasterAssembly() && !stored.givenKey.empty() && stored.givenKey != stored.key) {

@@ -9,9 +9,9 @@
 
 namespace host {
 
-/// Gives every node of a document its object and its key: the object that the database has for it (Server.h
-/// says which one that is), or a new one, which is counted in the report. `project` is the name that
-/// identifiers belong to. The caller has begun a transaction.
+/// Gives every node of a document its object and its key: an object of the database (Server.h says which), or
+/// a new one, which the report counts. `project` is the name of the project that the identifiers belong to.
+/// The caller has begun a transaction.
 void IdentifyNodes(Database& database, const std::string& project, std::vector<StoredNode>& nodes,
                    StoreReport& report);
 

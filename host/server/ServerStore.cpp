@@ -12,7 +12,7 @@
 namespace host {
 namespace {
 
-/// Puts the nodes of a document in place of what the database has of their objects.
+/// Replaces what the database has for the objects of a document by the nodes of the document.
 class Placement {
 public:
     explicit Placement(Database& database) : database_(database) {}
@@ -68,7 +68,7 @@ std::size_t Placement::RemoveOld() {
     changes.Begin().Next();
     const std::int64_t detached = changes.Number(0);
     changes.Reset();
-    // A file stays with the objects that the document does not tell about.
+    // A file stays attached to objects that the document does not have.
     Statement remove(database_,
                      "DELETE FROM node WHERE number IN (SELECT number FROM temp.stored_node)"
                      " AND (above IS NULL OR above IN (SELECT number FROM temp.stored_node)"
@@ -77,7 +77,7 @@ std::size_t Placement::RemoveOld() {
     return static_cast<std::size_t>(detached);
 }
 
-/// The files that stay with other objects get the members that the document tells.
+/// Files that stay attached to other objects get the members from the document.
 void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
     Statement count(database_,
                     "SELECT count(*) FROM node WHERE number IN (SELECT number FROM temp.stored_node)");
@@ -117,7 +117,7 @@ void Placement::Run(std::vector<StoredNode>& nodes, StoreReport& report, Console
     }
 }
 
-/// Whether the tables are there: a new database has none.
+/// Whether the tables exist: a new database has none.
 bool HasTables(Database& database) {
     Statement tables(database, "SELECT count(*) FROM sqlite_schema WHERE name = 'object'");
     tables.Begin().Next();

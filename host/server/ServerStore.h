@@ -10,8 +10,7 @@
 
 namespace host {
 
-/// Puts the document into the database and gives the answer, as Server::Store does. The caller has begun a
-/// transaction.
+/// Stores the document and returns the answer; see Server::Store. The caller has begun a transaction.
 JSONNode StoreDocument(Database& database, const JSONNode& document, const std::string& project,
                        StoreReport& report, Console& console);
 

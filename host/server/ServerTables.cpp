@@ -13,11 +13,10 @@ using format::Kind;
 namespace host {
 namespace {
 
-// An object is what a key means. Its identity is what a document calls it: the project's name, the identifier
-// (the place of a node that has none), and which one of several with the same identifier it is.
-// A node is an object at one place of a document; a file can have several. Its members are JSON, with
-// "children" and "files" emptied; what a view item shows stands in "shown". Nodes without "above" belong to
-// no other.
+// An object is what a key stands for. It is identified by the name of its project, its identifier (or its
+// place, if it has none), and its number among the objects with that identifier. A node is an object at one
+// place of a document; a file can have several. Its members are JSON, with empty "children" and "files";
+// "shown" is what a view item shows. Nodes without "above" are not part of another node.
 constexpr const char* kTables = R"(
 CREATE TABLE origin (text TEXT NOT NULL);
 CREATE TABLE project (

@@ -12,7 +12,7 @@ namespace host {
 /// "KvSv" as a number.
 inline constexpr DatabaseKind kServerKind = {0x4B765376, 1, "server database"};
 
-/// The number of the section that holds a node, as the tables have it.
+/// How the tables number the sections that nodes are in.
 constexpr int NumberOfSection(NodePlace place) {
     return place == NodePlace::FileRecord ? 1 : 0;
 }
@@ -20,10 +20,11 @@ constexpr NodePlace PlaceOfSection(std::int64_t number) {
     return number == 1 ? NodePlace::FileRecord : NodePlace::Child;
 }
 
-/// The key of an object: its kind, its number in the database, and what tells the database from others.
+/// The key of an object: its kind, its number in the database, and the text that is different in every
+/// database.
 std::string MakeKey(const std::string& type, std::int64_t number, const std::string& origin);
 
-/// Makes the tables, empty, and what tells this database from others.
+/// Creates the tables, empty, and the text that is different in every database.
 void CreateServerTables(Database& database);
 
 }  // namespace host

@@ -13,9 +13,9 @@ struct StoreReport {
     /// Object nodes and file records of the document.
     std::size_t objects = 0;
     std::size_t files = 0;
-    /// Of both, those that the database did not know.
+    /// Of both, those that the database did not know before.
     std::size_t newKeys = 0;
-    /// What belonged to an object in the document and does so no longer.
+    /// Children and files that an object had before and does not have in the document.
     std::size_t detached = 0;
     Notes notes;
 

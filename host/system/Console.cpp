@@ -16,7 +16,7 @@ constexpr auto kRefresh = std::chrono::milliseconds(100);
 }  // namespace
 
 Console::Console()
-    // Nobody is left to be told when writing a message fails.
+    // If a message cannot be written, there is no way to say so.
     : Console([](std::string_view text) { static_cast<void>(WriteAll(Stream::Error, text)); },
               IsTerminal(Stream::Error), &Clock::now) {}
 
@@ -44,7 +44,7 @@ void Console::ShowProgress(std::string_view what, std::uint64_t done, std::uint6
     if (now - start_ < kPatience || (isBarShown_ && now - shown_ < kRefresh)) {
         return;
     }
-    // Back to the line's beginning, and what the last text leaves behind erased.
+    // To the beginning of the line; then the rest of the old text is erased.
     write_('\r' + ProgressText(what, done, total) + "\x1B[K");
     isBarShown_ = true;
     shown_ = now;

@@ -8,28 +8,27 @@
 
 namespace host {
 
-/// What the program says to the user besides its output: messages and the progress of long work, on the
-/// standard error.
+/// Messages to the user and the progress of long work, on the standard error.
 class Console {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// On the standard error. Progress shows only when that is a terminal.
+    /// Writes to the standard error. Progress is shown only if that is a terminal.
     Console();
-    /// What is said goes to `write`, progress too if that is a terminal; `now` is asked for the time.
+    /// Writes messages to `write`, and progress too if `isTerminal`; `now` is asked for the time.
     Console(std::function<void(std::string_view)> write, bool isTerminal,
             std::function<Clock::time_point()> now);
     ~Console();
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
-    /// Writes `korvane-json: TEXT` on a line of its own.
+    /// Writes `korvane-json: TEXT` and a line feed.
     void Say(std::string_view text);
 
-    /// Tells how far the work is; cheap enough to be called for every file. Nothing shows within the first
-    /// second of the work. A total of 0 means that it is not known.
+    /// Shows how far the work is; cheap enough to be called for every file. Nothing is shown in the first
+    /// second. A total of 0 means that it is not known.
     void ShowProgress(std::string_view what, std::uint64_t done, std::uint64_t total);
-    /// Takes the bar from the terminal.
+    /// Removes the bar from the terminal.
     void ClearProgress();
 
 private:
@@ -41,7 +40,7 @@ private:
     Clock::time_point start_;
 };
 
-/// The bar's text without its line: `Reading files [######------]  50 %  1200 of 2400`.
+/// The text of the bar: `Reading files [######------] 50 % 1200 of 2400`.
 std::string ProgressText(std::string_view what, std::uint64_t done, std::uint64_t total);
 
 }  // namespace host

@@ -38,8 +38,8 @@ void Check(sqlite3* handle, int code) {
     }
 }
 
-/// SQLite takes its names in UTF-8 on Windows and as they are elsewhere. Some, like ":memory:" and those that
-/// begin with "file:", mean no file to it: a relative one says that it stands for itself.
+/// SQLite expects names in UTF-8 on Windows, and as they are elsewhere. It gives some names a meaning, like
+/// ":memory:" and those that begin with "file:"; with "./" before it, a relative path is always a file.
 std::string NameOf(const std::filesystem::path& file) {
     const std::filesystem::path named = file.has_root_path() ? file : "." / file;
 #if defined(_WIN32)
@@ -50,8 +50,8 @@ std::string NameOf(const std::filesystem::path& file) {
 #endif
 }
 
-/// Whether the file is there with a database in it; an empty file is as good as none. Refuses what SQLite
-/// would make anew or take for something else.
+/// Whether the file exists and has a database in it; an empty file counts as missing. Throws for everything
+/// that SQLite would replace or misread.
 bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
     if (file.empty()) {
         throw DatabaseError("is not a file name");
@@ -75,7 +75,7 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
         }
         return false;
     }
-    // SQLite takes some very short files for empty databases.
+    // SQLite reads some very short files as empty databases.
     if (!IsDatabaseFile(file, error)) {
         throw DatabaseError(error ? "cannot be read: " + error.message() : "is not a SQLite database");
     }
@@ -101,14 +101,14 @@ Database::Database() {
 
 Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
     const bool isThere = IsThere(file, use, kind);
-    // Also for reading: what another program left unfinished is put in order first.
+    // For reading too: SQLite repairs what another program left unfinished.
     const int flags = SQLITE_OPEN_READWRITE | (isThere ? 0 : SQLITE_OPEN_CREATE);
     const int code = sqlite3_open_v2(NameOf(file).c_str(), &handle_, flags, nullptr);
     try {
         Check(handle_, code);
         sqlite3_extended_result_codes(handle_, 1);
         Check(handle_, sqlite3_busy_timeout(handle_, kPatienceInMilliseconds));
-        // The file may come from anywhere: nothing in it runs.
+        // The file may come from anywhere, so nothing in it may run.
         Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
         Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr));
         Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr));
@@ -187,7 +187,7 @@ bool Statement::Next() {
 }
 
 void Statement::Reset() {
-    // What it returns is the error of the last step, which that has reported.
+    // It returns the error of the last step, which was reported then.
     sqlite3_reset(statement_);
 }
 
@@ -228,7 +228,7 @@ Transaction::Transaction(Database& database) : database_(database) {
 
 Transaction::~Transaction() {
     if (isOpen_) {
-        // Some errors have ended the transaction already, which is as good.
+        // Some errors have already ended the transaction, so this may fail.
         sqlite3_exec(database_.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
     }
 }

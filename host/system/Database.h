@@ -12,42 +12,43 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// SQLite 3 as the host uses it: databases, prepared statements and transactions. Texts are bytes and come
-/// back as they went in, UTF-8 or not.
+/// SQLite 3: databases, prepared statements and transactions. Texts are bytes, UTF-8 or not, and are read as
+/// they were written.
 namespace host {
 
-/// Why a database could not be used, in words that follow its name: "is in use by another program".
+/// Why a database cannot be used, as the end of a sentence that begins with its name: "is in use by another
+/// program".
 class DatabaseError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Whether the file begins as SQLite databases do. False, with the reason, for one that cannot be read.
+/// Whether the file begins as SQLite databases do. If it cannot be read, returns false and the reason.
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error);
 
 /// What a database is opened for.
 enum class DatabaseUse { Reading, Changing, Creating };
 
-/// Whose a database is, as it stands in its header.
+/// The kind of a database, which its header shows.
 struct DatabaseKind {
-    /// The application's number.
+    /// The number of the application.
     std::int32_t application;
-    /// The newest format that is read; formats count from 1.
+    /// The newest format that can be read; formats are numbered from 1.
     std::int32_t format;
-    /// What it is called in messages: "project file".
+    /// What messages call it: "project file".
     std::string_view name;
 };
 
-/// A connection to a database; it waits a few seconds for other programs that use it. Every operation throws
+/// A connection to a database. It waits a few seconds for other programs that use it. Every operation throws
 /// DatabaseError.
 class Database {
 public:
-    /// A database in memory, gone with the object.
+    /// A database in memory.
     Database();
-    /// Opens a database of the kind. One that is not there, or an empty file, is made when it is opened for
-    /// creating; it is of no kind then until SetKind says so. A file that is no database, or one of another
-    /// kind or of a newer format, is refused. What is read through a database that was opened for reading is
-    /// of one moment: other programs change nothing from the first reading until the object is gone.
+    /// Opens a database of the kind. With DatabaseUse::Creating, a missing or empty file becomes a new
+    /// database, which has no kind until SetKind is called. Throws if the file is not a database, or one of
+    /// another kind or of a newer format. With DatabaseUse::Reading, everything is read as of one moment:
+    /// other programs change nothing from the first reading on until this object is destroyed.
     Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind);
     ~Database();
     Database(const Database&) = delete;
@@ -56,7 +57,7 @@ public:
     /// Runs statements that have no parameters and no result.
     void Run(const char* statements);
     void SetKind(const DatabaseKind& kind);
-    /// Takes over the whole content of the other database.
+    /// Copies everything from the other database.
     void CopyFrom(Database& other);
     sqlite3* Handle() const { return handle_; }
 
@@ -75,8 +76,8 @@ public:
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
-    /// Begins anew with the values for the parameters, in their order. Texts must stay until the rows have
-    /// been read. An empty optional is NULL.
+    /// Starts with these values for the parameters, in their order. Texts must live until the rows have been
+    /// read. An empty optional is NULL.
     template <typename... Values>
     Statement& Begin(const Values&... values) {
         Reset();
@@ -84,9 +85,9 @@ public:
         (Bind(++index, values), ...);
         return *this;
     }
-    /// Goes to the next row; false behind the last.
+    /// Goes to the next row; returns false after the last.
     bool Next();
-    /// Runs it with the values to its end; a result is dropped.
+    /// Runs it to its end with these values, and ignores the rows.
     template <typename... Values>
     void Run(const Values&... values) {
         Begin(values...);
@@ -97,7 +98,7 @@ public:
     /// Ends the reading of rows.
     void Reset();
 
-    /// The columns of the present row, counted from 0.
+    /// The columns of the current row, counted from 0.
     std::int64_t Number(int column) const;
     bool IsNull(int column) const;
     std::string Text(int column) const;
@@ -115,7 +116,7 @@ private:
     sqlite3_stmt* statement_ = nullptr;
 };
 
-/// A transaction for writing, which no other program shares. What was not committed at its end is undone.
+/// A transaction for writing. What is not committed when it is destroyed is undone.
 class Transaction {
 public:
     explicit Transaction(Database& database);

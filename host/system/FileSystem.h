@@ -7,28 +7,28 @@
 #include <system_error>
 #include <vector>
 
-/// What the host asks of the file system: what lies in a directory and the first and last bytes of files.
-/// Nothing here throws but std::bad_alloc; links are never followed unless a function says so.
+/// The file system: the entries of directories, and the beginnings and ends of files. Nothing here throws
+/// except std::bad_alloc. Links are not followed unless a function says so.
 namespace host {
 
 enum class EntryType { File, Directory, Link, Other };
 
-/// What the file system tells about an entry.
+/// What the file system says about an entry.
 struct Entry {
     /// The last component of its path.
     std::filesystem::path name;
     EntryType type = EntryType::Other;
-    /// Named with a dot in front, or marked as hidden where the file system has such a mark.
+    /// Its name begins with a dot, or the file system marks it as hidden.
     bool isHidden = false;
-    /// Bytes of a file.
+    /// The size of a file in bytes.
     std::uint64_t size = 0;
     /// The last change, in seconds since 1970.
     std::int64_t modified = 0;
-    /// The owner's number, where the file system has one.
+    /// The number of the owner, if the file system has one.
     std::optional<std::uint32_t> owner;
 };
 
-/// An entry that the file system would not tell about.
+/// An entry that the file system says nothing about.
 struct UnreadableEntry {
     std::filesystem::path name;
     std::error_code reason;
@@ -39,34 +39,35 @@ struct Listing {
     std::vector<UnreadableEntry> unreadable;
 };
 
-/// Lists a directory, in no order, without "." and "..". An error means that the directory could not be read
-/// to its end; the listing then holds what came before.
+/// Lists a directory without "." and "..", in no particular order. An error means that it was not read to its
+/// end; the listing has what was read before.
 std::error_code ListDirectory(const std::filesystem::path& directory, Listing& listing);
 
-/// Fills in the entry that a path leads to; links are followed.
+/// Fills in the entry that a path leads to. Links are followed.
 std::error_code InspectTarget(const std::filesystem::path& path, Entry& entry);
 
-/// The whole path, without links, of what a path leads to.
+/// The full path, without links, of what a path leads to.
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error);
 
-/// Whether files that are not there yet would be one file if both paths were written to. Case counts only
-/// where the system tells names apart by it.
+/// Whether two paths to files that do not exist yet lead to the same file. Case counts only where the file
+/// system distinguishes names by it.
 bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
 
-/// Gives a file another name in the same folder. std::errc::file_exists means that the name is taken, and
-/// what has it is left alone.
+/// Gives a file another name in the same folder. If the name exists, nothing is changed, and the error is
+/// std::errc::file_exists.
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to);
 
-/// The name of the user with the number, the number itself where it has no name; asked once for each number.
+/// The name of the user with the number, or the number itself if the user has no name. Each number is looked
+/// up once.
 std::string OwnerName(std::uint32_t owner);
 
-/// The path of the file that the standard output is written to; nothing when it is none.
+/// The path of the file that the standard output is written to; nothing if it is not a file.
 std::optional<std::filesystem::path> PathOfStandardOutput();
 
-/// The beginning of a file and, where that is not all of it, its end.
+/// The beginning of a file and, if that is not all of it, the end.
 struct FileSample {
     std::string head;
-    /// Empty when the head is the whole file; begins at any byte.
+    /// Empty if the head is the whole file. It may begin in the middle of a line or a character.
     std::string tail;
 };
 

@@ -82,7 +82,7 @@ std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_
 }
 
 bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
-    // From the root: of a path that begins with nothing that is there weakly_canonical makes no whole one.
+    // From the root: weakly_canonical leaves a path relative whose beginning does not exist.
     const auto whole = [](const std::filesystem::path& path, std::error_code& error) {
         const std::filesystem::path absolute = std::filesystem::absolute(path, error);
         return error ? absolute : std::filesystem::weakly_canonical(absolute, error);
@@ -94,8 +94,8 @@ bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::p
 
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
     std::error_code error;
-    // Renaming would take away what another program has made of that name meanwhile; a link does not, but
-    // some file systems have none.
+    // Renaming would replace a file that another program has created under the name since. A link does not,
+    // but some file systems have no links.
     std::filesystem::create_hard_link(from, to, error);
     if (error == std::errc::file_exists) {
         return error;
@@ -137,7 +137,7 @@ std::optional<std::filesystem::path> PathOfStandardOutput() {
 
 std::error_code ReadSample(const std::filesystem::path& file, std::size_t headSize, std::size_t tailSize,
                            FileSample& sample) {
-    // Without waiting: what was a file when it was listed may have become a pipe.
+    // Without waiting: what was a file when it was listed may be a pipe by now.
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (descriptor < 0) {
         return LastError();

@@ -35,7 +35,7 @@ std::int64_t ToSecondsSince1970(const FILETIME& time) {
            11'644'473'600;
 }
 
-/// The data of FindFirstFileW and of GetFileInformationByHandle name these members alike.
+/// The data of FindFirstFileW and of GetFileInformationByHandle have the same names for these members.
 template <typename Data>
 void FillIn(const Data& data, bool isLink, Entry& entry) {
     const bool isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -46,14 +46,14 @@ void FillIn(const Data& data, bool isLink, Entry& entry) {
                      (!entry.name.empty() && entry.name.native().front() == L'.');
 }
 
-/// Symbolic links and mount points lead elsewhere; other reparse points (files in a cloud) are what they
-/// seem.
+/// Symbolic links and mount points lead elsewhere; other reparse points, such as files in a cloud, are
+/// treated as plain entries.
 bool IsLink(const WIN32_FIND_DATAW& data) {
     return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
            (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
-/// The whole path of an open file or directory, without links and without the prefix of long paths.
+/// The full path of an open file or directory, without links and without the prefix for long paths.
 std::filesystem::path FinalPath(HANDLE handle, std::error_code& error) {
     std::vector<wchar_t> buffer(32768);
     const DWORD length =
@@ -73,9 +73,8 @@ std::filesystem::path FinalPath(HANDLE handle, std::error_code& error) {
     return path;
 }
 
-/// The whole path of a file that need not be there, with the links and the short names in its folder
-/// resolved. What Windows drops from names, such as dots at their end, is dropped. Empty where it cannot be
-/// told.
+/// The full path of a file that need not exist, with the links and short names in its folder resolved. What
+/// Windows removes from names, such as dots at their end, is removed. Empty if the path cannot be found.
 std::wstring PathOfNewFile(const std::filesystem::path& file) {
     std::vector<wchar_t> buffer(32768);
     const DWORD length =
@@ -143,7 +142,7 @@ bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::p
 }
 
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
-    // Unlike std::filesystem::rename, which replaces.
+    // std::filesystem::rename would replace.
     return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0 ? std::error_code()
                                                                                 : LastError();
 }

@@ -10,12 +10,11 @@
 
 namespace host {
 
-/// What is to be said of many things of few kinds: how many of each kind there are, and the first of them by
-/// name.
+/// Notes about many things of a few kinds: how many of each kind there are, and the first of them.
 class Notes {
 public:
-    /// Notes one thing of the kind. `describe` gives its text on one line; it is asked only for the things
-    /// that are named.
+    /// Notes one thing of the kind. `describe` returns its description on one line; it is called only for the
+    /// things that are listed.
     template <typename Describe>
     void Add(std::string_view kind, const Describe& describe) {
         Kind& noted = Find(kind);
@@ -24,14 +23,14 @@ public:
             noted.first.push_back(describe());
         }
     }
-    /// Notes a name of the kind; equal names are counted together.
+    /// Notes a name of the kind. Equal names are counted together.
     void AddName(std::string_view kind, std::string_view name);
 
     std::size_t CountOf(std::string_view kind) const;
-    /// Says each kind on a line of its own, in the order in which they came: `WHAT: KIND (3): one; two;
-    /// three`.
+    /// Says each kind on one line, in the order in which the kinds were first noted: `WHAT: KIND (3): one;
+    /// two; three`.
     void Say(const std::string& what, Console& console) const;
-    /// The same without the kinds that count equal names.
+    /// The same without the kinds of AddName.
     void SayWithoutNames(const std::string& what, Console& console) const;
 
 private:
@@ -49,7 +48,7 @@ private:
     std::vector<Kind> kinds_;
 };
 
-/// A text for a note: quoted and printable, only its beginning where it is long.
+/// A text for a note: quoted, printable, and cut if it is long.
 std::string Excerpt(std::string_view text);
 
 }  // namespace host

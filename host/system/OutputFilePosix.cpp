@@ -17,7 +17,7 @@ std::error_code LastError() {
     return {errno, std::generic_category()};
 }
 
-/// A file descriptor that is closed at the end.
+/// A file descriptor, which is closed at the end.
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) {}
@@ -27,7 +27,7 @@ public:
 
     bool IsOpen() const { return number_ >= 0; }
     int Get() const { return number_; }
-    /// Some file systems tell only now that the bytes could not be kept.
+    /// Some file systems report only now that the bytes could not be written.
     std::error_code Close() {
         const int number = number_;
         number_ = -1;
@@ -69,7 +69,7 @@ bool IsStandardOutput(const struct stat& status) {
            output.st_ino == status.st_ino;
 }
 
-/// The path that a chain of links to a file that is not there yet ends in.
+/// The path at the end of a chain of links to a file that does not exist yet.
 path FollowToNewFile(path target) {
     constexpr int kMostLinks = 40;
     for (int count = 0; count < kMostLinks; ++count) {
@@ -83,11 +83,11 @@ path FollowToNewFile(path target) {
     return target;
 }
 
-/// Makes a file of the temporary one, with the permissions of the old one where there is one.
+/// Completes the temporary file, with the permissions of the old file if there is one.
 std::error_code FinishFile(Descriptor& file, const struct stat* old) {
     if (old != nullptr) {
         const bool isOwnerKept = ::fchown(file.Get(), old->st_uid, old->st_gid) == 0;
-        // Rights of the old owner must not pass to another one.
+        // The set-user-ID and set-group-ID bits must not pass to another owner.
         const mode_t kept = isOwnerKept ? 07777U : 01777U;
         if (::fchmod(file.Get(), old->st_mode & kept) != 0) {
             return LastError();
@@ -126,7 +126,7 @@ std::error_code ReplaceFile(const path& target, std::string_view text, const str
         ::unlink(temporary.c_str());
         return error;
     }
-    // The new name is on the disk once the folder is; a file system that cannot tell is no reason to fail.
+    // The new name is on the disk when the folder is; if a file system cannot do that, it is not a failure.
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.IsOpen()) {
         static_cast<void>(::fsync(directory.Get()));

@@ -60,7 +60,7 @@ std::error_code ReplaceFile(const path& target, std::string_view text, bool isTh
         error = LastError();
     }
     file.reset();
-    // ReplaceFileW keeps what the old file was allowed to whom, but wants an old file.
+    // ReplaceFileW keeps the permissions of the old file, but needs an old file.
     if (!error && isThere &&
         ::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) == 0) {
         error = LastError();

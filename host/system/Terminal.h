@@ -8,12 +8,12 @@ namespace host {
 
 enum class Stream { Output, Error };
 
-/// What the command line calls the standard input or output.
+/// How the command line names the standard input or output.
 inline constexpr const char* kStandardStream = "-";
 
-/// Prepares the streams for the program's time: bytes go out as they are, a pipe that nobody reads gives an
-/// error instead of a signal, a console of Windows shows UTF-8 and understands colours. What was set is set
-/// back at the end. A stream that the program was started without stays unusable: no file takes its place.
+/// Prepares the standard streams as long as it exists: bytes are written as they are, a pipe that nobody
+/// reads gives an error instead of a signal, and a Windows console shows UTF-8 and colours. A stream that the
+/// program was started without stays closed: no other file gets its number.
 class StandardStreams {
 public:
     StandardStreams();
@@ -29,17 +29,18 @@ private:
 #endif
 };
 
-/// Whether a person sees the stream.
+/// Whether the stream is a terminal.
 bool IsTerminal(Stream stream);
 
-/// Whether characters beyond ASCII may be drawn on the standard output: the locale's character set is UTF-8,
-/// or on Windows the console's.
+/// Whether the standard output shows characters beyond ASCII: the character set of the locale, or on Windows
+/// of the console, is UTF-8.
 bool IsOutputUtf8();
 
-/// Whether the standard output may be coloured: a terminal, and neither NO_COLOR is set nor TERM says "dumb".
+/// Whether the standard output is a terminal that may show colours: NO_COLOR is not set, and TERM is not
+/// "dumb".
 bool IsOutputColoured();
 
-/// Writes all bytes, past any buffer. std::errc::broken_pipe means that nobody reads any more.
+/// Writes all bytes without a buffer. std::errc::broken_pipe means that nobody reads any more.
 std::error_code WriteAll(Stream stream, std::string_view bytes);
 
 }  // namespace host

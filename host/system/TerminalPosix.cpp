@@ -21,10 +21,11 @@ int DescriptorOf(Stream stream) {
 }  // namespace
 
 StandardStreams::StandardStreams() : pipeHandler_(std::signal(SIGPIPE, SIG_IGN)) {
-    // A file opened later would get the number of a closed stream, and messages would end in it.
+    // A file that is opened later would get the number of a closed stream, and messages would be written to
+    // it.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) {
-            // Opened for the wrong direction, so that using it is still an error.
+            // Opened for the wrong direction, so that using it is an error.
             static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
         }
     }
@@ -63,7 +64,7 @@ std::error_code WriteAll(Stream stream, std::string_view bytes) {
             continue;
         }
         if (count < 0 && errno == EAGAIN) {
-            // Another program has set the shared stream so that it does not wait.
+            // Another program has set the shared stream to non-blocking.
             pollfd waiting{DescriptorOf(stream), POLLOUT, 0};
             static_cast<void>(::poll(&waiting, 1, -1));
             continue;

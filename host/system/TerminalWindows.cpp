@@ -41,7 +41,7 @@ bool IsOutputUtf8() {
 }
 
 bool IsOutputColoured() {
-    // The length asked for counts the NUL: more than one is a value that is not empty.
+    // The length includes the NUL: more than one means that the value is not empty.
     const bool isRefused = ::GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1;
     DWORD mode = 0;
     return !isRefused && ::GetConsoleMode(HandleOf(Stream::Output), &mode) != 0 &&

@@ -21,14 +21,14 @@ constexpr std::array kWide = {
     Range{0x1F900, 0x1F9FF}, Range{0x20000, 0x2FFFD}, Range{0x30000, 0x3FFFD},
 };
 
-// Characters that take no column of their own.
+// Characters without a column of their own.
 constexpr std::array kCombining = {
     Range{0x0300, 0x036F}, Range{0x0483, 0x0489}, Range{0x0591, 0x05BD}, Range{0x0610, 0x061A},
     Range{0x064B, 0x065F}, Range{0x1AB0, 0x1AFF}, Range{0x1DC0, 0x1DFF}, Range{0x20D0, 0x20FF},
     Range{0xFE00, 0xFE0F}, Range{0xFE20, 0xFE2F},
 };
 
-// Characters that change the direction or the lines of what follows.
+// Characters that change the direction of the text or begin a line.
 constexpr std::array kSteering = {
     Range{0x061C, 0x061C}, Range{0x200B, 0x200F}, Range{0x2028, 0x202E},
     Range{0x2060, 0x206F}, Range{0xFEFF, 0xFEFF},
@@ -40,7 +40,7 @@ bool IsIn(const std::array<Range, Size>& ranges, char32_t character) {
         ranges, [&](const Range& range) { return range.first <= character && character <= range.last; });
 }
 
-/// Reads the character at the place; false, with the length 1, where no well-formed sequence stands.
+/// Reads the character at the place. Returns false, with the length 1, if there is no well-formed sequence.
 bool DecodeUtf8(std::string_view text, std::size_t place, char32_t& character, std::size_t& length) {
     const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
     const unsigned char lead = byteAt(place);
@@ -177,7 +177,7 @@ std::string FormatSize(std::uint64_t bytes) {
     constexpr std::array kUnits = {"B", "kB", "MB", "GB", "TB", "PB", "EB"};
     auto value = static_cast<double>(bytes);
     std::size_t unit = 0;
-    // 999.5 would be rounded to 1000 of its unit.
+    // 999.5 would be rounded to 1000.
     while (value >= 999.5 && unit + 1 < kUnits.size()) {
         value /= 1000;
         ++unit;
@@ -214,7 +214,7 @@ std::string FormatTime(std::int64_t secondsSince1970) {
 
 int CompareNames(const std::filesystem::path& left, const std::filesystem::path& right) {
 #if defined(_WIN32)
-    // Surrogates stand for the characters behind U+FFFF, so they come behind every other unit.
+    // Surrogates stand for the characters above U+FFFF, so they come after every other unit.
     const auto rank = [](wchar_t unit) -> unsigned {
         const auto value = static_cast<unsigned>(unit);
         return value < 0xD800 ? value : value < 0xE000 ? value + 0x2000 : value - 0x800;
