@@ -52,6 +52,8 @@ private:
     Totals Survey();
     void AddCustomFiles();
     void AddParts();
+    void AddGeometry();
+    CAEPart& AddPart(const StudyFile& file, const path& name);
     void AddIterations(const ScannedDirectory& directory);
     int FileOf(const StudyFile& file, _tagFileType type);
 
@@ -60,6 +62,7 @@ private:
     CAEProject& project_;
     std::unordered_set<std::string> stemsOfParts_;
     std::vector<StudyFile> decks_;
+    std::unordered_map<std::string, CAEPart*> partOfStem_;
 };
 
 void StudyBuilder::Build(const ScannedDirectory& directory) {
@@ -96,45 +99,49 @@ void StudyBuilder::AddCustomFiles() {
 }
 
 void StudyBuilder::AddParts() {
-    std::unordered_map<std::string, std::size_t> countOfGeometry;
-    for (const StudyFile& file : files_) {
-        if (file.file->type == CAE_FILE_CAD) {
-            ++countOfGeometry[StemKey(file.file->name)];
-        }
-    }
-    std::unordered_map<std::string, CAEPart*> partOfStem;
-    const auto addPart = [&](const StudyFile& file, const path& name) -> CAEPart& {
-        auto& part = dynamic_cast<CAEPart&>(*korvane::CreateObject(study_, CAE_PART, ToOuString(name)));
-        SetOrigin(part, *file.file);
-        partOfStem.emplace(StemKey(file.file->name), &part);
-        return part;
-    };
     // Geometry first, then meshes, then pictures: a mesh joins the part of a geometry file, and a picture any
     // part.
-    for (const StudyFile& file : files_) {
-        if (file.file->type == CAE_FILE_CAD) {
-            const path& name = file.file->name;
-            const bool isAlone = countOfGeometry[StemKey(name)] == 1;
-            addPart(file, isAlone ? name.stem() : name).setCADFile(FileOf(file, CAE_FILE_CAD));
-        }
-    }
+    AddGeometry();
     for (const StudyFile& file : files_) {
         if (file.file->type == CAE_FILE_MESH) {
-            const auto known = partOfStem.find(StemKey(file.file->name));
+            const auto known = partOfStem_.find(StemKey(file.file->name));
             CAEPart& part =
-                known != partOfStem.end() ? *known->second : addPart(file, file.file->name.stem());
+                known != partOfStem_.end() ? *known->second : AddPart(file, file.file->name.stem());
             const int mesh = FileOf(file, CAE_FILE_MESH);
             part.attachNewMeshOrMeshingRequest(mesh);
             part.setActiveMesh(mesh);
         }
     }
     for (const StudyFile& file : files_) {
-        const auto part = file.file->type == CAE_FILE_PICTURE ? partOfStem.find(StemKey(file.file->name))
-                                                              : partOfStem.end();
-        if (part != partOfStem.end()) {
+        const auto part = file.file->type == CAE_FILE_PICTURE ? partOfStem_.find(StemKey(file.file->name))
+                                                              : partOfStem_.end();
+        if (part != partOfStem_.end()) {
             part->second->setGraphicFile(FileOf(file, CAE_FILE_GRAPHIC));
         }
     }
+}
+
+void StudyBuilder::AddGeometry() {
+    std::unordered_map<std::string, std::size_t> countOfStem;
+    for (const StudyFile& file : files_) {
+        if (file.file->type == CAE_FILE_CAD) {
+            ++countOfStem[StemKey(file.file->name)];
+        }
+    }
+    for (const StudyFile& file : files_) {
+        if (file.file->type == CAE_FILE_CAD) {
+            const path& name = file.file->name;
+            const bool isAlone = countOfStem[StemKey(name)] == 1;
+            AddPart(file, isAlone ? name.stem() : name).setCADFile(FileOf(file, CAE_FILE_CAD));
+        }
+    }
+}
+
+CAEPart& StudyBuilder::AddPart(const StudyFile& file, const path& name) {
+    auto& part = dynamic_cast<CAEPart&>(*korvane::CreateObject(study_, CAE_PART, ToOuString(name)));
+    SetOrigin(part, *file.file);
+    partOfStem_.emplace(StemKey(file.file->name), &part);
+    return part;
 }
 
 void StudyBuilder::AddIterations(const ScannedDirectory& directory) {
