@@ -8,17 +8,19 @@
 
 #include "OuCRTAllocator.h"
 
-/// What the standard containers ask of an allocator, in terms of one like OuCRTAllocator.
+namespace orsutl::detail {
+
+/// What the standard containers need of an allocator, made of one like OuCRTAllocator.
 template <typename T, typename Allocator>
-class OuElementAllocator {
+class ElementAllocator {
     static_assert(alignof(T) <= alignof(std::max_align_t), "the allocator aligns no further");
 
 public:
     using value_type = T;
 
-    OuElementAllocator() noexcept = default;
+    ElementAllocator() noexcept = default;
     template <typename Other>
-    OuElementAllocator(const OuElementAllocator<Other, Allocator>&) noexcept {}
+    ElementAllocator(const ElementAllocator<Other, Allocator>&) noexcept {}
 
     T* allocate(std::size_t count) {
         if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) {
@@ -29,10 +31,12 @@ public:
     void deallocate(T* memory, std::size_t) noexcept { Allocator::Free(memory); }
 
     template <typename Other>
-    bool operator==(const OuElementAllocator<Other, Allocator>&) const noexcept {
+    bool operator==(const ElementAllocator<Other, Allocator>&) const noexcept {
         return true;
     }
 };
+
+}  // namespace orsutl::detail
 
 /// An array of values, in the order in which they were added, in memory that the allocator gives.
 template <typename T, typename Allocator = OuCRTAllocator>
@@ -50,5 +54,5 @@ public:
     void RemoveAll() noexcept { values_.clear(); }
 
 private:
-    std::vector<T, OuElementAllocator<T, Allocator>> values_;
+    std::vector<T, orsutl::detail::ElementAllocator<T, Allocator>> values_;
 };

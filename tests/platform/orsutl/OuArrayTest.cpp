@@ -172,7 +172,7 @@ TEST(OuCRTAllocator, GivesMemoryForAnySizeThatThereIs) {
 
 TEST(OuTemplateArray, HoldsNoMoreValuesThanHaveSizes) {
     constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
-    OuElementAllocator<std::uint64_t, CountingAllocator> allocator;
+    orsutl::detail::ElementAllocator<std::uint64_t, CountingAllocator> allocator;
     EXPECT_THROW(allocator.allocate(kEverything), std::bad_alloc);
     // The number of bytes wraps around to 8; nothing is allocated.
     EXPECT_THROW(allocator.allocate(kEverything / 8 + 2), std::bad_alloc);
