@@ -52,6 +52,10 @@ if(KORVANEJSON_SANITIZE MATCHES "thread")
   endif()
 endif()
 
+if(CMAKE_CROSSCOMPILING)
+  set(_korvanejson_test_launcher "${PROJECT_SOURCE_DIR}/cmake/start-under-wine" ${CMAKE_CROSSCOMPILING_EMULATOR})
+endif()
+
 # A GoogleTest program and its tests:
 # korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE] [ANSI] [DOCUMENTS] [THREADS])
 # INSIDE compiles and links the tests with what the library is made of, which it does not export, in its place.
@@ -64,6 +68,10 @@ function(korvanejson_test target)
   target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   korvanejson_configure(${target})
+  if(NOT MSVC)
+    # What is tested is optimised; the tests themselves compile in half the time when they are not.
+    target_compile_options(${target} PRIVATE -O0)
+  endif()
   if(arg_INSIDE)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:KorvaneJsonObjects>)
     target_compile_definitions(${target} PRIVATE KORVANEJSON_BUILD)
