@@ -1,8 +1,8 @@
-# Writes what the build knows of itself as the header OUTPUT, from TEMPLATE; called at every build, and the header is
-# touched only when something in it changed.
+# Writes the header OUTPUT with what the build knows about itself, from TEMPLATE. This runs at every build, and changes
+# the header only if its content is different.
 # SOURCE is the source folder, GIT the program (may be empty), VERSION the release number; MAKER_PREFIX, WEB_ADDRESS,
-# BUILD_HOST_NAME, BUILD_RUNNER and RIGHTS_NOTICE are taken as they are. With SOURCE_DATE_EPOCH in the environment the build
-# date and time are that moment in UTC, otherwise those of the compiler.
+# BUILD_HOST_NAME, BUILD_RUNNER and RIGHTS_NOTICE are used as they are. With SOURCE_DATE_EPOCH in the environment the
+# build date and time are that moment in UTC, otherwise those of the compiler.
 
 # The module's texts have fixed lengths.
 function(expect_length what text length)
@@ -21,12 +21,12 @@ foreach(text IN ITEMS "${MAKER_PREFIX}" "${WEB_ADDRESS}" "${BUILD_HOST_NAME}" "$
 endforeach()
 string(FIND "${RIGHTS_NOTICE} " " " first_blank)
 string(SUBSTRING "${RIGHTS_NOTICE}" ${first_blank} -1 RIGHTS_NOTICE_REST)
-# Its first word gives way to two characters, and the whole keeps to 24.
+# Two characters replace its first word, and the whole text then has 24.
 expect_length("The rights notice (KORVANEJSON_RIGHTS_NOTICE) from its first blank on" "${RIGHTS_NOTICE_REST}" 22)
 
 string(REPEAT "0" 40 REVISION)
 if(GIT)
-  # Only a checkout of this project counts, not one that happens to stand around an unpacked archive of it.
+  # Only a checkout of this project counts, not another one in which an archive of it was unpacked.
   execute_process(COMMAND "${GIT}" rev-parse --show-prefix HEAD
     WORKING_DIRECTORY "${SOURCE}" OUTPUT_VARIABLE answer RESULT_VARIABLE status ERROR_QUIET)
   if(status EQUAL 0 AND answer MATCHES "^\n([0-9a-f]+)\n$")

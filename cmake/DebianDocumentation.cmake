@@ -1,9 +1,9 @@
-# Documentation where Debian's users look for it: in a folder for each package, compressed where that is the custom.
+# Documentation where Debian's users look for it: in one folder per package, compressed where that is usual.
 
 set(_prepared "${PROJECT_BINARY_DIR}/debian")
 set(_documents "${CMAKE_INSTALL_DATADIR}/doc")
 
-# korvanejson_compressed(<file> <name>): the file as <name>.gz in the build tree, the same bytes whenever it is made.
+# korvanejson_compressed(<file> <name>): the file as <name>.gz in the build tree, with the same bytes each time.
 function(korvanejson_compressed file name)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${file}")
   file(MAKE_DIRECTORY "${_prepared}")
@@ -24,7 +24,7 @@ string(REPLACE "\n" "\n " KORVANEJSON_LICENCE " ${CMAKE_MATCH_2}")
 string(REPLACE "\n \n" "\n .\n" KORVANEJSON_LICENCE "${KORVANEJSON_LICENCE}")
 configure_file(cmake/debian/copyright.in "${_prepared}/copyright" @ONLY)
 
-# The licence and the changelog have the names here that they have in every package.
+# In a Debian package the licence and the changelog have other names.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS LICENSE README.md)
 file(READ README.md _readme)
 string(REPLACE "](LICENSE)" "](copyright)" _readme "${_readme}")

@@ -1,8 +1,8 @@
-# The packages for Debian, one for each component: libkorvanejson0.1 with the libraries, where 0.1 is what their SONAMEs
-# end in, libkorvanejson-dev and korvane-json. Sets KORVANEJSON_DEBIAN_PACKAGES.
+# The packages for Debian, one for each component: libkorvanejson0.1 with the libraries (their SONAMEs end in 0.1),
+# libkorvanejson-dev and korvane-json. Sets KORVANEJSON_DEBIAN_PACKAGES.
 
-# The changelog gives the packages' version: the product's own and, behind the dash, the revision of the packages. It
-# begins with 0, so that packages of Debian's own would come after these.
+# The version of the packages is in the changelog: the version of the product, a dash, and the revision of the packages.
+# The revision begins with 0, so that packages that Debian itself may make count as newer.
 set(_changelog "${PROJECT_SOURCE_DIR}/cmake/debian/changelog")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${_changelog}")
 file(STRINGS "${_changelog}" _newest LIMIT_COUNT 1)
@@ -36,14 +36,14 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE ${_revision})
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${KORVANEJSON_WEB_ADDRESS}")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
-# What other packages that link the libraries depend on.
+# The dependency of other packages that link the libraries.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 list(APPEND CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/debian/prepare.cmake")
 set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/debian/finish.cmake")
 
-# The summary of the project would come in front of each description.
+# Otherwise each description would begin with the summary of the project.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(_about
 "KorvaneJson turns objects of the Korvane object model, trees of projects,
@@ -69,7 +69,7 @@ headers, the CMake package, the pkg-config file, the guide for developers
 and a first program.")
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION science)
-# dpkg-shlibdeps knows only libraries of installed packages.
+# dpkg-shlibdeps only knows the libraries of installed packages.
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "${KORVANEJSON_DEBIAN_LIBRARIES_NAME} (>= ${_version})")
 set(CPACK_DEBIAN_PROGRAM_DESCRIPTION
 "JSON documents of computer-aided-engineering projects - program

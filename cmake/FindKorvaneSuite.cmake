@@ -1,11 +1,11 @@
 # Finds the suite's own libraries under KORVANEJSON_SUITE_ROOT: the object model, the utility library and the console,
-# as Korvane::Korvane, Korvane::orsutl and Korvane::PimuUtil. Headers lie in include/ or in a folder of it named after
-# the library, under whatever names; libraries or import libraries lie in lib/ or lib64/. Sets KorvaneSuite_FOUND.
+# as Korvane::Korvane, Korvane::orsutl and Korvane::PimuUtil. Headers are in include/ or in a folder there named after
+# the library, and may have any names; libraries or import libraries are in lib/ or lib64/. Sets KorvaneSuite_FOUND.
 
 set(KORVANEJSON_SUITE_ROOT "${KORVANEJSON_SUITE_ROOT}" CACHE PATH
   "The suite's development folder: include/ with its headers, lib/ with its libraries or import libraries")
 
-# Only there: other libraries of these names are none of the suite's.
+# Only there: other libraries with these names do not belong to the suite.
 function(_korvanesuite_find library)
   find_library(KorvaneSuite_${library}_LIBRARY NAMES ${library} PATHS "${KORVANEJSON_SUITE_ROOT}"
     PATH_SUFFIXES lib lib64 NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)

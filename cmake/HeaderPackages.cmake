@@ -1,12 +1,12 @@
 # Header-only packages from the distribution.
 
 # A header-only package for every compiler: korvanejson_header_package(<target> <folder> <header>)
-# The one folder is linked into the build tree, so that a cross compiler never sees the whole of /usr/include.
+# Only that folder is linked into the build tree, so that a cross compiler never sees all of /usr/include.
 function(korvanejson_header_package target folder header)
   find_path(${target}_ROOT "${folder}/${header}" PATHS /usr/include /usr/local/include
     NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   set(headers "${${target}_ROOT}")
-  # Windows makes links for administrators only, and has no such folder for a compiler to stumble over.
+  # On Windows only administrators can make links, and there is no such folder that a compiler must not see.
   if(NOT CMAKE_HOST_WIN32)
     set(headers "${PROJECT_BINARY_DIR}/header-packages/${target}")
     file(MAKE_DIRECTORY "${headers}")

@@ -1,5 +1,5 @@
-# What makes an installed tree usable: the CMake package and the pkg-config file, the compiler's runtime, the manual
-# page, documentation and examples.
+# What an installed tree has besides libraries and headers: the CMake package and the pkg-config file, the compiler's
+# runtime, the manual page, documentation and examples.
 
 include(CMakePackageConfigHelpers)
 include(CompilerRuntime)
@@ -22,22 +22,22 @@ install(FILES
   ${_find_modules}
   DESTINATION "${_package_folder}" COMPONENT development)
 
-# For programs on Windows that want UTF-8 as their code page.
+# For programs on Windows that use UTF-8 as their code page.
 if(WIN32)
   install(FILES "${CMAKE_CURRENT_LIST_DIR}/utf8-code-page.manifest"
     DESTINATION "${_package_folder}" COMPONENT development)
 endif()
 
-# Libraries of others have no place that the file could name.
+# The file could not say where libraries of others are.
 if(NOT KORVANEJSON_FOUND_PACKAGES)
   if(KORVANEJSON_SYSTEM_PREFIX)
     set(KORVANEJSON_PC_PREFIX /usr)
   else()
-    # Wherever the installed tree is moved to.
+    # Relative, so that the installed tree can be moved.
     file(RELATIVE_PATH _prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
     set(KORVANEJSON_PC_PREFIX "\${pcfiledir}/${_prefix_from_pc}")
   endif()
-  # The file of libjson is called so everywhere, which the linker's -l does not expect where libraries begin with lib.
+  # The file is called libjson everywhere, but where names of libraries begin with lib, -l adds that prefix.
   if(WIN32)
     set(KORVANEJSON_LIBJSON_LINK -llibjson)
   else()
@@ -48,7 +48,7 @@ if(NOT KORVANEJSON_FOUND_PACKAGES)
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 endif()
 
-# Programs that use the library find the runtime with it.
+# So that programs that use the library find the runtime beside it.
 if(MSVC)
   set(CMAKE_INSTALL_SYSTEM_RUNTIME_DESTINATION "${CMAKE_INSTALL_BINDIR}")
   include(InstallRequiredSystemLibraries)
@@ -56,7 +56,7 @@ elseif(KORVANEJSON_RUNTIME_LIBRARIES)
   install(PROGRAMS ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
 
-# The program contains code of CLI11, whose licence goes where the code goes; the build machine has it beside the headers.
+# The program contains code of CLI11, so its licence has to be included; the build machine has it beside the headers.
 set(_cli11_licence)
 if(KORVANEJSON_BUILD_PROGRAM AND EXISTS "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
   set(_cli11_licence "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
@@ -67,7 +67,7 @@ if(KORVANEJSON_DEBIAN_PACKAGES)
   return()
 endif()
 
-# On Windows the documentation is what one sees first in the folder; its texts link to each other as in the sources.
+# On Windows the documentation is at the top of the folder. Its texts link to each other as in the sources.
 if(WIN32)
   set(_document_folder .)
 else()
@@ -87,7 +87,7 @@ if(MINGW)
   configure_file("${PROJECT_SOURCE_DIR}/docs/README-Windows.txt.in" "${PROJECT_BINARY_DIR}/README-Windows.txt"
     @ONLY NEWLINE_STYLE CRLF)
   install(FILES "${PROJECT_BINARY_DIR}/README-Windows.txt" DESTINATION "${_document_folder}")
-  # The licences of the runtime and of what the program contains, where the build machine has them.
+  # The licences of the runtime and of what the program contains, if the build machine has them.
   foreach(_licence IN ITEMS
       doc/gcc-mingw-w64-base/copyright=gcc-mingw-w64.txt
       doc/mingw-w64-x86-64-dev/copyright=mingw-w64.txt

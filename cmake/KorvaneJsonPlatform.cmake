@@ -1,4 +1,4 @@
-# What stands under the product: the platform libraries of this tree, or the suite's own.
+# The libraries under the product: the platform libraries of this tree, or the suite's own.
 
 # korvanejson_choice(<variable> <default> <other> <help>)
 function(korvanejson_choice variable default other help)
@@ -13,7 +13,7 @@ korvanejson_choice(KORVANEJSON_PLATFORM embedded suite
 korvanejson_choice(KORVANEJSON_LIBJSON embedded system
   "libjson: embedded, or an installed one")
 
-# Packages that are found serve every folder, and what builds against the library finds them in the same way.
+# Packages that are found are used in every folder, and projects that use the library find them in the same way.
 set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
 set(KORVANEJSON_EXPORTED_NAMESPACES)
 set(KORVANEJSON_FOUND_PACKAGES)

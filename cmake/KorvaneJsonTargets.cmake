@@ -1,4 +1,4 @@
-# What every target of this project is built with.
+# Settings for every target of this project.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -16,20 +16,20 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${KORVANEJSON_OUTPUT_DIRECTORY}/bin")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${KORVANEJSON_OUTPUT_DIRECTORY}/lib")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
-# An installation in the system's own folders stays there, and the system finds its libraries.
+# An installation in the system's own folders is not moved, and the system finds its libraries.
 set(KORVANEJSON_SYSTEM_PREFIX OFF)
 if(NOT WIN32 AND CMAKE_INSTALL_PREFIX MATCHES "^/usr/?$")
   set(KORVANEJSON_SYSTEM_PREFIX ON)
 endif()
 
-# Elsewhere installed programs and libraries find their libraries from where they stand.
+# Elsewhere installed programs and libraries look for their libraries relative to themselves.
 if(NOT WIN32 AND NOT KORVANEJSON_SYSTEM_PREFIX)
   file(RELATIVE_PATH _korvanejson_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
   set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${_korvanejson_libraries}")
 endif()
 
 if(WIN32)
-  # The suite's libraries bear their plain names: KorvaneJson.dll, no "lib" in front.
+  # The suite's libraries have plain names: KorvaneJson.dll, without "lib" in front.
   set(CMAKE_SHARED_LIBRARY_PREFIX "")
 endif()
 
@@ -46,8 +46,8 @@ else()
   endif()
 endif()
 
-# The names under which programs ask for the libraries end in what an interface lasts for: the minor version while the
-# major one is 0, the major one later.
+# The SONAMEs end in the version for which an interface stays compatible: the minor version while the major one is 0,
+# the major version later.
 set(KORVANEJSON_SOVERSION ${PROJECT_VERSION_MAJOR})
 if(PROJECT_VERSION_MAJOR EQUAL 0)
   string(APPEND KORVANEJSON_SOVERSION .${PROJECT_VERSION_MINOR})
@@ -55,7 +55,7 @@ endif()
 
 # Warnings and sanitizers for a target of this project.
 function(korvanejson_configure target)
-  # For C++ only: the compiler of Windows resources knows none of these.
+  # For C++ only: the compiler of Windows resources does not know these options.
   target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${_korvanejson_warnings}>")
   if(KORVANEJSON_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${_korvanejson_werror}>")
@@ -69,13 +69,13 @@ function(korvanejson_configure target)
     target_compile_definitions(${target} PRIVATE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
   endif()
   if(MSVC)
-    # Functions of the C standard are no mistake.
+    # Using functions of the C standard is not a mistake.
     target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
   endif()
 endfunction()
 
 # Installs a library, as part of the targets with the namespace, and headers into a folder of their own.
-# The components libraries, development and program become a package each on Debian.
+# On Debian each of the components libraries, development and program becomes a package.
 function(korvanejson_install target namespace folder)
   set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${KORVANEJSON_SOVERSION})
   install(TARGETS ${target} EXPORT ${namespace}Targets
@@ -90,7 +90,7 @@ endfunction()
 # A shared library of the platform:
 # korvanejson_platform_library(<target> DEFINE <macro> [FOLDER <name>] SOURCES <files>... [HEADERS <files>...])
 # <macro> is defined while the library itself is compiled (its header then exports instead of imports).
-# Headers stand in the library's source folder and are found by their plain names, as in the suite. With FOLDER the
+# Headers are in the library's source folder and are included by their plain names, as in the suite. With FOLDER the
 # library is installed, and its HEADERS into the folder of that name.
 function(korvanejson_platform_library target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "DEFINE;FOLDER" "SOURCES;HEADERS")
@@ -119,8 +119,8 @@ function(korvanejson_use_platform target)
   endif()
 endfunction()
 
-# Keeps out of the export table what is not in the version script (ELF) or marked for export (Windows):
-# instantiations of templates leak otherwise.
+# Exports only what is in the version script (ELF) or marked for export (Windows). Otherwise instantiations of templates
+# would be exported too.
 function(korvanejson_export_only target version_script)
   if(NOT WIN32)
     target_link_options(${target} PRIVATE "LINKER:--version-script=${version_script}")
@@ -128,7 +128,7 @@ function(korvanejson_export_only target version_script)
   endif()
 endfunction()
 
-# Keeps a library loaded until the process ends, whoever closes it. On Windows its entry point sees to that.
+# Keeps a library loaded until the process ends, even if somebody closes it. On Windows its entry point does that.
 function(korvanejson_never_unload target)
   if(NOT WIN32)
     target_link_options(${target} PRIVATE LINKER:-z,nodelete)
@@ -138,7 +138,7 @@ endfunction()
 # The manifest that makes UTF-8 the code page of a Windows program; nothing elsewhere.
 function(korvanejson_utf8_code_page target)
   if(MSVC)
-    # Its linker makes a manifest of its own for every program, and takes this one into it.
+    # Its linker makes a manifest for every program, and merges this one into it.
     target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/utf8-code-page.manifest")
   elseif(WIN32)
     target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/utf8-code-page.rc")

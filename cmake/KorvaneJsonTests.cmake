@@ -1,11 +1,11 @@
-# GoogleTest and what its tests run under.
+# GoogleTest, and how its tests are run.
 
 if(NOT KORVANEJSON_BUILD_TESTS)
   return()
 endif()
 
 if(CMAKE_CROSSCOMPILING)
-  # No package holds GoogleTest for the cross compiler: it is compiled from the packaged sources.
+  # There is no package with GoogleTest for the cross compiler: it is compiled from the packaged sources.
   set(INSTALL_GTEST OFF)
   set(BUILD_GMOCK OFF)
   add_subdirectory(/usr/src/googletest "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL)
@@ -17,14 +17,14 @@ else()
 endif()
 include(GoogleTest)
 
-# Programs run beside the compiler's runtime on Windows.
+# On Windows programs need the compiler's runtime beside them.
 include(CompilerRuntime)
 if(KORVANEJSON_RUNTIME_LIBRARIES)
   file(COPY ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 endif()
 
 if(CMAKE_CROSSCOMPILING AND KORVANEJSON_WINE_PREFIX AND NOT EXISTS "${KORVANEJSON_WINE_PREFIX}/system.reg")
-  # A cold prefix takes seconds to make: longer than the discovery of tests waits.
+  # Making a new prefix takes seconds: longer than the discovery of tests waits.
   get_filename_component(prefix_parent "${KORVANEJSON_WINE_PREFIX}" DIRECTORY)
   file(MAKE_DIRECTORY "${prefix_parent}")
   execute_process(COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} wineboot -i
@@ -38,8 +38,8 @@ endif()
 # Under the thread sanitizer only these programs are built and run.
 add_custom_target(thread-tests)
 
-# The runtime of clang's thread sanitizer finds no room where the kernel spreads addresses widely; programs start
-# without that where the machine lets them.
+# The runtime of clang's thread sanitizer finds no room in memory if the kernel randomizes addresses widely. Programs
+# are started without that randomization where the machine allows it.
 set(_korvanejson_test_launcher)
 if(KORVANEJSON_SANITIZE MATCHES "thread")
   find_program(KORVANEJSON_SETARCH setarch)
@@ -58,10 +58,10 @@ endif()
 
 # A GoogleTest program and its tests:
 # korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE] [ANSI] [DOCUMENTS] [THREADS])
-# INSIDE compiles and links the tests with what the library is made of, which it does not export, in its place.
-# ANSI leaves the code page of Windows at the system's own instead of UTF-8. DOCUMENTS lets the tests keep the
-# documents that they make (support/Documents.h), which the test documents.schema then checks. THREADS marks
-# tests with the label threads: the preset linux-tsan runs these.
+# INSIDE links the tests with the objects of the library instead of the library itself, so that they can use what it
+# does not export. ANSI leaves the code page of Windows at the system's own instead of UTF-8. DOCUMENTS lets the tests
+# save the documents that they make (support/Documents.h), and the test documents.schema then checks these. THREADS
+# gives the tests the label threads: the preset linux-tsan runs them.
 function(korvanejson_test target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "INSIDE;ANSI;DOCUMENTS;THREADS" "" "SOURCES;LIBRARIES")
   add_executable(${target} ${arg_SOURCES})

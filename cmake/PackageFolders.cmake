@@ -1,5 +1,5 @@
-# Read by cpack when the files of a package are laid out: everybody can read its folders, whatever the umask of the user
-# who makes the package.
+# Read by cpack after it has copied the files of a package: makes the folders readable for everybody, whatever the umask
+# of the user who makes the package.
 file(GLOB_RECURSE folders LIST_DIRECTORIES true "${CPACK_TEMPORARY_DIRECTORY}/*")
 foreach(folder IN LISTS folders ITEMS "${CPACK_TEMPORARY_DIRECTORY}")
   if(IS_DIRECTORY "${folder}")

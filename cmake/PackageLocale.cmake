@@ -1,2 +1,2 @@
-# Read by cpack. File names of the examples go beyond ASCII, and archives take them in a locale that knows them only.
+# Read by cpack. Some file names of the examples are not ASCII, and can be archived only in a locale that has them.
 set(ENV{LC_ALL} C.UTF-8)

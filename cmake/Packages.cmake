@@ -1,4 +1,4 @@
-# The packages that cpack makes of the installed tree: a ZIP for Windows, a TGZ for Linux, or DEBs of a tree that is
+# The packages that cpack makes from the installed tree: a ZIP for Windows, a TGZ for Linux, or DEBs from a tree that is
 # configured for the system's own folders (CMAKE_INSTALL_PREFIX=/usr) on a Debian machine.
 # KORVANEJSON_PACKAGE_NAME is the name of a ZIP and a TGZ, and of the folder in them.
 
@@ -23,9 +23,9 @@ if(WIN32)
 else()
   set(CPACK_GENERATOR TGZ)
   set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/PackageFolders.cmake")
-  # Libraries of others are in no package that these could depend on.
+  # Libraries of others are not in packages, so Debian's packages could not depend on them.
   if(KORVANEJSON_SYSTEM_PREFIX AND NOT KORVANEJSON_FOUND_PACKAGES AND EXISTS /etc/debian_version)
-    # Without the first two (Debian: dpkg-dev, file) nobody would know what the packages depend on.
+    # The first two (Debian: dpkg-dev, file) find out what the packages depend on.
     find_program(KORVANEJSON_SHLIBDEPS dpkg-shlibdeps)
     find_program(KORVANEJSON_FILE file)
     find_program(KORVANEJSON_GZIP gzip)

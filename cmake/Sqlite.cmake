@@ -1,8 +1,8 @@
-# SQLite 3, in which the program keeps project files and the server's database: the target SQLite::SQLite3, of the
+# SQLite 3, which the program uses for project files and the server's database: the target SQLite::SQLite3, with the
 # version KORVANEJSON_SQLITE_VERSION.
 #
-# It is built from the folder KORVANEJSON_SQLITE_SOURCE where one is given, as the preset windows does, and looked
-# for as an installed package everywhere else.
+# It is built from the folder KORVANEJSON_SQLITE_SOURCE if one is given, as in the preset windows. Otherwise an
+# installed package is used.
 
 set(KORVANEJSON_SQLITE_SOURCE "" CACHE PATH
   "A folder with SQLite's sqlite3.c and sqlite3.h, to build SQLite from instead of an installed one")
@@ -39,7 +39,7 @@ endif()
 enable_language(C)
 add_library(korvane-json-sqlite STATIC "${KORVANEJSON_SQLITE_SOURCE}/sqlite3.c")
 target_include_directories(korvane-json-sqlite SYSTEM INTERFACE "${KORVANEJSON_SQLITE_SOURCE}")
-# No database that is opened may bring code of its own.
+# A database that is opened must not be able to load code.
 target_compile_definitions(korvane-json-sqlite PRIVATE SQLITE_OMIT_LOAD_EXTENSION)
 if(NOT WIN32)
   find_package(Threads REQUIRED)

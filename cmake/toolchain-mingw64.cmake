@@ -10,8 +10,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# One prefix for every run, inside the build tree; no debugger (a crash would end with status 0), no display,
-# and a locale in which file names are UTF-8.
+# All runs use one prefix, inside the build tree. There is no debugger (with one, a crash would end with status 0) and
+# no display, and file names are UTF-8 in the locale.
 set(KORVANEJSON_WINE_PREFIX "${CMAKE_BINARY_DIR}/wine/prefix")
 set(CMAKE_CROSSCOMPILING_EMULATOR
   /usr/bin/env

@@ -1,4 +1,4 @@
-# Read by cpack when it has made the packages for Debian: gives them what its generator cannot.
+# Read by cpack after it has made the packages for Debian: adds what its generator cannot.
 
 function(run)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
@@ -8,10 +8,10 @@ foreach(package IN LISTS CPACK_PACKAGE_FILES)
   set(tree "${package}.tree")
   run(dpkg-deb --raw-extract "${package}" "${tree}")
 
-  # The generator adds scripts that call ldconfig. The trigger does that once for all packages.
+  # The generator adds scripts that call ldconfig. The trigger calls it once for all packages.
   file(REMOVE "${tree}/DEBIAN/postinst" "${tree}/DEBIAN/postrm")
 
-  # What lies in the folders of an architecture can be installed for several of them side by side.
+  # Files in the folders of an architecture can be installed for several architectures side by side.
   if(NOT EXISTS "${tree}/usr/bin")
     file(READ "${tree}/DEBIAN/control" control)
     string(STRIP "${control}" control)

@@ -1,5 +1,5 @@
-# Read by cpack when the packages for Debian are laid out. Programs and libraries that another build tree built still look
-# for libraries where that one has them. The system's are found without that, and nothing else should be.
+# Read by cpack after it has copied the files of the packages for Debian. Programs and libraries that come from another
+# build tree still have the path to that tree's libraries. It is removed: they find their libraries without it.
 
 file(GLOB_RECURSE binaries LIST_DIRECTORIES false
   "${CPACK_TEMPORARY_DIRECTORY}/*/usr/bin/*" "${CPACK_TEMPORARY_DIRECTORY}/*/usr/lib/*.so.*")

@@ -24,7 +24,7 @@ public:
     LoadedLibrary(const LoadedLibrary&) = delete;
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
 
-    /// A function of the export table; throws where there is none of the name.
+    /// A function of the export table; throws if none has this name.
     template <typename Function>
     static Function* Find(const char* name) {
         void* const address = Address(name);

@@ -49,7 +49,7 @@ TEST(ModuleInformation, BannerIsJoinedFromItsPieces) {
 }
 
 TEST(ModuleInformation, BannerIsTheNinthCharacterOnOfTheMarkedText) {
-    // The mark stands in the same text, before what the query gives.
+    // The mark is in the same text, in front of what the query returns.
     EXPECT_EQ(std::string_view(KorvaneJson_get_module_info(2) - 8, 20),
               "@(#)" KORVANEJSON_MAKER_PREFIX ":KorvaneJson ");
 }

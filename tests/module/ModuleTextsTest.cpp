@@ -30,7 +30,7 @@ TEST(ModuleTexts, RevisionBeginsAsTheVersionEnds) {
 }
 
 TEST(ModuleTexts, AreMadeInOrderAndReleasedInTheReverseOrder) {
-    // Members are made in the order in which they lie in the object, and released in the reverse one.
+    // Members are constructed in their order in the object, and destroyed in the reverse order.
     const ModuleTexts& texts = LoadedModuleTexts();
     const std::vector<const void*> members = {
         &texts.buildRunner, &texts.rightsNotice, &texts.wideRightsNotice,

@@ -45,7 +45,7 @@ function(expect_failure what)
   endif()
 endfunction()
 
-# A folder of no checkout may lie in one all the same: that of this build.
+# A folder that is not a checkout can still be inside one: the folder of this build.
 string(REPEAT 0 40 zeros)
 run("${WORK}/plain")
 expect("KORVANEJSON_REVISION \"${zeros}\"")

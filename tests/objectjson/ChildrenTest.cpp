@@ -34,7 +34,7 @@ std::string ChildrenNames(CAEObject& object) {
     return Names(array);
 }
 
-/// A file object that hangs among the children.
+/// A file object that is one of the children.
 CAEFile& AddFileChild(TestProject& project, CAEObject& parent, const wchar_t* name) {
     auto& file = dynamic_cast<CAEFile&>(project.Add(parent, CAE_FILE, name));
     file.setFullPathName(name);

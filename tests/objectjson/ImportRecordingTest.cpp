@@ -26,7 +26,7 @@ std::string RecordingOfAnswer(const std::string& text, CAEObject* object) {
     return RecordingOf([&] { caerest::json::ApplyJsonResponseOnObject(node, object); });
 }
 
-/// What comes before the members of an object that is no project.
+/// What comes before the members of an object that is not a project.
 Notes Start(const std::string& object) {
     return {"CAEObject::getType(" + object + ")", "CAEObject::getProject(" + object + ")",
             "CAEObject::getProject(" + object + ")"};
@@ -335,7 +335,7 @@ TEST(ImportRecording, AnswerForAProject) {
         project.Add(CAE_TAG, L"tag");
     }
     project.AddFile(*project, L"10", CAE_FILE_DECK);
-    // In the order of the identifiers' texts, whatever the order of the answer; 99 is no object.
+    // In the order of the identifiers' texts, whatever the order of the answer; 99 is not an object.
     EXPECT_EQ(
         RecordingOfAnswer(R"({"files":[{"id":"10","dbkey":"K10"}],"children":[{"id":9,"dbkey":"K9"},)"
                           R"({"id":"99","dbkey":"K99"},{"id":"3","dbkey":"K3","children":[{"id":2,)"

@@ -135,7 +135,7 @@ TEST(ExportVersions, EveryRecordHasTheObjectsFilesAndNotTheVersionsOwn) {
     Door door;
     CAEObject& old = door.AddVersion(1, 0, L"a");
     door.AddVersion(2, 0, L"b");
-    // A version finds the files of its list only where it hangs in the project.
+    // A version finds the files of its list only while it is in the project.
     const CAEFile& own = door.project.AddFile(door.part, L"later.step", CAE_FILE_REPORT);
     old.attachCustomFile(own.getID(), nullptr);
     ASSERT_EQ(Detach(*door.project, door.part), 0);

@@ -83,7 +83,7 @@ function(expect_library_names runtime links)
   endforeach()
 endfunction()
 
-# The README in a folder shows the first program, which stands in its examples, and what the program prints.
+# The README in a folder shows the first program, which is in its examples, and what the program prints.
 function(expect_first_program documents output)
   string(REPLACE "\r\n" "\n" output "${output}")
   file(READ "${documents}/README.md" readme)

@@ -1,4 +1,4 @@
-# What the unpacked package in PREFIX holds: all files that users need, nothing that tells of the machine that made
+# What the unpacked package in PREFIX holds: all files that users need, nothing about the machine that made
 # it, libraries under the names that the policy gives them, a host that works, and documentation that is true.
 
 if(PACKAGE STREQUAL ZIP)
@@ -48,7 +48,7 @@ if(NOT PACKAGE STREQUAL ZIP)
   expect_library_names("${PREFIX}/lib" "${PREFIX}/lib")
 endif()
 
-# The host runs from where it was unpacked, far from the build tree, and does what it did there.
+# The program runs in the folder where it was unpacked, and does the same as in the build tree.
 file(MAKE_DIRECTORY "${WORK}/elsewhere")
 function(document_of host)
   run(${CMAKE_COMMAND} -E chdir "${WORK}/elsewhere" ${EMULATOR} "${host}" export "${documents}/examples/bracket-project")

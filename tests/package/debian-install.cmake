@@ -85,7 +85,7 @@ if(output MATCHES "-L|-I/usr/include( |$)")
   message(SEND_ERROR "pkg-config names folders that the compiler looks into by itself: ${output}")
 endif()
 
-# What was installed goes again.
+# Everything that was installed can be removed.
 inside("dpkg --purge korvane-json libkorvanejson-dev libkorvanejson${interface} >/tmp/log; find /usr /etc | sort; ${cached}")
 if(NOT output STREQUAL before)
   file(WRITE "${WORK}/before" "${before}\n")

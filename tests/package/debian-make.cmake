@@ -8,5 +8,5 @@ file(REMOVE_RECURSE "${WORK}")
 run(${CMAKE_COMMAND} -S "${SOURCE}" -B "${WORK}/tree" -G "${GENERATOR}"
   "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_BUILD_TYPE=${CONFIG}"
   -DCMAKE_INSTALL_PREFIX=/usr "-DKORVANEJSON_OUTPUT_DIRECTORY=${BUILD}" -DKORVANEJSON_BUILD_TESTS=OFF)
-# By a user who lets nobody else read new files, which packages must not depend on.
+# The packages must not depend on the umask: here nobody else can read new files.
 run(sh -c [[umask 077 && exec "$0" "$@"]] ${CPACK} --config "${WORK}/tree/CPackConfig.cmake" -C "${CONFIG}" -B "${WORK}/packages")

@@ -1,12 +1,12 @@
-# A program that was linked with the flags of pkg-config, and libraries in a folder that is none of the system's: in PREFIX,
-# where the texts in `documents` say /opt/korvanejson. It starts only when one of the ways is taken that they describe.
+# A program that is linked with the flags of pkg-config, and libraries outside the system's folders: in PREFIX, where the
+# texts in `documents` say /opt/korvanejson. It starts only in one of the ways that the texts describe.
 
 set(work "${WORK}/pkg-config")
 set(program "${documents}/examples/program/main.cpp")
 set(linked_plainly "g\\+\\+ .*pkg-config --cflags --libs korvanejson\\)$")
 set(linked_with_folder "g\\+\\+ .*-Wl,-rpath,")
 
-# Runs lines of the shell in a folder of their own; `status`, `output` and `errors` are what became of them.
+# Runs lines of the shell in a folder of their own; `status`, `output` and `errors` are their results.
 function(try)
   list(JOIN ARGN "\n" script)
   string(REPLACE "/opt/korvanejson" "${PREFIX}" script "${script}")
@@ -61,7 +61,7 @@ expect_missing_library("Installed by CMake" ${installing} ${started})
 expect_start("Installed by CMake with the folder of the libraries"
   ${installing} "cmake -DCMAKE_INSTALL_RPATH_USE_LINK_PATH=ON build >log" "cmake --build build >log" ${started})
 
-# Loaded by its path, the library finds those that it stands on.
+# A library that is loaded by its path finds the libraries that it needs.
 try("python3 -c '__import__(\"ctypes\").CDLL(\"${PREFIX}/lib/libKorvaneJson.so\").KorvaneJsonInitialize()'")
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "Loading the library by its path ended with ${status}\n${errors}")

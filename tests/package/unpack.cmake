@@ -2,7 +2,7 @@
 
 set(cpack ${CPACK})
 if(PACKAGE STREQUAL TGZ)
-  # By a user who lets nobody else read new files.
+  # With a umask by which nobody else can read new files.
   set(cpack sh -c [[umask 077 && exec "$0" "$@"]] ${CPACK})
 endif()
 run(${cpack} --config "${BUILD}/CPackConfig.cmake" -C "${CONFIG}" -G ${PACKAGE} -B "${WORK}/package")

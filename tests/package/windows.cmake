@@ -4,7 +4,7 @@
 file(READ "${PREFIX}/README-Windows.txt" text)
 string(REPLACE "\r\n" "\n" text "${text}")
 
-# Neither symbols nor debug information, in the compiler's runtime as little as in what was built here.
+# No symbols and no debug information, also in the compiler's runtime.
 file(GLOB programs "${PREFIX}/bin/*")
 list(LENGTH programs count)
 if(count LESS 9)
@@ -26,7 +26,7 @@ list(SORT named)
 if(NOT named STREQUAL "GPL-3.txt;cli11.txt;gcc-mingw-w64.txt;mingw-w64.txt")
   message(SEND_ERROR "README-Windows.txt names the licences \"${named}\"")
 endif()
-# On Debian, that is: elsewhere nobody knows where they are.
+# Only Debian has them in known places.
 if(EXISTS /etc/debian_version AND NOT licences STREQUAL named)
   message(SEND_ERROR "licences has \"${licences}\", README-Windows.txt names \"${named}\"")
 endif()
@@ -61,7 +61,7 @@ foreach(line IN LISTS lines)
   if(NOT status EQUAL wanted)
     message(SEND_ERROR "${line} ended with ${status} instead of ${wanted}\n${output}\n${errors}")
   endif()
-  # What neither prints nor writes has changed a project file, and says so.
+  # A command that prints and writes nothing has changed a project file, and says so.
   if(output STREQUAL "" AND errors STREQUAL "" AND NOT line MATCHES " -o ")
     message(SEND_ERROR "${line} says nothing")
   endif()

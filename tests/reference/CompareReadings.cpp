@@ -16,7 +16,7 @@ constexpr const char* kUsage =
     "format. Ends at the first difference, or after that many rounds or seconds (100000 rounds unless\n"
     "told otherwise).\n";
 
-/// Takes an option with its value; false if there is none of the name or the value is not one of it.
+/// Takes an option with its value; false if there is no such option or the value is not valid for it.
 bool TakeOption(const std::string& name, const std::string& value, ComparisonOptions& options) {
     if (name == "--rounds") {
         options.rounds = std::stol(value);

@@ -69,7 +69,8 @@ std::string StateWriter::NumberOf(const CAEObject* object) const {
     return found != numbers_.end() ? "@" + std::to_string(found->second) : "unreached";
 }
 
-/// Numbers what hangs on the root, then the versions of each; what has a number already is only named.
+/// Numbers everything below the root, then the versions of each object; what already has a number is only
+/// named.
 void StateWriter::WriteReachable(CAEObject& root, const std::string& place) {
     if (numbers_.count(&root) != 0) {
         lines_.push_back(place + " is " + NumberOf(&root));

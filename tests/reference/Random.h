@@ -18,7 +18,7 @@ public:
         return mixed ^ (mixed >> 31U);
     }
 
-    /// From 0 up to the limit, which is left out; 0 where nothing lies below the limit.
+    /// From 0 to below the limit; 0 if the limit is 0.
     int Below(std::size_t limit) { return limit == 0 ? 0 : static_cast<int>(Next() % limit); }
     int Between(int least, int greatest) {
         return least + Below(static_cast<std::size_t>(greatest - least) + 1);

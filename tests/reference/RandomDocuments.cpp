@@ -158,7 +158,7 @@ JSONNode DocumentMaker::ObjectNode(int depth, bool isFile) {
     if (random_.OneIn(25)) {
         return Value(depth);
     }
-    // Elements of an array are no members, also where they look like them.
+    // Elements of an array are not members, even if they look like them.
     JSONNode node(random_.OneIn(30) ? JSON_ARRAY : JSON_NODE);
     if (!random_.OneIn(isFile ? 3 : 10)) {
         node.push_back(Member("type", depth));

@@ -6,8 +6,8 @@
 
 #include "Random.h"
 
-/// Texts that somebody may come upon: plain ones, quotes and control characters, what lies beyond ASCII,
-/// bytes that are no text, empty ones, long ones, and the few that mean something.
+/// Texts that occur in practice: plain ones, quotes and control characters, text beyond ASCII, bytes that
+/// are not text, empty ones, long ones, and the few that have a meaning.
 
 /// A text without NUL, in the code page.
 std::string RandomText(Random& random);

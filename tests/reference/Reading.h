@@ -39,7 +39,7 @@ public:
     virtual void ImportChildren(const JSONNode& section, CAEObject* object) = 0;
     virtual void ImportFiles(const JSONNode& section, CAEObject* object) = 0;
     virtual void ImportVersions(const JSONNode& section, CAEObject* object) = 0;
-    /// Metadata onto an object whose project nobody has taken.
+    /// Metadata onto an object whose project has not been looked up.
     virtual void ImportLooseMetadata(const JSONNode& section, CAEObject* object) = 0;
     virtual void ImportFileRecord(const JSONNode& record, CAEFile* file) = 0;
     virtual void ResolveReference(CAEObject* parent, CAEObject* viewItem) = 0;

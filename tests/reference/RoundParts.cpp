@@ -99,7 +99,7 @@ std::vector<PlannedAnswer> PlanAnswers(const Round& round, bool throws, const Ra
     }
     const Objects objects = model.Objects();
     const Objects projects = {model.Roots()[0], model.Roots()[1]};
-    // Taking a version over destroys what lay under the object, and nobody may answer with that.
+    // Taking a version over destroys what was below the object, and no answer may contain that.
     const Objects lasting = ImportsVersions(round) ? model.Roots() : objects;
     for (const Oddity& oddity : round.oddities) {
         const bool isVersion = oddity.operation == "CAEObject::getPointerToVersion";

@@ -73,7 +73,7 @@ JSONNode ExportFileRecord(CAEFile& file, const OuString& mode) {
     record.push_back(MakeString(L"fileType", {CAEGetFileTypeName(file.getFileType()), 0}));
     record.push_back(MakeString(L"fileFormat", FileFormatName(file.getFileFormat())));
     record.push_back(MakeString(L"locationType", file.m_locationType));
-    // The path stays at home: whoever reads the record makes one of the directory and the name.
+    // The path is not written: the reader makes one from the directory and the name.
     record.push_back(MakeString(L"filePath", L""));
     return record;
 }

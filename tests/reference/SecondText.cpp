@@ -28,7 +28,7 @@ std::size_t SequenceLength(unsigned lead) {
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
-/// The UTF-8 sequence at a place, a surrogate's three bytes among them; else the one byte that stands there.
+/// The UTF-8 sequence at a place, including a surrogate's three bytes; otherwise the one byte that is there.
 Piece SequenceAt(const std::string& text, std::size_t position) {
     const unsigned lead = ByteAt(text, position);
     const Piece byte{lead, text.substr(position, 1), true};

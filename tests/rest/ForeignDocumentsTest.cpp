@@ -12,7 +12,7 @@
 #include "support/ObjectText.h"
 #include "support/TextUnits.h"
 
-// Documents as other programs write them: every text here stands as it was written by hand.
+// Documents as other programs write them: every text here was written by hand.
 
 namespace {
 
@@ -277,7 +277,7 @@ TEST(ForeignDocuments, DocumentOfTheServerInTheExamples) {
     EXPECT_EQ(korvane::GetProjectFiles(*project).size(), 9U);
     EXPECT_FALSE(korvane::GetProgramReference(*project));
     EXPECT_EQ(MetadataValueOf(*byKey.at("MOD-2001"), L"Owner"), "J\xC3\xA9r\xC3\xB4me M\xC3\xBCller");
-    // The first one stands before its master assembly.
+    // The first one comes before its master assembly.
     ASSERT_EQ(items.size(), 3U);
     EXPECT_EQ(korvane::GetReferencedObject(*items[0]), 0);
     EXPECT_EQ(korvane::GetReferencedObject(*items[1]), byKey.at("ITEM-7001")->getID());

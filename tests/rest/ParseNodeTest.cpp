@@ -40,7 +40,7 @@ TEST(ParseNode, EntryOfTheNodeComesBeforeThoseUnderIt) {
 }
 
 TEST(ParseNode, WholeSubtreesOfTheChildrenComeBeforeTheFiles) {
-    // Wherever the sections stand in the text.
+    // Wherever the sections are in the text.
     for (const char* text :
          {R"({"files":[{"id":"7","dbkey":"file"}],"children":[{"children":[{"id":"7","dbkey":"deep"}]}]})",
           R"({"children":[{"children":[{"id":"7","dbkey":"deep"}]}],"files":[{"id":"7","dbkey":"file"}]})",

@@ -17,7 +17,7 @@ TEST(ModuleMode, IsEmptyFromTheStartAndKeptAfterEveryDocument) {
 
     serializer.GetJson();
     EXPECT_STREQ(ModuleExportMode().GetBuffer(), L"STUDY");
-    // The last document's mode also decides for a converter that nobody gave a mode.
+    // The last document's mode also applies to a converter without a mode of its own.
     EXPECT_EQ(CAEObjectJson(&*project).ExportChildren().size(), 0U);
 
     serializer.SetExportMode(L"PROJECT");

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Documents as a host with UTF-8 as its code page makes them, which tells nobody so.
+/// Documents of a host that has UTF-8 as its code page and sets nothing.
 class Text : public testing::Test {
 protected:
     /// The document read by a JSON parser that knows nothing of this library.

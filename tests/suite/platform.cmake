@@ -8,7 +8,7 @@ include("${CMAKE_CURRENT_LIST_DIR}/Building.cmake")
 file(REMOVE_RECURSE "${WORK}")
 run(${CMAKE_COMMAND} --install "${BUILD}" --config "${CONFIG}" --prefix "${WORK}/installed")
 
-# The suite's headers lie together; what only the embedded object model has is not among them.
+# The suite's headers are in one folder; headers that only the embedded object model has are not there.
 foreach(library korvane orsutl pimuutil)
   file(GLOB headers "${WORK}/installed/include/${library}/*.h")
   list(FILTER headers EXCLUDE REGEX "/Embedded[^/]*$")
@@ -22,7 +22,7 @@ set(options
   -DKORVANEJSON_PLATFORM=suite "-DKORVANEJSON_SUITE_ROOT=${WORK}/suite"
   -DKORVANEJSON_LIBJSON=system "-Dlibjson_ROOT=${WORK}/libjson" "-DCMAKE_FIND_ROOT_PATH=${WORK}"
   "-DCMAKE_BUILD_TYPE=${CONFIG}")
-# The build date tells the library from the one that the programs were built with.
+# The build date distinguishes the library from the one that the programs were built with.
 set(ENV{SOURCE_DATE_EPOCH} 0)
 configure("${WORK}/build" ${options})
 run(${CMAKE_COMMAND} --build "${WORK}/build" --config "${CONFIG}")

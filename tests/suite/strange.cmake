@@ -9,7 +9,7 @@ include("${CMAKE_CURRENT_LIST_DIR}/Building.cmake")
 set(quick -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0)
 set(strange "${CMAKE_CURRENT_LIST_DIR}/strange")
 set(tree "${WORK}/tree")
-# The build date tells the library from others.
+# The build date distinguishes the library from others.
 set(ENV{SOURCE_DATE_EPOCH} 0)
 
 # The product as it is, but for the one file. Files keep their times, so that a second run builds what has changed.

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// What a test cares for in an object node of a document of objects made by TestProject; everything else is
-/// what an object has that nobody touched.
+/// What a test sets in an object node of a document of objects made by TestProject; everything else is as in
+/// an object that was not changed.
 struct ExpectedObject {
     std::string id;
     std::string name;

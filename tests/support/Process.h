@@ -33,5 +33,5 @@ struct ProcessResult {
 /// Runs a program to its end. Throws when it cannot be started.
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options);
 
-/// The path of a program of this project: it lies beside the one that runs the tests.
+/// The path of a program of this project: it is beside the program that runs the tests.
 std::filesystem::path ProgramPath(const std::string& name);

@@ -31,7 +31,8 @@ struct Run {
         done = true;
     }
 
-    /// An overflow of a side thread's stack can pass for a thread that ended: only the flag tells.
+    /// An overflow of a side thread's stack can look like a thread that ended: only the flag shows the
+    /// difference.
     void Finish() const {
         if (!done) {
             throw std::runtime_error("the body did not come back");

@@ -17,7 +17,7 @@ public:
     /// The path of something in it; `name` is UTF-8.
     std::filesystem::path operator/(std::string_view name) const;
 
-    /// Writes a file and makes the directories that it lies in. Returns its path; throws when it cannot be
+    /// Writes a file and makes the directories for it. Returns its path; throws when it cannot be
     /// written.
     std::filesystem::path Write(std::string_view name, std::string_view content) const;
     std::filesystem::path MakeDirectory(std::string_view name) const;

@@ -106,7 +106,8 @@ std::string DisplayName(const CAEProject& project) {
     return korvane::GetDisplayName(project).GetAnsiBuffer();
 }
 
-/// Everything that the library does, on trees that nobody else has; what came of it, as one text.
+/// Does everything that the library can do, on trees that no other thread uses; returns the results as a
+/// text.
 std::string Trip(int number, const OuString& mode) {
     TestProject project;
     Fill(project, number);

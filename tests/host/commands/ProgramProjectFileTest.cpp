@@ -213,7 +213,7 @@ TEST_F(ProgramProjectFile, ReadingRefusesOtherFilesByName) {
 TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
     Do({"new", "--empty", "p.kvp"});
     std::string bytes = Read("p.kvp");
-    // The format's number stands at byte 60 of the header, in four bytes.
+    // The number of the format is at byte 60 of the header and has four bytes.
     ASSERT_EQ(bytes.at(63), '\x01');
     bytes[63] = '\x02';
     folder.Write("p.kvp", bytes);
@@ -260,7 +260,7 @@ TEST_F(ProgramProjectFile, TreeShowsADocumentAsAnImportMakesIt) {
 }
 
 TEST_F(ProgramProjectFile, TextsOfAllKindsGoThroughAProjectFile) {
-    // Quotes, slashes, control characters, a direction mark, and bytes that are no text.
+    // Quotes, slashes, control characters, a direction mark, and bytes that are not text.
     const std::string name =
         R"(it's \"quoted\" \/ back\\slash \u0001\n\t\u007F \u202E \uDCE9\uDCFF \u4E2D \uD83D\uDD27)";
     folder.Write(

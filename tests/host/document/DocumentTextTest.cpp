@@ -10,7 +10,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// Documents with UTF-8 as their text units, as the program writes them where nobody sets others.
+/// Documents with UTF-8 as their text units, as the program writes them by default.
 class DocumentTextTest : public testing::Test {
 protected:
     std::string Write() {

@@ -164,7 +164,7 @@ TEST_F(ProjectFileTest, GivesBackEverythingThatAProjectHolds) {
     item.setLinkDBKey(L"ITEM-1");
     item.setReferencedCAEObject(assembly.getID());
     project.Add(CAE_FILE, L"child.txt");
-    // A file that hangs on nothing, and an identifier that stands for none.
+    // A file that is attached to nothing, and an identifier that no file has.
     korvane::CreateFile(*project, L"/elsewhere/loose.dat", static_cast<_tagFileType>(77), CAE_FORMAT_ASCII);
     study.attachCustomFile(4711, nullptr);
 
@@ -181,7 +181,7 @@ TEST_F(ProjectFileTest, KeepsProjectsInProjectsWithTheirFiles) {
     inner.SetProgramReference(false);
     CAEFile& file = *korvane::CreateFile(inner, L"/inner/a.dat", CAE_FILE_REPORT, CAE_FORMAT_ASCII);
     inner.attachCustomFile(file.getID(), nullptr);
-    // What hangs below a project's file, with a project and a file of its own.
+    // An object below a project's file: a project with a file of its own.
     CAEObject& below = *korvane::CreateObject(file, CAE_PROJECT, L"Below");
     korvane::CreateFile(dynamic_cast<CAEProject&>(below), L"x", CAE_FILE_LOG, CAE_FORMAT_ASCII);
     const std::string text = ModelText(*project);

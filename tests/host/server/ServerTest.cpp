@@ -22,7 +22,7 @@ std::string ToText(const JSONNode& node) {
     return {text.data(), text.size()};
 }
 
-/// The text with what tells the database from others taken out of its keys.
+/// The text without the part of its keys that differs between databases.
 std::string Plain(const std::string& text) {
     return std::regex_replace(text, std::regex("([A-Z]{3}-[0-9]+)-[0-9a-f]{6}"), "$1");
 }
@@ -133,7 +133,7 @@ TEST_F(ServerTest, AKeyOfTheDatabaseCountsBeforeTheIdentifier) {
               R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"3","dbkey":"MOD-2","children":[)"
               R"({"id":"2","dbkey":"PRT-3"}]}]})");
     EXPECT_EQ(report.newKeys, 0U);
-    // A newcomer with the identifier of an object that bears its key is another one.
+    // A new object with the identifier of an object that has a key is a different object.
     const std::string newcomer = R"({"id":"1","type":"SIMULATION","children":[{"id":"2","type":"CAEMODEL"},)"
                                  R"({"id":"7","type":"CAEMODEL","dbkey":")" +
                                  KeyOf("MOD-2") + R"("}]})";

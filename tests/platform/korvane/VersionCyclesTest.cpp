@@ -3,7 +3,7 @@
 #include "Ask.h"
 #include "support/ModelBuilders.h"
 
-/// Versions that callers hang in places where nobody expects them: nothing is destroyed twice, lost or copied
+/// Versions that callers put in unexpected places: nothing is destroyed twice, lost or copied
 /// without end. Under the sanitizers these tests also find what is never freed.
 namespace {
 
@@ -81,7 +81,7 @@ TEST(DetachedVersion, DoesNotTakeItsOwnObjectBelowIt) {
     Detach(*m.project, m.model);
     EXPECT_EQ(m.project->addChild(&version), 0);
     EXPECT_EQ(Detach(*m.project, version), 0);
-    // A version that hangs nowhere is part of its object.
+    // A version that is not in the tree is part of its object.
     EXPECT_NE(version.addChild(&m.model), 0);
     EXPECT_NE(ChildrenOf(version)[0]->addChild(&m.model), 0);
     EXPECT_EQ(m.project->addChild(&m.model), 0);

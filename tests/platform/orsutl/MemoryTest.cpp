@@ -37,7 +37,7 @@ bool ThrowsWithoutMemory(Body body) {
 
 }  // namespace
 
-// NOLINTBEGIN(cppcoreguidelines-owning-memory): these are what owners are made of.
+// NOLINTBEGIN(cppcoreguidelines-owning-memory): owners are built with these.
 void* operator new(std::size_t size) {
     ++allocations;
     if (!denied) {
