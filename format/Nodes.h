@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <span>
+
+#include "Effects.h"
 #include "MemberNames.h"
 
 /// Which members the nodes have, in the order in which they are written.
@@ -46,6 +50,13 @@ inline constexpr NodeMember kFileRecord[] = {
     {member::kLocationType},
     {member::kFilePath},
 };
+
+constexpr bool AreKnownToAnImport(std::span<const NodeMember> members) {
+    return std::ranges::all_of(
+        members, [](const NodeMember& known) { return FindEffect(known.name.View()) != nullptr; });
+}
+static_assert(AreKnownToAnImport(kObjectNode) && AreKnownToAnImport(kFileRecord),
+              "Effects.h says what an import does with every member that is written");
 
 /// A member that is read from a server's answer.
 struct AnswerMember {

@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <utility>
 
 #include "CAEFileJson.h"
 #include "NodeReading.h"
 #include "NodeWriter.h"
 #include "Sections.h"
+#include "format/Effects.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
 
@@ -42,6 +44,13 @@ constexpr FileMemberReader kFileMemberReaders[] = {
     {member::kIsFileDownloaded,
      [](CAEFile& file, const OuString& text) { file.SetFileDownloadFlag(IsTrue(text)); }},
 };
+static_assert(std::ranges::all_of(kFileMemberReaders,
+                                  [](const FileMemberReader& reader) {
+                                      const format::MemberEffect* const known =
+                                          format::FindEffect(reader.name.View());
+                                      return known != nullptr && known->inRecord != format::Effect::kUnknown;
+                                  }),
+              "format/Effects.h says what an import does with every member that is read");
 
 }  // namespace
 

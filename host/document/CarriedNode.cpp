@@ -3,7 +3,9 @@
 #include <unordered_map>
 
 #include "DocumentNode.h"
+#include "format/Effects.h"
 #include "format/MemberNames.h"
+#include "format/Nodes.h"
 #include "format/Values.h"
 #include "objectjson/NodeReading.h"
 
@@ -91,10 +93,20 @@ void ReadMetadata(const JSONNode& node, CarriedNode& carried) {
     }
 }
 
+std::string ReadFileMember(const JSONNode& record, format::MemberName name) {
+    if (name == member::kFileType) {
+        return CAEGetFileTypeName(ReadFileType(record));
+    }
+    return name == member::kFileFormat ? ReadFileFormat(record) : MemberText(record, name);
+}
+
+/// What an import takes from a file record and an export writes again.
 void ReadFileMembers(const JSONNode& record, CarriedNode& carried) {
-    carried.members.push_back({member::kFileType, CAEGetFileTypeName(ReadFileType(record))});
-    carried.members.push_back({member::kFileFormat, ReadFileFormat(record)});
-    carried.members.push_back({member::kLocationType, MemberText(record, member::kLocationType)});
+    for (const format::NodeMember& known : format::kFileRecord) {
+        if (format::FindEffect(known.name.View())->inRecord == format::Effect::kTaken) {
+            carried.members.push_back({known.name, ReadFileMember(record, known.name)});
+        }
+    }
 }
 
 void ReadSections(const JSONNode& node, Kind kind, CarriedNode& carried) {

@@ -2,6 +2,8 @@
 
 #include "ConverterSupport.h"
 #include "objectjson/CAEFileJson.h"
+#include "platform/korvane/Ask.h"
+#include "support/FileRecordMembers.h"
 #include "support/ModelBuilders.h"
 #include "support/ObjectText.h"
 
@@ -64,6 +66,18 @@ TEST(FileRecord, PathIsWrittenEmptyWhateverPathTheFileHas) {
 TEST(FileRecord, EmptyLocationTypeIsWritten) {
     TestProject project;
     EXPECT_EQ(MemberText(Record(project.AddFile(*project, L"x", CAE_FILE_DECK)), "locationType"), "");
+}
+
+TEST(FileRecord, EveryMemberIsInAVersionOfTheFile) {
+    const std::vector<std::string> members = FileRecordMembers();
+    TestProject project;
+    CAEFile& file = project.AddFile(*project, L"x", CAE_FILE_DECK);
+    const CAEFileJson reader(libjson::parse(FileRecordWith(members).c_str()), &file);
+    ASSERT_EQ(file.createNewVersion(1, 0, true, false), 0);
+    const std::string text = TextOfNode(Record(dynamic_cast<CAEFile&>(*VersionOf(file, 1, 0))));
+    for (const std::string& member : members) {
+        EXPECT_NE(text.find(member), std::string::npos) << member << " is not in " << text;
+    }
 }
 
 TEST(FileRecord, FlagsAreNeverWritten) {

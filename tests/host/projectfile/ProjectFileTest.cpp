@@ -1,14 +1,19 @@
 #include <EmbeddedRestore.h>
 #include <gtest/gtest.h>
+#include <korvanejson/CaeRest.h>
+#include <korvanejson/JsonSerializer.h>
 
 #include <algorithm>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "host/HostSupport.h"
 #include "host/document/ObjectLists.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/projectfile/ProjectTables.h"
 #include "host/system/Database.h"
+#include "support/FileRecordMembers.h"
 #include "support/ModelBuilders.h"
 #include "support/TemporaryDirectory.h"
 
@@ -187,6 +192,20 @@ TEST_F(ProjectFileTest, KeepsProjectsInProjectsWithTheirFiles) {
     const std::string text = ModelText(*project);
     EXPECT_EQ(ThereAndBack(*project), text);
     EXPECT_NE(text.find("file of #4: #5"), std::string::npos) << text;
+}
+
+TEST_F(ProjectFileTest, KeepsEveryMemberOfAFileRecord) {
+    const std::vector<std::string> members = FileRecordMembers();
+    const TestProject project;
+    JSONNode document = libjson::parse(
+        (R"({"type":"X","children":[{"type":"CAEPART","files":[)" + FileRecordWith(members) + "]}]}")
+            .c_str());
+    caerest::json::DeserializeJsonToObject(document, &*project);
+    const auto read = ReadProjectFile(Keep(*project), kept.console);
+    const std::string text = Text(JsonSerializer(&*read).GetJsonString());
+    for (const std::string& member : members) {
+        EXPECT_NE(text.find(member), std::string::npos) << member << " is not in " << text;
+    }
 }
 
 TEST_F(ProjectFileTest, KeepsIdentifiersWithTheirGaps) {
