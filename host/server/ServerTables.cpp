@@ -55,6 +55,13 @@ constexpr Prefix kPrefixes[] = {
     {Kind::kIterationModel, "RUN"}, {Kind::kAssemblyFolder, "ASF"}, {Kind::kLoadCaseViewFolder, "LVF"},
     {Kind::kLoadCaseView, "LCV"},   {Kind::kViewItem, "ITM"},       {Kind::kTag, "TAG"},
 };
+static_assert(std::ranges::all_of(format::kKindNames,
+                                  [](const format::KindName& known) {
+                                      return known.kind == Kind::kProject ||
+                                             std::ranges::find(kPrefixes, known.kind, &Prefix::kind) !=
+                                                 std::end(kPrefixes);
+                                  }),
+              "every kind has a prefix; without one its keys would be those of a project");
 /// Any other type is the additional type of a project.
 constexpr const char* kProjectPrefix = "PRJ";
 constexpr const char* kPrefixWithoutType = "OBJ";

@@ -1,7 +1,9 @@
 #include <CAEObject.h>
 #include <gtest/gtest.h>
 
+#include "format/Kinds.h"
 #include "objectjson/CAEObjectJson.h"
+#include "support/ModelBuilders.h"
 
 namespace {
 
@@ -74,9 +76,21 @@ TEST(TypeNames, LongerNameIsNeverMatchedByItsPrefix) {
 }
 
 TEST(TypeNames, WrittenNamesReadBackOnceUpperCased) {
-    for (const int type : {0, 1, 3, 4, 5, 6, 7, 8, 9, 21, 22, 23, 41}) {
-        OuString name = CAEObjectJson::ObjectTypeName(static_cast<_tagCAEObjectType>(type));
+    for (const format::KindName& known : format::kKindNames) {
+        OuString name = CAEObjectJson::ObjectTypeName(ToObjectType(known.kind));
         name.MakeUpper();
-        EXPECT_EQ(Read(name.GetAnsiBuffer()), type);
+        EXPECT_EQ(Read(name.GetAnsiBuffer()), static_cast<int>(known.kind)) << known.name;
+    }
+}
+
+TEST(TypeNames, EveryKindThatIsReadCanBeCreated) {
+    for (const format::KindName& known : format::kKindNames) {
+        const TestProject project;
+        int id = 0;
+        EXPECT_EQ(createCAEObject(&*project, project->getID(), ToObjectType(known.kind), id), 0)
+            << known.name;
+        CAEObject* const created = project->getCAEObject(id);
+        ASSERT_NE(created, nullptr) << known.name;
+        EXPECT_EQ(created->getType(), ToObjectType(known.kind));
     }
 }
