@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 
 #include "host/system/Text.h"
@@ -309,6 +310,21 @@ constexpr Rule kByName[] = {
     Is("mes", CAE_FILE_LOG, Solver::LsDyna),
     Is("status.out", CAE_FILE_LOG),
 };
+
+/// Whether every rule can be found: names are compared in lower case, and the first one counts.
+template <std::size_t Size>
+constexpr bool IsEveryNameFound(const Rule (&rules)[Size]) {
+    for (const Rule* rule = rules; rule != rules + Size; ++rule) {
+        const bool isLower = std::ranges::none_of(
+            rule->name, [](char character) { return character >= 'A' && character <= 'Z'; });
+        if (!isLower || std::ranges::find(rules, rule->name, &Rule::name) != rule) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(IsEveryNameFound(kByExtension), "each extension is listed once, in lower case");
+static_assert(IsEveryNameFound(kByName), "each name is listed once, in lower case");
 
 std::string ToLowerAscii(std::string text) {
     for (char& character : text) {

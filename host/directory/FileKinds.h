@@ -21,6 +21,7 @@ enum class Solver {
     Permas,
     Radioss,
 };
+inline constexpr Solver kLastSolver = Solver::Radioss;
 
 /// The name of the solver in the metadata; empty for Solver::None.
 std::string_view SolverName(Solver solver);

@@ -34,18 +34,39 @@ Solver SyntaxOf(const Lines& lines) {
     return Solver::None;
 }
 
-/// The solver in the table for all solvers that share its syntax.
-Solver WithSyntaxOf(Solver solver) {
+/// The solver in the table for all solvers that share its syntax; None if nothing reads input of the solver.
+constexpr Solver WithSyntaxOf(Solver solver) {
+    // Without a default, so that the compiler asks for the syntax of a new solver.
     switch (solver) {
         case Solver::Abaqus:
+        case Solver::AbaqusOrCalculix:
         case Solver::Calculix:
             return Solver::AbaqusOrCalculix;
+        case Solver::Nastran:
         case Solver::OptiStruct:
             return Solver::Nastran;
-        default:
+        case Solver::None:
+        case Solver::Ansys:
+        case Solver::LsDyna:
+        case Solver::PamCrash:
+        case Solver::Permas:
+        case Solver::Radioss:
             return solver;
     }
+    return Solver::None;
 }
+
+constexpr bool IsEverySyntaxInTheTable() {
+    for (int solver = static_cast<int>(Solver::None) + 1; solver <= static_cast<int>(kLastSolver); ++solver) {
+        const Solver wanted = WithSyntaxOf(static_cast<Solver>(solver));
+        if (wanted != Solver::None &&
+            std::ranges::find(kSyntaxes, wanted, &Syntax::solver) == std::end(kSyntaxes)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(IsEverySyntaxInTheTable());
 
 }  // namespace
 

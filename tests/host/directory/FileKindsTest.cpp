@@ -91,10 +91,10 @@ TEST(SolverName, NamesEverySolver) {
     EXPECT_EQ(SolverName(Solver::PamCrash), "PAM-CRASH");
     EXPECT_EQ(SolverName(Solver::None), "");
     std::set<std::string_view> names;
-    for (int solver = static_cast<int>(Solver::None); solver <= static_cast<int>(Solver::Radioss); ++solver) {
+    for (int solver = static_cast<int>(Solver::None); solver <= static_cast<int>(kLastSolver); ++solver) {
         names.insert(SolverName(static_cast<Solver>(solver)));
     }
-    EXPECT_EQ(names.size(), static_cast<std::size_t>(Solver::Radioss) + 1);
+    EXPECT_EQ(names.size(), static_cast<std::size_t>(kLastSolver) + 1);
 }
 
 }  // namespace
