@@ -117,9 +117,7 @@ CAEObject* CreateUnder(CAEObject& parent, _tagCAEObjectType type, const OuString
         return nullptr;
     }
     Access::SetId(*made, id);
-    CAEObject& object = tree.Own(std::move(made));
-    tree.HangChild(parent, object);
-    return &object;
+    return &tree.HangNewChild(parent, std::move(made));
 }
 
 }  // namespace korvane

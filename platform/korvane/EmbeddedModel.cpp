@@ -51,9 +51,7 @@ CAEFile* CreateFile(CAEProject& project, const OuString& path, _tagFileType type
         return nullptr;
     }
     Access::SetId(file, id);
-    tree.Own(std::move(made));
-    tree.HangFile(project, file);
-    return &file;
+    return &tree.HangNewFile(project, std::move(made));
 }
 
 bool Renumber(CAEObject& object, int id) {

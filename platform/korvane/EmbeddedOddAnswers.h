@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,6 +37,8 @@ struct Answer {
     /// The operation throws std::bad_alloc, as it may when there is no memory. Every operation that is noted
     /// and is not noexcept.
     bool throws = false;
+    /// What an operation that throws throws instead of std::bad_alloc.
+    std::exception_ptr exception = {};
     /// How many calls that fit are left to the operation before the answer is given.
     int after = 0;
 };
@@ -64,6 +67,8 @@ public:
     /// How often the answer was given so far. Worth checking where an odd answer leaves no trace: a call that
     /// nobody makes is answered by nobody.
     int TimesGiven() const noexcept;
+    /// How many calls that fit were left to the operation so far.
+    int TimesLeftOut() const noexcept;
 
 private:
     friend class Recorded;

@@ -19,9 +19,7 @@ CAEObject* RestoreObject(CAEObject& parent, _tagCAEObjectType type, const OuStri
     }
     Access::Name(*made) = name;
     Access::SetId(*made, id);
-    CAEObject& object = data.tree->Own(std::move(made));
-    data.tree->HangChild(parent, object);
-    return &object;
+    return &data.tree->HangNewChild(parent, std::move(made));
 }
 
 CAEFile* RestoreFile(CAEProject& project, const OuString& name, int id) {
@@ -33,9 +31,7 @@ CAEFile* RestoreFile(CAEProject& project, const OuString& name, int id) {
     data.tree->StampCreation(*made);
     Access::Name(*made) = name;
     Access::SetId(*made, id);
-    auto& file = static_cast<CAEFile&>(data.tree->Own(std::move(made)));
-    data.tree->HangFile(project, file);
-    return &file;
+    return &data.tree->HangNewFile(project, std::move(made));
 }
 
 void SetFileRoles(CAEObject& object, const FileRoles& roles) {

@@ -32,17 +32,23 @@ bool IdentifierTable::Insert(int id, CAEObject& object) {
     if (id <= 0 || Find(id) != nullptr) {
         return false;
     }
-    if (id >= next_) {
-        taken_.insert(id);
-    }
     const auto place = static_cast<std::size_t>(id);
     if (place >= near_.size() && place < kPlacesPerObject * count_ + kSparePlaces) {
         near_.resize(std::max(place + 1, near_.size() * 2));
     }
+    if (place >= near_.size()) {
+        far_.emplace(id, &object);
+    }
+    try {
+        if (id >= next_) {
+            taken_.insert(id);
+        }
+    } catch (...) {
+        far_.erase(id);
+        throw;
+    }
     if (place < near_.size()) {
         near_[place] = &object;
-    } else {
-        far_.emplace(id, &object);
     }
     ++count_;
     return true;

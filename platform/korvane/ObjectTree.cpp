@@ -127,6 +127,18 @@ void ObjectTree::HangFile(CAEProject& project, CAEFile& file) {
     Enter(file);
 }
 
+CAEObject& ObjectTree::HangNewChild(CAEObject& parent, std::unique_ptr<CAEObject> child) {
+    Access::Data(*child).tree = this;
+    HangChild(parent, *child);
+    return Own(std::move(child));
+}
+
+CAEFile& ObjectTree::HangNewFile(CAEProject& project, std::unique_ptr<CAEObject> file) {
+    Access::Data(*file).tree = this;
+    HangFile(project, static_cast<CAEFile&>(*file));
+    return static_cast<CAEFile&>(Own(std::move(file)));
+}
+
 void ObjectTree::Enter(CAEObject& top) {
     const CAEObject* const above = HangsOn(top);
     const bool isInTree = above == nullptr || Access::Data(*above).isInTree;

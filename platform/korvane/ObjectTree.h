@@ -59,6 +59,10 @@ public:
     void HangChild(CAEObject& parent, CAEObject& child);
     /// The same after the files of the project.
     void HangFile(CAEProject& project, CAEFile& file);
+    /// Hangs a new object, or a new file of the project, and owns it from now on. Where there is no memory
+    /// for that, it is destroyed.
+    CAEObject& HangNewChild(CAEObject& parent, std::unique_ptr<CAEObject> child);
+    CAEFile& HangNewFile(CAEProject& project, std::unique_ptr<CAEObject> file);
     /// Takes an object with everything under it out of the place where it hangs.
     void Unhang(CAEObject& object) noexcept;
     /// Destroys an object that hangs nowhere, everything under it and their versions.

@@ -61,6 +61,10 @@ int OddAnswer::TimesGiven() const noexcept {
     return timesGiven_;
 }
 
+int OddAnswer::TimesLeftOut() const noexcept {
+    return timesLeftOut_;
+}
+
 bool OddAnswer::Fits(const std::string& note) const {
     return (times_ == kAlways || timesGiven_ == 0) &&
            (call_.empty() || note == call_ || OperationOf(note) == call_);
@@ -81,6 +85,9 @@ const Answer* Recorded::FindOddAnswer(const std::string& note) {
     OddAnswer& odd = **found;
     ++odd.timesGiven_;
     if (odd.answer_.throws) {
+        if (odd.answer_.exception) {
+            std::rethrow_exception(odd.answer_.exception);
+        }
         throw std::bad_alloc();
     }
     return &odd.answer_;

@@ -177,6 +177,23 @@ TEST(OddAnswers, AnyOperationThrowsWhenItsTurnComes) {
     EXPECT_EQ(third.TimesGiven(), 1);
 }
 
+TEST(OddAnswers, AnOperationThrowsWhatItIsToldTo) {
+    Model m;
+    const OddAnswer second(
+        "",
+        {.throws = true, .exception = std::make_exception_ptr(std::runtime_error("refused")), .after = 1});
+    m.part.setName(L"x");
+    EXPECT_EQ(second.TimesLeftOut(), 1);
+    try {
+        m.part.setName(L"y");
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "refused");
+    }
+    EXPECT_EQ(NameOf(m.part), "x");
+    EXPECT_EQ(second.TimesLeftOut(), 1);
+}
+
 TEST(OddAnswers, AreGivenInTheOrderInWhichTheyWereMade) {
     Model m;
     const OddAnswer first("CAEObject::getType", {.type = CAE_TAG});

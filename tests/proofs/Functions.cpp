@@ -1,0 +1,197 @@
+#include "Functions.h"
+
+#include <gtest/gtest.h>
+#include <korvanejson/CaeRest.h>
+#include <korvanejson/JsonSerializer.h>
+
+#include <utility>
+#include <vector>
+
+#include "objectjson/CAEObjectJson.h"
+#include "platform/korvane/Ask.h"
+
+namespace {
+
+std::string Text(const json_string& text) {
+    return {text.data(), text.size()};
+}
+
+/// The text without the values of "id", which differ from one import to the next.
+std::string WithoutIdentifiers(const std::string& document) {
+    constexpr std::string_view kMember = R"("id":")";
+    std::string text;
+    std::size_t copied = 0;
+    for (std::size_t at = document.find(kMember); at != std::string::npos;
+         at = document.find(kMember, copied)) {
+        text.append(document, copied, at + kMember.size() - copied);
+        copied = document.find('"', at + kMember.size());
+    }
+    return text.append(document, copied);
+}
+
+std::string Written(CAEObject& object) {
+    return Text(JsonSerializer(&object).GetJson().write());
+}
+
+std::string GivenDocument(Scene& scene) {
+    return Text(scene.given.write());
+}
+
+std::string GivenJson(Scene& scene) {
+    return Text(scene.givenJson);
+}
+
+std::string GivenText(Scene& scene) {
+    return scene.givenText.GetAnsiBuffer();
+}
+
+std::string GivenKeys(Scene& scene) {
+    std::string text;
+    for (const auto& [id, key] : scene.givenKeys) {
+        text.append(id).append("=").append(key).append("\n");
+    }
+    return text;
+}
+
+/// What the last call put below the project, and what it set on the project itself.
+std::string Added(Scene& scene) {
+    CAEProject& project = *scene.project;
+    std::string text = NameOf(project) + "\n" + CreatedDateOf(project) + "\n";
+    text += Text(CAEObjectJson(&project).ExportMetadata().write()) + "\n";
+    const std::vector<CAEObject*> children = ChildrenOf(project);
+    for (std::size_t index = scene.childrenBefore; index < children.size(); ++index) {
+        text += Written(*children[index]) + "\n";
+    }
+    const std::vector<int> files = FileIdsOf(project);
+    for (std::size_t index = scene.filesBefore; index < files.size(); ++index) {
+        text += Written(*project.getFile(files[index])) + "\n";
+    }
+    return WithoutIdentifiers(text);
+}
+
+std::string KeysOfObjects(Scene& scene) {
+    std::string text = TextOf(korvane::GetDisplayName(*scene.project)) + "\n";
+    korvane::VisitTree(*scene.project, [&](CAEObject& object, int) {
+        text.append(std::to_string(object.getID())).append("=");
+        text.append(object.getDBKey().GetAnsiBuffer()).append("\n");
+    });
+    return text;
+}
+
+std::string WholeProject(Scene& scene) {
+    std::string text = WithoutIdentifiers(Written(*scene.project));
+    for (const auto& [majorNumber, minorNumber] : VersionsOf(scene.Subject())) {
+        text += std::to_string(majorNumber) + "." + std::to_string(minorNumber) + "\n";
+    }
+    return text;
+}
+
+/// The node of a version as a driver gives it, with the member that the converter then takes away.
+JSONNode NodeOfVersion(CAEObject* version) {
+    JSONNode node = CAEObjectJson(version).GetJsonNode();
+    node.push_back(JSONNode("versions", ""));
+    return node;
+}
+
+/// A member of its own, so that the section counts as a document.
+JSONNode Holding(const JSONNode& section) {
+    JSONNode holder(JSON_NODE);
+    holder.push_back(section);
+    return holder;
+}
+
+constexpr Function kFunctions[] = {
+    {"GetJson", Asks::kObjectModel, Needs::kObjects,
+     [](Scene& s) { s.given = JsonSerializer(&*s.project).GetJson(); }, GivenDocument},
+    {"GetJsonString", Asks::kObjectModel, Needs::kObjects,
+     [](Scene& s) { s.givenText = JsonSerializer(&*s.project).GetJsonString(); }, GivenText},
+    {"ExportVersions", Asks::kObjectModel, Needs::kObjectsWithVersion,
+     [](Scene& s) { s.given = Holding(CAEObjectJson(&s.Subject()).ExportVersions(NodeOfVersion)); },
+     GivenDocument},
+    {"DeserializeJsonToObject", Asks::kObjectModel, Needs::kDocument,
+     [](Scene& s) { caerest::json::DeserializeJsonToObject(s.node, &*s.project); }, Added},
+    {"ImportVersions", Asks::kObjectModel, Needs::kVersions,
+     [](Scene& s) { CAEObjectJson(JSONNode(), &s.Subject()).ImportVersions(s.node); }, WholeProject,
+     // What stands in the object's place when a record fails stays there.
+     false},
+    {"ApplyJsonResponseOnObject", Asks::kObjectModel, Needs::kAnswer,
+     [](Scene& s) { caerest::json::ApplyJsonResponseOnObject(s.node, &*s.project); }, KeysOfObjects},
+    {"ParseNode", Asks::kNobody, Needs::kAnswer,
+     [](Scene& s) { caerest::json::util::ParseNode(s.node, s.givenKeys); }, GivenKeys},
+    {"parse", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.given = libjson::parse(s.text); },
+     GivenDocument},
+    {"is_valid", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.given = Holding(JSONNode("valid", libjson::is_valid(s.text))); }, GivenDocument},
+    {"write", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.givenJson = s.node.write(); }, GivenJson},
+    {"write_formatted", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.givenJson = s.node.write_formatted(); }, GivenJson},
+    {"duplicate", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.given = s.node.duplicate(); },
+     GivenDocument},
+    {"operator_equal", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.given = Holding(JSONNode("same", s.node == libjson::parse(s.text))); }, GivenDocument},
+    {"as_array_as_node", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.given = Holding(s.node.as_array().as_node().as_array()); }, GivenDocument},
+    {"clear", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) {
+         JSONNode copy = s.node.duplicate();
+         copy.clear();
+         s.given = copy;
+     },
+     GivenDocument},
+};
+
+const std::string& InputOf(const Material& material, Needs needs) {
+    static const std::string nothing = "{}";
+    switch (needs) {
+        case Needs::kDocument:
+            return material.document;
+        case Needs::kAnswer:
+            return material.answer;
+        case Needs::kVersions:
+            return material.versions;
+        default:
+            return nothing;
+    }
+}
+
+}  // namespace
+
+Scene::Scene(const Material& material, Needs needs) {
+    if (needs != Needs::kDocument) {
+        material.fill(project);
+    }
+    if (needs == Needs::kObjectsWithVersion) {
+        EXPECT_EQ(Subject().createNewVersion(1, 0, true, false), 0);
+    }
+    const std::string& input = InputOf(material, needs);
+    text.assign(input.data(), input.size());
+    node = libjson::parse(text);
+}
+
+void Scene::Begin() {
+    childrenBefore = ChildrenOf(*project).size();
+    filesBefore = FileIdsOf(*project).size();
+}
+
+CAEObject& Scene::Subject() const {
+    return *project->getCAEObject(2);
+}
+
+std::span<const Function> Functions() {
+    return kFunctions;
+}
+
+void ExpectWhole(TestProject& project) {
+    std::vector<CAEObject*> above;
+    int misplaced = 0;
+    korvane::VisitTree(*project, [&](CAEObject& object, int depth) {
+        above.resize(static_cast<std::size_t>(depth));
+        CAEProject* const owner = object.getProject();
+        misplaced += owner == nullptr || owner->getCAEObject(object.getID()) != &object ? 1 : 0;
+        misplaced += !above.empty() && object.getParent() != above.back() ? 1 : 0;
+        above.push_back(&object);
+    });
+    EXPECT_EQ(misplaced, 0);
+    const JSONNode document = JsonSerializer(&*project).GetJson();
+    EXPECT_TRUE(libjson::parse(document.write()) == document);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <OuString.h>
+#include <libjson.h>
+
+#include <map>
+#include <span>
+#include <string>
+
+#include "Material.h"
+
+/// What a function is called with.
+enum class Needs {
+    /// A project with objects.
+    kObjects,
+    /// The same, and the first child has a version.
+    kObjectsWithVersion,
+    /// A document as a node and as text, and a project without objects.
+    kDocument,
+    /// An answer as a node, and the project with the objects that it is for.
+    kAnswer,
+    /// An array of versions as a node, and a project with objects.
+    kVersions,
+};
+
+/// One call's arguments and results.
+struct Scene {
+    Scene(const Material& material, Needs needs);
+
+    /// Notes what is there before a call that adds something.
+    void Begin();
+    /// The first child, which has the versions.
+    CAEObject& Subject() const;
+
+    TestProject project;
+    json_string text;
+    JSONNode node;
+
+    JSONNode given;
+    OuString givenText;
+    json_string givenJson;
+    std::map<std::string, std::string> givenKeys;
+
+    std::size_t childrenBefore = 0;
+    std::size_t filesBefore = 0;
+};
+
+/// Whether a function asks the object model anything.
+enum class Asks { kObjectModel, kNobody };
+
+/// A function of the library or of libjson.
+struct Function {
+    const char* name;
+    Asks asks;
+    Needs needs;
+    void (*call)(Scene& scene);
+    /// What the call gave, as a text that is the same for every call that did all its work.
+    std::string (*outcome)(Scene& scene);
+    /// A call that failed half-way may be made again and then does all its work.
+    bool isRepeatable = true;
+};
+
+/// The functions that the proofs go through; a new one is a line more in the table behind this.
+std::span<const Function> Functions();
+
+/// Fails the test unless the tree of the project can be walked, every object is found where it says that it
+/// hangs, and the whole can be written.
+void ExpectWhole(TestProject& project);

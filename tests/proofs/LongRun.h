@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdlib>
+
+/// Whether the proofs go through the whole of their ranges, as `./dev test --long` asks for, instead of a
+/// part.
+inline bool IsLongRun() {
+    const char* const asked = std::getenv("KORVANEJSON_LONG");
+    return asked != nullptr && *asked != '\0' && *asked != '0';
+}
+
+/// Whether the sanitizers make everything take many times as long.
+inline constexpr bool kIsSanitized =
+#if defined(__SANITIZE_ADDRESS__)
+    true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+    true;
+#else
+    false;
+#endif
+#else
+    false;
+#endif

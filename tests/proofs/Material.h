@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "support/ModelBuilders.h"
+
+/// What the functions of the library are called with.
+struct Material {
+    /// Puts objects below the project, which has none before. The first child is the one that has versions.
+    std::function<void(TestProject& project)> fill;
+    /// A document that is imported onto a project without objects.
+    std::string document;
+    /// An answer for the objects of `fill`.
+    std::string answer;
+    /// An array of versions of the first child.
+    std::string versions;
+};
+
+/// Every kind, role and section, a few dozen objects. Every object, metadata record and key has a text so
+/// long that libjson takes a block of its own for it: a node that is lost is seen as a block that is not
+/// given back.
+Material MiddleSized();
+
+/// How the levels of a deep tree hang on each other.
+enum class Shape {
+    /// Objects below objects.
+    kChildren,
+    /// Arrays in arrays, under every section; in the object model files of files.
+    kArrays,
+    /// Objects in the metadata of objects; in the object model, where metadata has no levels, as many
+    /// entries.
+    kMetadata,
+    /// All of them in turn.
+    kMixed,
+};
+
+/// Nested that many levels deep.
+Material Deep(Shape shape, int levels);
