@@ -16,7 +16,7 @@ OuString Long(const std::string& text) {
 
 void AddMetadata(CAEObject& object, const std::string& value) {
     SetMetadata(object, L"Mass", Long(value), L"kg", L"number");
-    SetMetadata(object, L"Thickness of the sheet", Long(value), L"mm", L"number");
+    SetMetadata(object, Long("Thickness"), Long(value), L"mm", L"number");
 }
 
 /// Parts, assemblies and iterations with files in all their roles, and what shows them.
