@@ -1,0 +1,128 @@
+#include <EmbeddedOddAnswers.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Allocations.h"
+#include "Functions.h"
+#include "LongRun.h"
+#include "support/SmallStack.h"
+
+namespace {
+
+using allocations::Source;
+
+constexpr int kFew = 200;
+constexpr int kMany = 100'000;
+constexpr int kVeryMany = 1'000'000;
+
+/// What a call takes and gives.
+struct Effort {
+    /// Of the object model.
+    long long operations = 0;
+    long long allocations = 0;
+    /// Openings, separators and lines in what it gave.
+    long long marks = 0;
+    std::chrono::milliseconds time{};
+};
+
+long long AllocationsSoFar() {
+    return static_cast<long long>(allocations::Calls(Source::kNew) + allocations::Calls(Source::kLibjson));
+}
+
+/// The call with everything around it, the making and the release of what it works on too, on a small stack.
+Effort EffortOf(const Function& function, Shape shape, int levels) {
+    Effort effort;
+    OnSmallStack([&] {
+        Scene scene(Deep(shape, levels), function.needs);
+        scene.Begin();
+        {
+            // Counts, and never throws.
+            const korvane::OddAnswer counter("", {.throws = true, .after = std::numeric_limits<int>::max()});
+            const long long before = AllocationsSoFar();
+            const auto start = std::chrono::steady_clock::now();
+            function.call(scene);
+            effort.time = std::chrono::duration_cast<std::chrono::milliseconds>(
+                std::chrono::steady_clock::now() - start);
+            effort.allocations = AllocationsSoFar() - before;
+            effort.operations = counter.TimesLeftOut();
+        }
+        const std::string outcome = function.outcome(scene);
+        effort.marks = std::ranges::count_if(outcome, [](char letter) {
+            return std::string_view("{[,\n").find(letter) != std::string_view::npos;
+        });
+    });
+    return effort;
+}
+
+/// What the effort for so many levels is when each level takes as much as the ones of few levels do.
+long long Extrapolated(long long few, long long twice, int levels) {
+    return few + (twice - few) * (levels / kFew - 1);
+}
+
+struct Case {
+    const Function* function;
+    Shape shape;
+    int levels;
+};
+
+class DeepCall : public testing::TestWithParam<Case> {
+protected:
+    DeepCall() { allocations::CountOperatorNew(); }
+
+    const allocations::LibjsonFunctions counted_;
+};
+
+TEST_P(DeepCall, NeedsNoStackAndTheSameForEveryLevel) {
+    const auto& [function, shape, levels] = GetParam();
+    // Fills what is kept for the life of the process.
+    EffortOf(*function, shape, kFew);
+    const Effort few = EffortOf(*function, shape, kFew);
+    const Effort twice = EffortOf(*function, shape, 2 * kFew);
+    const Effort deep = EffortOf(*function, shape, levels);
+    EXPECT_EQ(deep.operations, Extrapolated(few.operations, twice.operations, levels));
+    EXPECT_EQ(deep.marks, Extrapolated(few.marks, twice.marks, levels));
+    // Lists that grow in steps ask less often the longer they are.
+    EXPECT_LE(deep.allocations, Extrapolated(few.allocations, twice.allocations, levels) * 11 / 10 + 100);
+    RecordProperty("milliseconds", static_cast<int>(deep.time.count()));
+}
+
+std::string NameOf(Shape shape) {
+    switch (shape) {
+        case Shape::kChildren:
+            return "Children";
+        case Shape::kArrays:
+            return "Arrays";
+        case Shape::kMetadata:
+            return "Metadata";
+        default:
+            return "Mixed";
+    }
+}
+
+std::vector<Case> Cases() {
+    std::vector<Case> cases;
+    for (const Function& function : Functions()) {
+        for (const Shape shape : {Shape::kChildren, Shape::kArrays, Shape::kMetadata, Shape::kMixed}) {
+            cases.push_back({&function, shape, kMany});
+            if (IsLongRun() && !kIsSanitized) {
+                cases.push_back({&function, shape, kVeryMany});
+            }
+        }
+    }
+    return cases;
+}
+
+INSTANTIATE_TEST_SUITE_P(, DeepCall, testing::ValuesIn(Cases()),
+                         [](const testing::TestParamInfo<Case>& parameter) {
+                             const Case& tried = parameter.param;
+                             return std::string(tried.function->name) + "_" + NameOf(tried.shape) +
+                                    std::to_string(tried.levels);
+                         });
+
+}  // namespace
