@@ -1,56 +1,40 @@
 #include "Server.h"
 
+#include <optional>
 #include <system_error>
 #include <utility>
 
 #include "ServerFetch.h"
 #include "ServerStore.h"
 #include "ServerTables.h"
+#include "host/system/FileSystem.h"
+#include "host/system/NewDatabase.h"
 
 namespace host {
 namespace {
 
-/// Removes the file if it is empty: that is left if a new database was not completed. A file is also empty
-/// while another program creates its database there, so it is kept until this program has the lock.
-class EmptyFile {
-public:
-    EmptyFile() = default;
-    /// A file that exists already is never removed.
-    explicit EmptyFile(const std::filesystem::path& file) {
-        std::error_code error;
-        if (!std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
-            name_ = file;
-        }
-    }
-    ~EmptyFile() {
-        std::error_code error;
-        if (isOurs_ && !name_.empty() && std::filesystem::is_regular_file(name_, error) &&
-            std::filesystem::file_size(name_, error) == 0) {
-            std::filesystem::remove(name_, error);
-        }
-    }
-    EmptyFile(const EmptyFile&) = delete;
-    EmptyFile& operator=(const EmptyFile&) = delete;
-
-    /// To be called when this program has the lock of the database.
-    void TakeOver() { isOurs_ = true; }
-
-private:
-    std::filesystem::path name_;
-    bool isOurs_ = false;
-};
+/// Whether there is nothing at the path. An empty file counts as something: a database can be created in it.
+bool IsMissing(const std::filesystem::path& file) {
+    Entry entry;
+    return !file.empty() && InspectTarget(file, entry) == std::errc::no_such_file_or_directory;
+}
 
 }  // namespace
 
-/// The open database. It is closed before an empty file is removed.
+/// Either an open database or one that is still to get its name.
 struct Server::State {
-    State() = default;
-    State(const std::filesystem::path& file, DatabaseUse use)
-        : leftover(use == DatabaseUse::Creating ? file : std::filesystem::path()),
-          database(file, use, kServerKind) {}
+    State() : database(std::in_place) {}
+    State(const std::filesystem::path& name, DatabaseUse use) : file(name) {
+        if (use == DatabaseUse::Creating && IsMissing(name)) {
+            fresh.emplace(name, kServerKind);
+        } else {
+            database.emplace(name, use, kServerKind);
+        }
+    }
 
-    EmptyFile leftover;
-    Database database;
+    std::filesystem::path file;
+    std::optional<NewDatabase> fresh;
+    std::optional<Database> database;
 };
 
 Server::Server(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -70,8 +54,8 @@ Server Server::OpenForStoring(const std::filesystem::path& file, bool isDryRun) 
         (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) == 0);
     // A dry run fails if the real run would fail to open the database.
     if (!isNew || file.empty()) {
-        State original(file, DatabaseUse::Reading);
-        copy->database.CopyFrom(original.database);
+        Database original(file, DatabaseUse::Creating, kServerKind);
+        copy->database->CopyFrom(original);
     }
     return Server(std::move(copy));
 }
@@ -82,15 +66,29 @@ Server Server::OpenForFetching(const std::filesystem::path& file) {
 
 JSONNode Server::Store(const JSONNode& document, const std::string& project, StoreReport& report,
                        Console& console) {
-    Transaction transaction(state_->database);
-    state_->leftover.TakeOver();
-    JSONNode answer = StoreDocument(state_->database, document, project, report, console);
-    transaction.Commit();
+    JSONNode answer(JSON_NODE);
+    const auto store = [&](Database& database) {
+        report = StoreReport();
+        answer = StoreDocument(database, document, project, report, console);
+    };
+    if (state_->fresh) {
+        state_->fresh->Fill(store);
+        const bool isInPlace = state_->fresh->PutInPlace();
+        state_->fresh.reset();
+        if (isInPlace) {
+            return answer;
+        }
+        // Another program has created the database since, so the document is stored in that one.
+    }
+    if (!state_->database) {
+        state_->database.emplace(state_->file, DatabaseUse::Creating, kServerKind);
+    }
+    Transaction(*state_->database).Complete([&] { store(*state_->database); });
     return answer;
 }
 
 bool Server::Fetch(const std::string& key, JSONNode& document, Console& console) {
-    return FetchDocument(state_->database, key, document, console);
+    return FetchDocument(*state_->database, key, document, console);
 }
 
 }  // namespace host

@@ -23,7 +23,7 @@ std::string IdentifierOf(const StoredNode& stored, const StoredNode* above) {
 /// Finds the objects that the nodes of a document belong to, and creates new ones.
 class Identification {
 public:
-    Identification(Database& database, const std::string& project, StoreReport& report);
+    Identification(Database& database, const std::string& project, std::size_t count, StoreReport& report);
 
     /// Gives every node its object and its key.
     void Run(std::vector<StoredNode>& nodes);
@@ -53,14 +53,15 @@ private:
     Statement insert_;
     Statement retype_;
     std::int64_t project_;
-    std::int64_t nextObject_ = 1;
+    std::int64_t nextObject_;
     std::string origin_;
     std::unordered_set<std::int64_t> taken_;
     /// For identifiers that occurred before, which object with the identifier is next.
     std::unordered_map<std::string, std::int64_t> nextOccurrence_;
 };
 
-Identification::Identification(Database& database, const std::string& project, StoreReport& report)
+Identification::Identification(Database& database, const std::string& project, std::size_t count,
+                               StoreReport& report)
     : report_(report),
       byKey_(database, "SELECT number, key, type FROM object WHERE key = ?"),
       byIdentity_(database,
@@ -68,11 +69,13 @@ Identification::Identification(Database& database, const std::string& project, S
                   " WHERE project = ? AND identifier = ? AND occurrence = ?"),
       insert_(database, "INSERT INTO object VALUES (?, ?, ?, ?, ?, ?)"),
       retype_(database, "UPDATE object SET type = ? WHERE number = ?"),
-      project_(FindProject(database, project)) {
-    Statement next(database, "SELECT coalesce(max(number), 0) + 1, (SELECT text FROM origin) FROM object");
-    next.Begin().Next();
-    nextObject_ = next.Number(0);
-    origin_ = next.Text(1);
+      project_(FindProject(database, project)),
+      nextObject_(NextNumber(database, "object", count)) {
+    Statement origin(database, "SELECT text FROM origin");
+    if (!origin.Begin().Next()) {
+        throw DatabaseError("is damaged: it does not say how its keys end");
+    }
+    origin_ = origin.Text(0);
 }
 
 std::int64_t Identification::FindProject(Database& database, const std::string& name) {
@@ -168,7 +171,7 @@ void Identification::LinkByGivenKeys(std::vector<StoredNode>& nodes) {
 
 void IdentifyNodes(Database& database, const std::string& project, std::vector<StoredNode>& nodes,
                    StoreReport& report) {
-    Identification(database, project, report).Run(nodes);
+    Identification(database, project, nodes.size(), report).Run(nodes);
 }
 
 }  // namespace host

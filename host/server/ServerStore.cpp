@@ -98,10 +98,7 @@ void Placement::Run(std::vector<StoredNode>& nodes, StoreReport& report, Console
     ListStored(nodes);
     const PlaceOfRoot root = FindRoot(nodes.front());
     report.detached = RemoveOld();
-    Statement next(database_, "SELECT coalesce(max(number), 0) + 1 FROM node");
-    next.Begin().Next();
-    std::int64_t number = next.Number(0);
-    next.Reset();
+    std::int64_t number = NextNumber(database_, "node", nodes.size());
     UpdateFilesElsewhere(nodes);
     Statement insert(database_, "INSERT INTO node VALUES (?, ?, ?, ?, ?, ?, ?)");
     for (std::size_t index = 0; index < nodes.size(); ++index) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <iterator>
+#include <limits>
 #include <random>
 
 #include "format/Kinds.h"
@@ -78,6 +79,17 @@ const char* PrefixOf(const std::string& type) {
 
 std::string MakeKey(const std::string& type, std::int64_t number, const std::string& origin) {
     return PrefixOf(type) + ("-" + std::to_string(number)) + "-" + origin;
+}
+
+std::int64_t NextNumber(Database& database, const std::string& table, std::size_t count) {
+    Statement largest(database, ("SELECT coalesce(max(number), 0) FROM " + table).c_str());
+    largest.Begin().Next();
+    const std::int64_t number = largest.Number(0);
+    if (number < 0 ||
+        static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max() - number) <= count) {
+        throw DatabaseError("is damaged: there is no number left after " + std::to_string(number));
+    }
+    return number + 1;
 }
 
 void CreateServerTables(Database& database) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -23,6 +24,10 @@ constexpr NodePlace PlaceOfSection(std::int64_t number) {
 /// The key of an object: its kind, its number in the database, and the text that is different in every
 /// database.
 std::string MakeKey(const std::string& type, std::int64_t number, const std::string& origin);
+
+/// The number for the first of `count` new rows. Throws DatabaseError if the numbers in the table ("object"
+/// or "node") leave no room for them.
+std::int64_t NextNumber(Database& database, const std::string& table, std::size_t count);
 
 /// Creates the tables, empty, and the text that is different in every database.
 void CreateServerTables(Database& database);

@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <array>
+
+#include "DatabaseJournal.h"
 #include "FileSystem.h"
 
 namespace host {
@@ -19,7 +22,11 @@ constexpr int kPatienceInMilliseconds = 5000;
         case SQLITE_CORRUPT:
             throw DatabaseError("is damaged");
         case SQLITE_READONLY:
-            throw DatabaseError("is read-only");
+            throw DatabaseError(
+                code == SQLITE_READONLY_ROLLBACK
+                    ? "has a change that was not finished, and is read-only, so that the change "
+                      "cannot be undone: make the file and its directory writable"
+                    : "is read-only");
         case SQLITE_CANTOPEN:
             throw DatabaseError("cannot be opened or created: its directory must exist and be writable");
         case SQLITE_FULL:
@@ -38,16 +45,8 @@ void Check(sqlite3* handle, int code) {
     }
 }
 
-/// SQLite expects names in UTF-8 on Windows, and as they are elsewhere. It gives some names a meaning, like
-/// ":memory:" and those that begin with "file:"; with "./" before it, a relative path is always a file.
-std::string NameOf(const std::filesystem::path& file) {
-    const std::filesystem::path named = file.has_root_path() ? file : "." / file;
-#if defined(_WIN32)
-    const std::u8string name = named.u8string();
-    return {name.begin(), name.end()};
-#else
-    return named.native();
-#endif
+std::string IsEmptyText(const DatabaseKind& kind) {
+    return "is an empty file, not a " + std::string(kind.name);
 }
 
 /// Whether the file exists and has a database in it; an empty file counts as missing. Throws for everything
@@ -71,18 +70,30 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
     }
     if (isMissing || entry.size == 0) {
         if (use != DatabaseUse::Creating) {
-            throw DatabaseError("is an empty file, not a " + std::string(kind.name));
+            throw DatabaseError(IsEmptyText(kind));
         }
         return false;
     }
     // SQLite reads some very short files as empty databases.
-    if (!IsDatabaseFile(file, error)) {
+    if (!IsDatabaseFile(file, error) && (error || !IsInterruptedCreation(file))) {
         throw DatabaseError(error ? "cannot be read: " + error.message() : "is not a SQLite database");
     }
     return true;
 }
 
 }  // namespace
+
+// SQLite expects names in UTF-8 on Windows, and as they are elsewhere. It gives some names a meaning, like
+// ":memory:" and those that begin with "file:"; with "./" before it, a relative path is always a file.
+std::string SqliteName(const std::filesystem::path& file) {
+    const std::filesystem::path named = file.has_root_path() ? file : "." / file;
+#if defined(_WIN32)
+    const std::u8string name = named.u8string();
+    return {name.begin(), name.end()};
+#else
+    return named.native();
+#endif
+}
 
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error) {
     constexpr std::string_view kBeginning("SQLite format 3\0", 16);
@@ -99,11 +110,16 @@ Database::Database() {
     }
 }
 
-Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind) {
+Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind)
+    : file_(file) {
     const bool isThere = IsThere(file, use, kind);
+    RefuseSuperJournal(file);
+    if (use != DatabaseUse::Reading) {
+        RefuseLongName(file);
+    }
     // For reading too: SQLite repairs what another program left unfinished.
     const int flags = SQLITE_OPEN_READWRITE | (isThere ? 0 : SQLITE_OPEN_CREATE);
-    const int code = sqlite3_open_v2(NameOf(file).c_str(), &handle_, flags, nullptr);
+    const int code = sqlite3_open_v2(SqliteName(file).c_str(), &handle_, flags, nullptr);
     try {
         Check(handle_, code);
         sqlite3_extended_result_codes(handle_, 1);
@@ -112,7 +128,12 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
         Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
         Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr));
         Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr));
-        if (isThere) {
+        // Only now has SQLite undone a creation that was interrupted.
+        const bool isEmpty = isThere && ReadNumber("PRAGMA page_count") == 0;
+        if (isEmpty && use != DatabaseUse::Creating) {
+            throw DatabaseError(IsEmptyText(kind));
+        }
+        if (isThere && !isEmpty) {
             CheckKind(kind);
         }
         if (use == DatabaseUse::Reading) {
@@ -132,6 +153,34 @@ Database::~Database() {
 std::int64_t Database::ReadNumber(const char* question) {
     Statement statement(*this, question);
     return statement.Begin().Next() ? statement.Number(0) : 0;
+}
+
+std::optional<std::uint32_t> Database::ReadChangeCounter() {
+    sqlite3_file* file = nullptr;
+    std::array<unsigned char, 4> bytes{};
+    constexpr sqlite3_int64 kPosition = 24;
+    // With SQLite's own file: on POSIX systems, opening and closing it again would release its locks.
+    if (sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+        file == nullptr || file->pMethods == nullptr) {
+        return std::nullopt;
+    }
+    const int code = file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), kPosition);
+    // An empty file has no counter yet.
+    if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) {
+        return std::nullopt;
+    }
+    return std::uint32_t{bytes[0]} << 24U | std::uint32_t{bytes[1]} << 16U | std::uint32_t{bytes[2]} << 8U |
+           bytes[3];
+}
+
+bool Database::Undo() noexcept {
+    // Some errors have already ended the transaction, so this may fail.
+    sqlite3_exec(handle_, "ROLLBACK", nullptr, nullptr, nullptr);
+    // After an error of the file system, the journal is left. SQLite undoes the change from it when it reads.
+    const int code =
+        sqlite3_exec(handle_, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) & 0xFF;
+    // Another program can only have begun to change the file after the change was undone.
+    return code == SQLITE_OK || code == SQLITE_BUSY;
 }
 
 void Database::CheckKind(const DatabaseKind& kind) {
@@ -224,18 +273,42 @@ void Statement::Bind(int index, const std::optional<std::int64_t>& value) {
 
 Transaction::Transaction(Database& database) : database_(database) {
     database_.Run("BEGIN IMMEDIATE");
+    counter_ = database_.ReadChangeCounter();
 }
 
 Transaction::~Transaction() {
     if (isOpen_) {
-        // Some errors have already ended the transaction, so this may fail.
-        sqlite3_exec(database_.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        database_.Undo();
     }
 }
 
-void Transaction::Commit() {
-    database_.Run("COMMIT");
+void Transaction::Complete(const std::function<void()>& work) {
+    bool isCommit = false;
+    try {
+        work();
+        isCommit = true;
+        database_.Run("COMMIT");
+        isOpen_ = false;
+    } catch (const DatabaseError& error) {
+        throw DatabaseError(error.what(), UndoFailure(isCommit));
+    }
+}
+
+Remains Transaction::UndoFailure(bool isCommit) noexcept {
     isOpen_ = false;
+    const bool isUndone = database_.Undo();
+    if (!isUndone && HasHotJournal(database_.file_)) {
+        return Remains::AJournal;
+    }
+    if (!isCommit) {
+        // What is in the file is changed only as long as there is a journal.
+        return Remains::TheOld;
+    }
+    const std::optional<std::uint32_t> counter = database_.ReadChangeCounter();
+    if (!counter || !counter_) {
+        return Remains::Unknown;
+    }
+    return counter == counter_ ? Remains::TheOld : Remains::TheNew;
 }
 
 }  // namespace host

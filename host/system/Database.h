@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -16,12 +17,33 @@ struct sqlite3_stmt;
 /// they were written.
 namespace host {
 
+/// What is in a database after a failure.
+enum class Remains {
+    /// What was there before.
+    TheOld,
+    /// The new content: only the end of the change failed.
+    TheNew,
+    /// Both, because the change could not be undone. SQLite undoes it from the journal when it can.
+    AJournal,
+    /// What cannot be read.
+    Unknown
+};
+
 /// Why a database cannot be used, as the end of a sentence that begins with its name: "is in use by another
 /// program".
 class DatabaseError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit DatabaseError(const std::string& reason, Remains remains = Remains::TheOld)
+        : std::runtime_error(reason), remains_(remains) {}
+    Remains WhatRemains() const { return remains_; }
+
+private:
+    Remains remains_;
 };
+
+/// The name of the file as SQLite expects it. It is always a name of a file, though SQLite gives some names
+/// another meaning.
+std::string SqliteName(const std::filesystem::path& file);
 
 /// Whether the file begins as SQLite databases do. If it cannot be read, returns false and the reason.
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error);
@@ -62,9 +84,16 @@ public:
     sqlite3* Handle() const { return handle_; }
 
 private:
+    friend class Transaction;
+
     void CheckKind(const DatabaseKind& kind);
     std::int64_t ReadNumber(const char* question);
+    /// The number that SQLite raises with every change; nothing if it cannot be read.
+    std::optional<std::uint32_t> ReadChangeCounter();
+    /// Ends the transaction, if one is open, and undoes what a failure has left in the file.
+    bool Undo() noexcept;
 
+    std::filesystem::path file_;
     sqlite3* handle_ = nullptr;
 };
 
@@ -116,17 +145,21 @@ private:
     sqlite3_stmt* statement_ = nullptr;
 };
 
-/// A transaction for writing. What is not committed when it is destroyed is undone.
+/// A transaction for writing. What is not complete when it is destroyed is undone.
 class Transaction {
 public:
     explicit Transaction(Database& database);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
-    void Commit();
+    /// Does the work and commits it. If that fails, it is undone; a DatabaseError says what remains.
+    void Complete(const std::function<void()>& work);
 
 private:
+    Remains UndoFailure(bool isCommit) noexcept;
+
     Database& database_;
+    std::optional<std::uint32_t> counter_;
     bool isOpen_ = true;
 };
 

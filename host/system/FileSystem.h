@@ -53,6 +53,9 @@ std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_
 /// system distinguishes names by it.
 bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
 
+/// The size of the longest name that a file in the folder can have, in characters of its paths.
+std::size_t LongestName(const std::filesystem::path& folder);
+
 /// Gives a file another name in the same folder. If the name exists, nothing is changed, and the error is
 /// std::errc::file_exists.
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to);

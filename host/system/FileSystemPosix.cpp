@@ -92,6 +92,12 @@ bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::p
     return !error && one == whole(right, error) && !error;
 }
 
+std::size_t LongestName(const std::filesystem::path& folder) {
+    constexpr std::size_t kUsual = 255;
+    const long size = ::pathconf(folder.empty() ? "." : folder.c_str(), _PC_NAME_MAX);
+    return size > 0 ? static_cast<std::size_t>(size) : kUsual;
+}
+
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
     std::error_code error;
     // Renaming would replace a file that another program has created under the name since. A link does not,
@@ -102,10 +108,22 @@ std::error_code MoveToNewName(const std::filesystem::path& from, const std::file
     }
     if (error) {
         std::filesystem::rename(from, to, error);
+        if (error) {
+            return error;
+        }
     } else {
-        std::filesystem::remove(from, error);
+        // The file has its new name, whether or not the old one can be removed.
+        std::error_code ignored;
+        std::filesystem::remove(from, ignored);
     }
-    return error;
+    // The new name is on the disk when the folder is; if a file system cannot do that, it is not a failure.
+    const int folder =
+        ::open(to.has_parent_path() ? to.parent_path().c_str() : ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        static_cast<void>(::fsync(folder));
+        ::close(folder);
+    }
+    return {};
 }
 
 std::string OwnerName(std::uint32_t owner) {

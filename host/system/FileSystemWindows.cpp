@@ -141,6 +141,10 @@ bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::p
                                                   static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
 }
 
+std::size_t LongestName(const std::filesystem::path&) {
+    return 255;
+}
+
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
     // std::filesystem::rename would replace.
     return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0 ? std::error_code()

@@ -318,8 +318,7 @@ TEST_F(ServerTest, LeavesTheFileInWhichAnotherProgramMakesItsDatabase) {
         ASSERT_EQ(std::filesystem::file_size(File()), 0U);
         EXPECT_EQ(ErrorOf([&] { Store(kDocument); }), "is in use by another program");
         EXPECT_TRUE(std::filesystem::exists(File()));
-        other.SetKind(kServerKind);
-        transaction.Commit();
+        transaction.Complete([&] { other.SetKind(kServerKind); });
     }
     EXPECT_GT(std::filesystem::file_size(File()), 0U);
 }

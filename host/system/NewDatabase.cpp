@@ -1,0 +1,82 @@
+#include "NewDatabase.h"
+
+#include <random>
+#include <string>
+#include <system_error>
+
+#include "DatabaseJournal.h"
+#include "FileSystem.h"
+
+namespace host {
+namespace {
+
+using std::filesystem::path;
+
+/// A hidden, random name in the same folder.
+path HiddenName(const path& file) {
+    std::random_device random;
+    path name = ".korvane-json-";
+    name += std::to_string(random()) + "-" + std::to_string(random()) + ".tmp";
+    return file.parent_path() / name;
+}
+
+/// The file that a link to a missing file leads to; the file itself if it is not a link.
+path TargetOf(path file) {
+    constexpr int kMostLinks = 40;
+    for (int count = 0; count < kMostLinks; ++count) {
+        std::error_code error;
+        const path next = std::filesystem::read_symlink(file, error);
+        if (error) {
+            break;
+        }
+        file = file.parent_path() / next;
+    }
+    return file;
+}
+
+void Remove(const path& file) {
+    std::error_code ignored;
+    std::filesystem::remove(file, ignored);
+}
+
+}  // namespace
+
+NewDatabase::NewDatabase(const path& file, const DatabaseKind& kind)
+    : file_(TargetOf(file)), hiddenName_(HiddenName(file_)) {
+    RefuseLeftoverJournal(file_);
+    RefuseLongName(file_);
+    try {
+        database_.emplace(hiddenName_, DatabaseUse::Creating, kind);
+    } catch (...) {
+        Remove(hiddenName_);
+        throw;
+    }
+}
+
+NewDatabase::~NewDatabase() {
+    database_.reset();
+    Remove(hiddenName_);
+    path journal = hiddenName_;
+    journal += "-journal";
+    Remove(journal);
+}
+
+void NewDatabase::Fill(const std::function<void(Database&)>& work) {
+    try {
+        Transaction(*database_).Complete([&] { work(*database_); });
+    } catch (const DatabaseError& error) {
+        // Whatever remains has the hidden name.
+        throw DatabaseError(error.what());
+    }
+}
+
+bool NewDatabase::PutInPlace() {
+    database_.reset();
+    const std::error_code error = MoveToNewName(hiddenName_, file_);
+    if (error && error != std::errc::file_exists) {
+        throw DatabaseError("cannot be created: " + error.message());
+    }
+    return !error;
+}
+
+}  // namespace host

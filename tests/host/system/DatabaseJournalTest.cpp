@@ -1,0 +1,236 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+
+#include "host/HostSupport.h"
+#include "host/projectfile/ProjectTables.h"
+#include "host/system/Database.h"
+#include "host/system/DatabaseJournal.h"
+#include "host/system/FileSystem.h"
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
+
+namespace host {
+namespace {
+
+constexpr std::string_view kMagic("\xD9\xD5\x05\xF9\x20\xA1\x63\xD7", 8);
+
+std::string Number(std::uint32_t number) {
+    std::string bytes;
+    for (const unsigned shift : {24U, 16U, 8U, 0U}) {
+        bytes += static_cast<char>(number >> shift & 0xFFU);
+    }
+    return bytes;
+}
+
+/// A complete journal without pages, of a database that had so many pages of 4096 bytes.
+std::string Journal(std::uint32_t oldPageCount) {
+    std::string journal(kMagic);
+    for (const std::uint32_t number : {0U, 0U, oldPageCount, 512U, 4096U}) {
+        journal += Number(number);
+    }
+    journal.resize(512, '\0');
+    return journal;
+}
+
+/// The end of a journal that names a super-journal.
+std::string SuperJournal(const std::string& name) {
+    constexpr std::uint32_t kPageOfTheLock = 0x40000000 / 4096 + 1;
+    std::uint32_t sum = 0;
+    for (const char character : name) {
+        sum += static_cast<std::uint32_t>(static_cast<signed char>(character));
+    }
+    return Number(kPageOfTheLock) + name + Number(static_cast<std::uint32_t>(name.size())) + Number(sum) +
+           std::string(kMagic);
+}
+
+std::string ErrorOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const DatabaseError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+class DatabaseJournalTest : public testing::Test {
+protected:
+    ProcessResult Run(std::vector<std::string> arguments) const {
+        return RunProgram(ProgramPath("korvane-json"), {std::move(arguments), {}, folder.Path(), {}, {}});
+    }
+    std::string ErrorOfOpening(std::string_view name, DatabaseUse use) const {
+        return ErrorOf([&] { const Database database(folder / name, use, kProjectFileKind); });
+    }
+    /// A name of so many bytes.
+    static std::string NameOf(std::size_t size) { return std::string(size - 4, 'n') + ".kvp"; }
+
+    TemporaryDirectory folder;
+};
+
+TEST_F(DatabaseJournalTest, AJournalThatWouldDeleteAnotherFileIsRefusedByEveryCommand) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    folder.Write("d.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
+    ASSERT_EQ(Run({"store", "d.json", "--db", "s.db", "-o", "answer.json"}).status, 0);
+    const std::filesystem::path precious = folder.Write("precious.txt", "a month of work");
+    for (const std::string name : {"p.kvp", "s.db"}) {
+        const auto pages = static_cast<std::uint32_t>(std::filesystem::file_size(folder / name) / 4096);
+        folder.Write(name + "-journal", Journal(pages) + SuperJournal(ToUtf8(precious)));
+    }
+    const std::string project = ReadWholeFile(folder / "p.kvp");
+    const std::string database = ReadWholeFile(folder / "s.db");
+    const std::vector<std::vector<std::string>> commands = {
+        {"tree", "p.kvp"},
+        {"export", "p.kvp"},
+        {"compare", "p.kvp", "p.kvp"},
+        {"new", "--force", "--empty", "p.kvp"},
+        {"new", "p.kvp", "q.kvp"},
+        {"apply", "answer.json", "p.kvp"},
+        {"import", "d.json", "p.kvp"},
+        {"store", "d.json", "--db", "s.db"},
+        {"store", "d.json", "--db", "s.db", "--dry-run"},
+        {"fetch", "PRJ-1", "--db", "s.db"},
+    };
+    for (const std::vector<std::string>& command : commands) {
+        const ProcessResult result = Run(command);
+        EXPECT_EQ(result.status, 1) << command.front();
+        EXPECT_NE(result.error.find("that would delete another file"), std::string::npos)
+            << command.front() << ": " << result.error;
+        ASSERT_TRUE(std::filesystem::exists(precious)) << command.front();
+    }
+    EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), project);
+    EXPECT_EQ(ReadWholeFile(folder / "s.db"), database);
+    // The message says what to do.
+    std::filesystem::remove(folder / "p.kvp-journal");
+    EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
+}
+
+#if !defined(_WIN32)
+
+TEST_F(DatabaseJournalTest, TheJournalIsThatOfTheFileWhichALinkLeadsTo) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    const std::filesystem::path precious = folder.Write("precious.txt", "a month of work");
+    folder.Write("p.kvp-journal", Journal(1) + SuperJournal(ToUtf8(precious)));
+    std::filesystem::create_directory(folder / "links");
+    std::filesystem::create_symlink(folder / "p.kvp", folder / "links/q.kvp");
+    EXPECT_EQ(Run({"tree", "links/q.kvp"}).status, 1);
+    EXPECT_TRUE(std::filesystem::exists(precious));
+}
+
+#endif
+
+TEST_F(DatabaseJournalTest, AJournalWithoutASuperJournalUndoesAChange) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    const std::string bytes = ReadWholeFile(folder / "p.kvp");
+    // Half of a change: the file has grown.
+    folder.Write("p.kvp", bytes + std::string(8192, 'x'));
+    folder.Write("p.kvp-journal", Journal(static_cast<std::uint32_t>(bytes.size() / 4096)));
+    EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
+    EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), bytes);
+    EXPECT_FALSE(std::filesystem::exists(folder / "p.kvp-journal"));
+}
+
+TEST_F(DatabaseJournalTest, AnInterruptedCreationIsUndoneAndTheFileUsed) {
+    folder.Write("d.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
+    const auto interrupt = [&] {
+        folder.Write("s.db", std::string(4096, '\0') + std::string(4096, 'x'));
+        folder.Write("s.db-journal", Journal(0));
+    };
+    interrupt();
+    const ProcessResult fetched = Run({"fetch", "PRJ-1", "--db", "s.db"});
+    EXPECT_EQ(fetched.error, "korvane-json: 's.db' is an empty file, not a server database\n");
+    interrupt();
+    EXPECT_EQ(Run({"store", "d.json", "--db", "s.db", "--dry-run"}).status, 0);
+    interrupt();
+    const ProcessResult stored = Run({"store", "d.json", "--db", "s.db"});
+    EXPECT_EQ(stored.status, 0) << stored.error;
+    EXPECT_FALSE(std::filesystem::exists(folder / "s.db-journal"));
+    EXPECT_EQ(ErrorOf([&] {
+                  const Database database(folder / "s.db", DatabaseUse::Reading,
+                                          DatabaseKind{0x4B765376, 1, "server database"});
+              }),
+              "no error");
+}
+
+TEST_F(DatabaseJournalTest, AFileThatIsNotADatabaseStaysWhateverLiesBesideIt) {
+    const std::string zeros(4096, '\0');
+    struct Case {
+        std::string content;
+        std::string journal;
+    };
+    const Case cases[] = {
+        {"a letter", Journal(0)},
+        {zeros, ""},
+        {zeros, "notes"},
+        {zeros, std::string(512, '\0')},
+        {zeros, Journal(3)},
+        {std::string(100, '\0') + std::string(3996, 'x'), Journal(0)},
+        {zeros, Journal(0).substr(0, 20)},
+    };
+    for (const Case& each : cases) {
+        folder.Write("p.kvp", each.content);
+        folder.Write("p.kvp-journal", each.journal);
+        for (const DatabaseUse use : {DatabaseUse::Reading, DatabaseUse::Changing, DatabaseUse::Creating}) {
+            EXPECT_EQ(ErrorOfOpening("p.kvp", use), "is not a SQLite database");
+        }
+        EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), each.content);
+        EXPECT_EQ(ReadWholeFile(folder / "p.kvp-journal"), each.journal);
+    }
+}
+
+TEST_F(DatabaseJournalTest, ANameIsShortEnoughForItsJournalOrRefused) {
+    const std::size_t longest = LongestName(folder.Path());
+    folder.Write("d.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
+    std::string name = NameOf(longest - 8);
+    if (Run({"new", "--empty", name}).status == 0) {
+        EXPECT_EQ(Run({"import", "d.json", name}).status, 0);
+        EXPECT_EQ(Run({"tree", name}).status, 0);
+        std::filesystem::remove(folder / name);
+    }
+    for (const std::size_t tooMany : {1U, 2U, 8U}) {
+        name = NameOf(longest - 8 + tooMany);
+        for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+                 {"new", "--empty", name}, {"import", "d.json", name}, {"store", "d.json", "--db", name}}) {
+            const ProcessResult result = Run(command);
+            EXPECT_EQ(result.status, 1) << command.front();
+            EXPECT_NE(result.error.find("that is too long"), std::string::npos) << result.error;
+            EXPECT_NE(result.error.find(" shorter. Nothing was changed"), std::string::npos) << result.error;
+        }
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+#if !defined(_WIN32)
+
+TEST_F(DatabaseJournalTest, AFileWhoseNameIsTooLongIsReadButNotChanged) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    folder.Write("d.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
+    const std::string name = NameOf(250);
+    std::filesystem::rename(folder / "p.kvp", folder / name);
+    EXPECT_EQ(Run({"tree", name}).status, 0);
+    const ProcessResult result = Run({"import", "d.json", name});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.error.find("Make it at least 3 bytes shorter. Nothing was changed"), std::string::npos)
+        << result.error;
+}
+
+TEST_F(DatabaseJournalTest, APathIsShortEnoughForSqliteOrRefused) {
+    std::string deep;
+    while (folder.Path().native().size() + deep.size() < 430) {
+        deep += "directory/";
+    }
+    folder.MakeDirectory(deep);
+    const std::size_t left = 504 - (folder.Path().native().size() + 1 + deep.size());
+    EXPECT_EQ(Run({"new", "--empty", deep + NameOf(left)}).status, 0);
+    EXPECT_EQ(Run({"tree", deep + NameOf(left)}).status, 0);
+    const ProcessResult result = Run({"new", "--empty", deep + NameOf(left + 1)});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.error.find("has a path that is too long"), std::string::npos) << result.error;
+    EXPECT_FALSE(std::filesystem::exists(folder / (deep + NameOf(left + 1))));
+}
+
+#endif
+
+}  // namespace
+}  // namespace host
