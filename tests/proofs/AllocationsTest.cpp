@@ -4,6 +4,7 @@
 #include <functional>
 #include <new>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -55,6 +56,15 @@ struct Case {
     Source source;
     Times times;
 };
+
+std::string NameOf(const Case& tried) {
+    return std::string(tried.function->name) + (tried.source == Source::kNew ? "_New" : "_Libjson") +
+           (tried.times == Times::kOnce ? "_Once" : "_FromThenOn");
+}
+
+void PrintTo(const Case& tried, std::ostream* out) {
+    *out << NameOf(tried);
+}
 
 class FailedAllocation : public testing::TestWithParam<Case> {
 protected:
@@ -212,10 +222,7 @@ std::vector<Case> Cases() {
 
 INSTANTIATE_TEST_SUITE_P(, FailedAllocation, testing::ValuesIn(Cases()),
                          [](const testing::TestParamInfo<Case>& parameter) {
-                             const Case& tried = parameter.param;
-                             return std::string(tried.function->name) +
-                                    (tried.source == Source::kNew ? "_New" : "_Libjson") +
-                                    (tried.times == Times::kOnce ? "_Once" : "_FromThenOn");
+                             return NameOf(parameter.param);
                          });
 
 }  // namespace

@@ -37,7 +37,7 @@ struct Attempt {
     bool wasThrown = false;
 };
 
-class ExceptionFromOutside : public testing::TestWithParam<const Function*> {
+class ExceptionFromOutside : public testing::TestWithParam<Function> {
 protected:
     ExceptionFromOutside() { allocations::CountOperatorNew(); }
 
@@ -45,7 +45,7 @@ protected:
     /// Lets one operation throw, counted from 0; false when there are fewer.
     bool Try(int operation);
 
-    const Function& function_ = *GetParam();
+    const Function function_ = GetParam();
     const allocations::LibjsonFunctions counted_;
     std::vector<std::string> all_;
     std::string expected_;
@@ -112,19 +112,19 @@ TEST_P(ExceptionFromOutside, OfAnyOperationPassesThroughAndCostsNothing) {
 }
 
 /// Those of the functions that ask the object model.
-std::vector<const Function*> FunctionsThatAsk() {
-    std::vector<const Function*> asking;
+std::vector<Function> FunctionsThatAsk() {
+    std::vector<Function> asking;
     for (const Function& function : Functions()) {
         if (function.asks == Asks::kObjectModel) {
-            asking.push_back(&function);
+            asking.push_back(function);
         }
     }
     return asking;
 }
 
 INSTANTIATE_TEST_SUITE_P(, ExceptionFromOutside, testing::ValuesIn(FunctionsThatAsk()),
-                         [](const testing::TestParamInfo<const Function*>& parameter) {
-                             return std::string(parameter.param->name);
+                         [](const testing::TestParamInfo<Function>& parameter) {
+                             return std::string(parameter.param.name);
                          });
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
 
+#include <ostream>
 #include <utility>
 #include <vector>
 
@@ -175,6 +176,10 @@ void Scene::Begin() {
 
 CAEObject& Scene::Subject() const {
     return *project->getCAEObject(2);
+}
+
+void PrintTo(const Function& function, std::ostream* out) {
+    *out << function.name;
 }
 
 std::span<const Function> Functions() {

@@ -3,6 +3,7 @@
 #include <OuString.h>
 #include <libjson.h>
 
+#include <iosfwd>
 #include <map>
 #include <span>
 #include <string>
@@ -59,6 +60,9 @@ struct Function {
     /// A call that failed half-way may be made again and then does all its work.
     bool isRepeatable = true;
 };
+
+/// For messages of GoogleTest.
+void PrintTo(const Function& function, std::ostream* out);
 
 /// The functions that the proofs go through; a new one is a line more in the table behind this.
 std::span<const Function> Functions();
