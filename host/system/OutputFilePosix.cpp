@@ -1,11 +1,15 @@
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
 #include <string>
 
+#include "Descriptor.h"
 #include "OutputFile.h"
+#include "TemporaryFile.h"
 #include "Terminal.h"
 
 namespace host {
@@ -13,30 +17,11 @@ namespace {
 
 using std::filesystem::path;
 
-std::error_code LastError() {
-    return {errno, std::generic_category()};
-}
-
-/// A file descriptor, which is closed at the end.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() { static_cast<void>(Close()); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool IsOpen() const { return number_ >= 0; }
-    int Get() const { return number_; }
-    /// Some file systems report only now that the bytes could not be written.
-    std::error_code Close() {
-        const int number = number_;
-        number_ = -1;
-        return number >= 0 && ::close(number) != 0 ? LastError() : std::error_code();
-    }
-
-private:
-    int number_;
-};
+constexpr int kMostTries = 10;
+constexpr mode_t kGroup = 070;
+constexpr mode_t kOthers = 07;
+constexpr mode_t kPermissions = 0777;
+constexpr mode_t kAllBits = 07777;
 
 std::error_code WriteBytes(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -83,47 +68,135 @@ path FollowToNewFile(path target) {
     return target;
 }
 
-/// Completes the temporary file, with the permissions of the old file if there is one.
-std::error_code FinishFile(Descriptor& file, const struct stat* old) {
-    if (old != nullptr) {
-        const bool isOwnerKept = ::fchown(file.Get(), old->st_uid, old->st_gid) == 0;
-        // The set-user-ID and set-group-ID bits must not pass to another owner.
-        const mode_t kept = isOwnerKept ? 07777U : 01777U;
-        if (::fchmod(file.Get(), old->st_mode & kept) != 0) {
-            return LastError();
-        }
+/// What a new file may have before it has its content: not more than the old file, and no more than its owner
+/// needs.
+mode_t FirstMode(const struct stat* old) {
+    return old != nullptr ? old->st_mode & (S_IRUSR | S_IWUSR)
+                          : kPermissions & ~(S_IXUSR | S_IXGRP | S_IXOTH);
+}
+
+/// Gives the new file the owner, the group and the permissions of the old one, as far as that can be done,
+/// and returns the mode that it gets in the end.
+mode_t TakeOwner(int file, const struct stat& old) {
+    if (::fchown(file, old.st_uid, old.st_gid) == 0) {
+        return old.st_mode & kAllBits;
     }
-    if (::fsync(file.Get()) != 0) {
+    // The set-user-ID and set-group-ID bits must not pass to another owner.
+    const mode_t kept = old.st_mode & (kAllBits & ~(S_ISUID | S_ISGID));
+    if (::fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0) {
+        return kept;
+    }
+    // Another group gets no more than everybody.
+    return (kept & ~kGroup) | (kept & kGroup & ((kept & kOthers) << 3U));
+}
+
+/// Writes everything about the file but its name.
+std::error_code Fill(int file, std::string_view text, const struct stat* old) {
+    const mode_t mode = old != nullptr ? TakeOwner(file, *old) : 0;
+    if (old != nullptr && ::fchmod(file, mode & kPermissions) != 0) {
         return LastError();
     }
-    return file.Close();
+    if (const std::error_code error = WriteBytes(file, text)) {
+        return error;
+    }
+    // Writing removes these bits.
+    if ((mode & ~kPermissions) != 0 && ::fchmod(file, mode) != 0) {
+        return LastError();
+    }
+    return ::fsync(file) == 0 ? std::error_code() : LastError();
+}
+
+/// Locks the file, so that no other process takes it for one that was left behind. Returns false if another
+/// process does that now.
+bool Lock(int file) {
+    // On a file system without locks nobody can lock the file in order to remove it.
+    return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+bool HasName(int file) {
+    struct stat status {};
+    return ::fstat(file, &status) == 0 && status.st_nlink > 0;
+}
+
+/// Writes the file under a temporary name, and then gives it its own.
+std::error_code ReplaceThroughName(const path& folder, const path& target, std::string_view text,
+                                   const struct stat* old) {
+    for (int attempt = 0; attempt < kMostTries; ++attempt) {
+        const path temporary = NewTemporaryName(folder);
+        // Before the file is there, so that no signal comes in between.
+        const RemovedOnInterrupt onInterrupt(temporary);
+        const Descriptor file(
+            ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, FirstMode(old)));
+        if (!file.IsOpen() && errno != EEXIST) {
+            return LastError();
+        }
+        if (!file.IsOpen() || !Lock(file.Get()) || !HasName(file.Get())) {
+            // Another process found it before it was locked, and removes it.
+            continue;
+        }
+        std::error_code error = Fill(file.Get(), text, old);
+        if (!error && ::rename(temporary.c_str(), target.c_str()) != 0) {
+            error = LastError();
+        }
+        if (error) {
+            ::unlink(temporary.c_str());
+        }
+        return error;
+    }
+    return std::make_error_code(std::errc::file_exists);
+}
+
+/// How a file that has no name yet can be linked.
+std::string PathOf(const Descriptor& file) {
+    return "/proc/self/fd/" + std::to_string(file.Get());
+}
+
+/// Opens a file without a name, which vanishes with the process. It is not open where the file system has no
+/// such files, or where they cannot be linked.
+Descriptor OpenUnnamed(const path& folder, const struct stat* old) {
+    Descriptor file(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, FirstMode(old)));
+    const bool canBeLinked = file.IsOpen() && ::access(PathOf(file).c_str(), F_OK) == 0;
+    return canBeLinked ? std::move(file) : Descriptor();
+}
+
+/// Writes the file without a name, and then gives it its own. Returns nothing where that cannot be done.
+std::optional<std::error_code> ReplaceThroughLink(const path& folder, const path& target,
+                                                  std::string_view text, const struct stat* old) {
+    const Descriptor file = OpenUnnamed(folder, old);
+    if (!file.IsOpen()) {
+        return std::nullopt;
+    }
+    const std::string unnamed = PathOf(file);
+    const auto link = [&](const path& name) {
+        return ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    };
+    // A link does not replace a file, so the new file has a temporary name for a moment.
+    const path temporary = NewTemporaryName(folder);
+    static_cast<void>(Lock(file.Get()));
+    if (const std::error_code error = Fill(file.Get(), text, old)) {
+        return error;
+    }
+    if (old == nullptr && link(target)) {
+        return std::error_code();
+    }
+    const RemovedOnInterrupt onInterrupt(temporary);
+    if (!link(temporary)) {
+        return std::nullopt;
+    }
+    if (::rename(temporary.c_str(), target.c_str()) == 0) {
+        return std::error_code();
+    }
+    const std::error_code error = LastError();
+    ::unlink(temporary.c_str());
+    return error;
 }
 
 std::error_code ReplaceFile(const path& target, std::string_view text, const struct stat* old) {
     const path folder = target.has_parent_path() ? target.parent_path() : path(".");
-    const std::string begin = ".korvane-json-" + std::to_string(::getpid()) + '-';
-    path temporary;
-    int number = -1;
-    for (int attempt = 0; number < 0 && attempt < 100; ++attempt) {
-        temporary = folder / (begin + std::to_string(attempt) + ".tmp");
-        number = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (number < 0 && errno != EEXIST) {
-            return LastError();
-        }
-    }
-    Descriptor file(number);
-    if (!file.IsOpen()) {
-        return std::make_error_code(std::errc::file_exists);
-    }
-    std::error_code error = WriteBytes(file.Get(), text);
-    if (!error) {
-        error = FinishFile(file, old);
-    }
-    if (!error && ::rename(temporary.c_str(), target.c_str()) != 0) {
-        error = LastError();
-    }
+    RemoveLeftovers(folder);
+    const std::optional<std::error_code> linked = ReplaceThroughLink(folder, target, text, old);
+    const std::error_code error = linked ? *linked : ReplaceThroughName(folder, target, text, old);
     if (error) {
-        ::unlink(temporary.c_str());
         return error;
     }
     // The new name is on the disk when the folder is; if a file system cannot do that, it is not a failure.

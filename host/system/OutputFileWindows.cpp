@@ -1,11 +1,13 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
-#include <string>
+#include <vector>
 
 #include "FileSystem.h"
 #include "OutputFile.h"
+#include "TemporaryFile.h"
 
 namespace host {
 namespace {
@@ -21,9 +23,10 @@ struct CloseHandleOfFile {
 };
 using FileHandle = std::unique_ptr<void, CloseHandleOfFile>;
 
-FileHandle Open(const path& file, DWORD disposition) {
-    HANDLE const handle = ::CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                        nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+FileHandle Open(const path& file, DWORD disposition, DWORD access, DWORD sharing,
+                SECURITY_ATTRIBUTES* security = nullptr) {
+    HANDLE const handle =
+        ::CreateFileW(file.c_str(), access, sharing, security, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     return FileHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
@@ -40,36 +43,70 @@ std::error_code WriteBytes(HANDLE handle, std::string_view bytes) {
     return {};
 }
 
+/// Whether the system removes the file when it is closed, which it does for a killed process too. Some
+/// network file systems cannot do that.
+void RemoveWhenClosed(HANDLE file, bool isRemoved) {
+    FILE_DISPOSITION_INFO disposition{static_cast<BOOLEAN>(isRemoved)};
+    ::SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition);
+}
+
+/// The list of those who may use the file. Empty if it has none or cannot be read.
+std::vector<std::byte> AccessListOf(const path& file) {
+    DWORD size = 0;
+    ::GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::byte> list(size);
+    if (size == 0 ||
+        ::GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size) == 0) {
+        list.clear();
+    }
+    return list;
+}
+
+/// Gives the complete temporary file the name of the target.
+std::error_code PutInPlace(const path& temporary, const path& target, bool isThere) {
+    if (!isThere) {
+        return ::MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0
+                   ? std::error_code()
+                   : LastError();
+    }
+    // This keeps the permissions of the old file, but needs an old file.
+    if (::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) != 0) {
+        return {};
+    }
+    const std::error_code error = LastError();
+    // With this error the old file is gone already.
+    if (error.value() == ERROR_UNABLE_TO_MOVE_REPLACEMENT &&
+        ::MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0) {
+        return {};
+    }
+    return error;
+}
+
 std::error_code ReplaceFile(const path& target, std::string_view text, bool isThere) {
     const path folder = target.has_parent_path() ? target.parent_path() : path(L".");
-    const std::wstring begin = L".korvane-json-" + std::to_wstring(::GetCurrentProcessId()) + L'-';
-    path temporary;
-    FileHandle file;
-    for (int attempt = 0; !file && attempt < 100; ++attempt) {
-        temporary = folder / (begin + std::to_wstring(attempt) + L".tmp");
-        file = Open(temporary, CREATE_NEW);
-        if (!file && ::GetLastError() != ERROR_FILE_EXISTS) {
-            return LastError();
-        }
-    }
+    RemoveLeftovers(folder);
+    const path temporary = NewTemporaryName(folder);
+    // The file is never open to more users than the old one.
+    std::vector<std::byte> accessList = isThere ? AccessListOf(target) : std::vector<std::byte>();
+    SECURITY_ATTRIBUTES security{sizeof security, accessList.empty() ? nullptr : accessList.data(), FALSE};
+    const RemovedOnInterrupt onInterrupt(temporary);
+    // It stays open until it has its name: that is how others see that it was not left behind.
+    const FileHandle file = Open(temporary, CREATE_NEW, GENERIC_WRITE | DELETE,
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &security);
     if (!file) {
-        return std::make_error_code(std::errc::file_exists);
+        return LastError();
     }
+    RemoveWhenClosed(file.get(), true);
     std::error_code error = WriteBytes(file.get(), text);
     if (!error && ::FlushFileBuffers(file.get()) == 0) {
         error = LastError();
     }
-    file.reset();
-    // ReplaceFileW keeps the permissions of the old file, but needs an old file.
-    if (!error && isThere &&
-        ::ReplaceFileW(target.c_str(), temporary.c_str(), nullptr, 0, nullptr, nullptr) == 0) {
-        error = LastError();
+    if (!error) {
+        RemoveWhenClosed(file.get(), false);
+        error = PutInPlace(temporary, target, isThere);
     }
-    if (!error && !isThere && ::MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) == 0) {
-        error = LastError();
-    }
-    if (error) {
-        ::DeleteFileW(temporary.c_str());
+    if (error && error.value() != ERROR_UNABLE_TO_MOVE_REPLACEMENT) {
+        RemoveWhenClosed(file.get(), true);
     }
     return error;
 }
@@ -82,7 +119,7 @@ std::error_code WriteOutputFile(const std::filesystem::path& target, std::string
     if (isThere && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return std::make_error_code(std::errc::is_a_directory);
     }
-    FileHandle old = Open(target, OPEN_EXISTING);
+    FileHandle old = Open(target, OPEN_EXISTING, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
     if (!old) {
         const DWORD reason = ::GetLastError();
         return reason == ERROR_FILE_NOT_FOUND

@@ -134,6 +134,21 @@ std::error_code WriteUnprivileged(const std::filesystem::path& file, std::string
     return error;
 }
 
+TEST(OutputFile, AGroupThatIsNotKeptGetsNoMoreThanEverybody) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can make a file of somebody else";
+    }
+    const TemporaryDirectory folder;
+    const std::filesystem::path file = folder.Write("out.json", "old");
+    ASSERT_EQ(::chown(file.c_str(), 65534, 65533), 0);
+    ASSERT_EQ(::chmod(file.c_str(), 0664), 0);
+    ASSERT_EQ(::chmod(folder.Path().c_str(), 0777), 0);
+    EXPECT_FALSE(WriteUnprivileged(file, "{}"));
+    struct stat status {};
+    ASSERT_EQ(::stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0644U);
+}
+
 TEST(OutputFile, LeavesAWriteProtectedFileAsItWas) {
     const TemporaryDirectory folder;
     const std::filesystem::path file = folder.Write("out.json", "old");

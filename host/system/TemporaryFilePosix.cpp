@@ -1,0 +1,122 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <climits>
+#include <csignal>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Descriptor.h"
+#include "TemporaryFile.h"
+
+namespace host {
+namespace {
+
+constexpr std::array kInterrupts = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
+// All that the signal handler works on.
+std::array<char, PATH_MAX> removedName{};
+std::atomic<bool> isNameSet{false};
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+std::array<struct sigaction, kInterrupts.size()> oldActions{};
+
+extern "C" void RemoveAndEnd(int signal) {
+    if (isNameSet.load()) {
+        ::unlink(removedName.data());
+    }
+    // The default action is in force again since the handler was called, so this ends the program.
+    static_cast<void>(::raise(signal));
+}
+
+/// Removes the file if no process holds it locked.
+void RemoveIfLeftBehind(int folder, const char* name) {
+    struct stat listed {};
+    const auto isOurs = [](const struct stat& status) {
+        // With a second name it would not be a file that this program has made.
+        return S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && status.st_nlink == 1;
+    };
+    if (::fstatat(folder, name, &listed, AT_SYMLINK_NOFOLLOW) != 0 || !isOurs(listed)) {
+        return;
+    }
+    // Some network file systems give a lock only to those who may write.
+    const Descriptor file(::openat(folder, name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file.IsOpen() || ::flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
+        return;
+    }
+    // Since it was opened, its process may have finished it and given it another name.
+    struct stat opened {};
+    struct stat named {};
+    if (::fstat(file.Get(), &opened) == 0 && isOurs(opened) &&
+        ::fstatat(folder, name, &named, AT_SYMLINK_NOFOLLOW) == 0 && named.st_dev == opened.st_dev &&
+        named.st_ino == opened.st_ino) {
+        ::unlinkat(folder, name, 0);
+    }
+}
+
+}  // namespace
+
+std::array<std::uint8_t, 16> RandomBytes() {
+    std::array<std::uint8_t, 16> bytes{};
+    while (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
+        if (errno != EINTR) {
+            throw std::system_error(LastError(), "random numbers");
+        }
+    }
+    return bytes;
+}
+
+void RemoveLeftovers(const std::filesystem::path& folder) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(folder.c_str()), ::closedir);
+    if (!stream) {
+        return;
+    }
+    // Names that are removed while a directory is read may hide others.
+    std::vector<std::string> names;
+    while (const dirent* const found = ::readdir(stream.get())) {
+        if (IsTemporaryName(static_cast<const char*>(found->d_name))) {
+            names.emplace_back(static_cast<const char*>(found->d_name));
+        }
+    }
+    for (const std::string& name : names) {
+        RemoveIfLeftBehind(::dirfd(stream.get()), name.c_str());
+    }
+}
+
+RemovedOnInterrupt::RemovedOnInterrupt(const std::filesystem::path& name) {
+    const std::string& text = name.native();
+    if (text.size() >= removedName.size()) {
+        // Such a file cannot be made either.
+        return;
+    }
+    std::memcpy(removedName.data(), text.c_str(), text.size() + 1);
+    isNameSet.store(true);
+    for (std::size_t index = 0; index < kInterrupts.size(); ++index) {
+        struct sigaction action {};
+        ::sigaction(kInterrupts[index], nullptr, &oldActions[index]);
+        // nohup and shells have some signals ignored, which stays so.
+        if (oldActions[index].sa_handler == SIG_DFL) {
+            action.sa_handler = RemoveAndEnd;
+            action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+            ::sigaction(kInterrupts[index], &action, nullptr);
+        }
+    }
+}
+
+RemovedOnInterrupt::~RemovedOnInterrupt() {
+    if (isNameSet.load()) {
+        for (std::size_t index = 0; index < kInterrupts.size(); ++index) {
+            ::sigaction(kInterrupts[index], &oldActions[index], nullptr);
+        }
+        isNameSet.store(false);
+    }
+}
+
+}  // namespace host
