@@ -57,18 +57,13 @@ if(CMAKE_CROSSCOMPILING)
 endif()
 
 # A GoogleTest program and its tests:
-# korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE] [ANSI] [DOCUMENTS] [THREADS]
-#   [TIMEOUT <seconds>])
+# korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE] [ANSI] [DOCUMENTS] [THREADS])
 # INSIDE links the tests with the objects of the library instead of the library itself, so that they can use what it
 # does not export. ANSI leaves the code page of Windows at the system's own instead of UTF-8. DOCUMENTS lets the tests
 # save the documents that they make (support/Documents.h), and the test documents.schema then checks these. THREADS
-# gives the tests the label threads: the preset linux-tsan runs them. A test may take 300 seconds unless TIMEOUT says
-# otherwise.
+# gives the tests the label threads: the preset linux-tsan runs them.
 function(korvanejson_test target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "INSIDE;ANSI;DOCUMENTS;THREADS" "TIMEOUT" "SOURCES;LIBRARIES")
-  if(NOT arg_TIMEOUT)
-    set(arg_TIMEOUT 300)
-  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 arg "INSIDE;ANSI;DOCUMENTS;THREADS" "" "SOURCES;LIBRARIES")
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
@@ -108,5 +103,5 @@ function(korvanejson_test target)
   endif()
   gtest_discover_tests(${target} DISCOVERY_TIMEOUT 120
     WORKING_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}"
-    PROPERTIES TIMEOUT ${arg_TIMEOUT} ${fixtures} ${labels})
+    PROPERTIES ${fixtures} ${labels})
 endfunction()

@@ -9,21 +9,30 @@
 #include "Comparison.h"
 #include "PlainReading.h"
 
-/// Compares the library with the second reading for so long. The seeds are the same every time; the
-/// environment may say otherwise, KORVANEJSON_COMPARISON_SECONDS and KORVANEJSON_COMPARISON_SEED.
+/// Compares the library with the second reading for so long; a long run of the tests (KORVANEJSON_LONG in the
+/// environment) compares 100,000 rounds instead, however long they take. The seeds are the same every time;
+/// the environment may say otherwise, KORVANEJSON_COMPARISON_SECONDS and KORVANEJSON_COMPARISON_SEED.
 inline void ExpectNoDifference(double seconds) {
-    std::uint64_t seed = 1;
+    ComparisonOptions options;
     if (const char* const set = std::getenv("KORVANEJSON_COMPARISON_SEED")) {
-        seed = std::strtoull(set, nullptr, 10);
+        options.seed = std::strtoull(set, nullptr, 10);
     }
+    // Fewer rounds would mean that something is amiss with them: thousands are usual.
+    long expectedRounds = 0;
     if (const char* const set = std::getenv("KORVANEJSON_COMPARISON_SECONDS")) {
-        seconds = std::strtod(set, nullptr);
+        options.seconds = std::strtod(set, nullptr);
+        expectedRounds = static_cast<long>(5 * options.seconds);
+    } else if (std::getenv("KORVANEJSON_LONG") != nullptr) {
+        options.rounds = 100000;
+        expectedRounds = options.rounds;
+    } else {
+        options.seconds = seconds;
+        expectedRounds = static_cast<long>(5 * seconds);
     }
     const std::unique_ptr<Reading> library = MakeLibraryReading();
     PlainReading plain;
-    const ComparisonResult result = Compare(*library, plain, {.seed = seed, .seconds = seconds});
-    std::cout << result.rounds << " rounds from the seed " << seed << "\n";
+    const ComparisonResult result = Compare(*library, plain, options);
+    std::cout << result.rounds << " rounds from the seed " << options.seed << "\n";
     EXPECT_EQ(result.difference, "");
-    // Fewer would mean that something is amiss with the rounds: thousands are usual.
-    EXPECT_GE(result.rounds, static_cast<long>(5 * seconds));
+    EXPECT_GE(result.rounds, expectedRounds);
 }
