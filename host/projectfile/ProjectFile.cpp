@@ -11,6 +11,17 @@ namespace host {
 
 using std::filesystem::path;
 
+namespace {
+
+std::unique_ptr<CAEProject> Read(Database& database, CheckDepth depth, Console& console) {
+    const ReadingLimits limits(database);
+    console.ShowProgress("Checking the project file", 0, 0);
+    CheckProjectTables(database, depth);
+    return ReadProjectTables(database, console);
+}
+
+}  // namespace
+
 struct ProjectFile::State {
     State(const path& file, bool forChange)
         : database(file, forChange ? DatabaseUse::Changing : DatabaseUse::Reading, kProjectFileKind) {
@@ -26,7 +37,7 @@ struct ProjectFile::State {
 
 std::unique_ptr<CAEProject> ReadProjectFile(const path& file, Console& console) {
     Database database(file, DatabaseUse::Reading, kProjectFileKind);
-    return ReadProjectTables(database, console);
+    return Read(database, CheckDepth::ForReading, console);
 }
 
 ProjectFile::ProjectFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -36,7 +47,8 @@ ProjectFile& ProjectFile::operator=(ProjectFile&&) noexcept = default;
 
 ProjectFile ProjectFile::Open(const path& file, bool forChange, Console& console) {
     auto state = std::make_unique<State>(file, forChange);
-    state->project = ReadProjectTables(state->database, console);
+    // Without a change too: a dry run fails if the real run would.
+    state->project = Read(state->database, CheckDepth::ForChanging, console);
     return ProjectFile(std::move(state));
 }
 

@@ -15,7 +15,14 @@
 /// additional types and program references of projects; files with paths, types, formats, flags and location
 /// types, their roles, and which mesh is active; metadata with values, types and units; what view items show.
 /// It does not hold versions of objects, nor objects outside the tree, because this program creates neither.
-/// Texts end at their first NUL.
+/// Texts end at their first NUL; one that has more behind it in the file is damage.
+///
+/// The file is trusted in nothing: it is refused if it has any other table, index, view or trigger than this
+/// program creates, or damage. Formats are
+///
+/// - 1: the tables without a checksum. Such files are read, and become files of format 2 when they are saved.
+/// - 2: also the table "checksum" with a sum over all rows (DatabaseCheck.cpp), written with every save. The
+///   number is new because a program that knows only format 1 would leave the old sum.
 namespace host {
 
 /// The project in the file. Throws DatabaseError.

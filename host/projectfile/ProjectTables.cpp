@@ -71,4 +71,8 @@ void CreateProjectTables(Database& database) {
     database.Run(kTables);
 }
 
+void CheckProjectTables(Database& database, CheckDepth depth) {
+    CheckDatabase(database, kTables, depth);
+}
+
 }  // namespace host

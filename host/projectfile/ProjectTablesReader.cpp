@@ -1,9 +1,12 @@
 #include <EmbeddedRestore.h>
 
 #include <limits>
+#include <map>
+#include <optional>
 #include <string>
 
 #include "ProjectTables.h"
+#include "host/system/Notes.h"
 
 namespace host {
 namespace {
@@ -12,8 +15,11 @@ namespace {
     throw DatabaseError("is damaged: " + reason);
 }
 
-/// A column that holds an int. A larger number is reported as damage.
+/// A column that holds an int. Anything else is reported as damage.
 int Integer(const Statement& row, int column) {
+    if (!row.IsNumber(column)) {
+        Damaged("a value is not a number");
+    }
     const std::int64_t number = row.Number(column);
     if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
         Damaged("the number " + std::to_string(number) + " is too large");
@@ -21,9 +27,48 @@ int Integer(const Statement& row, int column) {
     return static_cast<int>(number);
 }
 
-OuString Text(const Statement& row, int column) {
-    return OuString(row.Text(column).c_str(), 0);
+bool Flag(const Statement& row, int column) {
+    const int number = Integer(row, column);
+    if (number != 0 && number != 1) {
+        Damaged("a value is " + std::to_string(number) + " and not 0 or 1");
+    }
+    return number == 1;
 }
+
+OuString Text(const Statement& row, int column) {
+    if (!row.IsText(column)) {
+        Damaged("a value is not a text");
+    }
+    const std::string text = row.Text(column);
+    // The object model would keep only what is before it.
+    if (text.find('\0') != std::string::npos) {
+        Damaged("a text has a NUL character: " + Excerpt(text));
+    }
+    return OuString(text.c_str(), 0);
+}
+
+/// The entries of the objects have to be numbered from 0 for each object.
+class EntryNumbers {
+public:
+    explicit EntryNumbers(const char* what) : what_(what) {}
+    /// Takes the next row, which has the object and the position in its first columns. Returns whether the
+    /// object is another one than before.
+    bool Next(const Statement& row) {
+        const int object = Integer(row, 0);
+        const bool isNew = !object_ || *object_ != object;
+        position_ = isNew ? 0 : position_ + 1;
+        object_ = object;
+        if (Integer(row, 1) != position_) {
+            Damaged("a " + std::string(what_) + " of the object " + std::to_string(object) + " is missing");
+        }
+        return isNew;
+    }
+
+private:
+    const char* what_;
+    std::optional<int> object_;
+    int position_ = 0;
+};
 
 class Reader {
 public:
@@ -43,6 +88,8 @@ private:
     /// The object that the first column of the row names.
     CAEObject& ObjectOf(const Statement& row) { return Find(Integer(row, 0)); }
     CAEObject& Find(int id);
+    /// Every object of the kind has one row in the table of its kind.
+    void CheckCount(_tagCAEObjectType kind, std::size_t rows, const char* what) const;
     template <typename Class>
     Class& Find(const Statement& row, const char* what) {
         auto* const object = dynamic_cast<Class*>(&ObjectOf(row));
@@ -55,6 +102,7 @@ private:
     Database& database_;
     Console& console_;
     std::unique_ptr<CAEProject> project_;
+    std::map<int, std::size_t> countOfKind_;
 };
 
 std::unique_ptr<CAEProject> Reader::Read() {
@@ -81,15 +129,28 @@ CAEObject& Reader::Find(int id) {
     return *object;
 }
 
+void Reader::CheckCount(_tagCAEObjectType kind, std::size_t rows, const char* what) const {
+    const auto found = countOfKind_.find(kind);
+    if (const std::size_t count = found != countOfKind_.end() ? found->second : 0; rows != count) {
+        Damaged("it has " + std::to_string(count) + " " + what + " but " + std::to_string(rows) +
+                " entries for them");
+    }
+}
+
 void Reader::ReadObjects() {
     Statement rows(database_,
                    "SELECT id, above, is_project_file, kind, name, database_key, link_database_key,"
-                   " created_date, created_by FROM object ORDER BY place");
+                   " created_date, created_by, place FROM object ORDER BY place");
     std::uint64_t count = 0;
     rows.Begin();
     while (rows.Next()) {
         const int id = Integer(rows, 0);
-        CAEObject& object = MakeObject(rows, id, static_cast<_tagCAEObjectType>(Integer(rows, 3)));
+        if (rows.Number(9) != static_cast<std::int64_t>(count + 1)) {
+            Damaged("the object before the object " + std::to_string(id) + " is missing");
+        }
+        const int kind = Integer(rows, 3);
+        CAEObject& object = MakeObject(rows, id, static_cast<_tagCAEObjectType>(kind));
+        ++countOfKind_[kind];
         object.setDBKey(Text(rows, 5));
         object.setLinkDBKey(Text(rows, 6));
         object.setCreatedDate(Text(rows, 7));
@@ -111,7 +172,7 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
         object = korvane::Renumber(*project_, id) ? project_.get() : nullptr;
     } else {
         CAEObject& above = Find(Integer(row, 1));
-        if (row.Number(2) == 0) {
+        if (!Flag(row, 2)) {
             object = korvane::RestoreObject(above, kind, Text(row, 4), id);
         } else if (auto* const project = dynamic_cast<CAEProject*>(&above);
                    project != nullptr && kind == CAE_FILE) {
@@ -128,37 +189,44 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
 void Reader::ReadProjects() {
     Statement rows(database_,
                    "SELECT object, display_name, additional_type, directory, program_reference FROM project");
+    std::size_t count = 0;
     rows.Begin();
     while (rows.Next()) {
         auto& project = Find<CAEProject>(rows, "project");
+        ++count;
         project.SetDisplayName(Text(rows, 1));
         project.setAdditionalType(Text(rows, 2));
         korvane::SetDirectory(project, Text(rows, 3));
-        project.SetProgramReference(rows.Number(4) != 0);
+        project.SetProgramReference(Flag(rows, 4));
     }
+    CheckCount(CAE_PROJECT, count, "projects");
 }
 
 void Reader::ReadFiles() {
     Statement rows(database_,
                    "SELECT object, path, path_at_first, location_type, type, format, is_in_global_frame,"
                    " is_downloaded FROM file");
+    std::size_t count = 0;
     rows.Begin();
     while (rows.Next()) {
         auto& file = Find<CAEFile>(rows, "file");
+        ++count;
         file.setFullPathName(Text(rows, 1));
         file.m_fullPathCopy = Text(rows, 2);
         file.m_locationType = Text(rows, 3);
         file.setFileType(static_cast<_tagFileType>(Integer(rows, 4)));
         file.setFileFormat(static_cast<_tagFileFormat>(Integer(rows, 5)));
-        file.setGlobalFrameCoordinate(rows.Number(6) != 0);
-        file.SetFileDownloadFlag(rows.Number(7) != 0);
+        file.setGlobalFrameCoordinate(Flag(rows, 6));
+        file.SetFileDownloadFlag(Flag(rows, 7));
     }
+    CheckCount(CAE_FILE, count, "files");
 }
 
 void Reader::ReadAttachedFiles() {
     Statement rows(database_,
-                   "SELECT object, file, is_cad_file, is_graphic_file, is_mesh, is_active_mesh,"
+                   "SELECT object, position, file, is_cad_file, is_graphic_file, is_mesh, is_active_mesh,"
                    " is_fe_representation, is_custom FROM attached_file ORDER BY object, position");
+    EntryNumbers numbers("file");
     CAEObject* object = nullptr;
     korvane::FileRoles roles;
     const auto finish = [&] {
@@ -168,22 +236,22 @@ void Reader::ReadAttachedFiles() {
     };
     rows.Begin();
     while (rows.Next()) {
-        if (CAEObject& next = ObjectOf(rows); &next != object) {
+        if (numbers.Next(rows)) {
             finish();
-            object = &next;
+            object = &ObjectOf(rows);
             roles = {};
         }
-        const int file = Integer(rows, 1);
-        const auto set = [&](int column, int& role) { role = rows.Number(column) != 0 ? file : role; };
+        const int file = Integer(rows, 2);
+        const auto set = [&](int column, int& role) { role = Flag(rows, column) ? file : role; };
         roles.files.push_back(file);
-        set(2, roles.cadFile);
-        set(3, roles.graphicFile);
-        set(5, roles.activeMesh);
-        set(6, roles.feRepresentation);
-        if (rows.Number(4) != 0) {
+        set(3, roles.cadFile);
+        set(4, roles.graphicFile);
+        set(6, roles.activeMesh);
+        set(7, roles.feRepresentation);
+        if (Flag(rows, 5)) {
             roles.meshes.push_back(file);
         }
-        if (rows.Number(7) != 0) {
+        if (Flag(rows, 8)) {
             roles.customFiles.push_back(file);
         }
     }
@@ -192,23 +260,29 @@ void Reader::ReadAttachedFiles() {
 
 void Reader::ReadMetadata() {
     Statement rows(database_,
-                   "SELECT object, name, value, type, unit FROM metadata ORDER BY object, position");
+                   "SELECT object, position, name, value, type, unit FROM metadata"
+                   " ORDER BY object, position");
+    EntryNumbers numbers("metadata entry");
     rows.Begin();
     while (rows.Next()) {
+        numbers.Next(rows);
         CAEObject& object = ObjectOf(rows);
-        const OuString name = Text(rows, 1);
-        object.setMetadataValue(name, Text(rows, 2));
-        object.setMetadataType(name, Text(rows, 3));
-        korvane::SetMetadataUnit(object, name, Text(rows, 4));
+        const OuString name = Text(rows, 2);
+        object.setMetadataValue(name, Text(rows, 3));
+        object.setMetadataType(name, Text(rows, 4));
+        korvane::SetMetadataUnit(object, name, Text(rows, 5));
     }
 }
 
 void Reader::ReadViewItems() {
     Statement rows(database_, "SELECT object, shown FROM view_item");
+    std::size_t count = 0;
     rows.Begin();
     while (rows.Next()) {
         Find<CAEViewItem>(rows, "view item").setReferencedCAEObject(Integer(rows, 1));
+        ++count;
     }
+    CheckCount(CAE_VIEW_ITEM, count, "view items");
 }
 
 }  // namespace

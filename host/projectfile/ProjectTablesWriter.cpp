@@ -126,6 +126,7 @@ void WriteProjectTables(Database& database, CAEProject& project, Console& consol
     }
     Writer(database, console).Write(project);
     Statement(database, "INSERT INTO numbering VALUES (?)").Run(korvane::GetNextIdentifier(project));
+    WriteChecksum(database, kProjectFileKind);
     console.ClearProgress();
 }
 

@@ -122,6 +122,8 @@ bool Fetching::Run(const std::string& key, JSONNode& document) {
 }  // namespace
 
 bool FetchDocument(Database& database, const std::string& key, JSONNode& document, Console& console) {
+    CheckServerTables(database, CheckDepth::ForReading);
+    const ReadingLimits limits(database);
     try {
         if (!Fetching(database, console).Run(key, document)) {
             return false;

@@ -114,13 +114,6 @@ void Placement::Run(std::vector<StoredNode>& nodes, StoreReport& report, Console
     }
 }
 
-/// Whether the tables exist: a new database has none.
-bool HasTables(Database& database) {
-    Statement tables(database, "SELECT count(*) FROM sqlite_schema WHERE name = 'object'");
-    tables.Begin().Next();
-    return tables.Number(0) != 0;
-}
-
 }  // namespace
 
 JSONNode StoreDocument(Database& database, const JSONNode& document, const std::string& project,
@@ -128,11 +121,15 @@ JSONNode StoreDocument(Database& database, const JSONNode& document, const std::
     JSONNode taken = document;
     RemoveNullKeys(taken, report.notes);
     std::vector<StoredNode> nodes = ListNodes(taken, report.notes);
-    if (!HasTables(database)) {
+    if (HasTables(database)) {
+        console.ShowProgress("Checking the database", 0, 0);
+        CheckServerTables(database, CheckDepth::ForChanging);
+    } else {
         CreateServerTables(database);
     }
     IdentifyNodes(database, project, nodes, report);
     Placement(database).Run(nodes, report, console);
+    WriteChecksum(database, kServerKind);
     for (const StoredNode& stored : nodes) {
         ++(stored.IsFile() ? report.files : report.objects);
     }

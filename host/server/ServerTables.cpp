@@ -75,6 +75,25 @@ const char* PrefixOf(const std::string& type) {
     return found == std::end(kPrefixes) ? kProjectPrefix : found->prefix;
 }
 
+/// What a node stands for or shows, and the node above it, have to be there.
+void CheckReferences(Database& database) {
+    Statement lost(database,
+                   "SELECT node.number FROM node LEFT JOIN object ON object.number = node.object"
+                   " LEFT JOIN object AS assembly ON assembly.number = node.shown"
+                   " LEFT JOIN node AS holder ON holder.number = node.above"
+                   " WHERE object.number IS NULL OR (node.shown IS NOT NULL AND assembly.number IS NULL)"
+                   " OR (node.above IS NOT NULL AND holder.number IS NULL) LIMIT 1");
+    if (lost.Begin().Next()) {
+        throw DatabaseError("is damaged: something that the node " + std::to_string(lost.Number(0)) +
+                            " refers to is missing");
+    }
+    Statement origin(database, "SELECT count(*) FROM origin");
+    origin.Begin().Next();
+    if (origin.Number(0) != 1) {
+        throw DatabaseError("is damaged: it does not have one text for its keys");
+    }
+}
+
 }  // namespace
 
 std::string MakeKey(const std::string& type, std::int64_t number, const std::string& origin) {
@@ -90,6 +109,17 @@ std::int64_t NextNumber(Database& database, const std::string& table, std::size_
         throw DatabaseError("is damaged: there is no number left after " + std::to_string(number));
     }
     return number + 1;
+}
+
+bool HasTables(Database& database) {
+    Statement application(database, "PRAGMA application_id");
+    return application.Begin().Next() && application.Number(0) != 0;
+}
+
+void CheckServerTables(Database& database, CheckDepth depth) {
+    const ReadingLimits limits(database);
+    CheckDatabase(database, kTables, depth);
+    CheckReferences(database);
 }
 
 void CreateServerTables(Database& database) {

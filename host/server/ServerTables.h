@@ -6,12 +6,16 @@
 
 #include "host/document/NodeWalker.h"
 #include "host/system/Database.h"
+#include "host/system/DatabaseCheck.h"
 
 /// The tables of the server's database.
 namespace host {
 
 /// "KvSv" as a number.
-inline constexpr DatabaseKind kServerKind = {0x4B765376, 1, "server database"};
+///
+/// Format 1 has no checksum; the first store into such a database makes it one of format 2 (see
+/// ProjectFile.h).
+inline constexpr DatabaseKind kServerKind = {0x4B765376, 2, "server database"};
 
 /// How the tables number the sections that nodes are in.
 constexpr int NumberOfSection(NodePlace place) {
@@ -31,5 +35,11 @@ std::int64_t NextNumber(Database& database, const std::string& table, std::size_
 
 /// Creates the tables, empty, and the text that is different in every database.
 void CreateServerTables(Database& database);
+
+/// Whether the tables were created. A database that has a kind and no tables is damaged.
+bool HasTables(Database& database);
+
+/// Throws DatabaseError unless the database has exactly these tables, undamaged.
+void CheckServerTables(Database& database, CheckDepth depth);
 
 }  // namespace host

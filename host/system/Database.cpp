@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "DatabaseCheck.h"
 #include "DatabaseJournal.h"
 #include "FileSystem.h"
 
@@ -33,6 +34,13 @@ constexpr int kPatienceInMilliseconds = 5000;
             throw DatabaseError("cannot be written: the disk is full");
         case SQLITE_NOMEM:
             throw std::bad_alloc();
+        case SQLITE_INTERRUPT:
+            // Only ReadingLimits interrupt.
+            throw DatabaseError("is damaged: reading it does not come to an end");
+        case SQLITE_ERROR:
+            // The statements are right, so something that they expect in the database is not there.
+            throw DatabaseError(std::string(kForeign) +
+                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
         default:
             throw DatabaseError(std::string("cannot be used: ") +
                                 (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
@@ -78,6 +86,7 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
     if (!IsDatabaseFile(file, error) && (error || !IsInterruptedCreation(file))) {
         throw DatabaseError(error ? "cannot be read: " + error.message() : "is not a SQLite database");
     }
+    CheckHeader(file);
     return true;
 }
 
@@ -108,6 +117,7 @@ Database::Database() {
         const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer(handle_, sqlite3_close);
         Fail(handle_, code);
     }
+    Harden(handle_);
 }
 
 Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind)
@@ -124,10 +134,7 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
         Check(handle_, code);
         sqlite3_extended_result_codes(handle_, 1);
         Check(handle_, sqlite3_busy_timeout(handle_, kPatienceInMilliseconds));
-        // The file may come from anywhere, so nothing in it may run.
-        Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr));
-        Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr));
-        Check(handle_, sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr));
+        Harden(handle_);
         // Only now has SQLite undone a creation that was interrupted.
         const bool isEmpty = isThere && ReadNumber("PRAGMA page_count") == 0;
         if (isEmpty && use != DatabaseUse::Creating) {
@@ -246,6 +253,14 @@ std::int64_t Statement::Number(int column) const {
 
 bool Statement::IsNull(int column) const {
     return sqlite3_column_type(statement_, column) == SQLITE_NULL;
+}
+
+bool Statement::IsNumber(int column) const {
+    return sqlite3_column_type(statement_, column) == SQLITE_INTEGER;
+}
+
+bool Statement::IsText(int column) const {
+    return sqlite3_column_type(statement_, column) == SQLITE_TEXT;
 }
 
 std::string Statement::Text(int column) const {

@@ -130,7 +130,10 @@ public:
     /// The columns of the current row, counted from 0.
     std::int64_t Number(int column) const;
     bool IsNull(int column) const;
+    bool IsNumber(int column) const;
+    bool IsText(int column) const;
     std::string Text(int column) const;
+    sqlite3_stmt* Handle() const { return statement_; }
 
 private:
     void Bind(int index, std::int64_t value);

@@ -124,15 +124,18 @@ protected:
     std::string ErrorOfReading(const std::filesystem::path& file) {
         return ErrorOf([&] { ReadProjectFile(file, kept.console); });
     }
-    /// A project file with an iteration, changed by statements of SQL.
-    std::filesystem::path KeepDamaged(const char* statements) {
+    /// A project file with a part, changed by statements of SQL.
+    std::filesystem::path KeepDamaged(const std::string& statements) {
         TestProject project;
         project.AddFile(project.Add(CAE_PART, L"Arm"), L"arm.dat", CAE_FILE_REPORT);
         std::filesystem::remove(folder / "p.kvp");
         const std::filesystem::path file = Keep(*project);
-        Database(file, DatabaseUse::Changing, kProjectFileKind).Run(statements);
+        Database(file, DatabaseUse::Changing, kProjectFileKind).Run(statements.c_str());
         return file;
     }
+
+    /// Makes a project file one of the first format.
+    static constexpr const char* kWithoutChecksum = "DROP TABLE checksum; PRAGMA user_version = 1;";
 
     TemporaryDirectory folder;
     KeptConsole kept;
@@ -321,14 +324,16 @@ TEST_F(ProjectFileTest, RefusesWhatIsNoProjectFile) {
     EXPECT_EQ(ErrorOfReading(folder.Write("long.kvp", std::string(10000, 'x'))), "is not a SQLite database");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA application_id = 5")),
               "is a database of another program, not a project file");
-    EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 2")),
-              "was written by a newer korvane-json: it has format 2, and this version reads formats up to 1");
+    EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 3")),
+              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 2");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 0")),
               "is damaged: it does not say which format it has");
 }
 
 TEST_F(ProjectFileTest, RefusesDamagedContent) {
-    const auto errorOf = [&](const char* statements) { return ErrorOfReading(KeepDamaged(statements)); };
+    const auto errorOf = [&](const char* statements) {
+        return ErrorOfReading(KeepDamaged(std::string(kWithoutChecksum) + statements));
+    };
     EXPECT_EQ(errorOf("DELETE FROM object"), "is damaged: it has no project");
     EXPECT_EQ(errorOf("UPDATE object SET above = 99 WHERE id = 2"), "is damaged: there is no object 99");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 43 WHERE id = 2"),
@@ -347,7 +352,59 @@ TEST_F(ProjectFileTest, RefusesDamagedContent) {
     EXPECT_EQ(errorOf("INSERT INTO metadata VALUES (8, 0, '', '', '', '')"),
               "is damaged: there is no object 8");
     EXPECT_EQ(errorOf("DELETE FROM numbering"), "is damaged: it does not say which identifier comes next");
-    EXPECT_EQ(errorOf("DROP TABLE metadata"), "cannot be used: no such table: metadata");
+}
+
+TEST_F(ProjectFileTest, RefusesWhatCannotBeKeptAsItIs) {
+    const auto errorOf = [&](const char* statements) {
+        return ErrorOfReading(KeepDamaged(std::string(kWithoutChecksum) + statements));
+    };
+    EXPECT_EQ(errorOf("UPDATE object SET name = 'Arm' || char(0) || 'B' WHERE id = 2"),
+              "is damaged: a text has a NUL character: 'Arm\\x00B'");
+    EXPECT_EQ(errorOf("UPDATE file SET path = x'41'"), "is damaged: a value is not a text");
+    EXPECT_EQ(errorOf("UPDATE file SET format = 'x'"), "is damaged: a value is not a number");
+    EXPECT_EQ(errorOf("UPDATE file SET is_downloaded = 2"), "is damaged: a value is 2 and not 0 or 1");
+}
+
+TEST_F(ProjectFileTest, RefusesWhatIsNotWhole) {
+    const auto errorOf = [&](const char* statements) {
+        return ErrorOfReading(KeepDamaged(std::string(kWithoutChecksum) + statements));
+    };
+    EXPECT_EQ(errorOf("DELETE FROM object WHERE place = 2"),
+              "is damaged: the object before the object 3 is missing");
+    EXPECT_EQ(errorOf("DELETE FROM file"), "is damaged: it has 1 files but 0 entries for them");
+    EXPECT_EQ(errorOf("DELETE FROM project"), "is damaged: it has 1 projects but 0 entries for them");
+    EXPECT_EQ(errorOf("UPDATE attached_file SET position = 1"),
+              "is damaged: a file of the object 2 is missing");
+    EXPECT_EQ(errorOf("INSERT INTO metadata VALUES (2, 0, 'a', '', '', ''), (2, 2, 'c', '', '', '')"),
+              "is damaged: a metadata entry of the object 2 is missing");
+}
+
+TEST_F(ProjectFileTest, ContentHasItsChecksum) {
+    const std::string message =
+        "is damaged: its content does not have the checksum that was written with it. Restore it from a copy";
+    for (const char* const statements :
+         {"UPDATE object SET name = 'Arn' WHERE id = 2", "UPDATE file SET type = type + 1",
+          "UPDATE numbering SET next_id = 9", "INSERT INTO metadata VALUES (2, 0, 'a', '', '', '')",
+          "UPDATE object SET database_key = name, name = database_key",
+          "UPDATE checksum SET value = value + 1", "DELETE FROM checksum",
+          "UPDATE project SET display_name = 'x', directory = directory || 'x'"}) {
+        const std::filesystem::path file = KeepDamaged(statements);
+        EXPECT_EQ(ErrorOfReading(file), message) << statements;
+        EXPECT_EQ(ErrorOf([&] { ProjectFile::Open(file, true, kept.console); }), message) << statements;
+    }
+}
+
+TEST_F(ProjectFileTest, AFileWithoutChecksumGetsOneWhenItIsSaved) {
+    const std::filesystem::path file = KeepDamaged(kWithoutChecksum);
+    std::string text;
+    {
+        ProjectFile opened = ProjectFile::Open(file, true, kept.console);
+        text = ModelText(opened.Project());
+        opened.Save(kept.console);
+    }
+    EXPECT_EQ(ModelText(*ReadProjectFile(file, kept.console)), text);
+    Database(file, DatabaseUse::Changing, kProjectFileKind).Run("UPDATE object SET name = 'x'");
+    EXPECT_NE(ErrorOfReading(file).find("checksum"), std::string::npos);
 }
 
 TEST_F(ProjectFileTest, KeepsAHundredThousandObjectsOneBelowTheOther) {

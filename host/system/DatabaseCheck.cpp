@@ -1,0 +1,183 @@
+#include "DatabaseCheck.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "DatabaseChecksum.h"
+#include "FileSystem.h"
+#include "Text.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kChecksumTable = "CREATE TABLE checksum (value INTEGER NOT NULL);";
+constexpr std::string_view kAdvice = ". Restore it from a copy";
+
+/// Reading takes about five steps for a byte of the smallest rows.
+constexpr std::int64_t kStepsForAByte = 64;
+constexpr std::int64_t kStepsForAnyFile = 20'000'000;
+constexpr int kStepsBetweenChecks = 100'000;
+
+[[noreturn]] void RefuseForeign(const std::string& reason) {
+    throw DatabaseError(std::string(kForeign) + reason + std::string(kAdvice));
+}
+
+/// The size of the file of a database; nothing if it is in memory.
+std::int64_t SizeOf(sqlite3* handle) {
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file)) !=
+            SQLITE_OK ||
+        file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK) {
+        return 0;
+    }
+    return size;
+}
+
+std::int64_t NumberOf(Database& database, const char* question) {
+    Statement statement(database, question);
+    return statement.Begin().Next() ? statement.Number(0) : 0;
+}
+
+/// A table, an index or anything else that a database can have: its type and name, and then the table that it
+/// belongs to and the statement that created it.
+using SchemaEntry = std::pair<std::pair<std::string, std::string>, std::pair<std::string, std::string>>;
+
+SchemaEntry ReadEntry(const Statement& row) {
+    return {{row.Text(0), row.Text(1)}, {row.Text(2), row.Text(3)}};
+}
+
+constexpr const char* kSchema = "SELECT type, name, tbl_name, sql FROM sqlite_schema";
+
+/// A table that is missing, or a view or anything else in its place, would otherwise be met by a statement
+/// that expects the table.
+void CheckTables(Database& database, const std::string& statements) {
+    Database model;
+    model.Run(statements.c_str());
+    std::map<SchemaEntry::first_type, SchemaEntry::second_type> expected;
+    Statement ours(model, kSchema);
+    ours.Begin();
+    while (ours.Next()) {
+        expected.insert(ReadEntry(ours));
+    }
+    Statement theirs(database, kSchema);
+    theirs.Begin();
+    while (theirs.Next()) {
+        const auto [what, definition] = ReadEntry(theirs);
+        const auto found = expected.find(what);
+        if (found == expected.end()) {
+            RefuseForeign("it has the " + Printable(std::string_view(what.first)) + " " +
+                          Quoted(what.second) + ", which korvane-json does not create");
+        }
+        if (found->second != definition) {
+            RefuseForeign("the " + what.first + " " + Quoted(what.second) +
+                          " is not as korvane-json creates it");
+        }
+        expected.erase(found);
+    }
+    if (!expected.empty()) {
+        const auto& [type, name] = expected.rbegin()->first;
+        RefuseForeign("the " + type + " " + Quoted(name) + " is missing");
+    }
+    Statement encoding(database, "PRAGMA encoding");
+    if (!encoding.Begin().Next() || encoding.Text(0) != "UTF-8") {
+        RefuseForeign("its texts are not in UTF-8");
+    }
+}
+
+void CheckPages(Database& database) {
+    Statement check(database, "PRAGMA quick_check(1)");
+    if (const std::string result = check.Begin().Next() ? check.Text(0) : ""; result != "ok") {
+        RefuseDamaged(Printable(std::string_view(result)));
+    }
+}
+
+}  // namespace
+
+void RefuseDamaged(const std::string& reason) {
+    throw DatabaseError("is damaged: " + reason + std::string(kAdvice));
+}
+
+void Harden(sqlite3* handle) {
+    const std::pair<int, int> switches[] = {
+        {SQLITE_DBCONFIG_DEFENSIVE, 1},      {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+        {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+        {SQLITE_DBCONFIG_DQS_DML, 0},        {SQLITE_DBCONFIG_DQS_DDL, 0},
+    };
+    for (const auto& [name, value] : switches) {
+        sqlite3_db_config(handle, name, value, nullptr);
+    }
+    sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 50);
+    sqlite3_exec(handle, "PRAGMA cell_size_check = 1; PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
+}
+
+void CheckHeader(const std::filesystem::path& file) {
+    FileSample sample;
+    // The two bytes say which version of the format is needed to write and to read; 2 is a write-ahead log.
+    constexpr std::size_t kVersions = 18;
+    if (ReadSample(file, kVersions + 2, 0, sample) || sample.head.size() < kVersions + 2) {
+        return;
+    }
+    if (std::max(sample.head[kVersions], sample.head[kVersions + 1]) == 2) {
+        throw DatabaseError(std::string(kForeign) + "it has a write-ahead log" + std::string(kAdvice));
+    }
+}
+
+ReadingLimits::ReadingLimits(Database& database) : handle_(database.Handle()) {
+    const std::int64_t size = SizeOf(handle_);
+    longestValue_ = sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, -1);
+    if (size == 0) {
+        return;
+    }
+    constexpr std::int64_t kLongestOfAnyFile = 1'000'000;
+    sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH,
+                  static_cast<int>(std::clamp<std::int64_t>(size, kLongestOfAnyFile, longestValue_)));
+    stepsLeft_ = size > std::numeric_limits<std::int64_t>::max() / (2 * kStepsForAByte)
+                     ? std::numeric_limits<std::int64_t>::max()
+                     : kStepsForAnyFile + size * kStepsForAByte;
+    sqlite3_progress_handler(handle_, kStepsBetweenChecks, CountSteps, this);
+}
+
+ReadingLimits::~ReadingLimits() {
+    sqlite3_progress_handler(handle_, 0, nullptr, nullptr);
+    sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, longestValue_);
+}
+
+int ReadingLimits::CountSteps(void* limits) {
+    auto& self = *static_cast<ReadingLimits*>(limits);
+    self.stepsLeft_ -= kStepsBetweenChecks;
+    return self.stepsLeft_ < 0 ? 1 : 0;
+}
+
+void CheckDatabase(Database& database, const char* tables, CheckDepth depth) {
+    const bool hasChecksum = NumberOf(database, "PRAGMA user_version") >= kFirstFormatWithChecksum;
+    CheckTables(database, std::string(tables) + (hasChecksum ? kChecksumTable : ""));
+    if (depth == CheckDepth::ForChanging) {
+        CheckPages(database);
+    }
+    const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()));
+    if (!hasChecksum) {
+        return;
+    }
+    Statement checksum(database, "SELECT value FROM checksum");
+    if (!checksum.Begin().Next() || !checksum.IsNumber(0) || checksum.Number(0) != sum) {
+        RefuseDamaged("its content does not have the checksum that was written with it");
+    }
+}
+
+void WriteChecksum(Database& database, const DatabaseKind& kind) {
+    if (NumberOf(database, "SELECT count(*) FROM sqlite_schema WHERE name = 'checksum'") == 0) {
+        database.Run(kChecksumTable);
+        database.SetKind(kind);
+    }
+    database.Run("DELETE FROM checksum");
+    Statement(database, "INSERT INTO checksum VALUES (?)").Run(ChecksumOf(database, 0));
+}
+
+}  // namespace host

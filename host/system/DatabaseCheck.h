@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "Database.h"
+
+/// Databases come from anywhere, and disks fail: nothing in a database may run, and damage must not pass as
+/// sound content.
+namespace host {
+
+/// Both kinds of databases have a checksum since this format. What older formats hold is read without one.
+inline constexpr std::int32_t kFirstFormatWithChecksum = 2;
+
+/// How the message about a database begins that has something else in it than this program writes.
+inline constexpr std::string_view kForeign = "is damaged or was made by another program: ";
+
+/// Throws the DatabaseError of a database that is damaged for this reason, which says what to do.
+[[noreturn]] void RefuseDamaged(const std::string& reason);
+
+/// Switches off everything in SQLite that a database could make run.
+void Harden(sqlite3* handle);
+
+/// Throws DatabaseError if the header of the file shows that it was left in a mode that this program does not
+/// use, in which SQLite writes files beside it even to read it.
+void CheckHeader(const std::filesystem::path& file);
+
+/// While this object exists, reading a database of a file takes at most a number of steps, and values of a
+/// size, that follow from the size of the file: a file in which pages refer to each other in circles would
+/// otherwise be read without an end.
+class ReadingLimits {
+public:
+    explicit ReadingLimits(Database& database);
+    ~ReadingLimits();
+    ReadingLimits(const ReadingLimits&) = delete;
+    ReadingLimits& operator=(const ReadingLimits&) = delete;
+
+private:
+    static int CountSteps(void* limits);
+
+    sqlite3* handle_;
+    std::int64_t stepsLeft_ = 0;
+    int longestValue_ = 0;
+};
+
+/// What a database is checked for.
+enum class CheckDepth {
+    /// The tables, their rows and indexes, and the checksum.
+    ForReading,
+    /// These, and how the pages of the file are used, so that writing damages nothing.
+    ForChanging,
+};
+
+/// Throws DatabaseError unless the database has exactly the tables and indexes that the statements create,
+/// every index has the rows of its table, and the rows have the checksum that was written with them. The
+/// caller has begun a transaction. Every row is read once, and once again for each index.
+void CheckDatabase(Database& database, const char* tables, CheckDepth depth);
+
+/// Writes the checksum of all rows, which is the last thing before a commit. A database of a format without
+/// checksum gets the format of the kind.
+void WriteChecksum(Database& database, const DatabaseKind& kind);
+
+}  // namespace host

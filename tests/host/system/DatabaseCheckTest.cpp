@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "host/HostSupport.h"
+#include "host/projectfile/ProjectFile.h"
+#include "host/projectfile/ProjectTables.h"
+#include "host/server/Server.h"
+#include "host/server/ServerTables.h"
+#include "host/system/DatabaseCheck.h"
+#include "support/ModelBuilders.h"
+#include "support/TemporaryDirectory.h"
+
+namespace host {
+namespace {
+
+std::string ErrorOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const DatabaseError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+class DatabaseCheckTest : public testing::Test {
+protected:
+    /// A project file with a part that has a metadata entry.
+    std::filesystem::path MakeProjectFile() {
+        TestProject project;
+        SetMetadata(project.Add(CAE_PART, L"Arm"), L"Mass", L"5");
+        const std::filesystem::path file = folder / "p.kvp";
+        std::filesystem::remove(file);
+        CreateProjectFile(file, *project, kept.console);
+        return file;
+    }
+    /// What reading and changing say of a project file that was changed by statements of SQL.
+    std::string ErrorAfter(const char* statements) {
+        const std::filesystem::path file = MakeProjectFile();
+        Database(file, DatabaseUse::Changing, kProjectFileKind).Run(statements);
+        std::string reading = ErrorOf([&] { ReadProjectFile(file, kept.console); });
+        EXPECT_EQ(ErrorOf([&] { ProjectFile::Open(file, true, kept.console); }), reading);
+        return reading;
+    }
+
+    TemporaryDirectory folder;
+    KeptConsole kept;
+};
+
+TEST_F(DatabaseCheckTest, NothingThatADatabaseBringsAlongRuns) {
+    const std::string foreign = "is damaged or was made by another program: ";
+    const std::string advice = ". Restore it from a copy";
+    EXPECT_EQ(ErrorAfter("DROP TABLE metadata; CREATE VIEW metadata AS WITH RECURSIVE n (i) AS"
+                         " (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT 2 AS object, i AS position,"
+                         " 'n' AS name, 'v' AS value, 't' AS type, 'u' AS unit FROM n"),
+              foreign + "it has the view 'metadata', which korvane-json does not create" + advice);
+    EXPECT_EQ(ErrorAfter("CREATE TRIGGER t AFTER DELETE ON object BEGIN SELECT 1; END"),
+              foreign + "it has the trigger 't', which korvane-json does not create" + advice);
+    EXPECT_EQ(ErrorAfter("CREATE INDEX i ON object (upper(name))"),
+              foreign + "it has the index 'i', which korvane-json does not create" + advice);
+    EXPECT_EQ(ErrorAfter("DROP TABLE metadata"), foreign + "the table 'metadata' is missing" + advice);
+    EXPECT_EQ(ErrorAfter("ALTER TABLE metadata ADD COLUMN twice TEXT AS (value || value)"),
+              foreign + "the table 'metadata' is not as korvane-json creates it" + advice);
+    EXPECT_EQ(ErrorAfter("ALTER TABLE object RENAME COLUMN name TO names"),
+              foreign + "the table 'object' is not as korvane-json creates it" + advice);
+}
+
+TEST_F(DatabaseCheckTest, AWriteAheadLogIsRefusedBeforeItIsRead) {
+    const std::filesystem::path file = MakeProjectFile();
+    Database(file, DatabaseUse::Changing, kProjectFileKind).Run("PRAGMA journal_mode = WAL");
+    EXPECT_EQ(ErrorOf([&] { ReadProjectFile(file, kept.console); }),
+              "is damaged or was made by another program: it has a write-ahead log. Restore it from a copy");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+TEST_F(DatabaseCheckTest, ReadingHasAnEnd) {
+    Database database(MakeProjectFile(), DatabaseUse::Reading, kProjectFileKind);
+    const char* const endless =
+        "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n WHERE i < 0";
+    EXPECT_EQ(ErrorOf([&] {
+                  const ReadingLimits limits(database);
+                  Statement(database, endless).Run();
+              }),
+              "is damaged: reading it does not come to an end");
+    EXPECT_EQ(ErrorOf([&] {
+                  const ReadingLimits limits(database);
+                  Statement(database, "SELECT zeroblob(2000000)").Run();
+              }),
+              "cannot be used: string or blob too big");
+    EXPECT_EQ(ErrorOf([&] { Statement(database, "SELECT zeroblob(2000000)").Run(); }), "no error");
+}
+
+TEST_F(DatabaseCheckTest, AnIndexFitsItsTable) {
+    const std::filesystem::path file = folder / "s.db";
+    const JSONNode document = libjson::parse(
+        R"({"id":"1","type":"SIMULATION","children":[{"id":"3","type":"CAEPART","name":"Arm"}]})");
+    StoreReport report;
+    Server::OpenForStoring(file, false).Store(document, "P", report, kept.console);
+    const std::string bytes = ReadWholeFile(file);
+    std::string key;
+    {
+        Database database(file, DatabaseUse::Reading, kServerKind);
+        Statement keys(database, "SELECT key FROM object WHERE type = 'CAEPART'");
+        ASSERT_TRUE(keys.Begin().Next());
+        key = keys.Text(0);
+    }
+    int places = 0;
+    for (std::size_t at = bytes.find(key); at != std::string::npos; at = bytes.find(key, at + 1)) {
+        ++places;
+        std::string damaged = bytes;
+        damaged[at + 4] = '7';
+        folder.Write("s.db", damaged);
+        JSONNode fetched(JSON_NODE);
+        const std::string error =
+            ErrorOf([&] { Server::OpenForFetching(file).Fetch(key, fetched, kept.console); });
+        EXPECT_TRUE(error.starts_with("is damaged: ")) << error;
+        const std::string storing =
+            ErrorOf([&] { Server::OpenForStoring(file, false).Store(document, "P", report, kept.console); });
+        EXPECT_TRUE(storing.starts_with("is damaged: ")) << storing;
+        EXPECT_EQ(ReadWholeFile(file), damaged);
+    }
+    EXPECT_EQ(places, 2) << "the key stands in the table and in its index";
+}
+
+TEST_F(DatabaseCheckTest, APageThatIsUsedTwiceIsFoundBeforeAnythingIsWritten) {
+    const std::filesystem::path file = MakeProjectFile();
+    std::string bytes = ReadWholeFile(file);
+    // The header's list of unused pages begins at byte 32 and counts them at byte 36.
+    bytes[35] = '\x03';
+    bytes[39] = '\x01';
+    folder.Write("p.kvp", bytes);
+    EXPECT_EQ(ErrorOf([&] { ReadProjectFile(file, kept.console); }), "no error");
+    const std::string error = ErrorOf([&] { ProjectFile::Open(file, true, kept.console); });
+    EXPECT_TRUE(error.starts_with("is damaged: ")) << error;
+    EXPECT_EQ(ReadWholeFile(file), bytes);
+}
+
+TEST_F(DatabaseCheckTest, ADatabaseThatLostItsTablesIsNotANewOne) {
+    const std::filesystem::path file = folder / "s.db";
+    Database(file, DatabaseUse::Creating, kServerKind).SetKind(kServerKind);
+    const std::string bytes = ReadWholeFile(file);
+    StoreReport report;
+    EXPECT_EQ(ErrorOf([&] {
+                  Server::OpenForStoring(file, false)
+                      .Store(libjson::parse(R"({"type":"X"})"), "P", report, kept.console);
+              }),
+              "is damaged or was made by another program: the table 'project' is missing. Restore it from a "
+              "copy");
+    EXPECT_EQ(ReadWholeFile(file), bytes);
+}
+
+}  // namespace
+}  // namespace host
