@@ -121,6 +121,23 @@ bool FailedAllocation::Try(std::size_t nth) {
     return hasHappened;
 }
 
+TEST(Allocations, OfEveryLibraryAreSeen) {
+    allocations::CountOperatorNew();
+    const allocations::LibjsonFunctions counted;
+    const std::size_t newInUse = allocations::InUse(Source::kNew);
+    {
+        const OuString text(L"in the library of texts");
+        EXPECT_EQ(allocations::InUse(Source::kNew), newInUse + 1);
+    }
+    EXPECT_EQ(allocations::InUse(Source::kNew), newInUse);
+    const std::size_t libjsonInUse = allocations::InUse(Source::kLibjson);
+    {
+        const JSONNode node(json_string(), json_string(5000, 'x'));
+        EXPECT_EQ(allocations::InUse(Source::kLibjson), libjsonInUse + 1);
+    }
+    EXPECT_EQ(allocations::InUse(Source::kLibjson), libjsonInUse);
+}
+
 TEST_P(FailedAllocation, ReachesTheCallerAndCostsNothing) {
     bool asks = false;
     {
