@@ -92,18 +92,6 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
 
 }  // namespace
 
-// SQLite expects names in UTF-8 on Windows, and as they are elsewhere. It gives some names a meaning, like
-// ":memory:" and those that begin with "file:"; with "./" before it, a relative path is always a file.
-std::string SqliteName(const std::filesystem::path& file) {
-    const std::filesystem::path named = file.has_root_path() ? file : "." / file;
-#if defined(_WIN32)
-    const std::u8string name = named.u8string();
-    return {name.begin(), name.end()};
-#else
-    return named.native();
-#endif
-}
-
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error) {
     constexpr std::string_view kBeginning("SQLite format 3\0", 16);
     FileSample sample;

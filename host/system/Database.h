@@ -5,10 +5,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+
+#include "DatabaseError.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -16,34 +17,6 @@ struct sqlite3_stmt;
 /// SQLite 3: databases, prepared statements and transactions. Texts are bytes, UTF-8 or not, and are read as
 /// they were written.
 namespace host {
-
-/// What is in a database after a failure.
-enum class Remains {
-    /// What was there before.
-    TheOld,
-    /// The new content: only the end of the change failed.
-    TheNew,
-    /// Both, because the change could not be undone. SQLite undoes it from the journal when it can.
-    AJournal,
-    /// What cannot be read.
-    Unknown
-};
-
-/// Why a database cannot be used, as the end of a sentence that begins with its name: "is in use by another
-/// program".
-class DatabaseError : public std::runtime_error {
-public:
-    explicit DatabaseError(const std::string& reason, Remains remains = Remains::TheOld)
-        : std::runtime_error(reason), remains_(remains) {}
-    Remains WhatRemains() const { return remains_; }
-
-private:
-    Remains remains_;
-};
-
-/// The name of the file as SQLite expects it. It is always a name of a file, though SQLite gives some names
-/// another meaning.
-std::string SqliteName(const std::filesystem::path& file);
 
 /// Whether the file begins as SQLite databases do. If it cannot be read, returns false and the reason.
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error);

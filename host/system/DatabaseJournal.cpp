@@ -4,11 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <system_error>
 
-#include "Database.h"
+#include "DatabaseError.h"
 #include "FileSystem.h"
 
 namespace host {
@@ -58,6 +57,18 @@ bool EndsWithMagic(const path& journal) {
 }
 
 }  // namespace
+
+// SQLite expects names in UTF-8 on Windows, and as they are elsewhere. It gives some names a meaning, like
+// ":memory:" and those that begin with "file:"; with "./" before it, a relative path is always a file.
+std::string SqliteName(const std::filesystem::path& file) {
+    const std::filesystem::path named = file.has_root_path() ? file : "." / file;
+#if defined(_WIN32)
+    const std::u8string name = named.u8string();
+    return {name.begin(), name.end()};
+#else
+    return named.native();
+#endif
+}
 
 path JournalOf(const path& database) {
     return WithEnding(ResolvedName(database), kJournalEnding);

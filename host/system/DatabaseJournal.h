@@ -1,10 +1,15 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 /// The file that SQLite keeps beside a database while it changes it: its journal, from which a change that
 /// was not finished is undone. It has the name of the database and "-journal" at the end.
 namespace host {
+
+/// The name of the file as SQLite expects it. It is always a name of a file, though SQLite gives some names
+/// another meaning.
+std::string SqliteName(const std::filesystem::path& file);
 
 /// The path of the journal. SQLite keeps it beside the file itself, not beside a link to it.
 std::filesystem::path JournalOf(const std::filesystem::path& database);

@@ -1,0 +1,204 @@
+#include "ChangingCommands.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+
+#include "host/system/Text.h"
+#include "support/Process.h"
+
+namespace failures {
+namespace {
+
+constexpr int kStudies = 40;
+constexpr int kFewer = 25;
+
+/// Studies with decks, parts and files, so many that the databases have a hundred pages.
+void WriteStudies(const TemporaryDirectory& folder, const std::string& name, int count) {
+    for (int number = 0; number < count; ++number) {
+        const std::string study = name + "/study-" + std::to_string(100 + number) + "/";
+        const std::string text = "** made for the study number " + std::to_string(number);
+        folder.Write(study + "load.inp", text + "\n*STEP\n*STATIC\n*END STEP\n");
+        folder.Write(study + "modes.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
+        folder.Write(study + "bracket.msh", text);
+        folder.Write(study + "notes.txt", text);
+    }
+}
+
+/// Runs the program and throws if it fails.
+ProcessResult Do(const std::filesystem::path& folder, const std::vector<std::string>& arguments) {
+    ProcessResult result = RunProgram(ProgramPath("korvane-json"), {arguments, {}, folder, {}, {}});
+    if (result.status != 0) {
+        throw std::runtime_error(arguments.front() + ": " + result.error);
+    }
+    return result;
+}
+
+class Connection {
+public:
+    explicit Connection(const std::filesystem::path& file) {
+        if (sqlite3_open(ToUtf8(file).c_str(), &handle_) != SQLITE_OK) {
+            throw std::runtime_error("cannot be opened");
+        }
+    }
+    ~Connection() { sqlite3_close(handle_); }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// All rows, one on a line.
+    std::string Ask(const std::string& question) {
+        std::string text;
+        char* message = nullptr;
+        const auto addRow = [](void* context, int count, char** values, char**) {
+            auto& rows = *static_cast<std::string*>(context);
+            for (int column = 0; column < count; ++column) {
+                rows += values[column] != nullptr ? values[column] : "NULL";
+                rows += '|';
+            }
+            rows += '\n';
+            return 0;
+        };
+        if (sqlite3_exec(handle_, question.c_str(), addRow, &text, &message) != SQLITE_OK) {
+            const std::string reason = message != nullptr ? message : "no message";
+            sqlite3_free(message);
+            throw std::runtime_error(question + ": " + reason);
+        }
+        return text;
+    }
+
+private:
+    sqlite3* handle_ = nullptr;
+};
+
+/// Every row of every table. Throws if the database is damaged.
+std::string RowsOf(const std::filesystem::path& file, std::string& origin) {
+    Connection connection(file);
+    const std::string check = connection.Ask("PRAGMA integrity_check");
+    if (check != "ok|\n") {
+        throw std::runtime_error(check);
+    }
+    std::string rows = connection.Ask("PRAGMA application_id") + connection.Ask("PRAGMA user_version") +
+                       connection.Ask("SELECT type, name, sql FROM sqlite_schema ORDER BY 2");
+    const std::string tables =
+        connection.Ask("SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY 1");
+    for (std::size_t begin = 0, end = 0; (end = tables.find("|\n", begin)) != std::string::npos;
+         begin = end + 2) {
+        const std::string table = tables.substr(begin, end - begin);
+        const std::string content = connection.Ask("SELECT * FROM " + table);
+        if (table == "origin") {
+            origin = content.substr(0, content.find('|'));
+        }
+        rows += table + '\n' + content;
+    }
+    return rows;
+}
+
+void ReplaceAll(std::string& text, const std::string& old, std::string_view replacement) {
+    for (std::size_t place = 0; !old.empty() && (place = text.find(old, place)) != std::string::npos;) {
+        text.replace(place, old.size(), replacement);
+    }
+}
+
+/// Replaces the times that are not before `start`: those at which commands ran.
+void ReplaceTimes(std::string& text, const std::string& start) {
+    for (std::size_t place = 0; (place = text.find('T', place)) != std::string::npos; ++place) {
+        // 2026-01-31T23:59:59Z
+        if (place >= 10 && place + 9 < text.size() && text[place - 3] == '-' && text[place + 3] == ':' &&
+            text[place + 9] == 'Z' && text.compare(place - 10, 20, start) >= 0) {
+            text.replace(place - 10, 20, "0000-00-00T00:00:00Z");
+        }
+    }
+}
+
+}  // namespace
+
+bool IsLongRun() {
+    const char* const text = std::getenv("KORVANEJSON_LONG");
+    return text != nullptr && std::string(text) == "1";
+}
+
+CommandFolder::CommandFolder(const ChangingCommand& command)
+    : command_(command),
+      start_(host::FormatTime(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()))) {
+    WriteStudies(folder_, "given/studies", kStudies);
+    WriteStudies(folder_, "given/fewer", kFewer);
+    folder_.MakeDirectory("work");
+    const std::filesystem::path folder = folder_.Path();
+    Do(folder, {"new", "given/studies", "given/p.kvp"});
+    Do(folder, {"export", "given/p.kvp", "-o", "given/document.json"});
+    Do(folder, {"export", "given/fewer", "-o", "given/fewer.json"});
+    Do(folder, {"store", "given/document.json", "--db", "given/s.db", "-o", "given/answer.json"});
+    Reset();
+    bytesBefore_ = Bytes();
+    textBefore_ = Text();
+    Do(folder, command_.arguments);
+    textAfter_ = Text();
+    if (textBefore_ == textAfter_ || Names() != NamesAfter()) {
+        throw std::runtime_error(std::string(command_.name) + " did not change its file alone");
+    }
+}
+
+void CommandFolder::Reset() const {
+    for (const auto& entry : std::filesystem::directory_iterator(folder_ / "work")) {
+        std::filesystem::remove(entry.path());
+    }
+    if (command_.before == Before::EmptyFile) {
+        folder_.Write(std::string("work/") + command_.file, "");
+    } else if (command_.before == Before::Database) {
+        std::filesystem::copy_file(folder_ / (std::string("given/") + command_.file), File());
+    }
+}
+
+std::string CommandFolder::Names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_ / "work")) {
+        names.push_back(ToUtf8(entry.path().filename()));
+    }
+    std::ranges::sort(names);
+    std::string text;
+    for (const std::string& name : names) {
+        text += name + ' ';
+    }
+    return text;
+}
+
+std::optional<std::string> CommandFolder::Bytes() const {
+    return std::filesystem::exists(File()) ? std::optional(ReadWholeFile(File())) : std::nullopt;
+}
+
+std::string CommandFolder::Text() const {
+    if (!std::filesystem::exists(File())) {
+        return "no file";
+    }
+    try {
+        std::string origin;
+        std::string rows = RowsOf(File(), origin);
+        if (std::filesystem::file_size(File()) == 0) {
+            return "an empty file";
+        }
+        // What tells a database from all others.
+        ReplaceAll(rows, origin, "ORIGIN");
+        ReplaceTimes(rows, start_);
+        // The same rows read the same, so they are read once.
+        std::string& text = texts_[rows];
+        if (text.empty()) {
+            const std::string name = ToUtf8(File());
+            const bool isProject = File().extension() == ".kvp";
+            const std::vector<std::string> reading =
+                isProject ? std::vector<std::string>{"export", name}
+                          : std::vector<std::string>{"fetch", "PRJ-1-" + origin, "--db", name};
+            text = rows + Do(folder_.Path(), reading).output;
+            ReplaceAll(text, origin, "ORIGIN");
+            ReplaceTimes(text, start_);
+        }
+        return text;
+    } catch (const std::runtime_error& error) {
+        return std::string("unusable: ") + error.what();
+    }
+}
+
+}  // namespace failures

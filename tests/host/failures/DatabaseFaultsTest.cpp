@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#if !defined(_WIN32)
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+#include "ChangingCommands.h"
+#include "FaultyFiles.h"
+#include "host/HostSupport.h"
+#include "host/commands/CommandLine.h"
+#include "host/system/Text.h"
+
+namespace failures {
+namespace {
+
+/// What the program did.
+struct Outcome {
+    int status = 0;
+    std::string said;
+};
+
+/// Runs the commands within this process, where their files can fail.
+class DatabaseFaults : public testing::TestWithParam<std::tuple<ChangingCommand, bool>> {
+protected:
+    DatabaseFaults() : old_(std::filesystem::current_path()), folder_(Command()) {
+        UseFaultyFiles(std::get<1>(GetParam()));
+        std::filesystem::current_path(folder_.Path());
+    }
+    ~DatabaseFaults() override { std::filesystem::current_path(old_); }
+
+    static const ChangingCommand& Command() { return std::get<0>(GetParam()); }
+
+    /// Runs the command as main does.
+    static Outcome Run() {
+        host::KeptConsole kept;
+        Outcome outcome;
+        try {
+            outcome.status = host::RunCommandLine(Command().arguments, kept.console);
+        } catch (const std::exception& error) {
+            outcome.status = 1;
+            kept.said += std::string("exception: ") + error.what();
+        }
+        outcome.said = kept.said;
+        return outcome;
+    }
+
+    /// How many operations of the kind there are if nothing fails.
+    std::uint64_t CountOperations(const FaultKind& kind) const {
+        folder_.Reset();
+        Arm(kind, Manner::Once, 0);
+        EXPECT_EQ(Run().status, 0);
+        return Disarm();
+    }
+
+    /// Runs it with the fault, and returns whether the fault came to pass.
+    bool RunWithFault(const FaultKind& kind, Manner manner, std::uint64_t number, Outcome& outcome) const {
+        folder_.Reset();
+        Arm(kind, manner, number);
+        outcome = Run();
+        return Disarm() >= number;
+    }
+
+    /// The moments at which something is tried, of so many: all of them in a long run, otherwise the first,
+    /// the last and some in between, and one that is never reached.
+    static std::vector<std::uint64_t> Moments(std::uint64_t count) {
+        constexpr std::uint64_t kEnds = 4;
+        constexpr std::uint64_t kBetween = 8;
+        std::vector<std::uint64_t> moments;
+        for (std::uint64_t moment = 1; moment <= count + 1; ++moment) {
+            if (IsLongRun() || moment <= kEnds || moment + kEnds > count ||
+                moment % (count / kBetween + 1) == 0) {
+                moments.push_back(moment);
+            }
+        }
+        return moments;
+    }
+
+    void ExpectTrue(const Outcome& outcome) const;
+    void ExpectTheOldAlone() const {
+        EXPECT_TRUE(folder_.Bytes() == folder_.BytesBefore()) << "the file has other bytes";
+    }
+
+    std::filesystem::path old_;
+    CommandFolder folder_;
+};
+
+/// What the command said is true.
+void DatabaseFaults::ExpectTrue(const Outcome& outcome) const {
+    const auto says = [&](std::string_view text) { return outcome.said.find(text) != std::string::npos; };
+    const std::string names = folder_.Names();
+    if (outcome.status == 0) {
+        EXPECT_EQ(names, folder_.NamesAfter());
+        EXPECT_TRUE(folder_.Text() == folder_.TextAfter()) << "the file is not the new one";
+    } else if (says("Nothing was changed")) {
+        ExpectTheOldAlone();
+    } else if (says("The change was made all the same")) {
+        EXPECT_TRUE(folder_.Text() == folder_.TextAfter()) << "the file is not the new one";
+    } else if (says("could not be undone yet: leave '" + std::string(Command().file) + "-journal' beside")) {
+        EXPECT_EQ(names, folder_.NamesAfter() + Command().file + "-journal ");
+        EXPECT_TRUE(folder_.Text() == folder_.TextBefore()) << "the change was not undone";
+        ExpectTheOldAlone();
+    } else {
+        EXPECT_TRUE(says("Whether the change was made cannot be told"));
+    }
+    const std::string text = folder_.Text();
+    EXPECT_TRUE(text == folder_.TextBefore() || text == folder_.TextAfter())
+        << "neither the old nor the new: " << text.substr(0, 200);
+}
+
+TEST_P(DatabaseFaults, LeaveTheOldFileOrTheNewOneAndSayWhich) {
+    std::uint64_t tried = 0;
+    std::uint64_t failed = 0;
+    for (const FaultKind& kind : FaultKinds()) {
+        const std::uint64_t count = CountOperations(kind);
+        for (const Manner manner : {Manner::Once, Manner::ForGood, Manner::Gone}) {
+            for (const std::uint64_t number : Moments(count)) {
+                SCOPED_TRACE(std::string(kind.name) + " " + std::to_string(number) +
+                             (manner == Manner::Once      ? " once"
+                              : manner == Manner::ForGood ? " for good"
+                                                          : " and everything after it"));
+                Outcome outcome;
+                const bool isReached = RunWithFault(kind, manner, number, outcome);
+                SCOPED_TRACE("status " + std::to_string(outcome.status) + ", said: " + outcome.said +
+                             "there: " + folder_.Names());
+                ExpectTrue(outcome);
+                if (!isReached) {
+                    EXPECT_EQ(outcome.status, 0);
+                }
+                ++tried;
+                failed += outcome.status != 0 ? 1 : 0;
+                ASSERT_FALSE(HasFailure());
+            }
+        }
+    }
+    EXPECT_GT(failed, 30U);
+    std::cout << tried << " faults, " << failed << " failures reported\n";
+}
+
+#if !defined(_WIN32)
+
+TEST_P(DatabaseFaults, OfAProcessThatEndsLeaveTheOldFileOrTheNewOne) {
+    const std::vector<FaultKind> kinds = {
+        {"end",
+         {Operation::Open, Operation::Write, Operation::Sync, Operation::Truncate, Operation::Delete},
+         0},
+        {"end in the middle of writing", {Operation::Write}, 0, FaultKind::Done::Half},
+        {"end after deleting", {Operation::Delete}, 0, FaultKind::Done::All},
+    };
+    std::uint64_t tried = 0;
+    for (const FaultKind& kind : kinds) {
+        for (const std::uint64_t number : Moments(CountOperations(kind))) {
+            folder_.Reset();
+            const pid_t child = ::fork();
+            if (child == 0) {
+                Arm(kind, Manner::Stop, number);
+                Run();
+                std::_Exit(0);
+            }
+            int status = 0;
+            EXPECT_EQ(::waitpid(child, &status, 0), child);
+            const bool isStopped = WIFEXITED(status) && WEXITSTATUS(status) == kStopped;
+            EXPECT_TRUE(isStopped || status == 0) << status;
+            const std::string text = folder_.Text();
+            EXPECT_TRUE(text == folder_.TextAfter() || (isStopped && text == folder_.TextBefore()))
+                << kind.name << " " << number << ": " << text.substr(0, 200);
+            ++tried;
+            ASSERT_FALSE(HasFailure());
+        }
+    }
+    EXPECT_GT(tried, 10U);
+    std::cout << tried << " ends\n";
+}
+
+#endif
+
+INSTANTIATE_TEST_SUITE_P(Commands, DatabaseFaults,
+                         testing::Combine(testing::ValuesIn(ChangingCommands()), testing::Bool()),
+                         [](const testing::TestParamInfo<std::tuple<ChangingCommand, bool>>& tested) {
+                             return std::string(std::get<0>(tested.param).name) +
+                                    (std::get<1>(tested.param) ? "WithASmallCache" : "");
+                         });
+
+}  // namespace
+}  // namespace failures
