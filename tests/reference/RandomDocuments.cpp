@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "DocumentMaker.h"
 #include "JsonParts.h"
 #include "RandomTexts.h"
+#include "format/Effects.h"
 
 namespace {
 
@@ -22,9 +24,16 @@ const std::string kMembers[] = {
     "filePath",    "fileType",  "Name",     "",         "studyTypeName", "name\0"s,     "dbkey\0x"s,
     "children "};
 
-const std::string kFileMembers[] = {
-    "filePath",         "fileType", "locationType", "fileFormat", "isInCoordinateGlobalFrame",
-    "isFileDownloaded", "FileType", "fileformat"};
+/// What an import knows in a file record and nowhere else, and names that are similar.
+std::vector<std::string> FileMembers() {
+    std::vector<std::string> members = {"FileType", "fileformat"};
+    for (const format::MemberEffect& known : format::kMemberEffects) {
+        if (known.inObject == format::Effect::kUnknown) {
+            members.emplace_back(known.name.View());
+        }
+    }
+    return members;
+}
 
 JSONNode Number(Random& random) {
     constexpr const char* kNumbers[] = {"0", "-0", "7", "1.50e2", "2147483648", "-3.25", "1e400", "12"};
@@ -135,7 +144,7 @@ void DocumentMaker::AddFileMembers(JSONNode& node) {
                                       "Graphic", "Deck", "Other", "mesh", "Unknown"};
     constexpr const char* kFormats[] = {"ASCII", "Binary", "Unknown", "ascii", "BINARY", ""};
     constexpr const char* kFlags[] = {"true", "false", "True", "1", "true "};
-    for (const std::string& name : kFileMembers) {
+    for (const std::string& name : FileMembers()) {
         const bool isFlag = name.starts_with("is");
         const bool isThere = random_.OneIn(2) || (name == "fileType" && !random_.OneIn(4));
         for (int count = random_.OneIn(12) ? 2 : isThere ? 1 : 0; count > 0; --count) {

@@ -1,5 +1,7 @@
 #include "RandomTexts.h"
 
+#include "format/Kinds.h"
+
 namespace {
 
 using namespace std::string_literals;
@@ -108,30 +110,15 @@ OuString RandomWideEntryName(Random& random) {
 }
 
 std::string RandomTypeName(Random& random) {
-    constexpr const char* kRead[] = {"CAEPART",
-                                     "CAESUBASSEMBLY",
-                                     "CAEFILE",
-                                     "CAEPROJECT",
-                                     "CAEPROGRAM",
-                                     "CAEMODEL",
-                                     "CAEITERATION",
-                                     "CAEVIEWITEM",
-                                     "CAEITERATIONMODEL",
-                                     "CAEITERATIONFOLDER",
-                                     "CAEASSEMBLYFOLDER",
-                                     "CAEVIEWITEM",
-                                     "CAEVIEWITEM",
-                                     "CAESUBASSEMBLY",
-                                     "CAEPART",
-                                     "CAELOADCASEVIEW",
-                                     "CAETAG",
-                                     "CAELOADCASEVIEWFOLDER"};
+    // View items, and what they show.
+    constexpr const char* kOften[] = {"CAEVIEWITEM", "CAEVIEWITEM", "CAESUBASSEMBLY", "CAEPART"};
     constexpr const char* kOther[] = {
         "caepart",    "CAEPART ",         "CAE",      "CAEUNKNOWN",         "PART", "",
         "CAESESSION", "CAESESSIONOBJECT", "CAEPARTS", "CAEITERATIONFOLDERS"};
     return random.OneIn(10)   ? random.Pick(kOther)
            : random.OneIn(20) ? RandomText(random)
-                              : random.Pick(kRead);
+           : random.OneIn(5)  ? random.Pick(kOften)
+                              : std::string(random.Pick(format::kKindNames).name);
 }
 
 OuString RandomMode(Random& random) {
