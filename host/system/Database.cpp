@@ -4,8 +4,8 @@
 
 #include <array>
 
-#include "DatabaseCheck.h"
 #include "DatabaseJournal.h"
+#include "DatabaseSettings.h"
 #include "FileSystem.h"
 
 namespace host {
@@ -35,7 +35,7 @@ constexpr int kPatienceInMilliseconds = 5000;
         case SQLITE_NOMEM:
             throw std::bad_alloc();
         case SQLITE_INTERRUPT:
-            // Only ReadingLimits interrupt.
+            // Only ReadingLimits (DatabaseCheck.h) interrupt.
             throw DatabaseError("is damaged: reading it does not come to an end");
         case SQLITE_ERROR:
             // The statements are right, so something that they expect in the database is not there.
@@ -86,7 +86,9 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
     if (!IsDatabaseFile(file, error) && (error || !IsInterruptedCreation(file))) {
         throw DatabaseError(error ? "cannot be read: " + error.message() : "is not a SQLite database");
     }
-    CheckHeader(file);
+    if (HasWriteAheadLog(file)) {
+        throw DatabaseError(std::string(kForeign) + "it has a write-ahead log. Restore it from a copy");
+    }
     return true;
 }
 

@@ -9,14 +9,12 @@
 #include <utility>
 
 #include "DatabaseChecksum.h"
-#include "FileSystem.h"
 #include "Text.h"
 
 namespace host {
 namespace {
 
 constexpr const char* kChecksumTable = "CREATE TABLE checksum (value INTEGER NOT NULL);";
-constexpr std::string_view kAdvice = ". Restore it from a copy";
 
 /// Reading takes about five steps for a byte of the smallest rows.
 constexpr std::int64_t kStepsForAByte = 64;
@@ -24,7 +22,7 @@ constexpr std::int64_t kStepsForAnyFile = 20'000'000;
 constexpr int kStepsBetweenChecks = 100'000;
 
 [[noreturn]] void RefuseForeign(const std::string& reason) {
-    throw DatabaseError(std::string(kForeign) + reason + std::string(kAdvice));
+    throw DatabaseError(std::string(kForeign) + reason + ". Restore it from a copy");
 }
 
 /// The size of the file of a database; nothing if it is in memory.
@@ -98,36 +96,6 @@ void CheckPages(Database& database) {
 }
 
 }  // namespace
-
-void RefuseDamaged(const std::string& reason) {
-    throw DatabaseError("is damaged: " + reason + std::string(kAdvice));
-}
-
-void Harden(sqlite3* handle) {
-    const std::pair<int, int> switches[] = {
-        {SQLITE_DBCONFIG_DEFENSIVE, 1},      {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
-        {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
-        {SQLITE_DBCONFIG_DQS_DML, 0},        {SQLITE_DBCONFIG_DQS_DDL, 0},
-    };
-    for (const auto& [name, value] : switches) {
-        sqlite3_db_config(handle, name, value, nullptr);
-    }
-    sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
-    sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 50);
-    sqlite3_exec(handle, "PRAGMA cell_size_check = 1; PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
-}
-
-void CheckHeader(const std::filesystem::path& file) {
-    FileSample sample;
-    // The two bytes say which version of the format is needed to write and to read; 2 is a write-ahead log.
-    constexpr std::size_t kVersions = 18;
-    if (ReadSample(file, kVersions + 2, 0, sample) || sample.head.size() < kVersions + 2) {
-        return;
-    }
-    if (std::max(sample.head[kVersions], sample.head[kVersions + 1]) == 2) {
-        throw DatabaseError(std::string(kForeign) + "it has a write-ahead log" + std::string(kAdvice));
-    }
-}
 
 ReadingLimits::ReadingLimits(Database& database) : handle_(database.Handle()) {
     const std::int64_t size = SizeOf(handle_);

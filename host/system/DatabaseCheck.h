@@ -1,9 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
-#include <string>
-#include <string_view>
 
 #include "Database.h"
 
@@ -13,19 +10,6 @@ namespace host {
 
 /// Both kinds of databases have a checksum since this format. What older formats hold is read without one.
 inline constexpr std::int32_t kFirstFormatWithChecksum = 2;
-
-/// How the message about a database begins that has something else in it than this program writes.
-inline constexpr std::string_view kForeign = "is damaged or was made by another program: ";
-
-/// Throws the DatabaseError of a database that is damaged for this reason, which says what to do.
-[[noreturn]] void RefuseDamaged(const std::string& reason);
-
-/// Switches off everything in SQLite that a database could make run.
-void Harden(sqlite3* handle);
-
-/// Throws DatabaseError if the header of the file shows that it was left in a mode that this program does not
-/// use, in which SQLite writes files beside it even to read it.
-void CheckHeader(const std::filesystem::path& file);
 
 /// While this object exists, reading a database of a file takes at most a number of steps, and values of a
 /// size, that follow from the size of the file: a file in which pages refer to each other in circles would

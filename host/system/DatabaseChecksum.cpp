@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "DatabaseCheck.h"
 #include "Text.h"
 
 namespace host {
@@ -198,6 +197,10 @@ void ContentSum::CheckIndex(const std::string& table, const IndexSum& index) {
 }
 
 }  // namespace
+
+void RefuseDamaged(const std::string& reason) {
+    throw DatabaseError("is damaged: " + reason + ". Restore it from a copy");
+}
 
 std::int64_t ChecksumOf(Database& database, std::int64_t mostText) {
     return static_cast<std::int64_t>(ContentSum(database, mostText).Run());

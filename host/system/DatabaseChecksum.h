@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "Database.h"
 
 namespace host {
+
+/// Throws the DatabaseError of a database that is damaged for this reason, which says what to do.
+[[noreturn]] void RefuseDamaged(const std::string& reason);
 
 /// A sum over the hashes of all rows of all tables, except the table "checksum"; the order of the rows does
 /// not matter. Throws DatabaseError if the entries of an index do not have the same sum as its table, or if
