@@ -1,9 +1,12 @@
 #include "MemberNotes.h"
 
+#include <OuString.h>
+
 #include <array>
 #include <cstddef>
 #include <iterator>
 #include <string>
+#include <unordered_set>
 #include <utility>
 
 #include "DocumentNode.h"
@@ -28,6 +31,8 @@ constexpr std::string_view kNoContainer = "ignored, because it is neither an arr
 constexpr std::string_view kTwice = "member that occurs more than once";
 constexpr std::string_view kBelowRecord = "nothing imported below a file record";
 constexpr std::string_view kNoRecord = "file record that is not an object: a file without a name was created";
+constexpr std::string_view kMerged =
+    "metadata entry merged with an earlier one, because their names differ at most in letter case";
 constexpr std::string_view kIncompleteEntry =
     "metadata entry without \"value\" or \"metaDataType\", which is read as empty";
 
@@ -42,12 +47,25 @@ void NoteText(const JSONNode& node, const JSONNode& value, const std::string& na
     }
 }
 
-void NoteMetadata(const JSONNode& node, const JSONNode& section, Notes& notes) {
+/// The names of the metadata entries of a node so far, as the object model compares them.
+using NamesOfEntries = std::unordered_set<std::string>;
+
+std::string ComparedName(const std::string& name) {
+    OuString text(name.c_str(), 0);
+    text.MakeUpper();
+    return text.GetAnsiBuffer();
+}
+
+void NoteMetadata(const JSONNode& node, const JSONNode& section, NamesOfEntries& names, Notes& notes) {
     if (!IsContainer(section)) {
         return;
     }
     for (const JSONNode& record : section) {
-        const std::string name = NameOfMember(record);
+        // The elements of an array have no names.
+        const std::string name = section.type() == JSON_NODE ? NameOfMember(record) : std::string();
+        if (!names.insert(ComparedName(name)).second) {
+            notes.Add(kMerged, [&] { return Excerpt(name) + " of " + Describe(node); });
+        }
         if (FindMember(record, member::kValue) == nullptr ||
             FindMember(record, member::kMetaDataType) == nullptr) {
             notes.Add(kIncompleteEntry, [&] { return Excerpt(name) + " of " + Describe(node); });
@@ -67,7 +85,8 @@ void NoteMetadata(const JSONNode& node, const JSONNode& section, Notes& notes) {
 }
 
 /// Notes a member whose value is applied.
-void NoteTaken(const JSONNode& node, const JSONNode& value, const MemberEffect& known, Notes& notes) {
+void NoteTaken(const JSONNode& node, const JSONNode& value, const MemberEffect& known, NamesOfEntries& names,
+               Notes& notes) {
     const std::string name = known.name.c_str();
     if (known.shape == Shape::kText) {
         NoteText(node, value, name, notes);
@@ -77,7 +96,7 @@ void NoteTaken(const JSONNode& node, const JSONNode& value, const MemberEffect& 
         notes.Add(kNoContainer, [&] { return Excerpt(name) + " of " + Describe(node); });
     }
     if (known.shape == Shape::kRecords) {
-        NoteMetadata(node, value, notes);
+        NoteMetadata(node, value, names, notes);
     }
 }
 
@@ -101,6 +120,7 @@ void NoteMembers(const JSONNode& node, NodePlace place, Notes& notes) {
         return;
     }
     std::array<bool, std::size(format::kMemberEffects)> isMet{};
+    NamesOfEntries names;
     for (const JSONNode& value : node) {
         const std::string name = NameOfMember(value);
         const MemberEffect* const known = format::FindEffect(name);
@@ -116,7 +136,7 @@ void NoteMembers(const JSONNode& node, NodePlace place, Notes& notes) {
                               true)) {
                 notes.Add(kTwice, [&] { return Excerpt(name) + " of " + Describe(node); });
             }
-            NoteTaken(node, value, *known, notes);
+            NoteTaken(node, value, *known, names, notes);
         }
     }
 }

@@ -120,6 +120,26 @@ TEST_F(DocumentImportTest, SaysWhichValuesAreNotWhatTheyShouldBe) {
     EXPECT_EQ(report.objects, 0U);
 }
 
+TEST_F(DocumentImportTest, SaysWhichMetadataEntriesBecomeOne) {
+    const std::string merged =
+        "korvane-json: p: metadata entry merged with an earlier one, because their names differ at most in "
+        "letter case ";
+    const auto entry = [](const std::string& name) {
+        return '"' + name + R"(":{"value":"1","metaDataType":""})";
+    };
+    EXPECT_EQ(NotesOf("\"metaData\":{" + entry("Mass") + "," + entry("mass") + "," + entry("Masse") + "," +
+                      entry("MASS") + "}"),
+              merged + "(2): 'mass' of ''; 'MASS' of ''\n");
+    EXPECT_EQ(NotesOf("\"metaData\":{" + entry("m") + "," + entry("m\\u0000n") + "}"),
+              merged + "(1): 'm\\x00n' of ''\n");
+    EXPECT_EQ(NotesOf(R"("metaData":[{"value":"1","metaDataType":""},{"value":"2","metaDataType":""}])"),
+              merged + "(1): '' of ''\n");
+    // Entries of different objects have nothing to do with each other.
+    EXPECT_EQ(NotesOf("\"metaData\":{" + entry("m") + R"(},"children":[{"type":"CAETAG","metaData":{)" +
+                      entry("M") + "}}]"),
+              "");
+}
+
 TEST_F(DocumentImportTest, ANullKeyGivesNoKey) {
     EXPECT_EQ(NotesOf(R"("dbkey":null,"children":[{"name":"t","type":"CAETAG","dbkey":null,"dbkey":"K"}],)"
                       R"("files":[{"name":"f","dbkey":null}])"),
