@@ -27,7 +27,10 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
         }
         ProjectFile file = ProjectFile::Open(PathFromUtf8(options.file), !options.isDryRun, console);
         AnswerReport report;
-        ApplyAnswer(*answer, file.Project(), report, console);
+        if (!ApplyAnswer(*answer, file.Project(), report, console)) {
+            SayUseless(*answer, options.answer, console);
+            return kFailure;
+        }
         if (!options.isDryRun) {
             file.Save(console);
         }

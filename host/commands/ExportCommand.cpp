@@ -57,6 +57,9 @@ int ExportProject(const ExportOptions& options, Console& console) {
     if (!reading) {
         return kFailure;
     }
+    if (!IsReplaceableIn(*reading->project, options.output, console)) {
+        return kFailure;
+    }
     CAEObject* object = reading->project.get();
     if (options.object) {
         object = reading->project->getCAEObject(*options.object);

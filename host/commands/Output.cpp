@@ -1,8 +1,11 @@
 #include "Output.h"
 
+#include <CAEFile.h>
+
 #include <filesystem>
 #include <system_error>
 
+#include "host/document/ProjectObjects.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
 #include "host/system/OutputFile.h"
@@ -21,6 +24,23 @@ bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& 
     return WouldBeSameFile(left, right);
 }
 
+/// Whether the file is neither empty nor a document, so that a document must not replace it.
+bool HasOtherContent(const std::filesystem::path& file) {
+    FileSample sample;
+    if (ReadSample(file, 4096, 0, sample)) {
+        return false;
+    }
+    const std::string_view text = Trim(sample.head);
+    return !text.empty() && text.front() != '{';
+}
+
+void SayNotReplaced(const std::string& file, const std::string& reason, Console& console) {
+    console.Say("cannot write " + Quoted(file) + ": " + reason +
+                ". Nothing was changed; give another file with -o");
+}
+
+constexpr const char* kFileOfProject = "it is a file of the project, not a document";
+
 /// Whether it is a file in the directory, at any depth, that is neither empty nor a document.
 bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::path& directory) {
     std::error_code error;
@@ -33,12 +53,7 @@ bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::p
     }
     const std::filesystem::path whole = ResolvePath(file, error);
     const std::filesystem::path relative = whole.lexically_relative(root);
-    FileSample sample;
-    if (error || relative.empty() || *relative.begin() == ".." || ReadSample(whole, 4096, 0, sample)) {
-        return false;
-    }
-    const std::string_view text = Trim(sample.head);
-    return !text.empty() && text.front() != '{';
+    return !error && !relative.empty() && *relative.begin() != ".." && HasOtherContent(whole);
 }
 
 }  // namespace
@@ -60,7 +75,7 @@ bool IsReplaceable(const std::string& file, const std::vector<std::string>& inpu
         if (input != kStandardStream && IsSameFile(target, PathFromUtf8(input))) {
             reason = "the command itself works on that file";
         } else if (IsFileOfProject(target, PathFromUtf8(input))) {
-            reason = "it is a file of the project, not a document";
+            reason = kFileOfProject;
         }
     }
     std::error_code ignored;
@@ -70,9 +85,30 @@ bool IsReplaceable(const std::string& file, const std::vector<std::string>& inpu
     if (reason.empty()) {
         return true;
     }
-    console.Say("cannot write " + Quoted(file) + ": " + reason +
-                ". Nothing was changed; give another file with -o");
+    SayNotReplaced(file, reason, console);
     return false;
+}
+
+bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& console) {
+    const std::filesystem::path target = PathFromUtf8(file);
+    std::error_code error;
+    if (file == kStandardStream || !std::filesystem::is_regular_file(target, error) ||
+        !HasOtherContent(target)) {
+        return true;
+    }
+    bool isFileOfProject = false;
+    VisitProject(project, [&](const CAEObject& object, const ObjectPlace&) {
+        if (const auto* const known = dynamic_cast<const CAEFile*>(&object);
+            known != nullptr && !isFileOfProject) {
+            OuString path;
+            known->getFullPathName(path);
+            isFileOfProject = !path.IsEmpty() && std::filesystem::equivalent(target, ToPath(path), error);
+        }
+    });
+    if (isFileOfProject) {
+        SayNotReplaced(file, kFileOfProject, console);
+    }
+    return !isFileOfProject;
 }
 
 bool WriteOutput(const std::string& file, std::string_view text, Console& console) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <CAEProject.h>
 #include <libjson.h>
 
 #include <string>
@@ -18,6 +19,10 @@ std::string CompactText(const JSONNode& document);
 /// file in a directory that it reads unless that is a document, and a database may not: then a message says
 /// why.
 bool IsReplaceable(const std::string& file, const std::vector<std::string>& inputs, Console& console);
+
+/// Whether the file is not one of the files of the project, or it is empty or a document. If it may not be
+/// replaced, a message says why.
+bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& console);
 
 /// Writes the whole text to the file, or nothing. If that fails, it says why and returns false. A reader of
 /// the standard output that stops reading is not a failure.

@@ -2,6 +2,8 @@
 
 #include <korvanejson/CaeRest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <unordered_map>
 
 #include "DocumentFile.h"
@@ -27,6 +29,9 @@ constexpr std::string_view kNoNumber =
     "identifier that is not a number, read as the number that it begins with";
 constexpr std::string_view kNoObject = "ignored, because it is not an object";
 
+/// Under these names, servers say what went wrong.
+constexpr std::string_view kErrorMembers[] = {"error", "errors", "exception", "fault"};
+
 /// Notes what the library does not use of a node of an answer.
 void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
     const JSONNode* const id = FindMember(node, member::kId);
@@ -43,6 +48,29 @@ void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
             notes.Add(kLater, [&] { return Describe(node) + " with the key " + Excerpt(ValueText(*key)); });
         }
     }
+}
+
+/// Why no key of an answer was set.
+std::string WhyUseless(const JSONNode& answer) {
+    if (answer.empty()) {
+        return "it is empty";
+    }
+    if (answer.type() == JSON_NODE) {
+        for (const JSONNode& value : answer) {
+            if (std::ranges::find(kErrorMembers, NameOfMember(value)) != std::end(kErrorMembers)) {
+                return "it reports an error" +
+                       (IsContainer(value) ? std::string() : ": " + Excerpt(ValueText(value)));
+            }
+        }
+    }
+    const std::size_t count = FlattenAnswer(answer).size();
+    if (count == 0) {
+        return FindMember(answer, member::kType) != nullptr
+                   ? "it is a document and not the server's answer to one: it has no keys"
+                   : "it has no keys: no node in it has both \"id\" and \"dbkey\"";
+    }
+    return "the project has no object with " +
+           (count == 1 ? "its identifier" : "one of its " + std::to_string(count) + " identifiers");
 }
 
 }  // namespace
@@ -62,7 +90,7 @@ bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console)
     return false;
 }
 
-void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console) {
+bool ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console) {
     console.ShowProgress("Applying the answer", 0, 0);
     RemoveNullKeys(answer, report.notes);
     const ResponseKeyMap keys = FlattenAnswer(answer);
@@ -92,12 +120,24 @@ void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Con
             report.notes.Add(kEmptyKey, [&] { return Excerpt(text); });
         }
     }
+    if (targets.empty()) {
+        console.ClearProgress();
+        return false;
+    }
     caerest::json::ApplyJsonResponseOnObject(answer, &project);
     for (const auto& [id, target] : targets) {
         ++(target.object->getDBKey() == target.oldKey ? report.keysKept : report.keysSet);
     }
     report.hasName = FindMember(answer, member::kName) != nullptr;
     console.ClearProgress();
+    return true;
+}
+
+void SayUseless(JSONNode answer, const std::string& file, Console& console) {
+    Notes ignored;
+    RemoveNullKeys(answer, ignored);
+    console.Say("cannot use " + InputName(file) + ": " + WhyUseless(answer) +
+                ". Give the answer to a document of this project. Nothing was changed");
 }
 
 }  // namespace host

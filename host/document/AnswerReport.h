@@ -29,7 +29,11 @@ struct AnswerReport {
 bool IsAnswer(const JSONNode& answer, const std::string& file, Console& console);
 
 /// Sets the keys from the answer on the objects of the project. Members "dbkey" that are null are removed
-/// first.
-void ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console);
+/// first. If no key is for an object of the project, this changes nothing, not even the display name, and
+/// returns false: whatever it is, it is not the answer to a document of this project.
+bool ApplyAnswer(JSONNode answer, CAEProject& project, AnswerReport& report, Console& console);
+
+/// Says what an answer seems to be of which ApplyAnswer used nothing.
+void SayUseless(JSONNode answer, const std::string& file, Console& console);
 
 }  // namespace host

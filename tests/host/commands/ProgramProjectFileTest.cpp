@@ -190,6 +190,50 @@ TEST_F(ProgramProjectFile, ApplyRefusesWithoutChangingAnything) {
                   "'answer.json' is not a SQLite database. Nothing was changed");
 }
 
+TEST_F(ProgramProjectFile, ApplyRefusesAnAnswerThatFitsNothing) {
+    folder.Write("a.json", kSmall);
+    Do({"import", "a.json", "p.kvp"});
+    folder.Write("error.json", R"({"error":"no space left","name":"N"})");
+    folder.Write("empty.json", "[]");
+    const std::string advice = ". Give the answer to a document of this project. Nothing was changed";
+    for (const std::vector<std::string>& extra : {std::vector<std::string>(), {"--dry-run"}}) {
+        const auto refused = [&](const char* answer, const std::string& reason) {
+            std::vector<std::string> arguments = {"apply", answer, "p.kvp"};
+            arguments.insert(arguments.end(), extra.begin(), extra.end());
+            ExpectRefused(arguments, std::string("cannot use '") + answer + "': " + reason + advice);
+        };
+        refused("error.json", "it reports an error: 'no space left'");
+        refused("empty.json", "it is empty");
+        refused("a.json", "it is a document and not the server's answer to one: it has no keys");
+    }
+    // The answer for a project without objects fits, and so does one that says nothing new.
+    Do({"new", "--empty", "e.kvp"});
+    Do({"export", "e.kvp", "-o", "e.json"});
+    EXPECT_EQ(Run({"store", "e.json", "--db", "s.db", "-o", "answer.json"}).status, 0);
+    EXPECT_EQ(Do({"apply", "answer.json", "e.kvp"}), "korvane-json: 'e.kvp': 1 key set, 0 unchanged\n");
+    EXPECT_EQ(Do({"apply", "answer.json", "e.kvp"}), "korvane-json: 'e.kvp': 0 keys set, 1 unchanged\n");
+}
+
+TEST_F(ProgramProjectFile, ExportLeavesTheFilesOfTheProject) {
+    WriteStudies();
+    folder.Write("root/old.json", "{}\n");
+    folder.Write("root/none.txt", "");
+    Do({"new", "root", "p.kvp"});
+    folder.MakeDirectory("elsewhere");
+    for (const char* const file : {"root/plan.csv", "root/beam/beam.bdf", "elsewhere/../root/plan.csv"}) {
+        ExpectRefused({"export", "p.kvp", "-o", file},
+                      "cannot write '" + std::string(file) +
+                          "': it is a file of the project, not a document. Nothing was changed; give another "
+                          "file with -o");
+    }
+    // Documents and empty files are replaced, and so is what the project does not have.
+    folder.Write("root/later.csv", "1;2\n");
+    for (const char* const file : {"root/old.json", "root/none.txt", "root/later.csv", "new.json"}) {
+        Do({"export", "p.kvp", "-o", file});
+        EXPECT_TRUE(Read(file).starts_with("{"));
+    }
+}
+
 TEST_F(ProgramProjectFile, ReadingRefusesOtherFilesByName) {
     folder.Write("text.kvp", "x");
     folder.Write("empty.kvp", "");

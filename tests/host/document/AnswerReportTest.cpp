@@ -22,7 +22,7 @@ protected:
     /// Applies the answer and gives what is said of it.
     std::string Apply(const std::string& text) {
         AnswerReport report;
-        ApplyAnswer(Parse(text), *project, report, kept.console);
+        EXPECT_TRUE(ApplyAnswer(Parse(text), *project, report, kept.console)) << text;
         kept.said.clear();
         report.Say("p", kept.console);
         return kept.said;
@@ -44,14 +44,14 @@ TEST_F(AnswerReportTest, SaysHowManyKeysAreNew) {
 }
 
 TEST_F(AnswerReportTest, SaysThatTheDisplayNameCameAlong) {
-    EXPECT_EQ(Apply(R"({"name":"N"})"),
-              "korvane-json: p: 0 keys set, 0 unchanged, and the display name taken from the answer\n");
+    EXPECT_EQ(Apply(R"({"name":"N","id":"2","dbkey":"A"})"),
+              "korvane-json: p: 1 key set, 0 unchanged, and the display name taken from the answer\n");
     EXPECT_EQ(std::string(korvane::GetDisplayName(*project).GetAnsiBuffer()), "N");
 }
 
 TEST_F(AnswerReportTest, SaysWhatWasNotApplied) {
-    EXPECT_EQ(Apply(R"([{"id":"99","dbkey":"X"},{"id":"2"},{"dbkey":"Y"},7])"),
-              "korvane-json: p: 0 keys set, 0 unchanged\n"
+    EXPECT_EQ(Apply(R"([{"id":"99","dbkey":"X"},{"id":"2"},{"dbkey":"Y"},7,{"id":"3","dbkey":"F"}])"),
+              "korvane-json: p: 1 key set, 0 unchanged\n"
               "korvane-json: p: key not set, because there is no \"dbkey\" (1): '' (id '2')\n"
               "korvane-json: p: key not set, because there is no \"id\" (1): 'Y'\n"
               "korvane-json: p: ignored, because it is not an object (1): an element that is not an object\n"
@@ -87,6 +87,33 @@ TEST_F(AnswerReportTest, IdentifiersThatAreNoPlainNumbersAreSaid) {
         "as 2\n"
         "korvane-json: p: key not set, because no object has the identifier (1): '99999999999' with the "
         "key 'B'\n");
+}
+
+TEST_F(AnswerReportTest, WhatFitsNothingChangesNothing) {
+    const std::pair<const char*, const char*> answers[] = {
+        {"{}", "it is empty"},
+        {"[]", "it is empty"},
+        {R"({"error":"the disk is full","name":"N"})", "it reports an error: 'the disk is full'"},
+        {R"({"errors":[{"id":"2"}]})", "it reports an error"},
+        {R"({"id":"1","name":"N","type":"SIMULATION","children":[{"id":"2","type":"CAEPART"}]})",
+         "it is a document and not the server's answer to one: it has no keys"},
+        {R"({"name":"N"})", R"(it has no keys: no node in it has both "id" and "dbkey")"},
+        {R"([{"id":"2","dbkey":null}])", R"(it has no keys: no node in it has both "id" and "dbkey")"},
+        {R"([7,"x"])", R"(it has no keys: no node in it has both "id" and "dbkey")"},
+        {R"({"id":"99","dbkey":"X","name":"N"})", "the project has no object with its identifier"},
+        {R"([{"id":"99","dbkey":"X"},{"id":"98","dbkey":"Y"}])",
+         "the project has no object with one of its 2 identifiers"},
+    };
+    for (const auto& [text, reason] : answers) {
+        AnswerReport report;
+        EXPECT_FALSE(ApplyAnswer(Parse(text), *project, report, kept.console)) << text;
+        kept.said.clear();
+        SayUseless(Parse(text), "a.json", kept.console);
+        EXPECT_EQ(kept.said, std::string("korvane-json: cannot use 'a.json': ") + reason +
+                                 ". Give the answer to a document of this project. Nothing was changed\n");
+    }
+    EXPECT_EQ(std::string(korvane::GetDisplayName(*project).GetAnsiBuffer()), "Project");
+    EXPECT_EQ(KeyOf(1) + KeyOf(2) + KeyOf(3), "");
 }
 
 TEST_F(AnswerReportTest, RefusesWhatIsNoAnswer) {
