@@ -3,22 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
+#include "Expect.h"
 #include "Texts.h"
 
 namespace {
-
-void Expect(bool condition, const char* expectation) {
-    if (!condition) {
-        std::fprintf(stderr, "not so: %s\n", expectation);
-        std::abort();
-    }
-}
 
 void ExpectSurvives(const JSONNode& node) {
     const json_string compact = node.write();

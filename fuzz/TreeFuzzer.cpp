@@ -1,0 +1,136 @@
+// Builds object trees from the bytes, with every kind, name and file that they say, and sees them make the
+// trip: export, import, export.
+
+#include <CAEFile.h>
+#include <CAEFunctions.h>
+#include <EmbeddedModel.h>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <korvanejson/JsonSerializer.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Expect.h"
+#include "Trip.h"
+#include "support/ModelBuilders.h"
+
+namespace {
+
+constexpr _tagCAEObjectType kKinds[] = {
+    CAE_PART,
+    CAE_SUBASSEMBLY,
+    CAE_FILE,
+    CAE_PROJECT,
+    CAE_MODEL,
+    CAE_ITERATION,
+    CAE_ITERATION_FOLDER,
+    CAE_ITERATION_MODEL,
+    CAE_ASSEMBLY_FOLDER,
+    CAE_LOADCASE_VIEW_FOLDER,
+    CAE_LOADCASE_VIEW,
+    CAE_VIEW_ITEM,
+    CAE_SESSION_OBJECT,
+    CAE_TAG,
+};
+constexpr std::size_t kLongestText = 24;
+constexpr int kMostSteps = 64;
+
+class TreeBuilder {
+public:
+    TreeBuilder(FuzzedDataProvider& bytes, CAEProject& project) : bytes_(bytes), project_(project) {
+        objects_.push_back(&project);
+    }
+
+    void Build() {
+        for (int step = 0; step < kMostSteps && bytes_.remaining_bytes() > 0; ++step) {
+            Step(bytes_.ConsumeIntegralInRange(0, 9));
+        }
+    }
+
+    CAEObject& AnyObject() {
+        return *objects_[bytes_.ConsumeIntegralInRange<std::size_t>(0, objects_.size() - 1)];
+    }
+
+private:
+    OuString Text() { return OuString(bytes_.ConsumeRandomLengthString(kLongestText).c_str(), 0); }
+
+    void AddObject() {
+        CAEObject* const added = korvane::CreateObject(AnyObject(), bytes_.PickValueInArray(kKinds), Text());
+        if (added != nullptr) {
+            objects_.push_back(added);
+        }
+    }
+    void AddFile() {
+        const auto type = static_cast<_tagFileType>(bytes_.ConsumeIntegralInRange(-1, 15));
+        const auto format = static_cast<_tagFileFormat>(bytes_.ConsumeIntegralInRange(-1, 4));
+        const std::string name = bytes_.ConsumeRandomLengthString(kLongestText);
+        const OuString path(("/studies/" + name).c_str(), 0);
+        CAEFile* const added = korvane::CreateFile(project_, path, type, format);
+        Expect(added != nullptr, "a file can be created");
+        added->m_locationType = Text();
+        AttachFile(AnyObject(), added->getID(), type);
+        files_.push_back(added);
+    }
+    void SetAdditionalType(CAEObject& object) {
+        if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
+            project->setAdditionalType(bytes_.ConsumeBool() ? OuString(L"CAEPROJECT") : Text());
+        }
+    }
+
+    /// To any object; files have no files here, since one that is below itself has no end.
+    void AttachAnyFile() {
+        if (!files_.empty()) {
+            CAEFile& file = *files_[bytes_.ConsumeIntegralInRange<std::size_t>(0, files_.size() - 1)];
+            AttachFile(AnyObject(), file.getID(), file.getFileType());
+        }
+    }
+
+    void Step(int step) {
+        switch (step) {
+            case 0:
+            case 1:
+            case 2:
+                return AddObject();
+            case 3:
+                return AddFile();
+            case 4:
+                return AnyObject().setName(Text());
+            case 5:
+                static_cast<void>(AnyObject().setDBKey(Text()));
+                return;
+            case 6:
+                return AnyObject().setCreatedDate(Text());
+            case 7:
+                return SetMetadata(AnyObject(), Text(), Text(), Text(), Text());
+            case 8:
+                return SetAdditionalType(AnyObject());
+            default:
+                return AttachAnyFile();
+        }
+    }
+
+    FuzzedDataProvider& bytes_;
+    CAEProject& project_;
+    std::vector<CAEObject*> objects_;
+    std::vector<CAEFile*> files_;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider bytes(data, size);
+    const std::unique_ptr<CAEProject> project = MakeProject();
+    TreeBuilder builder(bytes, *project);
+    builder.Build();
+    ExpectTrip(*project);
+    ExpectTrip(builder.AnyObject());
+    for (const wchar_t* const mode : {L"PROJECT", L"STUDY", L""}) {
+        JsonSerializer serializer(project.get());
+        serializer.SetExportMode(mode);
+        OuString text = serializer.GetJsonString();
+        Expect(serializer.GetJson().write() == text.GetAnsiBuffer(), "text and node are one document");
+    }
+    return 0;
+}

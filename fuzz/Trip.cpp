@@ -1,0 +1,112 @@
+#include "Trip.h"
+
+#include <CAEFunctions.h>
+#include <EmbeddedModel.h>
+#include <korvanejson/CaeRest.h>
+#include <korvanejson/JsonSerializer.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+#include "Expect.h"
+#include "format/MemberNames.h"
+#include "host/document/DocumentComparison.h"
+#include "host/document/DocumentNode.h"
+
+namespace {
+
+OuString NameOfKind(CAEObject& object) {
+    return OuString(CAEObject::getTypeName(object.getType()), 0);
+}
+
+/// A project whose object has the kind of the other one; the object itself.
+CAEObject& MakeTarget(CAEProject& project, CAEObject& other) {
+    if (other.getType() == CAE_PROJECT) {
+        return project;
+    }
+    CAEObject* const target = korvane::CreateObject(project, other.getType(), NameOfKind(other));
+    return target != nullptr ? *target : project;
+}
+
+host::ComparedDocument Compared(const JSONNode& document, CAEProject* project) {
+    return {document, [project](const std::string& identifier) {
+                auto* const found =
+                    dynamic_cast<CAEProject*>(project->getCAEObject(std::atoi(identifier.c_str())));
+                if (found == nullptr) {
+                    return std::string();
+                }
+                OuString name = korvane::GetDisplayName(*found);
+                return std::string(name.GetAnsiBuffer());
+            }};
+}
+
+void ExpectSame(const host::ComparedDocument& first, const host::ComparedDocument& second,
+                const char* expectation) {
+    const host::DocumentDifferences differences = host::CompareDocuments(first, second);
+    for (const std::string& difference : differences.differences) {
+        std::fprintf(stderr, "%s\n", difference.c_str());
+    }
+    Expect(differences.differenceCount == 0, expectation);
+}
+
+}  // namespace
+
+std::unique_ptr<CAEProject> MakeProject() {
+    std::unique_ptr<CAEProject> project = korvane::CreateProject(L"project", L"/studies");
+    project->setAdditionalType(L"Simulation");
+    korvane::SetCreation(*project, L"2026-03-01T09:30:00Z", L"engineer");
+    return project;
+}
+
+void AddTargets(CAEProject& project) {
+    for (const _tagCAEObjectType kind :
+         {CAE_PART, CAE_SUBASSEMBLY, CAE_ITERATION_MODEL, CAE_VIEW_ITEM, CAE_MODEL}) {
+        korvane::CreateObject(project, kind, L"target");
+    }
+    korvane::CreateFile(project, L"/studies/deck.inp", CAE_FILE_DECK, CAE_FORMAT_ASCII);
+}
+
+std::optional<JSONNode> ReadBytes(std::string_view bytes) {
+    try {
+        return libjson::parse(json_string(bytes.data(), bytes.size()));
+    } catch (const std::invalid_argument&) {
+        return std::nullopt;
+    }
+}
+
+JSONNode ExportDocument(CAEObject& object) {
+    JsonSerializer serializer(&object);
+    const JSONNode document = serializer.GetJson();
+    OuString text = serializer.GetJsonString();
+    Expect(document.write() == text.GetAnsiBuffer(), "text and node are one document");
+    Expect(libjson::parse(text.GetAnsiBuffer()) == document, "the text of a document reads back");
+    return document;
+}
+
+void ExpectTrip(CAEObject& object) {
+    JSONNode first = ExportDocument(object);
+    if (host::MemberText(first, format::member::kType).empty()) {
+        // A project without an additional type: its document is no import's.
+        return;
+    }
+    const JSONNode before = first.duplicate();
+    const std::unique_ptr<CAEProject> rebuilt = MakeProject();
+    CAEObject& target = MakeTarget(*rebuilt, object);
+    caerest::json::DeserializeJsonToObject(first, &target);
+    Expect(first == before, "an import leaves the document as it was");
+    JSONNode second = ExportDocument(target);
+    CAEProject* const project = object.getProject();
+    if (target.getType() != object.getType() || project == nullptr) {
+        return;
+    }
+    ExpectSame(Compared(first, project), Compared(second, rebuilt.get()),
+               "a rebuilt object has the same document");
+
+    const std::unique_ptr<CAEProject> again = MakeProject();
+    CAEObject& third = MakeTarget(*again, object);
+    caerest::json::DeserializeJsonToObject(second, &third);
+    ExpectSame(Compared(second, rebuilt.get()), Compared(ExportDocument(third), again.get()),
+               "a second trip changes nothing more");
+}
