@@ -17,9 +17,8 @@ struct ReleaseTextBuffer {
 using TextBufferPointer = std::unique_ptr<TextBuffer, ReleaseTextBuffer>;
 
 /// What copies of a text share: a counter, the wide characters in the same block of memory, and the ANSI
-
-/// form, which is in the block as well where it was known when the text was made (a text in ASCII, or a
-/// narrow text in UTF-8), and otherwise in a block of its own once it was asked for.
+/// form. That is in the block as well if it was known when the text was made (a text in ASCII, or a narrow
+/// text in UTF-8), and otherwise in a block of its own from when it is first asked for.
 ///
 /// A buffer that has more than one reference never changes, except that the ANSI form is added.
 class TextBuffer {
