@@ -36,7 +36,7 @@ public:
             const json_string text(length, 'x');
             try {
                 while (nodes_.size() < kMostNodes) {
-                    nodes_.push_back(JSONNode(json_string(), text));
+                    nodes_.emplace_back(json_string(), text);
                 }
             } catch (const std::bad_alloc&) {
                 continue;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <ctime>
 #include <limits>
 #include <ostream>
@@ -41,7 +42,8 @@ struct Effort {
 };
 
 long long AllocationsSoFar() {
-    return static_cast<long long>(allocations::Calls(Source::kNew) + allocations::Calls(Source::kLibjson));
+    const std::size_t calls = allocations::Calls(Source::kNew) + allocations::Calls(Source::kLibjson);
+    return static_cast<long long>(calls);
 }
 
 /// The call with everything around it, the making and the release of what it works on too, on a small stack.
