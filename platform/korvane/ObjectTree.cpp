@@ -217,9 +217,22 @@ bool ObjectTree::Renumber(CAEObject& object, int id) {
         Access::SetId(object, id);
         return true;
     }
-    Unregister(object);
+    ObjectData& data = Access::Data(object);
+    const int idBefore = Access::Id(object);
+    const int registeredBefore = std::exchange(data.registeredId, 0);
     Access::SetId(object, id);
-    Register(object);
+    // It stays under the old number until it is under the new one, which may need memory.
+    try {
+        Register(object);
+    } catch (...) {
+        Unregister(object);
+        Access::SetId(object, idBefore);
+        data.registeredId = registeredBefore;
+        throw;
+    }
+    const int registeredNow = std::exchange(data.registeredId, registeredBefore);
+    Unregister(object);
+    data.registeredId = registeredNow;
     return true;
 }
 

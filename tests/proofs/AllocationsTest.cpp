@@ -225,6 +225,33 @@ TEST(FailedCreation, OfAVersionLeavesNothingBehind) {
     });
 }
 
+TEST(FailedRenumbering, LeavesTheObjectUnderItsOldNumber) {
+    allocations::CountOperatorNew();
+    bool hasHappened = true;
+    for (std::size_t nth = 1; hasHappened; ++nth) {
+        TestProject project;
+        CAEObject& assembly = project.Add(CAE_SUBASSEMBLY, L"Frame");
+        assembly.setDBKey(L"KEY");
+        bool isDone = false;
+        {
+            const Failing failing(Source::kNew, nth, Times::kOnce);
+            try {
+                isDone = korvane::Renumber(assembly, 1'000'000);
+            } catch (const std::bad_alloc&) {
+                EXPECT_FALSE(isDone);
+            }
+            hasHappened = failing.HasHappened();
+        }
+        EXPECT_EQ(isDone, !hasHappened);
+        const int expected = isDone ? 1'000'000 : 2;
+        EXPECT_EQ(assembly.getID(), expected);
+        int found = 0;
+        EXPECT_EQ(getMasterAssemblyCAEIDByITEMID(&*project, L"KEY", found), 0);
+        EXPECT_EQ(found, expected);
+        ExpectWhole(project);
+    }
+}
+
 std::vector<Case> Cases() {
     std::vector<Case> cases;
     for (const Function& function : Functions()) {
