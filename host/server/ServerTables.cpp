@@ -75,17 +75,19 @@ const char* PrefixOf(const std::string& type) {
     return found == std::end(kPrefixes) ? kProjectPrefix : found->prefix;
 }
 
-/// What a node stands for or shows, and the node above it, have to be there.
+/// What a node stands for or shows, and the node above it, have to be there. A node is always stored after
+/// the one above it, so no node can be below itself.
 void CheckReferences(Database& database) {
     Statement lost(database,
                    "SELECT node.number FROM node LEFT JOIN object ON object.number = node.object"
                    " LEFT JOIN object AS assembly ON assembly.number = node.shown"
                    " LEFT JOIN node AS holder ON holder.number = node.above"
                    " WHERE object.number IS NULL OR (node.shown IS NOT NULL AND assembly.number IS NULL)"
-                   " OR (node.above IS NOT NULL AND holder.number IS NULL) LIMIT 1");
+                   " OR (node.above IS NOT NULL AND holder.number IS NULL)"
+                   " OR node.above >= node.number LIMIT 1");
     if (lost.Begin().Next()) {
         throw DatabaseError("is damaged: something that the node " + std::to_string(lost.Number(0)) +
-                            " refers to is missing");
+                            " refers to is missing, or is below it");
     }
     Statement origin(database, "SELECT count(*) FROM origin");
     origin.Begin().Next();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -40,6 +41,19 @@ std::int64_t SizeOf(sqlite3* handle) {
 std::int64_t NumberOf(Database& database, const char* question) {
     Statement statement(database, question);
     return statement.Begin().Next() ? statement.Number(0) : 0;
+}
+
+/// The checksum in the database; nothing unless there is exactly one.
+std::optional<std::int64_t> ReadChecksum(Database& database) {
+    Statement rows(database, "SELECT value FROM checksum");
+    std::optional<std::int64_t> checksum;
+    std::size_t count = 0;
+    rows.Begin();
+    while (rows.Next()) {
+        ++count;
+        checksum = rows.IsNumber(0) ? std::optional(rows.Number(0)) : std::nullopt;
+    }
+    return count == 1 ? checksum : std::nullopt;
 }
 
 /// A table, an index or anything else that a database can have: its type and name, and then the table that it
@@ -126,16 +140,13 @@ int ReadingLimits::CountSteps(void* limits) {
 void CheckDatabase(Database& database, const char* tables, CheckDepth depth) {
     const bool hasChecksum = NumberOf(database, "PRAGMA user_version") >= kFirstFormatWithChecksum;
     CheckTables(database, std::string(tables) + (hasChecksum ? kChecksumTable : ""));
+    const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()));
+    if (hasChecksum && ReadChecksum(database) != sum) {
+        RefuseDamaged("its content does not have the checksum that was written with it");
+    }
+    // After all rows have been read, because SQLite checks pages below each other without a limit of depth.
     if (depth == CheckDepth::ForChanging) {
         CheckPages(database);
-    }
-    const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()));
-    if (!hasChecksum) {
-        return;
-    }
-    Statement checksum(database, "SELECT value FROM checksum");
-    if (!checksum.Begin().Next() || !checksum.IsNumber(0) || checksum.Number(0) != sum) {
-        RefuseDamaged("its content does not have the checksum that was written with it");
     }
 }
 

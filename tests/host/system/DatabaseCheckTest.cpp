@@ -10,6 +10,7 @@
 #include "host/server/ServerTables.h"
 #include "host/system/DatabaseCheck.h"
 #include "support/ModelBuilders.h"
+#include "support/SmallStack.h"
 #include "support/TemporaryDirectory.h"
 
 namespace host {
@@ -134,6 +135,55 @@ TEST_F(DatabaseCheckTest, APageThatIsUsedTwiceIsFoundBeforeAnythingIsWritten) {
     const std::string error = ErrorOf([&] { ProjectFile::Open(file, true, kept.console); });
     EXPECT_TRUE(error.starts_with("is damaged: ")) << error;
     EXPECT_EQ(ReadWholeFile(file), bytes);
+}
+
+/// A page of a table that has only the page `below` below it.
+std::string PageAbove(std::size_t below, std::size_t size) {
+    const auto number = [](std::size_t value, int bytes) {
+        std::string text;
+        for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
+            text += static_cast<char>((value >> static_cast<unsigned>(shift)) & 0xFFU);
+        }
+        return text;
+    };
+    const std::string cell = number(below, 4) + '\x01';
+    const std::string start = number(size - cell.size(), 2);
+    std::string page = std::string("\x05\0\0\0\x01", 5) + start + '\0' + number(below, 4) + start;
+    page.resize(size - cell.size(), '\0');
+    return page + cell;
+}
+
+TEST_F(DatabaseCheckTest, PagesBelowEachOtherNeedNoStack) {
+    constexpr std::size_t kDepth = 3000;
+    constexpr std::size_t kPageSize = 4096;
+    const std::filesystem::path file = MakeProjectFile();
+    std::size_t root = 0;
+    {
+        Database database(file, DatabaseUse::Reading, kProjectFileKind);
+        Statement pages(database, "SELECT rootpage FROM sqlite_schema WHERE name = 'numbering'");
+        ASSERT_TRUE(pages.Begin().Next());
+        root = static_cast<std::size_t>(pages.Number(0));
+    }
+    std::string bytes = ReadWholeFile(file);
+    const std::size_t pageCount = bytes.size() / kPageSize;
+    bytes.replace((root - 1) * kPageSize, kPageSize, PageAbove(pageCount + 1, kPageSize));
+    for (std::size_t depth = 0; depth < kDepth; ++depth) {
+        bytes += PageAbove(pageCount + depth + 2, kPageSize);
+    }
+    bytes += std::string("\x0D\0\0\0\0\x10\0\0", 8) + std::string(kPageSize - 8, '\0');
+    // The header counts the pages at byte 28.
+    const std::size_t newCount = bytes.size() / kPageSize;
+    bytes[30] = static_cast<char>(newCount / 256);
+    bytes[31] = static_cast<char>(newCount % 256);
+    folder.Write("p.kvp", bytes);
+    std::string reading;
+    std::string changing;
+    OnSmallStack([&] {
+        reading = ErrorOf([&] { ReadProjectFile(file, kept.console); });
+        changing = ErrorOf([&] { ProjectFile::Open(file, true, kept.console); });
+    });
+    EXPECT_EQ(reading, "is damaged");
+    EXPECT_EQ(changing, "is damaged");
 }
 
 TEST_F(DatabaseCheckTest, ADatabaseThatLostItsTablesIsNotANewOne) {
