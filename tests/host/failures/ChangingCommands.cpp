@@ -1,5 +1,6 @@
 #include "ChangingCommands.h"
 
+#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -8,19 +9,20 @@
 #include <memory>
 #include <stdexcept>
 
+#if !defined(_WIN32)
+#include <unistd.h>
+#endif
+
 #include "host/system/Text.h"
 #include "support/Process.h"
 
 namespace failures {
 namespace {
 
-constexpr int kStudies = 40;
-constexpr int kFewer = 25;
-
-/// Studies with decks, parts and files, so many that the databases have a hundred pages.
+/// Studies with decks, parts and files.
 void WriteStudies(const TemporaryDirectory& folder, const std::string& name, int count) {
     for (int number = 0; number < count; ++number) {
-        const std::string study = name + "/study-" + std::to_string(100 + number) + "/";
+        const std::string study = name + "/study-" + std::to_string(10000 + number) + "/";
         const std::string text = "** made for the study number " + std::to_string(number);
         folder.Write(study + "load.inp", text + "\n*STEP\n*STATIC\n*END STEP\n");
         folder.Write(study + "modes.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
@@ -114,6 +116,26 @@ void ReplaceTimes(std::string& text, const std::string& start) {
     }
 }
 
+#if !defined(_WIN32)
+
+/// Lets the tests work in memory where there is enough of it: they wait for the disk most of the time
+/// otherwise, and the disk shows nothing here that a file in memory does not.
+class FolderInMemory : public testing::Environment {
+public:
+    void SetUp() override {
+        constexpr std::uintmax_t kEnough = 1U << 30U;
+        constexpr const char* kMemory = "/dev/shm";
+        std::error_code error;
+        const std::filesystem::space_info space = std::filesystem::space(kMemory, error);
+        if (!error && space.available >= kEnough && ::access(kMemory, W_OK) == 0) {
+            ::setenv("TMPDIR", kMemory, 0);
+        }
+    }
+};
+testing::Environment* const kFolderInMemory = testing::AddGlobalTestEnvironment(new FolderInMemory);
+
+#endif
+
 }  // namespace
 
 bool IsLongRun() {
@@ -121,11 +143,11 @@ bool IsLongRun() {
     return text != nullptr && std::string(text) == "1";
 }
 
-CommandFolder::CommandFolder(const ChangingCommand& command)
+CommandFolder::CommandFolder(const ChangingCommand& command, int studies)
     : command_(command),
       start_(host::FormatTime(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()))) {
-    WriteStudies(folder_, "given/studies", kStudies);
-    WriteStudies(folder_, "given/fewer", kFewer);
+    WriteStudies(folder_, "given/studies", studies);
+    WriteStudies(folder_, "given/fewer", studies / 2);
     folder_.MakeDirectory("work");
     const std::filesystem::path folder = folder_.Path();
     Do(folder, {"new", "given/studies", "given/p.kvp"});
@@ -199,6 +221,52 @@ std::string CommandFolder::Text() const {
     } catch (const std::runtime_error& error) {
         return std::string("unusable: ") + error.what();
     }
+}
+
+std::string CommandFolder::OpenWithProgram() const {
+    if (!std::filesystem::exists(File())) {
+        return "";
+    }
+    const std::string name = ToUtf8(File());
+    const bool isProject = File().extension() == ".kvp";
+    const std::vector<std::string> reading = isProject
+                                                 ? std::vector<std::string>{"tree", name}
+                                                 : std::vector<std::string>{"fetch", "no key", "--db", name};
+    const ProcessResult result = RunProgram(ProgramPath("korvane-json"), {reading, {}, {}, {}, {}});
+    const bool isRead =
+        isProject ? result.status == 0 : result.error.find("no object with the key") != std::string::npos;
+    const bool isEmpty =
+        command_.before == Before::EmptyFile && result.error.find("is an empty file") != std::string::npos;
+    return isRead || isEmpty ? "" : result.error;
+}
+
+std::string CommandFolder::Untruth(int status, const std::string& said) const {
+    const auto says = [&](std::string_view text) { return said.find(text) != std::string::npos; };
+    const std::string names = Names();
+    const bool isOldAlone = Bytes() == bytesBefore_;
+    const std::string text = Text();
+    if (text != textBefore_ && text != textAfter_) {
+        return "the file is neither the old nor the new one: " + text.substr(0, 200);
+    }
+    if (status == 0 || says("the document was stored: store it again")) {
+        return names != NamesAfter() ? "files are left"
+               : text != textAfter_  ? "the file is not the new one"
+                                     : "";
+    }
+    if (says("The change was made all the same")) {
+        return text != textAfter_ ? "the file is not the new one" : "";
+    }
+    if (text != textBefore_ && !says("Whether the change was made cannot be told")) {
+        return "the file is not the old one";
+    }
+    if (says("Nothing was changed")) {
+        return isOldAlone ? "" : "the file is not the old one without its journal";
+    }
+    const std::string journal = std::string(command_.file) + "-journal";
+    if (says("could not be undone yet: leave '" + journal + "' beside")) {
+        return names != NamesAfter() + journal + " " ? "there is no journal" : "";
+    }
+    return says("Whether the change was made cannot be told") ? "" : "it does not say what is there";
 }
 
 }  // namespace failures

@@ -62,7 +62,8 @@ bool IsLongRun();
 class CommandFolder {
 public:
     /// Makes what the commands read, by running the program. Throws if one of them fails.
-    explicit CommandFolder(const ChangingCommand& command);
+    /// `studies` sets the size of the projects: 40 make a database of a hundred pages.
+    explicit CommandFolder(const ChangingCommand& command, int studies = 40);
 
     /// Puts the command's file, and nothing else, into "work".
     void Reset() const;
@@ -81,6 +82,14 @@ public:
     std::string Text() const;
     const std::string& TextBefore() const { return textBefore_; }
     const std::string& TextAfter() const { return textAfter_; }
+
+    /// Opens the command's file with a reading command, which repairs it. Returns what the program said if
+    /// that is not what it says of a whole file.
+    std::string OpenWithProgram() const;
+
+    /// What is untrue of what the command said with the exit status, or wrong with its file; empty if all is
+    /// well.
+    std::string Untruth(int status, const std::string& said) const;
 
     std::filesystem::path Path() const { return folder_.Path(); }
     std::filesystem::path File() const { return folder_.Path() / "work" / command_.file; }
