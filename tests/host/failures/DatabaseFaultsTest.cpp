@@ -10,44 +10,20 @@
 #endif
 
 #include "ChangingCommands.h"
+#include "FaultRuns.h"
 #include "FaultyFiles.h"
-#include "host/HostSupport.h"
-#include "host/commands/CommandLine.h"
-#include "host/system/Text.h"
 
 namespace failures {
 namespace {
 
-/// What the program did.
-struct Outcome {
-    int status = 0;
-    std::string said;
-};
-
 /// Runs the commands within this process, where their files can fail.
 class DatabaseFaults : public testing::TestWithParam<std::tuple<ChangingCommand, bool>> {
 protected:
-    DatabaseFaults() : old_(std::filesystem::current_path()), folder_(Command()) {
-        UseFaultyFiles(std::get<1>(GetParam()));
-        std::filesystem::current_path(folder_.Path());
-    }
-    ~DatabaseFaults() override { std::filesystem::current_path(old_); }
+    DatabaseFaults() : folder_(Command()), there_(folder_.Path()) { UseFaultyFiles(std::get<1>(GetParam())); }
 
     static const ChangingCommand& Command() { return std::get<0>(GetParam()); }
 
-    /// Runs the command as main does.
-    static Outcome Run() {
-        host::KeptConsole kept;
-        Outcome outcome;
-        try {
-            outcome.status = host::RunCommandLine(Command().arguments, kept.console);
-        } catch (const std::exception& error) {
-            outcome.status = 1;
-            kept.said += std::string("exception: ") + error.what();
-        }
-        outcome.said = kept.said;
-        return outcome;
-    }
+    static Outcome Run() { return RunHere(Command().arguments); }
 
     /// How many operations of the kind there are if nothing fails.
     std::uint64_t CountOperations(const FaultKind& kind) const {
@@ -65,23 +41,8 @@ protected:
         return Disarm() >= number;
     }
 
-    /// The moments at which something is tried, of so many: all of them in a long run, otherwise the first,
-    /// the last and some in between, and one that is never reached.
-    static std::vector<std::uint64_t> Moments(std::uint64_t count) {
-        constexpr std::uint64_t kEnds = 4;
-        constexpr std::uint64_t kBetween = 8;
-        std::vector<std::uint64_t> moments;
-        for (std::uint64_t moment = 1; moment <= count + 1; ++moment) {
-            if (IsLongRun() || moment <= kEnds || moment + kEnds > count ||
-                moment % (count / kBetween + 1) == 0) {
-                moments.push_back(moment);
-            }
-        }
-        return moments;
-    }
-
-    std::filesystem::path old_;
     CommandFolder folder_;
+    CurrentFolder there_;
 };
 
 TEST_P(DatabaseFaults, LeaveTheOldFileOrTheNewOneAndSayWhich) {
@@ -91,10 +52,7 @@ TEST_P(DatabaseFaults, LeaveTheOldFileOrTheNewOneAndSayWhich) {
         const std::uint64_t count = CountOperations(kind);
         for (const Manner manner : {Manner::Once, Manner::ForGood, Manner::Gone}) {
             for (const std::uint64_t number : Moments(count)) {
-                SCOPED_TRACE(std::string(kind.name) + " " + std::to_string(number) +
-                             (manner == Manner::Once      ? " once"
-                              : manner == Manner::ForGood ? " for good"
-                                                          : " and everything after it"));
+                SCOPED_TRACE(NameOfFault(kind, manner, number));
                 Outcome outcome;
                 const bool isReached = RunWithFault(kind, manner, number, outcome);
                 SCOPED_TRACE("status " + std::to_string(outcome.status) + ", said: " + outcome.said +
