@@ -240,10 +240,22 @@ std::string CommandFolder::OpenWithProgram() const {
     return isRead || isEmpty ? "" : result.error;
 }
 
+bool CommandFolder::IsIdleJournalLeft() const {
+    const std::string journal = std::string(command_.file) + "-journal";
+    if (command_.before == Before::Nothing || Names() != NamesAfter() + journal + " ") {
+        return false;
+    }
+    // It changes nothing if it is empty or begins with a zero.
+    const std::string bytes = ReadWholeFile(folder_ / ("work/" + journal));
+    return bytes.empty() || bytes.front() == '\0';
+}
+
 std::string CommandFolder::Untruth(int status, const std::string& said) const {
     const auto says = [&](std::string_view text) { return said.find(text) != std::string::npos; };
     const std::string names = Names();
     const bool isOldAlone = Bytes() == bytesBefore_;
+    const std::string journal = std::string(command_.file) + "-journal";
+    const bool isIdleJournalLeft = IsIdleJournalLeft();
     const std::string text = Text();
     if (text != textBefore_ && text != textAfter_) {
         return "the file is neither the old nor the new one: " + text.substr(0, 200);
@@ -260,9 +272,11 @@ std::string CommandFolder::Untruth(int status, const std::string& said) const {
         return "the file is not the old one";
     }
     if (says("Nothing was changed")) {
+        if (names != NamesBefore() && !isIdleJournalLeft) {
+            return "files are left";
+        }
         return isOldAlone ? "" : "the file is not the old one without its journal";
     }
-    const std::string journal = std::string(command_.file) + "-journal";
     if (says("could not be undone yet: leave '" + journal + "' beside")) {
         return names != NamesAfter() + journal + " " ? "there is no journal" : "";
     }

@@ -95,6 +95,9 @@ public:
     std::filesystem::path File() const { return folder_.Path() / "work" / command_.file; }
 
 private:
+    /// Whether the file's journal is left, which could not be deleted, and changes nothing.
+    bool IsIdleJournalLeft() const;
+
     const ChangingCommand& command_;
     std::string start_;
     TemporaryDirectory folder_;
