@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "FileNesting.h"
 #include "ProjectTables.h"
 #include "host/system/Notes.h"
 
@@ -117,6 +118,7 @@ std::unique_ptr<CAEProject> Reader::Read() {
         Damaged("it does not say which identifier comes next");
     }
     korvane::SetNextIdentifier(*project_, Integer(numbering, 0));
+    CheckFileNesting(*project_);
     console_.ClearProgress();
     return std::move(project_);
 }
