@@ -38,28 +38,28 @@ enum class Writing {
 
 /// A "type" that is read as a kind.
 struct KindName {
-    Kind kind;
     std::string_view name;
+    Kind kind;
     Writing writing;
 };
 
 /// All that are read. Projects have two names here and are written under a third, because servers answer with
 /// either.
 inline constexpr KindName kKindNames[] = {
-    {Kind::kPart, "CAEPART", Writing::kAsTheModelSays},
-    {Kind::kSubAssembly, "CAESUBASSEMBLY", Writing::kAsTheModelSays},
-    {Kind::kFile, "CAEFILE", Writing::kAsTheModelSays},
-    {Kind::kProject, "CAEPROJECT", Writing::kAsTheProjectSays},
-    {Kind::kProject, "CAEPROGRAM", Writing::kAsTheProjectSays},
-    {Kind::kModel, "CAEMODEL", Writing::kAsTheModelSays},
-    {Kind::kIteration, "CAEITERATION", Writing::kAsRead},
-    {Kind::kIterationFolder, "CAEITERATIONFOLDER", Writing::kAsRead},
-    {Kind::kIterationModel, "CAEITERATIONMODEL", Writing::kAsRead},
-    {Kind::kAssemblyFolder, "CAEASSEMBLYFOLDER", Writing::kAsTheModelSays},
-    {Kind::kLoadCaseViewFolder, "CAELOADCASEVIEWFOLDER", Writing::kAsRead},
-    {Kind::kLoadCaseView, "CAELOADCASEVIEW", Writing::kAsRead},
-    {Kind::kViewItem, "CAEVIEWITEM", Writing::kAsTheModelSays},
-    {Kind::kTag, "CAETAG", Writing::kAsTheModelSays},
+    {"CAEPART", Kind::kPart, Writing::kAsTheModelSays},
+    {"CAESUBASSEMBLY", Kind::kSubAssembly, Writing::kAsTheModelSays},
+    {"CAEFILE", Kind::kFile, Writing::kAsTheModelSays},
+    {"CAEPROJECT", Kind::kProject, Writing::kAsTheProjectSays},
+    {"CAEPROGRAM", Kind::kProject, Writing::kAsTheProjectSays},
+    {"CAEMODEL", Kind::kModel, Writing::kAsTheModelSays},
+    {"CAEITERATION", Kind::kIteration, Writing::kAsRead},
+    {"CAEITERATIONFOLDER", Kind::kIterationFolder, Writing::kAsRead},
+    {"CAEITERATIONMODEL", Kind::kIterationModel, Writing::kAsRead},
+    {"CAEASSEMBLYFOLDER", Kind::kAssemblyFolder, Writing::kAsTheModelSays},
+    {"CAELOADCASEVIEWFOLDER", Kind::kLoadCaseViewFolder, Writing::kAsRead},
+    {"CAELOADCASEVIEW", Kind::kLoadCaseView, Writing::kAsRead},
+    {"CAEVIEWITEM", Kind::kViewItem, Writing::kAsTheModelSays},
+    {"CAETAG", Kind::kTag, Writing::kAsTheModelSays},
 };
 
 /// What stands before the object model's name of a kind.
