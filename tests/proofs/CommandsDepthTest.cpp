@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <chrono>
 #include <ostream>
+#include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 
 #include "Commands.h"
 #include "LongRun.h"
+#include "support/Process.h"
 
 namespace {
 
@@ -91,6 +94,25 @@ TEST_P(DeepCommands, NeedNoStack) {
     if (IsLongRun() && !kIsSanitized) {
         GoThrough(GetParam(), kVeryMany);
     }
+}
+
+TEST(CommandsOfTheProofs, AreAllThatTheHelpLists) {
+    std::set<std::string> listed;
+    std::istringstream help(RunProgram(ProgramPath("korvane-json"), {{"--help"}, {}, {}, {}, {}}).output);
+    bool isInList = false;
+    for (std::string line; std::getline(help, line);) {
+        // The heading depends on the version of CLI11.
+        isInList = line.starts_with("Commands:") || line.starts_with("Subcommands:") ||
+                   (isInList && line.starts_with("  "));
+        if (isInList && line.starts_with("  ") && line[2] != ' ') {
+            listed.insert(line.substr(2, line.find(' ', 2) - 2));
+        }
+    }
+    std::set<std::string> tried;
+    for (const Command& command : Commands()) {
+        tried.insert(command.arguments.front());
+    }
+    EXPECT_EQ(tried, listed);
 }
 
 INSTANTIATE_TEST_SUITE_P(, DeepCommands, testing::ValuesIn(kNestings),
