@@ -100,13 +100,20 @@ constexpr Hostility kHostilities[] = {
     {kDatabase, "DROP TABLE checksum"},
     {kDatabase,
      "DROP TABLE node; DROP TABLE object; DROP TABLE origin; DROP TABLE project; DROP TABLE checksum"},
-    // Virtual tables and what they keep beside them.
+    // Virtual tables, whose modules run.
     {kProject,
-     "DROP TABLE metadata; CREATE VIRTUAL TABLE metadata USING fts5(object, position, name, value, type,"
-     " unit)"},
-    {kProject, "CREATE VIRTUAL TABLE v USING fts5(a)"},
-    {kProject, "CREATE VIRTUAL TABLE v USING rtree(id, x0, x1)"},
-    {kDatabase, "CREATE VIRTUAL TABLE v USING fts5(a)"},
+     "DROP TABLE metadata; PRAGMA writable_schema = ON; INSERT INTO sqlite_schema VALUES ('table',"
+     " 'metadata', 'metadata', 0, 'CREATE VIRTUAL TABLE metadata USING fts5(object, position, name, value,"
+     " type, unit)')"},
+    {kProject,
+     "PRAGMA writable_schema = ON; INSERT INTO sqlite_schema VALUES ('table', 'v', 'v', 0, 'CREATE VIRTUAL"
+     " TABLE v USING fts5(a)')"},
+    {kProject,
+     "PRAGMA writable_schema = ON; INSERT INTO sqlite_schema VALUES ('table', 'v', 'v', 0, 'CREATE VIRTUAL"
+     " TABLE v USING nothing(a)')"},
+    {kDatabase,
+     "DROP TABLE origin; PRAGMA writable_schema = ON; INSERT INTO sqlite_schema VALUES ('table', 'origin',"
+     " 'origin', 0, 'CREATE VIRTUAL TABLE origin USING fts5(text)')"},
     // Tables that SQLite itself reads.
     {kProject, "ANALYZE"},
     {kDatabase, "ANALYZE; UPDATE sqlite_stat1 SET stat = '9 9 9 9 9 9 9 9'"},
