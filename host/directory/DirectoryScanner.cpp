@@ -25,6 +25,12 @@ bool IsBelow(const path& root, const path& candidate) {
     return rootEnd == root.end() || (std::next(rootEnd) == root.end() && rootEnd->empty());
 }
 
+/// Whether the name has a backslash. On Linux it may be a part of a name, but paths in documents and project
+/// files are parted at both slashes on every platform, because they travel between them.
+bool HasSeparator(const path& name) {
+    return name.native().find('\\') != path::string_type::npos;
+}
+
 class Scanner {
 public:
     Scanner(const ScanOptions& options, Console& console, DirectoryTree& tree)
@@ -155,7 +161,10 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
     std::vector<std::size_t> directories;
     std::vector<ScannedFile> files;
     for (Entry& entry : listing.entries) {
-        if (!entry.isHidden) {
+        if (HasSeparator(entry.name) && !entry.isHidden) {
+            NameUnreadable(tree_.directories[directory].path / entry.name,
+                           "in a document a backslash separates directories. Rename it to keep it");
+        } else if (!entry.isHidden) {
             AddEntry(directory, std::move(entry), directories, files);
         }
     }

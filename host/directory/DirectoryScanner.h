@@ -20,8 +20,9 @@ struct ScanOptions {
 /// Hidden entries are left out. A link to a file below the root counts as a file of the directory that has
 /// the link, because a deck includes it from there. A link to a directory below the root is not followed: its
 /// target is read in its own place. Links out of the root are left out, and the console says so. Entries that
-/// cannot be read, and those that are neither files nor directories nor links, are reported on the console,
-/// counted and left out. The depth of nesting needs no stack. Returns an error for the root itself only.
+/// cannot be read, those that are neither files nor directories nor links, and on Linux those that have a
+/// backslash in their names, are reported on the console, counted and left out. The depth of nesting needs no
+/// stack. Returns an error for the root itself only.
 std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptions& options, Console& console,
                               DirectoryTree& tree);
 

@@ -268,6 +268,21 @@ TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutWhatIsNeitherFileNorDirector
                              "' cannot be read and is left out: it is neither a file nor a directory\n");
 }
 
+TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutNamesWithABackslash) {
+    folder.Write("a\\b.inp", kAbaqusDeck);
+    folder.Write("c\\d/e.txt", "x");
+    folder.Write(".f\\g", "x");
+    folder.Write("h.txt", "x");
+    EXPECT_EQ(Scan(), "h.txt 7\n");
+    EXPECT_EQ(tree.unreadableCount, 2U);
+    constexpr const char* kReason =
+        "' cannot be read and is left out: in a document a backslash separates directories. Rename it to "
+        "keep "
+        "it\n";
+    EXPECT_EQ(kept.said, "korvane-json: '" + ToUtf8(folder / "a\\b.inp") + kReason + "korvane-json: '" +
+                             ToUtf8(folder / "c\\d") + kReason);
+}
+
 /// Takes the rights of the superuser away from the test for a while, where it has them.
 class WithoutPrivileges {
 public:
