@@ -1,23 +1,22 @@
 #include "NewDatabase.h"
 
-#include <random>
 #include <string>
 #include <system_error>
 
 #include "DatabaseJournal.h"
 #include "FileSystem.h"
+#include "TemporaryFile.h"
 
 namespace host {
 namespace {
 
 using std::filesystem::path;
 
-/// A hidden, random name in the same folder.
-path HiddenName(const path& file) {
-    std::random_device random;
-    path name = ".korvane-json-";
-    name += std::to_string(random()) + "-" + std::to_string(random()) + ".tmp";
-    return file.parent_path() / name;
+/// The folder of the file, where what earlier programs left unfinished is removed.
+path CleanFolderOf(const path& file) {
+    path folder = file.parent_path();
+    RemoveLeftovers(folder.empty() ? path(".") : folder);
+    return folder;
 }
 
 /// The file that a link to a missing file leads to; the file itself if it is not a link.
@@ -42,10 +41,14 @@ void Remove(const path& file) {
 }  // namespace
 
 NewDatabase::NewDatabase(const path& file, const DatabaseKind& kind)
-    : file_(TargetOf(file)), hiddenName_(HiddenName(file_)) {
+    : file_(TargetOf(file)),
+      hiddenName_(NewTemporaryName(CleanFolderOf(file_))),
+      hiddenJournal_(JournalOf(hiddenName_)) {
     RefuseLeftoverJournal(file_);
     RefuseLongName(file_);
     try {
+        onInterrupt_.emplace(hiddenName_);
+        held_.emplace(hiddenName_);
         database_.emplace(hiddenName_, DatabaseUse::Creating, kind);
     } catch (...) {
         Remove(hiddenName_);
@@ -55,10 +58,8 @@ NewDatabase::NewDatabase(const path& file, const DatabaseKind& kind)
 
 NewDatabase::~NewDatabase() {
     database_.reset();
+    Remove(hiddenJournal_);
     Remove(hiddenName_);
-    path journal = hiddenName_;
-    journal += "-journal";
-    Remove(journal);
 }
 
 void NewDatabase::Fill(const std::function<void(Database&)>& work) {
@@ -76,6 +77,7 @@ bool NewDatabase::PutInPlace() {
     if (error && error != std::errc::file_exists) {
         throw DatabaseError("cannot be created: " + error.message());
     }
+    onInterrupt_.reset();
     return !error;
 }
 

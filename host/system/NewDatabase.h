@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "Database.h"
+#include "TemporaryFile.h"
 
 namespace host {
 
@@ -29,6 +30,9 @@ public:
 private:
     std::filesystem::path file_;
     std::filesystem::path hiddenName_;
+    std::filesystem::path hiddenJournal_;
+    std::optional<RemovedOnInterrupt> onInterrupt_;
+    std::optional<HeldTemporaryFile> held_;
     std::optional<Database> database_;
 };
 

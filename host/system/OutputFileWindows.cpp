@@ -90,9 +90,8 @@ std::error_code ReplaceFile(const path& target, std::string_view text, bool isTh
     std::vector<std::byte> accessList = isThere ? AccessListOf(target) : std::vector<std::byte>();
     SECURITY_ATTRIBUTES security{sizeof security, accessList.empty() ? nullptr : accessList.data(), FALSE};
     const RemovedOnInterrupt onInterrupt(temporary);
-    // It stays open until it has its name: that is how others see that it was not left behind.
-    const FileHandle file = Open(temporary, CREATE_NEW, GENERIC_WRITE | DELETE,
-                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &security);
+    FileHandle file = Open(temporary, CREATE_NEW, GENERIC_WRITE | DELETE,
+                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &security);
     if (!file) {
         return LastError();
     }
@@ -103,10 +102,12 @@ std::error_code ReplaceFile(const path& target, std::string_view text, bool isTh
     }
     if (!error) {
         RemoveWhenClosed(file.get(), false);
+        file.reset();
         error = PutInPlace(temporary, target, isThere);
     }
+    file.reset();
     if (error && error.value() != ERROR_UNABLE_TO_MOVE_REPLACEMENT) {
-        RemoveWhenClosed(file.get(), true);
+        ::DeleteFileW(temporary.c_str());
     }
     return error;
 }

@@ -19,10 +19,13 @@
 namespace host {
 namespace {
 
+/// What SQLite adds to the name of a database for that of its journal.
+constexpr const char* kJournal = "-journal";
 constexpr std::array kInterrupts = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 // All that the signal handler works on.
 std::array<char, PATH_MAX> removedName{};
+std::array<char, PATH_MAX> removedJournal{};
 std::atomic<bool> isNameSet{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
 
@@ -30,6 +33,7 @@ std::array<struct sigaction, kInterrupts.size()> oldActions{};
 
 extern "C" void RemoveAndEnd(int signal) {
     if (isNameSet.load()) {
+        ::unlink(removedJournal.data());
         ::unlink(removedName.data());
     }
     // The default action is in force again since the handler was called, so this ends the program.
@@ -37,7 +41,8 @@ extern "C" void RemoveAndEnd(int signal) {
 }
 
 /// Removes the file if no process holds it locked.
-void RemoveIfLeftBehind(int folder, const char* name) {
+void RemoveIfLeftBehind(int folder, const std::string& text) {
+    const char* const name = text.c_str();
     struct stat listed {};
     const auto isOurs = [](const struct stat& status) {
         // With a second name it would not be a file that this program has made.
@@ -57,6 +62,7 @@ void RemoveIfLeftBehind(int folder, const char* name) {
     if (::fstat(file.Get(), &opened) == 0 && isOurs(opened) &&
         ::fstatat(folder, name, &named, AT_SYMLINK_NOFOLLOW) == 0 && named.st_dev == opened.st_dev &&
         named.st_ino == opened.st_ino) {
+        ::unlinkat(folder, (text + kJournal).c_str(), 0);
         ::unlinkat(folder, name, 0);
     }
 }
@@ -86,17 +92,34 @@ void RemoveLeftovers(const std::filesystem::path& folder) {
         }
     }
     for (const std::string& name : names) {
-        RemoveIfLeftBehind(::dirfd(stream.get()), name.c_str());
+        RemoveIfLeftBehind(::dirfd(stream.get()), name);
     }
 }
 
-RemovedOnInterrupt::RemovedOnInterrupt(const std::filesystem::path& name) {
-    const std::string& text = name.native();
-    if (text.size() >= removedName.size()) {
-        // Such a file cannot be made either.
+HeldTemporaryFile::HeldTemporaryFile(const std::filesystem::path& name)
+    : handle_(::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644)) {
+    if (handle_ >= 0) {
+        // On a file system without locks nobody can lock the file in order to remove it.
+        static_cast<void>(::flock(static_cast<int>(handle_), LOCK_EX | LOCK_NB));
+    }
+}
+
+HeldTemporaryFile::~HeldTemporaryFile() {
+    if (handle_ >= 0) {
+        ::close(static_cast<int>(handle_));
+    }
+}
+
+RemovedOnInterrupt::RemovedOnInterrupt(const std::filesystem::path& name)
+    // A name that is too long cannot be given to a file either.
+    : isFirst_(!isNameSet.load() && name.native().size() + std::strlen(kJournal) < removedName.size()) {
+    if (!isFirst_) {
         return;
     }
+    const std::string& text = name.native();
     std::memcpy(removedName.data(), text.c_str(), text.size() + 1);
+    std::memcpy(removedJournal.data(), text.c_str(), text.size());
+    std::memcpy(removedJournal.data() + text.size(), kJournal, std::strlen(kJournal) + 1);
     isNameSet.store(true);
     for (std::size_t index = 0; index < kInterrupts.size(); ++index) {
         struct sigaction action {};
@@ -111,7 +134,7 @@ RemovedOnInterrupt::RemovedOnInterrupt(const std::filesystem::path& name) {
 }
 
 RemovedOnInterrupt::~RemovedOnInterrupt() {
-    if (isNameSet.load()) {
+    if (isFirst_) {
         for (std::size_t index = 0; index < kInterrupts.size(); ++index) {
             ::sigaction(kInterrupts[index], &oldActions[index], nullptr);
         }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 
 #include "host/system/OutputFile.h"
@@ -22,6 +23,14 @@ namespace host {
 namespace {
 
 constexpr const char* kLeftBehind = ".korvane-json-0123456789abcdef0123456789abcdef.tmp";
+
+/// A file that was written two minutes ago: on Windows only an old one counts as left behind.
+std::filesystem::path WriteOld(const TemporaryDirectory& folder, const std::string& name) {
+    std::filesystem::path file = folder.Write(name, "half of a docu");
+    std::filesystem::last_write_time(file,
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2));
+    return file;
+}
 
 TEST(TemporaryFile, NamesCannotBeForeseen) {
     const TemporaryDirectory folder;
@@ -48,7 +57,7 @@ TEST(TemporaryFile, KnowsItsOwnNamesOnly) {
 
 TEST(TemporaryFile, WhatADeadProcessLeftBehindIsRemovedByTheNextRun) {
     const TemporaryDirectory folder;
-    folder.Write(kLeftBehind, "half of a docu");
+    WriteOld(folder, kLeftBehind);
     EXPECT_FALSE(WriteOutputFile(folder / "out.json", "{}"));
     EXPECT_FALSE(std::filesystem::exists(folder / kLeftBehind));
     EXPECT_EQ(ReadWholeFile(folder / "out.json"), "{}");
@@ -56,10 +65,10 @@ TEST(TemporaryFile, WhatADeadProcessLeftBehindIsRemovedByTheNextRun) {
 
 TEST(TemporaryFile, WhatTheProgramDidNotMakeStays) {
     const TemporaryDirectory folder;
-    folder.Write(".korvane-json-1234-0.tmp", "x");
-    folder.Write("korvane-json-0123456789abcdef0123456789abcdef.tmp", "x");
+    WriteOld(folder, ".korvane-json-1234-0.tmp");
+    WriteOld(folder, "korvane-json-0123456789abcdef0123456789abcdef.tmp");
     folder.Write(std::string(kLeftBehind) + "/x", "x");
-    folder.Write("twice", "x");
+    WriteOld(folder, "twice");
     std::filesystem::create_hard_link(folder / "twice",
                                       folder / ".korvane-json-0123456789abcdef0123456789abcdee.tmp");
     RemoveLeftovers(folder.Path());
@@ -73,7 +82,7 @@ TEST(TemporaryFile, WhatTheProgramDidNotMakeStays) {
 
 TEST(TemporaryFile, WhatIsBeingWrittenStays) {
     const TemporaryDirectory folder;
-    const std::filesystem::path file = folder.Write(kLeftBehind, "half");
+    const std::filesystem::path file = WriteOld(folder, kLeftBehind);
     HANDLE const writing = ::CreateFileW(file.c_str(), GENERIC_WRITE | DELETE,
                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -83,6 +92,9 @@ TEST(TemporaryFile, WhatIsBeingWrittenStays) {
     ::CloseHandle(writing);
     RemoveLeftovers(folder.Path());
     EXPECT_FALSE(std::filesystem::exists(file));
+    folder.Write(kLeftBehind, "complete, and closed for a moment");
+    RemoveLeftovers(folder.Path());
+    EXPECT_TRUE(std::filesystem::exists(file));
 }
 
 #else
@@ -159,7 +171,10 @@ TEST(TemporaryFile, StaysWhereTheSignalIsIgnored) {
 
 TEST(TemporaryFile, SignalsActAsBeforeAfterwards) {
     const TemporaryDirectory folder;
-    { const RemovedOnInterrupt onInterrupt(folder / "file"); }
+    {
+        const RemovedOnInterrupt first(folder / "first");
+        const RemovedOnInterrupt second(folder / "second");
+    }
     EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), SIG_DFL);
 }
 
