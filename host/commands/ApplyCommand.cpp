@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "DatabaseCommand.h"
+#include "Done.h"
 #include "ExitStatus.h"
 #include "Options.h"
 #include "host/document/AnswerReport.h"
@@ -34,9 +35,11 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
         if (!options.isDryRun) {
             file.Save(console);
         }
-        report.Say(Quoted(options.file), console);
-        SayDryRun(options.isDryRun, console);
-        return kSuccess;
+        return ReportDone(options.isDryRun, console, [&] {
+            report.Say(Quoted(options.file), console);
+            SayDryRun(options.isDryRun, console);
+            return kSuccess;
+        });
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <new>
 
 #include "Commands.h"
 #include "ExitStatus.h"
@@ -31,7 +32,8 @@ constexpr const char* kNotes =
     "  objects, fetch gets a document back from the server, and import rebuilds its objects.\n"
     "\n"
     "Exit status:\n"
-    "  0 success; 1 failure, an entry left out (with --strict) or differences (compare); 2 bad usage\n"
+    "  0 success; 1 failure, an entry left out (with --strict) or differences (compare); 2 bad usage;\n"
+    "  3 the change was made, but the report or the answer about it could not be written\n"
     "\n"
     "Examples:\n"
     "  korvane-json tree projects/bracket\n"
@@ -72,6 +74,15 @@ std::string VersionText() {
            KorvaneJson_get_module_info(KORVANEJSON_MODULE_BANNER);
 }
 
+std::string HelpText(const CLI::App& asked, const std::string& before) {
+    std::string text = asked.help(before);
+    // Without memory the streams of the parser drop text in silence, but not the same text twice.
+    if (text.empty() || text != asked.help(before)) {
+        throw std::bad_alloc();
+    }
+    return text;
+}
+
 void DescribeProgram(CLI::App& program) {
     program.get_formatter()->column_width(26);
     program.get_formatter()->label("SUBCOMMAND", "COMMAND");
@@ -95,7 +106,8 @@ int Print(const std::string& text, Console& console) {
 int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     CLI::App program(kPurpose, "korvane-json");
     DescribeProgram(program);
-    int status = kSuccess;
+    constexpr int kNotRun = -1;
+    int status = kNotRun;
     for (const AddCommand addCommand : kCommands) {
         addCommand(program, console, status);
     }
@@ -107,7 +119,7 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     } catch (const CLI::CallForHelp&) {
         const std::vector<CLI::App*> chosen = program.get_subcommands();
         const CLI::App& asked = chosen.empty() ? program : *chosen.front();
-        return Print(asked.help(chosen.empty() ? "" : program.get_name()), console);
+        return Print(HelpText(asked, chosen.empty() ? "" : program.get_name()), console);
     } catch (const CLI::CallForVersion& version) {
         return Print(std::string(version.what()) + '\n', console);
     } catch (const CLI::ParseError& error) {
@@ -115,8 +127,13 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
         const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + ' ';
         console.Say(Complaint(error, program) + ". See 'korvane-json " + command + "--help'");
         return kBadUsage;
+    } catch (const std::bad_alloc&) {
+        // The parser needs memory even after it has run the command, whose end counts.
+        if (status == kNotRun) {
+            throw;
+        }
     }
-    if (program.get_subcommands().empty()) {
+    if (status == kNotRun) {
         console.Say("give a command, like 'korvane-json tree DIR'. 'korvane-json --help' lists them");
         return kBadUsage;
     }

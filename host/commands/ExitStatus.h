@@ -7,5 +7,8 @@ inline constexpr int kSuccess = 0;
 /// The work failed, --strict does not allow what was left out, or `compare` found differences.
 inline constexpr int kFailure = 1;
 inline constexpr int kBadUsage = 2;
+/// The work was done and what it changes is complete, but the report about it, or the answer of `store`,
+/// could not be written.
+inline constexpr int kNotReported = 3;
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Commands.h"
+#include "Done.h"
 #include "ExitStatus.h"
 #include "Options.h"
 #include "Output.h"
@@ -73,9 +74,11 @@ int ExportProject(const ExportOptions& options, Console& console) {
     console.ShowProgress("Creating the document", 0, 0);
     const std::string text = MakeDocument(*object, options);
     console.ClearProgress();
-    const bool isWritten = WriteOutput(options.output, text, console);
-    const int status = Finish(options.from, *reading, console);
-    return isWritten ? status : kFailure;
+    if (!WriteOutput(options.output, text, console)) {
+        Finish(options.from, *reading, console);
+        return kFailure;
+    }
+    return ReportDone(false, console, [&] { return Finish(options.from, *reading, console); });
 }
 
 }  // namespace

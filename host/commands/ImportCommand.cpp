@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "DatabaseCommand.h"
+#include "Done.h"
 #include "ExitStatus.h"
 #include "Options.h"
 #include "ProjectInput.h"
@@ -51,9 +52,11 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         } else if (!options.isDryRun) {
             CreateProjectFile(file, project, console);
         }
-        report.Say(name, console);
-        SayDryRun(options.isDryRun, console);
-        return kSuccess;
+        return ReportDone(options.isDryRun, console, [&] {
+            report.Say(name, console);
+            SayDryRun(options.isDryRun, console);
+            return kSuccess;
+        });
     });
 }
 

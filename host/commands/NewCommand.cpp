@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "DatabaseCommand.h"
+#include "Done.h"
 #include "ExitStatus.h"
 #include "Options.h"
 #include "ProjectInput.h"
@@ -64,13 +65,15 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         } else if (!options.isDryRun) {
             CreateProjectFile(file, *reading->project, console);
         }
-        const ObjectCounts counts = CountObjects(*reading->project);
-        console.Say(Quoted(options.File()) + ": a project with " +
-                    FormatCount(counts.objects, "object", "objects") + " and " +
-                    FormatCount(counts.files, "file", "files") +
-                    (isThere ? ", replacing the one that was there" : ""));
-        SayDryRun(options.isDryRun, console);
-        return Finish({{}, options.isStrict}, *reading, console);
+        return ReportDone(options.isDryRun, console, [&] {
+            const ObjectCounts counts = CountObjects(*reading->project);
+            console.Say(Quoted(options.File()) + ": a project with " +
+                        FormatCount(counts.objects, "object", "objects") + " and " +
+                        FormatCount(counts.files, "file", "files") +
+                        (isThere ? ", replacing the one that was there" : ""));
+            SayDryRun(options.isDryRun, console);
+            return Finish({{}, options.isStrict}, *reading, console);
+        });
     });
 }
 

@@ -96,6 +96,7 @@ OpenedDocument OpenDocument(const std::string& name, Console& console) {
 OuString DirectoryOfFile(const std::filesystem::path& file) {
     std::error_code error;
     const std::filesystem::path whole = std::filesystem::absolute(file, error);
+    ThrowIfOutOfMemory(error);
     return ToOuString((error ? file : whole).lexically_normal().parent_path());
 }
 

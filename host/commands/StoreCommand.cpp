@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "DatabaseCommand.h"
+#include "Done.h"
 #include "ExitStatus.h"
 #include "Options.h"
 #include "Output.h"
@@ -42,14 +43,19 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
     return ChangeDatabase(options.database, console, [&] {
         StoreReport report;
         Server server = Server::OpenForStoring(PathFromUtf8(options.database), options.isDryRun);
-        const std::string answer = CompactText(server.Store(*document, project, report, console));
-        report.Say(Quoted(options.database), console);
-        SayDryRun(options.isDryRun, console);
-        if (!options.isDryRun && !WriteOutput(options.output, answer, console)) {
-            console.Say("the document was stored: store it again to get the answer, which will be the same");
-            return kFailure;
-        }
-        return kSuccess;
+        const JSONNode answer = server.Store(*document, project, report, console);
+        constexpr std::string_view kStoredWithoutAnswer =
+            "the document was stored: store it again to get the answer, which will be the same";
+        const auto answerAndReport = [&] {
+            report.Say(Quoted(options.database), console);
+            SayDryRun(options.isDryRun, console);
+            if (!options.isDryRun && !WriteOutput(options.output, CompactText(answer), console)) {
+                console.Say(kStoredWithoutAnswer);
+                return kNotReported;
+            }
+            return kSuccess;
+        };
+        return ReportDone(options.isDryRun, console, answerAndReport, kStoredWithoutAnswer);
     });
 }
 

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "Done.h"
 #include "ExitStatus.h"
 #include "Options.h"
 #include "Output.h"
@@ -30,9 +31,11 @@ int PrintProject(const InputOptions& options, Console& console) {
     if (!reading) {
         return kFailure;
     }
-    const bool isWritten = PrintObject(*reading->project, console);
-    const int status = Finish(options, *reading, console);
-    return isWritten ? status : kFailure;
+    if (!PrintObject(*reading->project, console)) {
+        Finish(options, *reading, console);
+        return kFailure;
+    }
+    return ReportDone(false, console, [&] { return Finish(options, *reading, console); });
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <new>
 #include <utility>
 
 #include "Terminal.h"
@@ -30,7 +31,18 @@ Console::~Console() {
 
 void Console::Say(std::string_view text) {
     ClearProgress();
-    std::string line = "korvane-json: ";
+    constexpr std::string_view kProgram = "korvane-json: ";
+    std::string line;
+    try {
+        line.reserve(kProgram.size() + text.size() + 1);
+    } catch (const std::bad_alloc&) {
+        // Without memory the message comes in pieces, between which another program may write.
+        write_(kProgram);
+        write_(text);
+        write_("\n");
+        return;
+    }
+    line += kProgram;
     line += text;
     line += '\n';
     write_(line);

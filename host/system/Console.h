@@ -22,7 +22,7 @@ public:
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
-    /// Writes `korvane-json: TEXT` and a line feed.
+    /// Writes `korvane-json: TEXT` and a line feed. It needs no memory.
     void Say(std::string_view text);
 
     /// Shows how far the work is; cheap enough to be called for every file. Nothing is shown in the first

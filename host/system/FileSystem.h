@@ -46,8 +46,17 @@ std::error_code ListDirectory(const std::filesystem::path& directory, Listing& l
 /// Fills in the entry that a path leads to. Links are followed.
 std::error_code InspectTarget(const std::filesystem::path& path, Entry& entry);
 
+/// Throws std::bad_alloc if the error is that there was no memory: nothing else may be concluded from it.
+void ThrowIfOutOfMemory(const std::error_code& error);
+
 /// The full path, without links, of what a path leads to.
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error);
+
+/// The size of the machine's memory in bytes.
+std::uint64_t SizeOfMemory();
+
+/// Whether the standard input is a device, which may have no end.
+bool IsInputDevice();
 
 /// Whether two paths to files that do not exist yet lead to the same file. Case counts only where the file
 /// system distinguishes names by it.

@@ -8,14 +8,18 @@
 #include <cerrno>
 #include <map>
 #include <memory>
+#include <new>
 
 #include "FileSystem.h"
+#include "MemoryReserve.h"
 
 namespace host {
 namespace {
 
 std::error_code LastError() {
-    return {errno, std::generic_category()};
+    const std::error_code error(errno, std::generic_category());
+    ThrowIfOutOfMemory(error);
+    return error;
 }
 
 EntryType TypeOf(mode_t mode) {
@@ -77,8 +81,26 @@ std::error_code InspectTarget(const std::filesystem::path& path, Entry& entry) {
     return {};
 }
 
+void ThrowIfOutOfMemory(const std::error_code& error) {
+    if (error == std::errc::not_enough_memory) {
+        throw std::bad_alloc();
+    }
+}
+
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error) {
-    return std::filesystem::canonical(path, error);
+    std::filesystem::path whole = std::filesystem::canonical(path, error);
+    ThrowIfOutOfMemory(error);
+    return whole;
+}
+
+std::uint64_t SizeOfMemory() {
+    return static_cast<std::uint64_t>(::sysconf(_SC_PHYS_PAGES)) *
+           static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+}
+
+bool IsInputDevice() {
+    struct stat status {};
+    return ::fstat(STDIN_FILENO, &status) == 0 && (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode));
 }
 
 bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
@@ -89,7 +111,9 @@ bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::p
     };
     std::error_code error;
     const std::filesystem::path one = whole(left, error);
-    return !error && one == whole(right, error) && !error;
+    const bool isSame = !error && one == whole(right, error) && !error;
+    ThrowIfOutOfMemory(error);
+    return isSame;
 }
 
 std::size_t LongestName(const std::filesystem::path& folder) {
@@ -132,11 +156,14 @@ std::string OwnerName(std::uint32_t owner) {
     if (known != names.end()) {
         return known->second;
     }
+    EnsureMemory();
     std::string name = std::to_string(owner);
     std::array<char, 16384> buffer{};
     passwd record{};
     passwd* found = nullptr;
-    if (::getpwuid_r(owner, &record, buffer.data(), buffer.size(), &found) == 0 && found != nullptr) {
+    const int error = ::getpwuid_r(owner, &record, buffer.data(), buffer.size(), &found);
+    ThrowIfOutOfMemory({error, std::generic_category()});
+    if (error == 0 && found != nullptr) {
         name = found->pw_name;
     }
     names.emplace(owner, name);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <string_view>
 
 #include "FileSystem.h"
@@ -128,10 +129,27 @@ std::error_code InspectTarget(const std::filesystem::path& path, Entry& entry) {
     return {};
 }
 
+void ThrowIfOutOfMemory(const std::error_code& error) {
+    if (error == std::errc::not_enough_memory) {
+        throw std::bad_alloc();
+    }
+}
+
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error) {
     const FileHandle handle = OpenToRead(path, 0);
     error = handle ? std::error_code() : LastError();
     return handle ? FinalPath(handle.get(), error) : std::filesystem::path();
+}
+
+std::uint64_t SizeOfMemory() {
+    MEMORYSTATUSEX memory{};
+    memory.dwLength = sizeof memory;
+    ::GlobalMemoryStatusEx(&memory);
+    return memory.ullTotalPhys;
+}
+
+bool IsInputDevice() {
+    return ::GetFileType(::GetStdHandle(STD_INPUT_HANDLE)) == FILE_TYPE_CHAR;
 }
 
 bool WouldBeSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {

@@ -1,9 +1,13 @@
 #include "InputFile.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
+#include <istream>
+
+#include "FileSystem.h"
 
 #if defined(_WIN32)
 #include <fcntl.h>
@@ -11,8 +15,52 @@
 #endif
 
 namespace host {
+namespace {
 
-std::error_code ReadInputFile(const std::filesystem::path& file, std::string& text) {
+enum class InputFault { Endless = 1, TooLong };
+
+class InputFaults : public std::error_category {
+public:
+    const char* name() const noexcept override { return "input"; }
+    std::string message(int fault) const override {
+        return static_cast<InputFault>(fault) == InputFault::Endless
+                   ? "it is a device that gives more than a text"
+                   : "it is longer than 8 GiB or half of the memory of this machine";
+    }
+};
+
+std::error_code MakeError(InputFault fault) {
+    static const InputFaults faults;
+    return {static_cast<int>(fault), faults};
+}
+
+/// Reads with `read`, which fills a buffer and returns the number of bytes, 0 at the end.
+template <typename Read>
+std::error_code ReadToEnd(std::string& text, const InputLimits& limits, bool isDevice, const Read& read) {
+    const std::uint64_t most = isDevice ? std::min(limits.most, limits.mostFromDevice) : limits.most;
+    std::array<char, 65536> buffer{};
+    for (std::size_t count = read(buffer); count > 0; count = read(buffer)) {
+        if (text.size() + count > most) {
+            return MakeError(isDevice ? InputFault::Endless : InputFault::TooLong);
+        }
+        text.append(buffer.data(), count);
+    }
+    return {};
+}
+
+bool IsDevice(const std::filesystem::file_status& status) {
+    return std::filesystem::is_character_file(status) || std::filesystem::is_block_file(status);
+}
+
+}  // namespace
+
+InputLimits UsualLimits() {
+    constexpr std::uint64_t kMost = std::uint64_t{8} << 30U;
+    return {std::min(kMost, SizeOfMemory() / 2)};
+}
+
+std::error_code ReadInputFile(const std::filesystem::path& file, std::string& text,
+                              const InputLimits& limits) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(file, error);
     if (error) {
@@ -21,27 +69,31 @@ std::error_code ReadInputFile(const std::filesystem::path& file, std::string& te
     if (std::filesystem::is_directory(status)) {
         return std::make_error_code(std::errc::is_a_directory);
     }
+    if (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) > limits.most) {
+        return error ? error : MakeError(InputFault::TooLong);
+    }
     errno = 0;
     std::ifstream stream(file, std::ios::binary);
-    std::array<char, 65536> buffer{};
-    while (stream) {
+    const bool isOpen = stream.is_open();
+    error = ReadToEnd(text, limits, IsDevice(status), [&](auto& buffer) {
         stream.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        text.append(buffer.data(), static_cast<std::size_t>(stream.gcount()));
-    }
-    const bool isWhole = stream.eof() && !stream.bad();
-    return isWhole ? std::error_code() : std::error_code(errno != 0 ? errno : EIO, std::generic_category());
+        return static_cast<std::size_t>(stream.gcount());
+    });
+    const bool isWhole = error || (isOpen && stream.eof() && !stream.bad());
+    return isWhole ? error : std::error_code(errno != 0 ? errno : EIO, std::generic_category());
 }
 
-std::error_code ReadStandardInput(std::string& text) {
+std::error_code ReadStandardInput(std::string& text, const InputLimits& limits) {
 #if defined(_WIN32)
     static_cast<void>(::_setmode(::_fileno(stdin), _O_BINARY));
 #endif
-    std::array<char, 65536> buffer{};
-    std::size_t count = 0;
-    while ((count = std::fread(buffer.data(), 1, buffer.size(), stdin)) > 0) {
-        text.append(buffer.data(), count);
+    const std::error_code error = ReadToEnd(text, limits, IsInputDevice(), [](auto& buffer) {
+        return std::fread(buffer.data(), 1, buffer.size(), stdin);
+    });
+    if (error || std::ferror(stdin) == 0) {
+        return error;
     }
-    return std::ferror(stdin) != 0 ? std::error_code(errno, std::generic_category()) : std::error_code();
+    return {errno, std::generic_category()};
 }
 
 }  // namespace host

@@ -16,7 +16,7 @@ inline constexpr const char* kStandardStream = "-";
 /// program was started without stays closed: no other file gets its number.
 class StandardStreams {
 public:
-    StandardStreams();
+    StandardStreams() noexcept;
     ~StandardStreams();
     StandardStreams(const StandardStreams&) = delete;
     StandardStreams& operator=(const StandardStreams&) = delete;

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "MemoryReserve.h"
 #include "Terminal.h"
 
 namespace host {
@@ -20,7 +21,9 @@ int DescriptorOf(Stream stream) {
 
 }  // namespace
 
-StandardStreams::StandardStreams() : pipeHandler_(std::signal(SIGPIPE, SIG_IGN)) {
+StandardStreams::StandardStreams() noexcept : pipeHandler_(std::signal(SIGPIPE, SIG_IGN)) {
+    // Beyond the limit for the size of files, writing fails with an error instead.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     // A file that is opened later would get the number of a closed stream, and messages would be written to
     // it.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -40,6 +43,7 @@ bool IsTerminal(Stream stream) {
 }
 
 bool IsOutputUtf8() {
+    EnsureMemory();
     const locale_t locale = ::newlocale(LC_CTYPE_MASK, "", nullptr);
     if (locale == nullptr) {
         return false;

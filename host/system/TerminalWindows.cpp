@@ -13,7 +13,7 @@ HANDLE HandleOf(Stream stream) {
 
 }  // namespace
 
-StandardStreams::StandardStreams() : outputCodePage_(::GetConsoleOutputCP()) {
+StandardStreams::StandardStreams() noexcept : outputCodePage_(::GetConsoleOutputCP()) {
     if (IsTerminal(Stream::Output) || IsTerminal(Stream::Error)) {
         ::SetConsoleOutputCP(CP_UTF8);
     }

@@ -34,6 +34,9 @@ constexpr std::array<std::string_view, 15> kAnswering{
 
 /// Those of the thread, in the order in which they were made.
 thread_local std::vector<OddAnswer*> oddAnswers;
+/// A thread's first use needs memory for the end of the thread, and glibc aborts if there is none. The main
+/// thread has it from the beginning.
+[[maybe_unused]] const std::size_t countOfMainThread = oddAnswers.size();
 
 std::string_view OperationOf(std::string_view note) {
     return note.substr(0, note.find('('));

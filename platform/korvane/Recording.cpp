@@ -18,6 +18,9 @@ struct Recording {
 };
 
 thread_local Recording recording;
+/// A thread's first use needs memory for the end of the thread, and glibc aborts if there is none. The main
+/// thread has it from the beginning.
+[[maybe_unused]] const bool isMainThreadRecording = recording.isRunning;
 
 constexpr std::uint32_t kFirstLeadSurrogate = 0xD800;
 constexpr std::uint32_t kFirstTrailSurrogate = 0xDC00;

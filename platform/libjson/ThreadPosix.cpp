@@ -28,6 +28,10 @@ CellCache* EnterThread() noexcept {
     return current;
 }
 
+/// A thread's first use needs memory for the end of the thread, and glibc aborts if there is none. The main
+/// thread has it from the beginning, so that a program with one thread can report that it has no memory.
+[[maybe_unused]] const CellCache* const ofMainThread = EnterThread();
+
 }  // namespace
 
 CellCache* CacheOfThread() noexcept {

@@ -110,7 +110,6 @@ TEST_F(ProgramDocumentTest, AnotherParserReadsNamesBackToTheSameTexts) {
         "'quoted' & {braced} \xE2\x82\xAC.txt",
 #if !defined(_WIN32)
         "say \"hello\".txt",
-        "back\\slash.txt",
         "line\nfeed\ttab\x01\x7F.txt",
         "trailing dot."
 #endif
@@ -124,10 +123,6 @@ TEST_F(ProgramDocumentTest, AnotherParserReadsNamesBackToTheSameTexts) {
         read.push_back(child["name"].get<std::string>());
     }
     std::vector<std::string> expected = names;
-#if !defined(_WIN32)
-    // A backslash in a file's name parts it from a folder as well: the name is what follows it.
-    std::replace(expected.begin(), expected.end(), std::string("back\\slash.txt"), std::string("slash.txt"));
-#endif
     std::ranges::sort(read);
     std::ranges::sort(expected);
     EXPECT_EQ(read, expected);

@@ -144,7 +144,7 @@ TEST_F(ProgramServer, NamesThatSqliteTakesForSomethingElseAreNamesOfFiles) {
 
 TEST_F(ProgramServer, AnAnswerThatCannotBeWrittenCanBeHadAgain) {
     const ProcessResult result = Run({"store", "a.json", "--db", "s.db", "-o", "missing/answer.json"});
-    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.status, 3);
     EXPECT_NE(result.error.find("cannot write 'missing/answer.json': "), std::string::npos) << result.error;
     EXPECT_NE(result.error.find("the document was stored"), std::string::npos);
     EXPECT_EQ(Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"}),

@@ -1,0 +1,77 @@
+#include "ProgramSupport.h"
+
+/// What is given to the program to read is not always a file.
+namespace {
+
+class ProgramInputTest : public ProgramInFolder {
+protected:
+    void SetUp() override {
+        folder.Write("root/job.inp", "*STEP\n*STATIC\n*END STEP\n");
+        Do({"new", "root", "p.kvp"});
+        Do({"export", "p.kvp", "-o", "p.json"});
+    }
+};
+
+TEST_F(ProgramInputTest, APipeIsReadLikeAFile) {
+    ASSERT_EQ(OutputOf({"tree", "p.json"}).find("root"), 0U);
+    EXPECT_EQ(Run({"tree", "-"}, "p.json").output, OutputOf({"tree", "p.json"}));
+}
+
+#if !defined(_WIN32)
+
+TEST_F(ProgramInputTest, ADeviceWithoutAnEndIsNotADocument) {
+    const std::string message =
+        "cannot read '/dev/zero': it is a device that gives more than a text. Give a JSON document that you "
+        "can "
+        "read";
+    ExpectRefused({"tree", "/dev/zero"}, message);
+    ExpectRefused({"compare", "/dev/zero", "p.kvp"}, message);
+    ExpectRefused({"import", "/dev/zero", "p.kvp"}, message);
+    ExpectRefused({"import", "/dev/zero", "new.kvp"}, message);
+    ExpectRefused({"apply", "/dev/zero", "p.kvp"}, message);
+    ExpectRefused({"store", "/dev/zero", "--db", "server.db"}, message);
+}
+
+TEST_F(ProgramInputTest, ADeviceIsNotAProject) {
+    const std::string message = "'/dev/zero' is neither a directory nor a project file";
+    ExpectRefused({"export", "/dev/zero"}, message);
+    ExpectRefused({"export", "/dev/zero", "-o", "out.json"}, message);
+    ExpectRefused({"new", "/dev/zero", "new.kvp"}, message);
+    ExpectRefused({"fetch", "PRJ-1-000000", "--db", "/dev/zero"}, "'/dev/zero' is not a file");
+}
+
+TEST_F(ProgramInputTest, TheStandardInputMayBeADeviceWithoutAnEnd) {
+    const ProcessResult result =
+        RunProgram(ProgramPath("korvane-json"), {{"tree", "-"}, {}, folder.Path(), {}, {}, "/dev/zero"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(
+        result.error,
+        "korvane-json: cannot read the standard input: it is a device that gives more than a text. Give a "
+        "JSON document that you can read\n");
+}
+
+TEST_F(ProgramInputTest, TheStandardInputIsReadByItsPathToo) {
+    const ProcessResult result =
+        RunProgram(ProgramPath("korvane-json"),
+                   {{"tree", "/dev/stdin"}, {{"LC_ALL", "C"}}, folder.Path(), {}, {}, folder / "p.json"});
+    EXPECT_EQ(result.output, OutputOf({"tree", "p.json"}));
+}
+
+TEST_F(ProgramInputTest, StrictFailsForANameWithABackslashButWritesTheRest) {
+    folder.Write("root/a\\b.inp", "*STEP\n");
+    const std::string named = "korvane-json: '" + ToUtf8(folder / "root/a\\b.inp") +
+                              "' cannot be read and is left out: in a document a backslash separates "
+                              "directories. Rename it to keep it\n";
+    const ProcessResult lenient = Run({"export", "root"});
+    EXPECT_EQ(lenient.status, 0);
+    EXPECT_TRUE(lenient.error.starts_with(named)) << lenient.error;
+    EXPECT_EQ(lenient.output.find("\"b.inp"), std::string::npos);
+    EXPECT_NE(lenient.output.find("job.inp"), std::string::npos);
+    const ProcessResult strict = Run({"export", "root", "--strict"});
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_EQ(strict.output, lenient.output);
+}
+
+#endif
+
+}  // namespace

@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <sstream>
+
+#include "Failures.h"
+#include "ProgramState.h"
+
+namespace exhaustion {
+namespace {
+
+/// What a run without failures does.
+struct Undisturbed {
+    ProcessResult result;
+    Content after;
+    /// Files whose bytes differ from run to run.
+    std::set<std::string> changing;
+    long allocations = 0;
+};
+
+class AllocationFailure : public testing::TestWithParam<Command> {
+protected:
+    Undisturbed RunUndisturbed() {
+        Undisturbed run;
+        for (int time = 0; time < 2; ++time) {
+            SharedCounts().allocations = 0;
+            run.result = state.Run(GetParam(), [] { PlanAllocations({}); });
+            run.allocations = SharedCounts().allocations;
+            const Content after = ContentOf(state.Folder());
+            for (const auto& [name, bytes] : time == 0 ? Content() : after) {
+                if (run.after[name] != bytes) {
+                    run.changing.insert(name);
+                }
+            }
+            run.after = after;
+            state.Restore();
+        }
+        return run;
+    }
+
+    /// The work was done: every file is as it should be then.
+    static void ExpectDone(const Undisturbed& wanted, const ProcessResult& result, Content after) {
+        EXPECT_EQ(result.output, wanted.result.output);
+        ASSERT_EQ(after.size(), wanted.after.size()) << "a file is missing or was left over";
+        for (const auto& [name, bytes] : wanted.after) {
+            if (wanted.changing.contains(name)) {
+                EXPECT_EQ(after[name].size(), bytes.size()) << name;
+            } else {
+                EXPECT_TRUE(after[name] == bytes) << name;
+            }
+        }
+    }
+
+    static void ExpectMessages(const std::string& error) {
+        EXPECT_FALSE(error.empty());
+        std::istringstream lines(error);
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_TRUE(line.starts_with("korvane-json: ")) << line;
+        }
+    }
+
+    /// Runs the command with the failure and expects one of the documented ends.
+    void Try(const Undisturbed& wanted, const Plan& plan) {
+        SCOPED_TRACE("allocation " + std::to_string(plan.first) +
+                     (plan.forGood ? " and all later ones" : ""));
+        SharedCounts().allocations = 0;
+        const ProcessResult result = state.Run(GetParam(), [&] { PlanAllocations(plan); });
+        SCOPED_TRACE("status " + std::to_string(result.status) + ": " + result.error);
+        const Content after = ContentOf(state.Folder());
+        if (result.status == 0) {
+            EXPECT_EQ(result.error, wanted.result.error);
+            ExpectDone(wanted, result, after);
+        } else if (result.status == 3) {
+            ExpectMessages(result.error);
+            EXPECT_NE(result.error.find(" was "), std::string::npos);
+            if (GetParam().arguments.front() != "store") {
+                ExpectDone(wanted, result, after);
+            }
+        } else {
+            EXPECT_EQ(result.status, 1);
+            ExpectMessages(result.error);
+            EXPECT_EQ(result.output, "");
+            EXPECT_TRUE(after == state.Before()) << "files were changed";
+        }
+        state.Restore();
+    }
+
+    ProgramState state;
+};
+
+/// The allocations that are tried: all of them at the beginning and at the end, where a command opens and
+/// finishes its files, and a sample of the others.
+std::set<long> Tried(long count) {
+    const long whole = IsLong() ? 1000 : 10;
+    const long atEnd = IsLong() ? 200 : 25;
+    const long samples = IsLong() ? 500 : 40;
+    std::set<long> tried;
+    for (long number = 1; number <= count; ++number) {
+        if (number <= whole || number > count - atEnd ||
+            number * samples / count != (number - 1) * samples / count) {
+            tried.insert(number);
+        }
+    }
+    return tried;
+}
+
+TEST_P(AllocationFailure, EndsWithAMessageAndWholeFiles) {
+    const Undisturbed wanted = RunUndisturbed();
+    ASSERT_EQ(wanted.result.status, 0) << wanted.result.error;
+    ASSERT_GT(wanted.allocations, 100);
+    for (const long number : Tried(wanted.allocations)) {
+        for (const bool forGood : {false, true}) {
+            Try(wanted, {number, forGood});
+            ASSERT_FALSE(HasFatalFailure());
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, AllocationFailure, testing::ValuesIn(AllCommands()),
+                         [](const auto& command) { return std::string(command.param.name); });
+
+}  // namespace
+}  // namespace exhaustion

@@ -1,0 +1,158 @@
+#include <fcntl.h>
+#include <linux/limits.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+#include <string_view>
+
+#include "Failures.h"
+#include "Plans.h"
+
+namespace exhaustion {
+namespace {
+
+Plan plan;
+bool isCounting = false;
+/// The descriptors of files in directories called "out".
+std::array<bool, 1024> isWatched{};
+
+bool IsInOut(const char* name) {
+    const std::string_view path(name);
+    return path == "out" || path.starts_with("out/") || path.ends_with("/out") ||
+           path.find("/out/") != std::string_view::npos;
+}
+
+bool IsWatched(int descriptor) {
+    return descriptor >= 0 && descriptor < static_cast<int>(isWatched.size()) &&
+           isWatched[static_cast<std::size_t>(descriptor)];
+}
+
+/// Counts an operation. Returns whether it is to fail or to write half, and ends the process if that is
+/// planned.
+bool IsToFail() {
+    if (!isCounting || !IsReached(plan, ++SharedCounts().fileCalls)) {
+        return false;
+    }
+    if (plan.outcome == Outcome::Killed) {
+        ::raise(SIGKILL);
+    } else if (plan.outcome == Outcome::Terminated) {
+        ::raise(SIGTERM);
+    }
+    return plan.outcome == Outcome::Fails || plan.outcome == Outcome::WritesHalf;
+}
+
+/// Whether an operation that cannot be done by halves fails.
+bool Fails() {
+    return IsToFail() && plan.outcome == Outcome::Fails;
+}
+
+int Failure(int reason) {
+    errno = reason;
+    return -1;
+}
+
+int Open(int folder, const char* name, int flags, mode_t mode) {
+    const bool isChange = (flags & (O_WRONLY | O_RDWR)) != 0;
+    const bool isUnnamed = (flags & O_TMPFILE) == O_TMPFILE;
+    if (isCounting && isUnnamed && !plan.hasUnnamedFiles) {
+        return Failure(EOPNOTSUPP);
+    }
+    const bool isOut = isCounting && isChange && IsInOut(name);
+    if (isOut && Fails()) {
+        return Failure(EMFILE);
+    }
+    const auto descriptor = static_cast<int>(::syscall(SYS_openat, folder, name, flags, mode));
+    if (descriptor >= 0 && descriptor < static_cast<int>(isWatched.size())) {
+        isWatched[static_cast<std::size_t>(descriptor)] = isOut;
+    }
+    return descriptor;
+}
+
+}  // namespace
+
+Counts& SharedCounts() {
+    static auto* const counts = static_cast<Counts*>(
+        ::mmap(nullptr, sizeof(Counts), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    return *counts;
+}
+
+void PlanFileCalls(const Plan& next) {
+    plan = next;
+    isCounting = true;
+}
+
+}  // namespace exhaustion
+
+using exhaustion::Fails;
+using exhaustion::Failure;
+
+extern "C" {
+
+int open(const char* name, int flags, ...) {
+    std::va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = va_arg(arguments, mode_t);
+    va_end(arguments);
+    return exhaustion::Open(AT_FDCWD, name, flags, mode);
+}
+
+int open64(const char* name, int flags, ...) {
+    std::va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = va_arg(arguments, mode_t);
+    va_end(arguments);
+    return exhaustion::Open(AT_FDCWD, name, flags, mode);
+}
+
+ssize_t write(int descriptor, const void* bytes, std::size_t count) {
+    if (exhaustion::IsWatched(descriptor) && exhaustion::IsToFail()) {
+        if (exhaustion::plan.outcome == exhaustion::Outcome::Fails) {
+            return Failure(ENOSPC);
+        }
+        count = (count + 1) / 2;
+    }
+    return ::syscall(SYS_write, descriptor, bytes, count);
+}
+
+int fsync(int descriptor) {
+    return exhaustion::IsWatched(descriptor) && Fails() ? Failure(EIO)
+                                                        : static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+int fchmod(int descriptor, mode_t mode) {
+    return exhaustion::IsWatched(descriptor) && Fails()
+               ? Failure(EPERM)
+               : static_cast<int>(::syscall(SYS_fchmod, descriptor, mode));
+}
+
+int fchown(int descriptor, uid_t owner, gid_t group) {
+    return exhaustion::IsWatched(descriptor) && Fails()
+               ? Failure(EPERM)
+               : static_cast<int>(::syscall(SYS_fchown, descriptor, owner, group));
+}
+
+int flock(int descriptor, int operation) {
+    return exhaustion::IsWatched(descriptor) && Fails()
+               ? Failure(ENOLCK)
+               : static_cast<int>(::syscall(SYS_flock, descriptor, operation));
+}
+
+int linkat(int oldFolder, const char* oldName, int newFolder, const char* newName, int flags) {
+    return exhaustion::IsInOut(newName) && Fails()
+               ? Failure(EIO)
+               : static_cast<int>(::syscall(SYS_linkat, oldFolder, oldName, newFolder, newName, flags));
+}
+
+int rename(const char* oldName, const char* newName) {
+    return exhaustion::IsInOut(newName) && Fails()
+               ? Failure(EIO)
+               : static_cast<int>(::syscall(SYS_rename, oldName, newName));
+}
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <atomic>
+#include <csignal>
+
+/// Failures of the system in the process that runs the tests: this program has its own versions of the C
+/// library's functions for memory and files, which fail when they are told to.
+namespace exhaustion {
+
+enum class Outcome {
+    /// The operation fails: there is no memory, no room, no permission.
+    Fails,
+    /// Half of the bytes are written, and no error is reported.
+    WritesHalf,
+    /// The process is killed before the operation.
+    Killed,
+    /// The process gets SIGTERM before the operation.
+    Terminated,
+};
+
+/// What fails, and when. Operations are counted from 1; nothing fails with 0.
+struct Plan {
+    long first = 0;
+    /// Every operation from the first on fails, or only that one.
+    bool forGood = false;
+    Outcome outcome = Outcome::Fails;
+    /// Whether the file system has files without names.
+    bool hasUnnamedFiles = true;
+};
+
+/// The operations so far. They lie in memory that child processes share.
+struct Counts {
+    std::atomic<long> allocations;
+    std::atomic<long> fileCalls;
+};
+Counts& SharedCounts();
+
+/// Starts to count, and to fail by the plan. File operations count in directories that are called "out" only.
+void PlanAllocations(const Plan& plan);
+void PlanFileCalls(const Plan& plan);
+
+}  // namespace exhaustion

@@ -1,0 +1,165 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <csignal>
+#include <iterator>
+#include <string_view>
+
+#include "Failures.h"
+#include "ProgramState.h"
+
+namespace exhaustion {
+namespace {
+
+/// The commands that write a file with -o, with and without files that have no names.
+struct Writing {
+    Command command;
+    bool hasUnnamedFiles;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Writing& writing) {
+    return stream << writing.command << (writing.hasUnnamedFiles ? "" : "ThroughName");
+}
+
+std::vector<Writing> AllWriting() {
+    std::vector<Writing> found;
+    for (const Command& command : AllCommands()) {
+        // The keys of a new database, and so the answer, differ from run to run.
+        const bool isRandom = std::string_view(command.name) == "StoreInNewDatabase";
+        if (!isRandom && std::ranges::find(command.arguments, "-o") != command.arguments.end()) {
+            found.push_back({command, true});
+            found.push_back({command, false});
+        }
+    }
+    return found;
+}
+
+class OutputFailure : public testing::TestWithParam<Writing> {
+protected:
+    void SetUp() override {
+        for (const char* const name : {"out/document.json", "out/answer.json"}) {
+            ASSERT_EQ(::chmod((state.Folder() / name).c_str(), 0600), 0);
+        }
+        target = GetParam().command.arguments.back();
+        SharedCounts().fileCalls = 0;
+        wanted = Run({0, false, Outcome::Fails});
+        ASSERT_EQ(wanted.status, 0) << wanted.error;
+        calls = SharedCounts().fileCalls;
+        ASSERT_GT(calls, 3);
+        after = OutOf(ContentOf(state.Folder()));
+        before = OutOf(state.Before());
+        state.Restore();
+    }
+
+    /// What is in the folder that is written to.
+    static Content OutOf(const Content& content) {
+        Content out;
+        std::ranges::copy_if(content, std::inserter(out, out.end()),
+                             [](const auto& file) { return file.first.starts_with("out/"); });
+        return out;
+    }
+
+    ProcessResult Run(Plan plan) {
+        plan.hasUnnamedFiles = GetParam().hasUnnamedFiles;
+        return state.Run(GetParam().command, [&] {
+            // A new file is as private as the old one.
+            ::umask(0077);
+            PlanFileCalls(plan);
+        });
+    }
+
+    /// Calls `check` after every run that fails at one of the operations.
+    template <typename Check>
+    void TryAll(bool forGood, Outcome outcome, const Check& check) {
+        for (long number = 1; number <= calls; ++number) {
+            SCOPED_TRACE("operation " + std::to_string(number));
+            SharedCounts().fileCalls = 0;
+            const ProcessResult result = Run({number, forGood, outcome});
+            SCOPED_TRACE("status " + std::to_string(result.status) + ": " + result.error);
+            check(result, OutOf(ContentOf(state.Folder())));
+            state.Restore();
+        }
+    }
+
+    ProgramState state;
+    std::string target;
+    ProcessResult wanted;
+    long calls = 0;
+    Content before;
+    Content after;
+};
+
+TEST_P(OutputFailure, LeavesTheOldOrTheNewFileAndSaysWhich) {
+    bool hasFailed = false;
+    for (const bool forGood : {false, true}) {
+        TryAll(forGood, Outcome::Fails, [&](const ProcessResult& result, const Content& out) {
+            if (result.status == 0) {
+                EXPECT_TRUE(out == after);
+                EXPECT_EQ(result.error, wanted.error);
+                return;
+            }
+            hasFailed = true;
+            EXPECT_EQ(result.status, GetParam().command.arguments.front() == "store" ? 3 : 1);
+            EXPECT_TRUE(out == before);
+            EXPECT_NE(result.error.find("cannot write '" + target + "': "), std::string::npos);
+            EXPECT_EQ(result.error.find("The old file was kept") != std::string::npos,
+                      before.contains(target));
+        });
+    }
+    EXPECT_TRUE(hasFailed);
+}
+
+TEST_P(OutputFailure, WritesOnAfterShortWrites) {
+    for (const bool forGood : {false, true}) {
+        TryAll(forGood, Outcome::WritesHalf, [&](const ProcessResult& result, const Content& out) {
+            EXPECT_EQ(result.status, 0);
+            EXPECT_TRUE(out == after);
+        });
+    }
+}
+
+TEST_P(OutputFailure, AKillLeavesTheOldOrTheNewFileAndTheNextRunRemovesTheRest) {
+    for (long number = 1; number <= calls; ++number) {
+        SCOPED_TRACE("operation " + std::to_string(number));
+        SharedCounts().fileCalls = 0;
+        const ProcessResult killed = Run({number, false, Outcome::Killed});
+        EXPECT_EQ(killed.status, -SIGKILL);
+        Content out = OutOf(ContentOf(state.Folder()));
+        EXPECT_TRUE(out[target] == before[target] || out[target] == after[target]);
+        EXPECT_LE(out.size(), before.size() + 1);
+        EXPECT_EQ(Run({}).status, 0);
+        EXPECT_TRUE(OutOf(ContentOf(state.Folder())) == after);
+        state.Restore();
+    }
+}
+
+TEST_P(OutputFailure, ASignalEndsTheProgramAndLeavesNothing) {
+    TryAll(false, Outcome::Terminated, [&](const ProcessResult& result, const Content& out) {
+        EXPECT_EQ(result.status, -SIGTERM);
+        EXPECT_EQ(result.error.find("cannot write"), std::string::npos);
+        EXPECT_TRUE(out == before || out == after);
+    });
+}
+
+/// No operation leaves a file, under any name, that others may read.
+TEST_P(OutputFailure, APrivateFileIsPrivateAtEveryMoment) {
+    for (long number = 1; number <= calls; ++number) {
+        SCOPED_TRACE("operation " + std::to_string(number));
+        SharedCounts().fileCalls = 0;
+        Run({number, false, Outcome::Killed});
+        for (const auto& entry : std::filesystem::directory_iterator(state.Folder() / "out")) {
+            EXPECT_EQ(entry.status().permissions() & std::filesystem::perms(0077),
+                      std::filesystem::perms::none)
+                << entry.path();
+        }
+        state.Restore();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, OutputFailure, testing::ValuesIn(AllWriting()), [](const auto& writing) {
+    return writing.param.command.name + std::string(writing.param.hasUnnamedFiles ? "" : "ThroughName");
+});
+
+}  // namespace
+}  // namespace exhaustion
