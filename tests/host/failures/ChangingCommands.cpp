@@ -90,7 +90,9 @@ std::string RowsOf(const std::filesystem::path& file, std::string& origin) {
     for (std::size_t begin = 0, end = 0; (end = tables.find("|\n", begin)) != std::string::npos;
          begin = end + 2) {
         const std::string table = tables.substr(begin, end - begin);
-        const std::string content = connection.Ask("SELECT * FROM " + table);
+        // The checksum is over times, too. Whoever reads the file with the program compares it with the rows.
+        const std::string content =
+            connection.Ask(table == "checksum" ? "SELECT count(*) FROM checksum" : "SELECT * FROM " + table);
         if (table == "origin") {
             origin = content.substr(0, content.find('|'));
         }
