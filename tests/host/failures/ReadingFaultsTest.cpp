@@ -83,7 +83,8 @@ protected:
     }
     void PutHalfAChange() const {
         folder_.Reset();
-        std::filesystem::copy_file("half", folder_.File(), std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::remove(folder_.File());
+        std::filesystem::copy_file("half", folder_.File());
         std::filesystem::copy_file("journal", Journal());
     }
     static std::string Output() { return std::filesystem::exists("out") ? ReadWholeFile("out") : ""; }
