@@ -76,7 +76,7 @@ void NoteMetadata(const JSONNode& node, const JSONNode& section, NamesOfEntries&
         for (const JSONNode& value : record) {
             const std::string memberName = NameOfMember(value);
             if (memberName == member::kValue || memberName == member::kMetaDataType) {
-                NoteText(node, value, name + "." + memberName, notes);
+                NoteText(node, value, std::string(name).append(".").append(memberName), notes);
             } else {
                 notes.AddName(kUnknown, memberName);
             }
