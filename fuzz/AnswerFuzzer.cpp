@@ -47,7 +47,7 @@ void ExpectApplied(const JSONNode& answer, const Keys& keys) {
         Expect(KeyOf(*project, identifier) == (found != expected.end() ? found->second : std::string()),
                "an object has the key of the answer");
     }
-    ExpectTrip(*project);
+    ExportDocument(*project);
 }
 
 /// The program does the same and reports it; only keys that are null are nothing to it.

@@ -147,7 +147,7 @@ std::string Change(FuzzedDataProvider& bytes) {
         return "INSERT OR REPLACE INTO " + std::string(table.name) + " (" + columns + ") VALUES (" + values +
                ")";
     }
-    const std::size_t column = bytes.ConsumeIntegralInRange<std::size_t>(0, count - 1);
+    const auto column = bytes.ConsumeIntegralInRange<std::size_t>(0, count - 1);
     return "UPDATE OR IGNORE " + std::string(table.name) + " SET " + table.columns[column] + " = " +
            Value(bytes) + row;
 }

@@ -78,7 +78,7 @@ std::optional<JSONNode> ReadBytes(std::string_view bytes) {
 
 JSONNode ExportDocument(CAEObject& object) {
     JsonSerializer serializer(&object);
-    const JSONNode document = serializer.GetJson();
+    JSONNode document = serializer.GetJson();
     OuString text = serializer.GetJsonString();
     Expect(document.write() == text.GetAnsiBuffer(), "text and node are one document");
     Expect(libjson::parse(text.GetAnsiBuffer()) == document, "the text of a document reads back");
