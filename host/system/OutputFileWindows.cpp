@@ -120,6 +120,9 @@ std::error_code WriteOutputFile(const std::filesystem::path& target, std::string
     if (isThere && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return std::make_error_code(std::errc::is_a_directory);
     }
+    if (isThere && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return std::make_error_code(std::errc::permission_denied);
+    }
     FileHandle old = Open(target, OPEN_EXISTING, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
     if (!old) {
         const DWORD reason = ::GetLastError();
