@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -140,6 +141,17 @@ TEST_P(OutputFailure, ASignalEndsTheProgramAndLeavesNothing) {
         EXPECT_EQ(result.error.find("cannot write"), std::string::npos);
         EXPECT_TRUE(out == before || out == after);
     });
+}
+
+TEST_P(OutputFailure, ALimitForTheSizeOfFilesIsAnErrorAndNotTheEnd) {
+    const ProcessResult result = state.Run(GetParam().command, [] {
+        rlimit narrow{};
+        ::getrlimit(RLIMIT_FSIZE, &narrow);
+        narrow.rlim_cur = 100;
+        ::setrlimit(RLIMIT_FSIZE, &narrow);
+    });
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(ContentOf(state.Folder()) == state.Before());
 }
 
 /// No operation leaves a file, under any name, that others may read.
