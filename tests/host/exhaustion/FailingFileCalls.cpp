@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -14,6 +15,7 @@
 
 #include "Failures.h"
 #include "Plans.h"
+#include "host/system/TemporaryFile.h"
 
 namespace exhaustion {
 namespace {
@@ -34,6 +36,17 @@ bool IsWatched(int descriptor) {
            isWatched[static_cast<std::size_t>(descriptor)];
 }
 
+/// Does in another process what every run does first in the folder that it writes in.
+void CleanUp() {
+    const pid_t other = ::fork();
+    if (other == 0) {
+        isCounting = false;
+        host::RemoveLeftovers("out");
+        ::_exit(0);
+    }
+    ::waitpid(other, nullptr, 0);
+}
+
 /// Counts an operation. Returns whether it is to fail or to write half, and ends the process if that is
 /// planned.
 bool IsToFail() {
@@ -44,6 +57,8 @@ bool IsToFail() {
         ::raise(SIGKILL);
     } else if (plan.outcome == Outcome::Terminated) {
         ::raise(SIGTERM);
+    } else if (plan.outcome == Outcome::CleanedUp) {
+        CleanUp();
     }
     return plan.outcome == Outcome::Fails || plan.outcome == Outcome::WritesHalf;
 }
@@ -54,6 +69,7 @@ bool Fails() {
 }
 
 int Failure(int reason) {
+    SharedCounts().reason = reason;
     errno = reason;
     return -1;
 }
@@ -122,7 +138,7 @@ ssize_t write(int descriptor, const void* bytes, std::size_t count) {
 }
 
 int fsync(int descriptor) {
-    return exhaustion::IsWatched(descriptor) && Fails() ? Failure(EIO)
+    return exhaustion::IsWatched(descriptor) && Fails() ? Failure(ENOSPC)
                                                         : static_cast<int>(::syscall(SYS_fsync, descriptor));
 }
 

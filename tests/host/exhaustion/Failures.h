@@ -16,6 +16,8 @@ enum class Outcome {
     Killed,
     /// The process gets SIGTERM before the operation.
     Terminated,
+    /// Another process removes what it takes for left behind before the operation.
+    CleanedUp,
 };
 
 /// What fails, and when. Operations are counted from 1; nothing fails with 0.
@@ -32,6 +34,8 @@ struct Plan {
 struct Counts {
     std::atomic<long> allocations;
     std::atomic<long> fileCalls;
+    /// The error number of the last failure of a file operation.
+    std::atomic<int> reason;
 };
 Counts& SharedCounts();
 
