@@ -18,6 +18,9 @@ namespace {
 using std::filesystem::path;
 
 constexpr int kMostTries = 10;
+constexpr mode_t kOwner = 0600;
+constexpr mode_t kEverybody = 0666;
+constexpr mode_t kOtherIdentity = 06000;
 constexpr mode_t kGroup = 070;
 constexpr mode_t kOthers = 07;
 constexpr mode_t kPermissions = 0777;
@@ -71,8 +74,7 @@ path FollowToNewFile(path target) {
 /// What a new file may have before it has its content: not more than the old file, and no more than its owner
 /// needs.
 mode_t FirstMode(const struct stat* old) {
-    return old != nullptr ? old->st_mode & (S_IRUSR | S_IWUSR)
-                          : kPermissions & ~(S_IXUSR | S_IXGRP | S_IXOTH);
+    return old != nullptr ? old->st_mode & kOwner : kEverybody;
 }
 
 /// Gives the new file the owner, the group and the permissions of the old one, as far as that can be done,
@@ -82,7 +84,7 @@ mode_t TakeOwner(int file, const struct stat& old) {
         return old.st_mode & kAllBits;
     }
     // The set-user-ID and set-group-ID bits must not pass to another owner.
-    const mode_t kept = old.st_mode & (kAllBits & ~(S_ISUID | S_ISGID));
+    const mode_t kept = old.st_mode & kAllBits & ~kOtherIdentity;
     if (::fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0) {
         return kept;
     }

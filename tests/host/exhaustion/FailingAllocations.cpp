@@ -1,8 +1,8 @@
 #include <dlfcn.h>
-#include <locale.h>
 #include <pwd.h>
 
 #include <cerrno>
+#include <clocale>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
