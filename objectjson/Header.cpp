@@ -53,6 +53,12 @@ OuString TypeName(CAEObject& object, Kind kind) {
     return name;
 }
 
+/// Asked for and not set: no import changes who created an object.
+void AskForCreator(const CAEObject& object, const JSONNode& member) {
+    OuString userName = WideValue(member);
+    object.getCreatedUserName(userName);
+}
+
 }  // namespace
 
 void WriteHeader(CAEObject& object, DocumentWriter& out) {
@@ -103,12 +109,9 @@ void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& memb
         case ObjectNodeKey::kCreatedDate:
             object.setCreatedDate(WideValue(member));
             break;
-        case ObjectNodeKey::kCreatedBy: {
-            // Asked for and not set: no import changes who created an object.
-            OuString userName = WideValue(member);
-            object.getCreatedUserName(userName);
+        case ObjectNodeKey::kCreatedBy:
+            AskForCreator(object, member);
             break;
-        }
         default:
             // Not recognised, or recognised and without effect: the server sends members that are its own.
             break;
