@@ -49,7 +49,7 @@ def condition(value):
 
 # A statement that stands whole on its line: a call, an assignment or an increment.
 STATEMENT = re.compile(r"^\s+(?!return|throw|using|static_assert|case|default|friend|explicit|virtual|const |auto |"
-                       r"inline|break|continue|public|private)[\w:*&(][^{}]*;$")
+                       r"inline|break|continue|public|private|void |static |bool |int )[\w:*&(][^{}]*;$")
 DECLARATION = re.compile(r"^\s+(?:[A-Z_]\w*(?:::\w+)*|int|bool|const|auto|std::\w+)(?:<[^()]*>)?[&*]? \w+(?: = .*|\(.*\)|\{.*\})?;$")
 
 
@@ -96,7 +96,8 @@ def swapped(lines):
     """Two statements on neighbouring lines, the other way round."""
     for index in range(len(lines) - 1):
         first, second = lines[index], lines[index + 1]
-        if not STATEMENT.match(first) or not STATEMENT.match(second) or DECLARATION.match(first):
+        if not STATEMENT.match(first) or not STATEMENT.match(second) or DECLARATION.match(first) or \
+                DECLARATION.match(second):
             continue
         if first.strip() != second.strip() and re.match(r"^\s*", first).group() == re.match(r"^\s*", second).group():
             yield index, (second, first)
