@@ -63,7 +63,6 @@ void ExpectProgramApplies(const JSONNode& answer) {
     host::AnswerReport report;
     host::ApplyAnswer(answer.duplicate(), *project, report, console);
     report.Say("the project", console);
-    Expect(!said.empty(), "an answer is reported");
     std::size_t keys = 0;
     for (int identifier = 1; identifier <= kLastIdentifier; ++identifier) {
         keys += KeyOf(*project, identifier).empty() ? 0 : 1;
