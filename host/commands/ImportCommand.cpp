@@ -49,8 +49,10 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         ImportDocument(*document, *target, report, console);
         if (!options.isDryRun && old) {
             old->Save(console);
-        } else if (!options.isDryRun) {
+        } else if (!old && !options.isDryRun) {
             CreateProjectFile(file, project, console);
+        } else if (!old) {
+            RefuseNewName(file);
         }
         return ReportDone(options.isDryRun, console, [&] {
             report.Say(name, console);

@@ -62,8 +62,10 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         }
         if (!options.isDryRun && old) {
             old->Save(*reading->project, console);
-        } else if (!options.isDryRun) {
+        } else if (!old && !options.isDryRun) {
             CreateProjectFile(file, *reading->project, console);
+        } else if (!old) {
+            RefuseNewName(file);
         }
         return ReportDone(options.isDryRun, console, [&] {
             const ObjectCounts counts = CountObjects(*reading->project);

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "ProjectTables.h"
+#include "host/system/DatabaseJournal.h"
 #include "host/system/FileSystem.h"
 #include "host/system/NewDatabase.h"
 
@@ -48,6 +49,7 @@ ProjectFile& ProjectFile::operator=(ProjectFile&&) noexcept = default;
 ProjectFile ProjectFile::Open(const path& file, bool forChange, Console& console) {
     auto state = std::make_unique<State>(file, forChange);
     // Without a change too: a dry run fails if the real run would.
+    RefuseLongName(file);
     state->project = Read(state->database, CheckDepth::ForChanging, console);
     return ProjectFile(std::move(state));
 }
@@ -64,7 +66,7 @@ void ProjectFile::Save(CAEProject& project, Console& console) {
     state_->transaction->Complete([&] { WriteProjectTables(state_->database, project, console); });
 }
 
-void CreateProjectFile(const path& file, CAEProject& project, Console& console) {
+void RefuseNewName(const path& file) {
     std::error_code error;
     Entry entry;
     // A broken link counts as existing, and so does a device, which Windows has in every folder.
@@ -72,6 +74,11 @@ void CreateProjectFile(const path& file, CAEProject& project, Console& console) 
         !InspectTarget(file, entry)) {
         throw DatabaseError("already exists");
     }
+    RefuseLongName(file);
+}
+
+void CreateProjectFile(const path& file, CAEProject& project, Console& console) {
+    RefuseNewName(file);
     NewDatabase database(file, kProjectFileKind);
     database.Fill([&](Database& tables) {
         CreateProjectTables(tables);

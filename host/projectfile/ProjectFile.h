@@ -31,8 +31,8 @@ std::unique_ptr<CAEProject> ReadProjectFile(const std::filesystem::path& file, C
 /// A project that is read from its file, to be changed there.
 class ProjectFile {
 public:
-    /// Reads the file. With `forChange` no other program can write to it as long as this object exists.
-    /// Throws DatabaseError.
+    /// Reads the file. With `forChange` no other program can write to it as long as this object exists;
+    /// without it, for a dry run, it throws what it would throw with it. Throws DatabaseError.
     static ProjectFile Open(const std::filesystem::path& file, bool forChange, Console& console);
     ~ProjectFile();
     ProjectFile(ProjectFile&&) noexcept;
@@ -50,6 +50,10 @@ private:
     explicit ProjectFile(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };
+
+/// Throws the DatabaseError of CreateProjectFile if no new file can have this name: it exists, or it is too
+/// long.
+void RefuseNewName(const std::filesystem::path& file);
 
 /// Writes the project to a new file, which gets its name when it is complete. Throws DatabaseError if the
 /// name exists or the file cannot be written.

@@ -7,6 +7,7 @@
 #include "ServerFetch.h"
 #include "ServerStore.h"
 #include "ServerTables.h"
+#include "host/system/DatabaseJournal.h"
 #include "host/system/FileSystem.h"
 #include "host/system/NewDatabase.h"
 
@@ -61,6 +62,8 @@ Server Server::OpenForStoring(const std::filesystem::path& file, bool isDryRun) 
             CheckServerTables(original, CheckDepth::ForChanging);
         }
         copy->database->CopyFrom(original);
+    } else {
+        RefuseLongName(file);
     }
     return Server(std::move(copy));
 }

@@ -190,8 +190,13 @@ TEST_F(DatabaseJournalTest, ANameIsShortEnoughForItsJournalOrRefused) {
     }
     for (const std::size_t tooMany : {1U, 2U, 8U}) {
         name = NameOf(longest - 8 + tooMany);
-        for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
-                 {"new", "--empty", name}, {"import", "d.json", name}, {"store", "d.json", "--db", name}}) {
+        for (const std::vector<std::string>& command :
+             std::vector<std::vector<std::string>>{{"new", "--empty", name},
+                                                   {"new", "--empty", name, "--dry-run"},
+                                                   {"import", "d.json", name},
+                                                   {"import", "d.json", name, "--dry-run"},
+                                                   {"store", "d.json", "--db", name},
+                                                   {"store", "d.json", "--db", name, "--dry-run"}}) {
             const ProcessResult result = Run(command);
             EXPECT_EQ(result.status, 1) << command.front();
             EXPECT_NE(result.error.find("that is too long"), std::string::npos) << result.error;
@@ -209,10 +214,14 @@ TEST_F(DatabaseJournalTest, AFileWhoseNameIsTooLongIsReadButNotChanged) {
     const std::string name = NameOf(250);
     std::filesystem::rename(folder / "p.kvp", folder / name);
     EXPECT_EQ(Run({"tree", name}).status, 0);
-    const ProcessResult result = Run({"import", "d.json", name});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.error.find("Make it at least 3 bytes shorter. Nothing was changed"), std::string::npos)
-        << result.error;
+    for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+             {"import", "d.json", name}, {"import", "d.json", name, "--dry-run"}}) {
+        const ProcessResult result = Run(command);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_NE(result.error.find("Make it at least 3 bytes shorter. Nothing was changed"),
+                  std::string::npos)
+            << result.error;
+    }
 }
 
 TEST_F(DatabaseJournalTest, APathIsShortEnoughForSqliteOrRefused) {
