@@ -84,12 +84,10 @@ SolverInput ReadNastran(const SolverText& text) {
     }
     if (startsRun) {
         input.role = InputRole::Deck;
-    } else if (hasModel) {
+    } else if (hasModel || (!hasGrid && HasElements(lines))) {
         input.role = InputRole::Include;
     } else if (hasGrid) {
         input.role = InputRole::Mesh;
-    } else if (HasElements(lines)) {
-        input.role = InputRole::Include;
     }
     return input;
 }

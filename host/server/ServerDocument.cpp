@@ -56,7 +56,9 @@ std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
     using Visit = NodeVisit<const JSONNode, std::size_t>;
     const auto enter = [&](const Visit& visit) {
         if (visit.node.type() != JSON_NODE) {
-            notes.Add(kNoObject, [&] { return "in " + Describe(nodes[*visit.above].node); });
+            if (visit.above != nullptr) {
+                notes.Add(kNoObject, [&] { return "in " + Describe(nodes[*visit.above].node); });
+            }
             return false;
         }
         visit.own = nodes.size();

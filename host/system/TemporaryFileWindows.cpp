@@ -94,7 +94,7 @@ HeldTemporaryFile::HeldTemporaryFile(const std::filesystem::path& name)
                         nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr))) {}
 
 HeldTemporaryFile::~HeldTemporaryFile() {
-    HANDLE const handle = reinterpret_cast<HANDLE>(handle_);
+    auto* const handle = reinterpret_cast<HANDLE>(handle_);  // NOLINT(performance-no-int-to-ptr)
     if (handle != INVALID_HANDLE_VALUE) {
         ::CloseHandle(handle);
     }
