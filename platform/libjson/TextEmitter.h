@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "libjson.h"
+
+namespace libjson::detail {
+
+/// Where pages of text come from and go to.
+class TextPages {
+public:
+    /// The page to write next, which has kPageBytes; it may be the one before.
+    virtual char* Next() = 0;
+    /// Takes what was written to the last page.
+    virtual void Take(std::size_t length) = 0;
+
+    static constexpr std::size_t kPageBytes = std::size_t{16} * 1024;
+
+protected:
+    ~TextPages() = default;
+};
+
+/// The one place where the text of documents is made: separators, names, escapes and layout.
+class TextEmitter {
+public:
+    TextEmitter(TextPages& pages, bool isFormatted);
+
+    /// What stands before a member or an element: a comma where there is one before it, and a new line.
+    void BeginElement() {
+        if (needsComma_) {
+            Put(',');
+        }
+        needsComma_ = true;
+        if (isFormatted_ && !isArray_.empty()) {
+            BreakLine();
+        }
+    }
+
+    /// A name that needs no escape, with its colon.
+    void PutPlainName(std::string_view name);
+    void PutName(std::string_view name) {
+        PutString(name);
+        PutColon();
+    }
+    /// A name whose characters can be read to the end of their last block.
+    void PutNodeName(std::string_view name) {
+        PutNodeString(name);
+        PutColon();
+    }
+
+    /// A text with its quotes.
+    void PutString(std::string_view text);
+    /// The same for a text whose characters can be read to the end of their last block, as those of nodes
+    /// can.
+    void PutNodeString(std::string_view text);
+    /// Characters as they are.
+    void PutRaw(std::string_view characters);
+
+    void Open(bool isArray) {
+        Put(isArray ? '[' : '{');
+        isArray_.push_back(isArray);
+        needsComma_ = false;
+    }
+    void Close() {
+        const bool isArray = isArray_.back();
+        isArray_.pop_back();
+        // Nothing stands between the brackets of an empty container.
+        if (isFormatted_ && needsComma_) {
+            BreakLine();
+        }
+        Put(isArray ? ']' : '}');
+        needsComma_ = true;
+    }
+
+    /// Hands over what was written to the last page. Nothing may be written after it.
+    void Finish() { pages_.Take(static_cast<std::size_t>(at_ - page_)); }
+
+private:
+    /// Room for that many bytes and a block more, at most kMostRoom. What is written there counts after
+    /// Advance.
+    char* Room(std::size_t bytes) {
+        if (static_cast<std::size_t>(end_ - at_) < bytes) {
+            Finish();
+            NextPage();
+        }
+        return at_;
+    }
+    void Advance(char* to) noexcept { at_ = to; }
+    void NextPage();
+
+    void Put(char character) {
+        char* const to = Room(1);
+        *to = character;
+        Advance(to + 1);
+    }
+    void PutColon();
+    void BreakLine();
+    const char* PutSpecial(const char* at, const char* end);
+    const char* PutUtf8Special(const char* at, const char* end);
+    const char* PutHighSurrogates(const char* at, const char* end);
+    void PutCode(std::uint32_t code);
+
+    static constexpr std::size_t kMostRoom = 512;
+
+    TextPages& pages_;
+    char* page_ = nullptr;
+    char* at_ = nullptr;
+    char* end_ = nullptr;
+    bool needsComma_ = false;
+    const bool isFormatted_;
+    const bool isUtf8_;
+    /// Of every open container.
+    std::vector<bool> isArray_;
+};
+
+}  // namespace libjson::detail
