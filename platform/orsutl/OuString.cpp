@@ -115,7 +115,11 @@ bool OuString::IsEmpty() const noexcept {
 void OuString::Append(const wchar_t* text, std::size_t length) {
     const std::wstring_view other =
         text == nullptr || length == 0 ? View(text) : std::wstring_view(text, length);
-    if (other.empty() || (buffer_ != nullptr && buffer_->AppendInPlace(other))) {
+    if (other.empty()) {
+        return;
+    }
+    if (buffer_ != nullptr &&
+        (buffer_->AppendInPlace(other) || TextBuffer::AppendInLargeBlock(buffer_, other))) {
         return;
     }
     OuString joined;

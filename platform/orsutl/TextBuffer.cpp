@@ -4,11 +4,13 @@
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
+#include <functional>
 #include <limits>
 #include <new>
 
 #include "AnsiCodePage.h"
 #include "CaseMapping.h"
+#include "LargeBlocks.h"
 #include "WideText.h"
 
 namespace orsutl::detail {
@@ -32,6 +34,19 @@ bool IsAscii(std::wstring_view text) {
                        [](wchar_t character) { return CodePoint(character) < 0x80; });
 }
 
+constexpr std::size_t kLongest =
+    std::numeric_limits<std::size_t>::max() / (2 * sizeof(wchar_t)) - sizeof(TextBuffer);
+
+/// What a buffer takes without its ANSI form.
+constexpr std::size_t BytesFor(std::size_t capacity) {
+    return sizeof(TextBuffer) + (capacity + 1) * sizeof(wchar_t);
+}
+
+/// Half as much again keeps the cost of a text that grows piece by piece in proportion to its length.
+constexpr std::size_t CapacityToGrow(std::size_t length) {
+    return length + length / 2;
+}
+
 struct ReleaseBytes {
     void operator()(char* bytes) const noexcept { ::operator delete(bytes); }
 };
@@ -45,23 +60,28 @@ void ReleaseTextBuffer::operator()(TextBuffer* buffer) const noexcept {
 
 void TextBuffer::ReleaseReference() noexcept {
     if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        const bool isLarge = isLarge_;
         std::destroy_at(this);
-        ::operator delete(static_cast<void*>(this));
+        if (isLarge) {
+            FreeLargeBlock(this);
+        } else {
+            ::operator delete(static_cast<void*>(this));
+        }
     }
 }
 
 TextBufferPointer TextBuffer::Create(std::size_t length, std::size_t capacity, std::size_t ansiRoom) {
     static_assert(sizeof(TextBuffer) % alignof(wchar_t) == 0);
-    constexpr std::size_t kLongest =
-        std::numeric_limits<std::size_t>::max() / (2 * sizeof(wchar_t)) - sizeof(TextBuffer);
     if (length == 0) {
         return nullptr;
     }
     if (capacity > kLongest || ansiRoom > kLongest) {
         throw std::bad_alloc();
     }
-    void* memory = ::operator new(sizeof(TextBuffer) + (capacity + 1) * sizeof(wchar_t) + ansiRoom);
-    TextBufferPointer buffer(std::construct_at(static_cast<TextBuffer*>(memory), length, capacity));
+    const std::size_t bytes = BytesFor(capacity) + ansiRoom;
+    const bool isLarge = bytes >= kLargeBlock;
+    void* memory = isLarge ? AllocateLargeBlock(bytes) : ::operator new(bytes);
+    TextBufferPointer buffer(std::construct_at(static_cast<TextBuffer*>(memory), length, capacity, isLarge));
     buffer->Characters()[length] = L'\0';
     return buffer;
 }
@@ -146,9 +166,9 @@ TextBufferPointer TextBuffer::Joined(std::wstring_view text, std::wstring_view o
         throw std::bad_alloc();
     }
     const std::size_t length = text.size() + other.size();
-    // Half as much again keeps the cost of a text that grows piece by piece in proportion to its length.
-    const std::size_t capacity = length + length / 2;
-    const bool ascii = IsAscii(text) && IsAscii(other);
+    const std::size_t capacity = CapacityToGrow(length);
+    // The ANSI form of a large text is made only for those who ask for it.
+    const bool ascii = BytesFor(capacity) < kLargeBlock && IsAscii(text) && IsAscii(other);
     TextBufferPointer buffer = Create(length, capacity, ascii ? capacity + 1 : 0);
     if (buffer) {
         std::copy(other.begin(), other.end(), std::copy(text.begin(), text.end(), buffer->Characters()));
@@ -178,6 +198,28 @@ bool TextBuffer::AppendInPlace(std::wstring_view other) noexcept {
     }
     length_ += other.size();
     Characters()[length_] = L'\0';
+    return true;
+}
+
+bool TextBuffer::AppendInLargeBlock(TextBuffer*& buffer, std::wstring_view other) {
+    const std::wstring_view text = buffer->Text();
+    const std::less<> isBefore;
+    const bool isInside =
+        !isBefore(other.data(), text.data()) && isBefore(other.data(), text.data() + text.size());
+    // An ANSI form in the block would be where the new characters are to be.
+    if (!buffer->isLarge_ || isInside || buffer->ansiStandsInBlock_ || !buffer->HasOneReference()) {
+        return false;
+    }
+    if (other.size() > kLongest / 2 - text.size()) {
+        throw std::bad_alloc();
+    }
+    const std::size_t length = text.size() + other.size();
+    const std::size_t capacity = CapacityToGrow(length);
+    char* const ansi = buffer->ansi_.load(std::memory_order_relaxed);
+    void* const memory = ResizeLargeBlock(buffer, BytesFor(capacity));
+    ::operator delete(ansi);
+    buffer = std::construct_at(static_cast<TextBuffer*>(memory), text.size(), capacity, true);
+    buffer->AppendInPlace(other);
     return true;
 }
 

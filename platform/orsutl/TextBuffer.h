@@ -47,9 +47,14 @@ public:
     /// Appends the other text, which may lie in this buffer; false, with nothing changed, where the buffer
     /// has more than one reference or no room.
     bool AppendInPlace(std::wstring_view other) noexcept;
+    /// Appends the other text to a buffer in a large block, which may move; false, with nothing changed,
+    /// where the buffer is small, has more than one reference, or holds the other text. Throws
+    /// std::bad_alloc, and then nothing has changed.
+    static bool AppendInLargeBlock(TextBuffer*& buffer, std::wstring_view other);
 
-    /// For Create, which provides the memory after the object.
-    TextBuffer(std::size_t length, std::size_t capacity) noexcept : length_(length), capacity_(capacity) {}
+    /// For those who provide the memory after the object.
+    TextBuffer(std::size_t length, std::size_t capacity, bool isLarge) noexcept
+        : length_(length), capacity_(capacity), isLarge_(isLarge) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
     ~TextBuffer() { DropAnsiForm(); }
@@ -68,6 +73,8 @@ private:
     std::size_t capacity_;
     std::atomic<char*> ansi_{nullptr};
     bool ansiStandsInBlock_ = false;
+    /// Whether this stands in a large block.
+    bool isLarge_;
 };
 
 }  // namespace orsutl::detail

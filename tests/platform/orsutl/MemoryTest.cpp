@@ -116,6 +116,49 @@ TEST(OuStringMemory, GrowsInFewSteps) {
               40U);
 }
 
+/// A text of several megabytes, made piece by piece as documents are.
+OuString LargeText(std::size_t pieces) {
+    const std::wstring piece(16'384, L'p');
+    OuString text;
+    for (std::size_t i = 0; i < pieces; ++i) {
+        text.Append(piece.data(), piece.size());
+    }
+    return text;
+}
+
+TEST(OuStringMemory, OfLargeTextsGrowsWithThem) {
+    const std::size_t pieces = 200;
+    OuString text;
+    EXPECT_LT(AllocationsOf([&] { text = LargeText(pieces); }), 20U);
+    ASSERT_EQ(text.GetLength(), pieces * 16'384);
+    EXPECT_EQ(std::wstring(text.GetBuffer()), std::wstring(pieces * 16'384, L'p'));
+    EXPECT_EQ(std::string(text.GetAnsiBuffer()), std::string(pieces * 16'384, 'p'));
+    // The ANSI form of the shorter text is not taken for that of the longer one.
+    text.Append(L"end", 0);
+    EXPECT_EQ(std::string(text.GetAnsiBuffer()), std::string(pieces * 16'384, 'p') + "end");
+}
+
+TEST(OuStringMemory, OfLargeTextsIsNotShared) {
+    OuString text = LargeText(100);
+    const OuString copy(text);
+    text.Append(L"more", 0);
+    EXPECT_EQ(copy.GetLength(), 100U * 16'384);
+    EXPECT_EQ(text.GetLength(), 100U * 16'384 + 4);
+    // A piece of its own, which moves while it is appended.
+    OuString twice = LargeText(100);
+    twice.Append(twice.GetBuffer() + 5, 0);
+    EXPECT_EQ(std::wstring(twice.GetBuffer()), std::wstring(200U * 16'384 - 5, L'p'));
+}
+
+TEST(OuStringMemory, ThrowsForLargeTextsThatNoMemoryHolds) {
+    OuString text = LargeText(100);
+    const wchar_t* const characters = text.GetBuffer();
+    const wchar_t character = L'x';
+    EXPECT_THROW(text.Append(&character, static_cast<std::size_t>(-1) / 64), std::bad_alloc);
+    EXPECT_EQ(text.GetBuffer(), characters);
+    EXPECT_EQ(text.GetLength(), 100U * 16'384);
+}
+
 TEST(OuStringMemory, LeavesTheTextAsItWasWhenThereIsNone) {
     OuString text(L"kept \u00FC");
     const OuString copy(text);
