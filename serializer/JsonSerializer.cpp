@@ -8,6 +8,20 @@
 #include "format/Values.h"
 #include "objectjson/CAEObjectJson.h"
 #include "objectjson/ExportMode.h"
+#include "objectjson/Sections.h"
+#include "objectjson/TextWriter.h"
+
+namespace {
+
+/// Makes the mode the module's, in which exports are done. It is written only when it differs, so that
+/// exports with one and the same mode may run side by side.
+void SetModuleExportMode(const OuString& mode) {
+    if (OuString& current = ModuleExportMode(); !AreEqual(current, mode)) {
+        current = mode;
+    }
+}
+
+}  // namespace
 
 JsonSerializer::JsonSerializer(CAEObject* object) : object_(object) {}
 
@@ -24,15 +38,24 @@ void JsonSerializer::SetExportMode(const OuString& mode) {
 JSONNode JsonSerializer::GetJson() {
     // The base converter also for a file: as a root, a file is an object node, not a file record.
     CAEObjectJson converter(object_);
-    // Written only when it differs, so that exports with one and the same mode may run side by side.
-    if (OuString& mode = ModuleExportMode(); !AreEqual(mode, exportMode_)) {
-        mode = exportMode_;
-    }
+    SetModuleExportMode(exportMode_);
     JSONNode document = converter.GetJsonNode();
     document.push_back(JSONNode(format::member::kSubType.c_str(), format::kSubTypeValue));
     return document;
 }
 
 OuString JsonSerializer::GetJsonString() {
+#if defined(KORVANEJSON_TEXT_WITHOUT_NODES)
+    SetModuleExportMode(exportMode_);
+    WideText text;
+    TextWriter out(text);
+    if (object_ != nullptr) {
+        WriteObject(*object_, ExportModeOfText(exportMode_), out);
+    }
+    out.Text(format::member::kSubType, format::kSubTypeValue);
+    out.Finish();
+    return text.Take();
+#else
     return WideDocument(GetJson());
+#endif
 }

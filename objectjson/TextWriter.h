@@ -1,0 +1,50 @@
+#pragma once
+
+#if __has_include(<text_writer.h>)
+/// Set where the JSON library can write text without nodes. An installed one may not, and decides itself what
+/// its text looks like.
+#define KORVANEJSON_TEXT_WITHOUT_NODES 1
+
+#include <text_writer.h>
+
+#include <memory>
+
+#include "DocumentWriter.h"
+
+/// Writes a document as compact text into a sink, in memory that does not grow with it. What the sink throws
+/// reaches the caller.
+class TextWriter final : public DocumentWriter {
+public:
+    /// Opens the document's root. The sink must live until Finish.
+    explicit TextWriter(libjson::text_sink& sink) : writer_(sink) { writer_.open_object(); }
+
+    using DocumentWriter::Text;
+    void Text(format::MemberName name, const char* value) override;
+    void OpenObject(format::MemberName name) override;
+    void OpenArray(format::MemberName name) override;
+    void OpenObject(const char* name) override;
+    void OpenElement() override { writer_.open_object(); }
+    void End() override { writer_.end(); }
+
+    /// Ends the root, and hands over what the sink has not got yet.
+    void Finish();
+
+private:
+    libjson::text_writer writer_;
+};
+
+/// Collects a document's text, which is ASCII, as a wide one.
+class WideText final : public libjson::text_sink {
+public:
+    void write(const char* text, std::size_t length) override;
+
+    /// The text so far, which is empty then.
+    OuString Take();
+
+private:
+    OuString text_;
+    std::unique_ptr<wchar_t[]> page_;
+    std::size_t pageLength_ = 0;
+};
+
+#endif
