@@ -7,51 +7,12 @@
 #include "DatabaseJournal.h"
 #include "DatabaseSettings.h"
 #include "FileSystem.h"
+#include "SqliteStatus.h"
 
 namespace host {
 namespace {
 
 constexpr int kPatienceInMilliseconds = 5000;
-
-[[noreturn]] void Fail(sqlite3* handle, int code) {
-    switch (code & 0xFF) {
-        case SQLITE_NOTADB:
-            throw DatabaseError("is not a SQLite database");
-        case SQLITE_BUSY:
-        case SQLITE_LOCKED:
-            throw DatabaseError("is in use by another program");
-        case SQLITE_CORRUPT:
-            throw DatabaseError("is damaged");
-        case SQLITE_READONLY:
-            throw DatabaseError(
-                code == SQLITE_READONLY_ROLLBACK
-                    ? "has a change that was not finished, and is read-only, so that the change "
-                      "cannot be undone: make the file and its directory writable"
-                    : "is read-only");
-        case SQLITE_CANTOPEN:
-            throw DatabaseError("cannot be opened or created: its directory must exist and be writable");
-        case SQLITE_FULL:
-            throw DatabaseError("cannot be written: the disk is full");
-        case SQLITE_NOMEM:
-            throw std::bad_alloc();
-        case SQLITE_INTERRUPT:
-            // Only ReadingLimits (DatabaseCheck.h) interrupt.
-            throw DatabaseError("is damaged: reading it does not come to an end");
-        case SQLITE_ERROR:
-            // The statements are right, so something that they expect in the database is not there.
-            throw DatabaseError(std::string(kForeign) +
-                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
-        default:
-            throw DatabaseError(std::string("cannot be used: ") +
-                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
-    }
-}
-
-void Check(sqlite3* handle, int code) {
-    if (code != SQLITE_OK) {
-        Fail(handle, code);
-    }
-}
 
 std::string IsEmptyText(const DatabaseKind& kind) {
     return "is an empty file, not a " + std::string(kind.name);
@@ -212,67 +173,6 @@ void Database::CopyFrom(Database& other) {
     sqlite3_backup_finish(backup);
     if (step != SQLITE_DONE) {
         Fail(other.handle_, step);
-    }
-}
-
-Statement::Statement(Database& database, const char* text) : database_(database.Handle()) {
-    Check(database_,
-          sqlite3_prepare_v3(database_, text, -1, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr));
-}
-
-Statement::~Statement() {
-    sqlite3_finalize(statement_);
-}
-
-bool Statement::Next() {
-    const int code = sqlite3_step(statement_);
-    if (code != SQLITE_ROW && code != SQLITE_DONE) {
-        Fail(database_, code);
-    }
-    return code == SQLITE_ROW;
-}
-
-void Statement::Reset() {
-    // It returns the error of the last step, which was reported then.
-    sqlite3_reset(statement_);
-}
-
-std::int64_t Statement::Number(int column) const {
-    return sqlite3_column_int64(statement_, column);
-}
-
-bool Statement::IsNull(int column) const {
-    return sqlite3_column_type(statement_, column) == SQLITE_NULL;
-}
-
-bool Statement::IsNumber(int column) const {
-    return sqlite3_column_type(statement_, column) == SQLITE_INTEGER;
-}
-
-bool Statement::IsText(int column) const {
-    return sqlite3_column_type(statement_, column) == SQLITE_TEXT;
-}
-
-std::string Statement::Text(int column) const {
-    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
-    return text != nullptr ? std::string(text, size) : std::string();
-}
-
-void Statement::Bind(int index, std::int64_t value) {
-    Check(database_, sqlite3_bind_int64(statement_, index, value));
-}
-
-void Statement::Bind(int index, std::string_view value) {
-    const char* const text = value.data() != nullptr ? value.data() : "";
-    Check(database_, sqlite3_bind_text64(statement_, index, text, value.size(), SQLITE_STATIC, SQLITE_UTF8));
-}
-
-void Statement::Bind(int index, const std::optional<std::int64_t>& value) {
-    if (value) {
-        Bind(index, *value);
-    } else {
-        Check(database_, sqlite3_bind_null(statement_, index));
     }
 }
 

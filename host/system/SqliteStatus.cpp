@@ -1,0 +1,52 @@
+#include "SqliteStatus.h"
+
+#include <sqlite3.h>
+
+#include <new>
+#include <string>
+
+#include "Database.h"
+
+namespace host {
+
+void Fail(sqlite3* handle, int code) {
+    switch (code & 0xFF) {
+        case SQLITE_NOTADB:
+            throw DatabaseError("is not a SQLite database");
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            throw DatabaseError("is in use by another program");
+        case SQLITE_CORRUPT:
+            throw DatabaseError("is damaged");
+        case SQLITE_READONLY:
+            throw DatabaseError(
+                code == SQLITE_READONLY_ROLLBACK
+                    ? "has a change that was not finished, and is read-only, so that the change "
+                      "cannot be undone: make the file and its directory writable"
+                    : "is read-only");
+        case SQLITE_CANTOPEN:
+            throw DatabaseError("cannot be opened or created: its directory must exist and be writable");
+        case SQLITE_FULL:
+            throw DatabaseError("cannot be written: the disk is full");
+        case SQLITE_NOMEM:
+            throw std::bad_alloc();
+        case SQLITE_INTERRUPT:
+            // Only ReadingLimits (DatabaseCheck.h) interrupt.
+            throw DatabaseError("is damaged: reading it does not come to an end");
+        case SQLITE_ERROR:
+            // The statements are right, so something that they expect in the database is not there.
+            throw DatabaseError(std::string(kForeign) +
+                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
+        default:
+            throw DatabaseError(std::string("cannot be used: ") +
+                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
+    }
+}
+
+void Check(sqlite3* handle, int code) {
+    if (code != SQLITE_OK) {
+        Fail(handle, code);
+    }
+}
+
+}  // namespace host
