@@ -18,9 +18,6 @@ struct sqlite3_stmt;
 /// they were written.
 namespace host {
 
-/// How the message about a database begins that has something else in it than this program writes.
-inline constexpr std::string_view kForeign = "is damaged or was made by another program: ";
-
 /// Whether the file begins as SQLite databases do. If it cannot be read, returns false and the reason.
 bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error);
 

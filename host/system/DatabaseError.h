@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -28,5 +29,8 @@ public:
 private:
     Remains remains_;
 };
+
+/// How the message about a database begins that has something else in it than this program writes.
+inline constexpr std::string_view kForeign = "is damaged or was made by another program: ";
 
 }  // namespace host

@@ -5,7 +5,7 @@
 #include <new>
 #include <string>
 
-#include "Database.h"
+#include "DatabaseError.h"
 
 namespace host {
 
