@@ -1,8 +1,6 @@
-#include <EmbeddedModel.h>
 #include <korvanejson/JsonSerializer.h>
 
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -29,12 +27,6 @@ struct Input {
     ComparedDocument document;
 };
 
-std::string DisplayNameOf(CAEProject& project, const std::string& identifier) {
-    const auto* const found = dynamic_cast<const CAEProject*>(
-        project.getCAEObject(static_cast<int>(std::strtol(identifier.c_str(), nullptr, 10))));
-    return found != nullptr ? korvane::GetDisplayName(*found).GetAnsiBuffer() : "";
-}
-
 bool OpenInput(const std::string& name, Input& input, Console& console) {
     if (KindOfInput(name) == InputKind::Document) {
         const std::optional<JSONNode> document = ReadJson(name, console);
@@ -49,11 +41,7 @@ bool OpenInput(const std::string& name, Input& input, Console& console) {
         return false;
     }
     input.project = std::move(reading->project);
-    CAEProject& project = *input.project;
-    input.document.node = JsonSerializer(&project).GetJson();
-    input.document.displayName = [&project](const std::string& identifier) {
-        return DisplayNameOf(project, identifier);
-    };
+    input.document = {JsonSerializer(input.project.get()).GetJson(), input.project.get()};
     return true;
 }
 

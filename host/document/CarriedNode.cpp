@@ -50,12 +50,6 @@ std::vector<JSONNode> ElementsOf(const JSONNode& node, format::MemberName sectio
     return elements;
 }
 
-/// Whether a root of this type is a project: it is named after its additional type, which may be any text.
-bool IsProjectRoot(const std::string& type) {
-    const Kind kind = format::KindOfType(type);
-    return (kind == Kind::kUnknown && type != format::kSessionObjectType) || kind == Kind::kProject;
-}
-
 /// The file type that an import reads from a record.
 _tagFileType ReadFileType(const JSONNode& record) {
     return GetCAEFileType(WideMember(record, member::kFileType));
@@ -124,7 +118,7 @@ void ReadSections(const JSONNode& node, Kind kind, CarriedNode& carried) {
 
 /// The study type of an iteration is read from the tree, so a document shows it only if it has the study.
 void ReadStudyType(const JSONNode& node, const CarriedNode* study, CarriedNode& carried) {
-    if (study == nullptr || study->projectName || format::KindOfType(study->type) == Kind::kFile) {
+    if (study == nullptr || study->projectName || study->kind == Kind::kFile) {
         return;
     }
     const std::string text = LastText(node, member::kStudyTypeName);
@@ -133,17 +127,21 @@ void ReadStudyType(const JSONNode& node, const CarriedNode* study, CarriedNode& 
 
 }  // namespace
 
-CarriedNode ReadCarried(const JSONNode& node, NodePlace place, const CarriedNode* study) {
+Kind KindOfRoot(const std::string& type) {
+    const Kind kind = format::KindOfType(type);
+    return kind == Kind::kUnknown && type != format::kSessionObjectType ? Kind::kProject : kind;
+}
+
+CarriedNode ReadCarried(const JSONNode& node, NodePlace place, Kind kind, const CarriedNode* study) {
     CarriedNode carried;
+    carried.kind = kind;
     carried.identifier = MemberText(node, member::kId);
     carried.type = place == NodePlace::FileRecord ? std::string(format::TypeOfKind(Kind::kFile))
                                                   : MemberText(node, member::kType);
-    const Kind kind = format::KindOfType(carried.type);
-    const bool isProject = place == NodePlace::Root ? IsProjectRoot(carried.type) : kind == Kind::kProject;
     const std::string name = NameText(node);
     carried.name = name;
     carried.members.push_back({member::kType, carried.type});
-    if (isProject) {
+    if (kind == Kind::kProject) {
         carried.projectName = name;
     } else if (place == NodePlace::FileRecord) {
         // The next document has only what follows the last separator.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "NodeWalker.h"
+#include "format/Kinds.h"
 #include "format/MemberName.h"
 
 namespace host {
@@ -30,11 +31,17 @@ struct CarriedNode {
     std::vector<JSONNode> children;
     std::vector<JSONNode> files;
 
+    format::Kind kind = format::Kind::kUnknown;
     std::string type;
     std::string name;
 };
 
-/// Reads the node. `study` is the node two levels above; null if the document has none.
-CarriedNode ReadCarried(const JSONNode& node, NodePlace place, const CarriedNode* study);
+/// The kind of a root of this type, as far as the type says it: a project has its additional type there,
+/// which may be any text.
+format::Kind KindOfRoot(const std::string& type);
+
+/// Reads a node of the kind; a file record is a file. `study` is the node two levels above; null if the
+/// document has none.
+CarriedNode ReadCarried(const JSONNode& node, NodePlace place, format::Kind kind, const CarriedNode* study);
 
 }  // namespace host

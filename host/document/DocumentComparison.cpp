@@ -1,11 +1,20 @@
 #include "DocumentComparison.h"
 
+#include <CAEProject.h>
+#include <EmbeddedModel.h>
+
 #include <algorithm>
+#include <cstdlib>
 #include <deque>
+#include <optional>
 
 #include "CarriedNode.h"
+#include "DocumentNode.h"
 #include "format/Kinds.h"
+#include "format/MemberNames.h"
 #include "host/system/Notes.h"
+
+using format::Kind;
 
 namespace host {
 namespace {
@@ -20,6 +29,35 @@ struct NodePair {
     std::size_t nextChild = 0;
 };
 
+std::optional<Kind> KindOfObject(const ComparedDocument& document) {
+    if (document.object == nullptr) {
+        return std::nullopt;
+    }
+    return static_cast<Kind>(document.object->getType());
+}
+
+/// The kind of the document's root. If nobody knows its object, another document that has the same type there
+/// tells what the type stands for.
+Kind RootKind(const ComparedDocument& document, const ComparedDocument& other) {
+    const std::string type = MemberText(document.node, format::member::kType);
+    std::optional<Kind> known = KindOfObject(document);
+    if (!known && MemberText(other.node, format::member::kType) == type) {
+        known = KindOfObject(other);
+    }
+    return known.value_or(KindOfRoot(type));
+}
+
+/// Whether the project with this identifier is displayed as this.
+bool IsDisplayedAs(const ComparedDocument& document, const std::string& identifier, const std::string& name) {
+    CAEProject* const all = document.object == nullptr ? nullptr : document.object->getProject();
+    if (all == nullptr) {
+        return false;
+    }
+    const long number = std::strtol(identifier.c_str(), nullptr, 10);
+    auto* const project = dynamic_cast<CAEProject*>(all->getCAEObject(static_cast<int>(number)));
+    return project != nullptr && korvane::GetDisplayName(*project).GetAnsiBuffer() == name;
+}
+
 class DocumentComparer {
 public:
     DocumentComparer(const ComparedDocument& first, const ComparedDocument& second)
@@ -28,7 +66,9 @@ public:
     DocumentDifferences Run();
 
 private:
-    void Enter(const JSONNode& first, const JSONNode& second, NodePlace place);
+    void EnterRoots();
+    void EnterChildren(const JSONNode& first, const JSONNode& second);
+    void CompareEntered(NodePair& pair);
     void CompareHeads(const NodePair& pair);
     void CompareProjectNames(const NodePair& pair);
     void CompareMetadata(const NodePair& pair);
@@ -44,12 +84,12 @@ private:
 };
 
 DocumentDifferences DocumentComparer::Run() {
-    Enter(first_.node, second_.node, NodePlace::Root);
+    EnterRoots();
     while (!pairs_.empty()) {
         NodePair& pair = pairs_.back();
         const std::size_t next = pair.nextChild++;
         if (next < pair.first.children.size() && next < pair.second.children.size()) {
-            Enter(pair.first.children[next], pair.second.children[next], NodePlace::Child);
+            EnterChildren(pair.first.children[next], pair.second.children[next]);
         } else {
             pairs_.pop_back();
         }
@@ -57,12 +97,25 @@ DocumentDifferences DocumentComparer::Run() {
     return std::move(result_);
 }
 
-void DocumentComparer::Enter(const JSONNode& first, const JSONNode& second, NodePlace place) {
+void DocumentComparer::EnterRoots() {
+    const auto read = [](const ComparedDocument& document, const ComparedDocument& other) {
+        return ReadCarried(document.node, NodePlace::Root, RootKind(document, other), nullptr);
+    };
+    CompareEntered(pairs_.emplace_back(NodePair{read(first_, second_), read(second_, first_)}));
+}
+
+void DocumentComparer::EnterChildren(const JSONNode& first, const JSONNode& second) {
     const NodePair* const study = pairs_.size() > 1 ? &pairs_[pairs_.size() - 2] : nullptr;
-    NodePair& pair = pairs_.emplace_back();
-    pair.first = ReadCarried(first, place, study != nullptr ? &study->first : nullptr);
-    pair.second = ReadCarried(second, place, study != nullptr ? &study->second : nullptr);
-    ++(format::KindOfType(pair.first.type) == format::Kind::kFile ? result_.files : result_.objects);
+    const auto read = [](const JSONNode& node, const CarriedNode* above) {
+        const Kind kind = format::KindOfType(MemberText(node, format::member::kType));
+        return ReadCarried(node, NodePlace::Child, kind, above);
+    };
+    CompareEntered(pairs_.emplace_back(NodePair{read(first, study != nullptr ? &study->first : nullptr),
+                                                read(second, study != nullptr ? &study->second : nullptr)}));
+}
+
+void DocumentComparer::CompareEntered(NodePair& pair) {
+    ++(pair.first.kind == Kind::kFile ? result_.files : result_.objects);
     CompareHeads(pair);
     const auto compareCount = [&](const char* what, std::size_t left, std::size_t right) {
         if (left != right) {
@@ -78,8 +131,8 @@ void DocumentComparer::CompareFiles(NodePair& pair) {
     const std::size_t count = std::min(pair.first.files.size(), pair.second.files.size());
     for (std::size_t index = 0; index < count; ++index) {
         NodePair records;
-        records.first = ReadCarried(pair.first.files[index], NodePlace::FileRecord, nullptr);
-        records.second = ReadCarried(pair.second.files[index], NodePlace::FileRecord, nullptr);
+        records.first = ReadCarried(pair.first.files[index], NodePlace::FileRecord, Kind::kFile, nullptr);
+        records.second = ReadCarried(pair.second.files[index], NodePlace::FileRecord, Kind::kFile, nullptr);
         ++result_.files;
         CompareHeads(records);
     }
@@ -112,14 +165,13 @@ void DocumentComparer::CompareProjectNames(const NodePair& pair) {
         Differ(pair, "whether they are projects", pair.first.type, pair.second.type);
         return;
     }
-    if (!pair.first.projectName || (!first_.displayName && !second_.displayName)) {
+    if (!pair.first.projectName || (first_.object == nullptr && second_.object == nullptr)) {
         return;
     }
     const std::string& first = *pair.first.projectName;
     const std::string& second = *pair.second.projectName;
-    const bool isTaken = first == second ||
-                         (second_.displayName && second_.displayName(pair.second.identifier) == first) ||
-                         (first_.displayName && first_.displayName(pair.first.identifier) == second);
+    const bool isTaken = first == second || IsDisplayedAs(second_, pair.second.identifier, first) ||
+                         IsDisplayedAs(first_, pair.first.identifier, second);
     if (!isTaken) {
         Differ(pair, "the project's name", first, second);
     }

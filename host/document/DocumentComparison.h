@@ -1,9 +1,9 @@
 #pragma once
 
+#include <CAEObject.h>
 #include <libjson.h>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,9 +13,10 @@ namespace host {
 /// A document to compare.
 struct ComparedDocument {
     JSONNode node;
-    /// The display name of the project with this identifier, where it is known: an import reads the name of a
-    /// project as its display name.
-    std::function<std::string(const std::string& identifier)> displayName;
+    /// The object that it was exported from, and that is there while it is compared; null if nobody knows. It
+    /// says whether the root is a project, whose type may be any text, and what its projects are displayed
+    /// as: an import reads the name of a project as its display name.
+    CAEObject* object = nullptr;
 };
 
 struct DocumentDifferences {

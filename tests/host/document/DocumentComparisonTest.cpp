@@ -174,26 +174,47 @@ TEST(CompareDocuments, AStudyTypeCountsWhereTheDocumentHasTheStudy) {
               "");
 }
 
+/// A project, exported.
+struct Exported {
+    Exported(const wchar_t* name, const wchar_t* displayName, const wchar_t* additionalType = L"X")
+        : project(korvane::CreateProject(name, L"/studies")) {
+        project->SetDisplayName(displayName);
+        project->setAdditionalType(additionalType);
+        document = {JsonSerializer(project.get()).GetJson(), project.get()};
+    }
+
+    std::unique_ptr<CAEProject> project;
+    ComparedDocument document;
+};
+
+std::size_t CountDifferences(const ComparedDocument& first, const ComparedDocument& second) {
+    const std::size_t count = CompareDocuments(first, second).differenceCount;
+    EXPECT_EQ(CompareDocuments(second, first).differenceCount, count);
+    return count;
+}
+
 TEST(CompareDocuments, AProjectsNameMayBeTheDisplayNameOfTheOther) {
-    const ComparedDocument named{Parse(R"({"id":"1","type":"X","name":"A"})"), nullptr};
-    const auto withDisplayName = [](const std::string& name, const std::string& displayName) {
-        return ComparedDocument{Parse(R"({"id":"4","type":"X","name":")" + name + "\"}"),
-                                [displayName](const std::string& identifier) {
-                                    return identifier == "4" ? displayName : "wrong";
-                                }};
-    };
-    const auto count = [](const ComparedDocument& first, const ComparedDocument& second) {
-        EXPECT_EQ(CompareDocuments(first, second).differenceCount,
-                  CompareDocuments(second, first).differenceCount);
-        return CompareDocuments(first, second).differenceCount;
-    };
-    EXPECT_EQ(count(named, withDisplayName("B", "A")), 0U);
-    EXPECT_EQ(count(named, withDisplayName("A", "B")), 0U);
-    EXPECT_EQ(count(named, withDisplayName("B", "C")), 1U);
-    EXPECT_EQ(count(withDisplayName("A", "A"), withDisplayName("B", "A")), 0U);
-    EXPECT_EQ(count(withDisplayName("A", "A"), withDisplayName("B", "B")), 1U);
+    const ComparedDocument named{Exported(L"A", L"").document.node, nullptr};
+    const auto count = [](const auto& first, const auto& second) { return CountDifferences(first, second); };
+    EXPECT_EQ(count(named, Exported(L"B", L"A").document), 0U);
+    EXPECT_EQ(count(named, Exported(L"A", L"B").document), 0U);
+    EXPECT_EQ(count(named, Exported(L"B", L"C").document), 1U);
+    EXPECT_EQ(count(Exported(L"A", L"A").document, Exported(L"B", L"A").document), 0U);
+    EXPECT_EQ(count(Exported(L"A", L"A").document, Exported(L"B", L"B").document), 1U);
     // Where neither is known there is nothing to compare.
     EXPECT_EQ(Compare(R"({"type":"X","name":"A"})", R"({"type":"X","name":"B"})"), "");
+}
+
+TEST(CompareDocuments, AProjectIsOneWhateverItsAdditionalTypeSays) {
+    for (const wchar_t* const type : {L"CAEPart", L"CAEFile", L"CAEIterationModel", L"CAESessionObject"}) {
+        const Exported first(L"A", L"B", type);
+        const Exported second(L"B", L"C", type);
+        EXPECT_EQ(CountDifferences(first.document, second.document), 0U) << type;
+        // The document of a file is of the same project, as long as its type says the same.
+        const ComparedDocument read{second.document.node, nullptr};
+        EXPECT_EQ(CountDifferences(first.document, read), 0U) << type;
+        EXPECT_EQ(CountDifferences(first.document, Exported(L"C", L"C", type).document), 1U) << type;
+    }
 }
 
 TEST(CompareDocuments, CountsMoreThanItNames) {
