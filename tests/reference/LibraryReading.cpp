@@ -25,7 +25,7 @@ JSONNode AnyNode() {
     return JSONNode(JSON_NODE);
 }
 
-class LibraryReading final : public Reading {
+class LibraryReading : public Reading {
 public:
     JSONNode Document(CAEObject* object, const OuString& mode) override {
         JsonSerializer serializer(object);
@@ -101,8 +101,19 @@ public:
     OuString NodeText(const JSONNode& node) override { return CAEObjectJson(node, nullptr).GetJsonText(); }
 };
 
+class NodeTextReading final : public LibraryReading {
+public:
+    OuString DocumentText(CAEObject* object, const OuString& mode) override {
+        return OuString(Document(object, mode).write().c_str(), 0);
+    }
+};
+
 }  // namespace
 
 std::unique_ptr<Reading> MakeLibraryReading() {
     return std::make_unique<LibraryReading>();
+}
+
+std::unique_ptr<Reading> MakeNodeTextReading() {
+    return std::make_unique<NodeTextReading>();
 }

@@ -56,3 +56,5 @@ public:
 };
 
 std::unique_ptr<Reading> MakeLibraryReading();
+/// The library, with the text of its node in place of the text that it writes itself.
+std::unique_ptr<Reading> MakeNodeTextReading();
