@@ -9,7 +9,7 @@ void NodeWriter::OpenArray(format::MemberName name) {
 }
 
 void NodeWriter::OpenObject(const char* name) {
-    open_.emplace_back(JSON_NODE).set_name(name);
+    open_.emplace_back(JSON_NODE).set_name(name == nullptr ? "" : name);
 }
 
 void NodeWriter::OpenElement() {
