@@ -17,6 +17,6 @@ ExportMode ExportModeOfText(const OuString& text);
 /// Whether the mode lets the child through. A null child is of no kind.
 bool IsLetThrough(ExportMode mode, CAEObject* child);
 
-/// The text of the module-wide export mode: empty from the loading of the library on, written by
-/// JsonSerializer::GetJson, read by every export, and kept between calls. The module has the variable.
+/// The text of the module-wide export mode: empty from the loading of the library on, written by every
+/// document of a JsonSerializer, read by every export, and kept between calls. The module has the variable.
 OuString& ModuleExportMode() noexcept;

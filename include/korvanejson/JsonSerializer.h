@@ -22,11 +22,12 @@ class OuString;
 /// libjson throws passes through, std::bad_alloc among it, and no document comes of it; nothing else is
 /// thrown. No depth of nesting exhausts the stack.
 ///
-/// A serializer belongs to one thread at a time, and so does the tree of its object. GetJson copies the
-/// export mode into one mode of the whole module, which is empty at first, and writes that without a lock,
-/// but only where it differs. So exports of different trees may run at the same time if all have the mode
-/// that the module has already; exports with different modes must not, and neither may the first ones with a
-/// new mode. Before threads that will all use one mode start, a single export with it makes it the module's.
+/// A serializer belongs to one thread at a time, and so does the tree of its object. GetJson and
+/// GetJsonString copy the export mode into one mode of the whole module, which is empty at first, and write
+/// that without a lock, but only where it differs. So exports of different trees may run at the same time if
+/// all have the mode that the module has already; exports with different modes must not, and neither may the
+/// first ones with a new mode. Before threads that will all use one mode start, a single export with it makes
+/// it the module's.
 class KORVANEJSON_API JsonSerializer {
 public:
     /// The object may be null: its document holds nothing but "subType". The export mode is empty.

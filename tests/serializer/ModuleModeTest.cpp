@@ -27,3 +27,16 @@ TEST(ModuleMode, IsEmptyFromTheStartAndKeptAfterEveryDocument) {
     EXPECT_TRUE(ModuleExportMode().IsEmpty());
     EXPECT_EQ(CAEObjectJson(&*project).ExportChildren().size(), 1U);
 }
+
+TEST(ModuleMode, IsThatOfADocumentAlsoWhereOnlyItsTextIsAskedFor) {
+    TestProject project;
+    project.Add(CAE_ITERATION_MODEL, L"model");
+    JsonSerializer serializer(&*project);
+    serializer.SetExportMode(L"STUDY");
+    serializer.GetJsonString();
+    EXPECT_STREQ(ModuleExportMode().GetBuffer(), L"STUDY");
+    EXPECT_EQ(CAEObjectJson(&*project).ExportChildren().size(), 0U);
+
+    JsonSerializer(nullptr).GetJsonString();
+    EXPECT_TRUE(ModuleExportMode().IsEmpty());
+}
