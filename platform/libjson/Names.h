@@ -20,7 +20,8 @@ struct Name {
     std::uint32_t references;
     bool lasting;
     /// Whether the text is written without any escape.
-    /// Measured: writing takes 1.22 times as long where names are looked through each time.
+    /// Measured: writing takes 1.33 times as long where names are looked through each time (bench-json, 1,111
+    /// objects, gcc 12).
     bool plain;
 
     const char* Text() const noexcept { return reinterpret_cast<const char*>(this + 1); }

@@ -56,6 +56,8 @@ public:
     void PutString(std::string_view text);
     /// The same for a text whose characters can be read to the end of their last block, as those of nodes
     /// can.
+    /// Measured: with PutString for them too, writing takes 1.10 times as long (bench-json, 1,111 objects,
+    /// gcc 12).
     void PutNodeString(std::string_view text);
     /// Characters as they are.
     void PutRaw(std::string_view characters);
