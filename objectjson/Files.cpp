@@ -18,30 +18,17 @@ void AttachTo(CAEObject& object, const Attach& attach) {
     }
 }
 
-void AttachToPart(CAEObject& object, FileType type, int fileId) {
-    AttachTo<CAEPart>(object, [&](CAEPart& part) {
-        if (type == FileType::kMesh) {
-            part.attachNewMeshOrMeshingRequest(fileId);
-            part.setActiveMesh(fileId);
-        } else if (type == FileType::kCad) {
-            part.setCADFile(fileId);
-        } else if (type == FileType::kGraphic) {
-            part.setGraphicFile(fileId);
-        }
-    });
-}
-
-void AttachToSubAssembly(CAEObject& object, FileType type, int fileId) {
-    AttachTo<CAESubAssembly>(object, [&](CAESubAssembly& assembly) {
-        if (type == FileType::kMesh) {
-            assembly.attachNewRepresentationOrMeshingReq(fileId);
-            assembly.setActiveMesh(fileId);
-        } else if (type == FileType::kCad) {
-            assembly.setCADFile(fileId);
-        } else if (type == FileType::kGraphic) {
-            assembly.setGraphicFile(fileId);
-        }
-    });
+/// What parts and sub-assemblies have in common: everything but the operation that takes a mesh.
+template <typename Owner, typename AttachMesh>
+void AttachInRole(Owner& owner, FileType type, int fileId, const AttachMesh& attachMesh) {
+    if (type == FileType::kMesh) {
+        attachMesh();
+        owner.setActiveMesh(fileId);
+    } else if (type == FileType::kCad) {
+        owner.setCADFile(fileId);
+    } else if (type == FileType::kGraphic) {
+        owner.setGraphicFile(fileId);
+    }
 }
 
 /// Attaches a file of the project to the object in the role that its type has there.
@@ -50,10 +37,15 @@ void AttachFile(CAEObject& object, CAEFile& file, int fileId) {
     const FileType type = FileTypeOf(file);
     switch (kind) {
         case Kind::kPart:
-            AttachToPart(object, type, fileId);
+            AttachTo<CAEPart>(object, [&](CAEPart& part) {
+                AttachInRole(part, type, fileId, [&] { part.attachNewMeshOrMeshingRequest(fileId); });
+            });
             break;
         case Kind::kSubAssembly:
-            AttachToSubAssembly(object, type, fileId);
+            AttachTo<CAESubAssembly>(object, [&](CAESubAssembly& assembly) {
+                AttachInRole(assembly, type, fileId,
+                             [&] { assembly.attachNewRepresentationOrMeshingReq(fileId); });
+            });
             break;
         case Kind::kIterationModel:
             // Whatever its type: everything that an iteration model has is what its solver runs on.
