@@ -88,13 +88,7 @@ SolverInput ReadAbaqus(const SolverText& text) {
     }
     // A deck may include everything, its steps too: a file that includes others and is not included itself
     // starts a run.
-    if (hasStep || !input.includes.empty()) {
-        input.role = InputRole::Deck;
-    } else if (hasMesh && !hasOther) {
-        input.role = InputRole::Mesh;
-    } else if (hasOther) {
-        input.role = InputRole::Include;
-    }
+    input.role = RoleOf(hasStep || !input.includes.empty(), hasMesh, hasOther);
     return input;
 }
 

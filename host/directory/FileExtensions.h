@@ -4,9 +4,9 @@
 
 namespace host {
 
-// Each extension is listed once. Where several programs share it, the most likely one in the folder of an
-// engineer decides, or the text of the file (InputOf, MaybeInput).
-inline constexpr Rule kByExtension[] = {
+/// What each extension says. Each is listed once. Where several programs share one, the most likely program
+/// in the folder of an engineer decides, or the text of the file (InputOf, MaybeInput).
+inline constexpr FileKindRule kFileExtensions[] = {
     // Solver input
     InputOf(Solver::AbaqusOrCalculix, "inp"),
     InputOf(Solver::Nastran, "bdf"),

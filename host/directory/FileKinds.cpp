@@ -1,8 +1,8 @@
 #include "FileKinds.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 
 #include "FileExtensions.h"
@@ -13,7 +13,7 @@ namespace host {
 namespace {
 
 // Whole names. Digits at the end, with which solvers number their files ("d3plot07"), do not matter.
-constexpr Rule kByName[] = {
+constexpr FileKindRule kFileNames[] = {
     Is("readme", CAE_FILE_REPORT),
     Is("notes", CAE_FILE_REPORT),
     Is("license", CAE_FILE_REPORT),
@@ -41,18 +41,18 @@ constexpr Rule kByName[] = {
 
 /// Whether every rule can be found: names are compared in lower case, and the first one counts.
 template <std::size_t Size>
-constexpr bool IsEveryNameFound(const Rule (&rules)[Size]) {
-    for (const Rule* rule = rules; rule != rules + Size; ++rule) {
+constexpr bool IsEveryNameFound(const FileKindRule (&rules)[Size]) {
+    for (const FileKindRule* rule = rules; rule != rules + Size; ++rule) {
         const bool isLower = std::ranges::none_of(
             rule->name, [](char character) { return character >= 'A' && character <= 'Z'; });
-        if (!isLower || std::ranges::find(rules, rule->name, &Rule::name) != rule) {
+        if (!isLower || std::ranges::find(rules, rule->name, &FileKindRule::name) != rule) {
             return false;
         }
     }
     return true;
 }
-static_assert(IsEveryNameFound(kByExtension), "each extension is listed once, in lower case");
-static_assert(IsEveryNameFound(kByName), "each name is listed once, in lower case");
+static_assert(IsEveryNameFound(kFileExtensions), "each extension is listed once, in lower case");
+static_assert(IsEveryNameFound(kFileNames), "each name is listed once, in lower case");
 
 std::string ToLowerAscii(std::string text) {
     for (char& character : text) {
@@ -63,9 +63,9 @@ std::string ToLowerAscii(std::string text) {
     return text;
 }
 
-const FileKind* Find(const Rule* first, const Rule* last, std::string_view name) {
-    const Rule* const found = std::find_if(first, last, [&](const Rule& rule) { return rule.name == name; });
-    return found == last ? nullptr : &found->kind;
+const FileKind* Find(std::span<const FileKindRule> rules, std::string_view name) {
+    const auto found = std::ranges::find(rules, name, &FileKindRule::name);
+    return found == rules.end() ? nullptr : &found->kind;
 }
 
 }  // namespace
@@ -104,14 +104,14 @@ FileKind KindOfFileName(const std::filesystem::path& name) {
     const std::string_view stem =
         std::string_view(lowerName).substr(0, lowerName.find_last_not_of("0123456789") + 1);
     for (const std::string_view candidate : {std::string_view(lowerName), stem}) {
-        if (const FileKind* const kind = Find(std::begin(kByName), std::end(kByName), candidate)) {
+        if (const FileKind* const kind = Find(kFileNames, candidate)) {
             return *kind;
         }
     }
     const std::size_t dot = lowerName.rfind('.');
     if (dot != std::string::npos) {
         const std::string_view extension = std::string_view(lowerName).substr(dot + 1);
-        if (const FileKind* const kind = Find(std::begin(kByExtension), std::end(kByExtension), extension)) {
+        if (const FileKind* const kind = Find(kFileExtensions, extension)) {
             return *kind;
         }
     }

@@ -79,13 +79,7 @@ SolverInput ReadLsDyna(const SolverText& text) {
         hasOther = hasOther || (!isElement && !keyword.starts_with("SET_") && !keyword.starts_with("PART") &&
                                 !IsOneOf(keyword, kFrame));
     }
-    if (hasTermination || !input.includes.empty()) {
-        input.role = InputRole::Deck;
-    } else if (hasMesh && !hasOther) {
-        input.role = InputRole::Mesh;
-    } else if (hasOther) {
-        input.role = InputRole::Include;
-    }
+    input.role = RoleOf(hasTermination || !input.includes.empty(), hasMesh, hasOther);
     return input;
 }
 

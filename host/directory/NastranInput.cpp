@@ -82,13 +82,8 @@ SolverInput ReadNastran(const SolverText& text) {
         hasGrid = hasGrid || word == "GRID";
         hasModel = hasModel || IsOneOf(word, kModel) || IsOneOf(word, kPlainWords);
     }
-    if (startsRun) {
-        input.role = InputRole::Deck;
-    } else if (hasModel || (!hasGrid && HasElements(lines))) {
-        input.role = InputRole::Include;
-    } else if (hasGrid) {
-        input.role = InputRole::Mesh;
-    }
+    const bool hasOther = hasModel || (!hasGrid && HasElements(lines));
+    input.role = RoleOf(startsRun, hasGrid, hasOther);
     return input;
 }
 

@@ -54,4 +54,14 @@ void AddInclude(SolverInput& input, std::string_view text) {
     }
 }
 
+InputRole RoleOf(bool isDeck, bool hasMesh, bool hasOther) {
+    if (isDeck) {
+        return InputRole::Deck;
+    }
+    if (hasOther) {
+        return InputRole::Include;
+    }
+    return hasMesh ? InputRole::Mesh : InputRole::Unclear;
+}
+
 }  // namespace host

@@ -36,4 +36,7 @@ std::string UpperBeginning(std::string_view line, std::size_t most);
 /// slashes.
 void AddInclude(SolverInput& input, std::string_view text);
 
+/// What a text is that starts a run, has a mesh, or has anything else.
+InputRole RoleOf(bool isDeck, bool hasMesh, bool hasOther);
+
 }  // namespace host
