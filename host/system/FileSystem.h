@@ -52,6 +52,10 @@ void ThrowIfOutOfMemory(const std::error_code& error);
 /// The full path, without links, of what a path leads to.
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error);
 
+/// The file that a link to a missing file leads to, through further links; the path itself if it is not a
+/// link.
+std::filesystem::path FollowToNewFile(std::filesystem::path path);
+
 /// The size of the machine's memory in bytes.
 std::uint64_t SizeOfMemory();
 

@@ -19,20 +19,6 @@ path CleanFolderOf(const path& file) {
     return folder;
 }
 
-/// The file that a link to a missing file leads to; the file itself if it is not a link.
-path TargetOf(path file) {
-    constexpr int kMostLinks = 40;
-    for (int count = 0; count < kMostLinks; ++count) {
-        std::error_code error;
-        const path next = std::filesystem::read_symlink(file, error);
-        if (error) {
-            break;
-        }
-        file = file.parent_path() / next;
-    }
-    return file;
-}
-
 void Remove(const path& file) {
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
@@ -41,7 +27,7 @@ void Remove(const path& file) {
 }  // namespace
 
 NewDatabase::NewDatabase(const path& file, const DatabaseKind& kind)
-    : file_(TargetOf(file)),
+    : file_(FollowToNewFile(file)),
       hiddenName_(NewTemporaryName(CleanFolderOf(file_))),
       hiddenJournal_(JournalOf(hiddenName_)) {
     RefuseLeftoverJournal(file_);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "Descriptor.h"
+#include "FileSystem.h"
 #include "OutputFile.h"
 #include "TemporaryFile.h"
 #include "Terminal.h"
@@ -55,20 +56,6 @@ bool IsStandardOutput(const struct stat& status) {
     struct stat output {};
     return ::fstat(STDOUT_FILENO, &output) == 0 && output.st_dev == status.st_dev &&
            output.st_ino == status.st_ino;
-}
-
-/// The path at the end of a chain of links to a file that does not exist yet.
-path FollowToNewFile(path target) {
-    constexpr int kMostLinks = 40;
-    for (int count = 0; count < kMostLinks; ++count) {
-        std::error_code error;
-        const path next = std::filesystem::read_symlink(target, error);
-        if (error) {
-            break;
-        }
-        target = target.parent_path() / next;
-    }
-    return target;
 }
 
 /// What a new file may have before it has its content: not more than the old file, and no more than its owner
