@@ -24,6 +24,17 @@ std::string KeyOf(CAEProject& project, int identifier) {
     return std::string(OuString(project.getCAEObject(identifier)->getDBKey()).GetAnsiBuffer());
 }
 
+/// Adds the keys of an answer: one object node, or an array of them.
+void AddKeys(const JSONNode& answer, Keys& keys) {
+    if (answer.type() != JSON_ARRAY) {
+        caerest::json::util::ParseNode(answer, keys);
+        return;
+    }
+    for (const JSONNode& element : answer) {
+        caerest::json::util::ParseNode(element, keys);
+    }
+}
+
 /// Identifiers that mean one object under several texts are applied in the order of the texts.
 std::map<int, std::string> KeysByIdentifier(const Keys& keys) {
     std::map<int, std::string> byIdentifier;
@@ -79,9 +90,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const JSONNode before = answer->duplicate();
     Keys keys;
-    caerest::json::util::ParseNode(*answer, keys);
+    AddKeys(*answer, keys);
     const Keys once = keys;
-    caerest::json::util::ParseNode(*answer, keys);
+    AddKeys(*answer, keys);
     Expect(keys == once, "entries that are there already stay");
     ExpectApplied(*answer, keys);
     ExpectProgramApplies(*answer);
