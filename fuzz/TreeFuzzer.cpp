@@ -18,22 +18,6 @@
 
 namespace {
 
-constexpr _tagCAEObjectType kKinds[] = {
-    CAE_PART,
-    CAE_SUBASSEMBLY,
-    CAE_FILE,
-    CAE_PROJECT,
-    CAE_MODEL,
-    CAE_ITERATION,
-    CAE_ITERATION_FOLDER,
-    CAE_ITERATION_MODEL,
-    CAE_ASSEMBLY_FOLDER,
-    CAE_LOADCASE_VIEW_FOLDER,
-    CAE_LOADCASE_VIEW,
-    CAE_VIEW_ITEM,
-    CAE_SESSION_OBJECT,
-    CAE_TAG,
-};
 constexpr std::size_t kLongestText = 24;
 constexpr int kMostSteps = 64;
 
@@ -57,7 +41,8 @@ private:
     OuString Text() { return OuString(bytes_.ConsumeRandomLengthString(kLongestText).c_str(), 0); }
 
     void AddObject() {
-        CAEObject* const added = korvane::CreateObject(AnyObject(), bytes_.PickValueInArray(kKinds), Text());
+        CAEObject* const added =
+            korvane::CreateObject(AnyObject(), bytes_.PickValueInArray(kObjectKinds), Text());
         if (added != nullptr) {
             objects_.push_back(added);
         }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -55,17 +57,16 @@ struct Attached {
     korvane::FileRoles roles;
 };
 
-constexpr _tagCAEObjectType kOtherKinds[] = {CAE_FILE,
-                                             CAE_PROJECT,
-                                             CAE_MODEL,
-                                             CAE_ITERATION,
-                                             CAE_ITERATION_FOLDER,
-                                             CAE_ASSEMBLY_FOLDER,
-                                             CAE_LOADCASE_VIEW_FOLDER,
-                                             CAE_LOADCASE_VIEW,
-                                             CAE_VIEW_ITEM,
-                                             CAE_SESSION_OBJECT,
-                                             CAE_TAG};
+constexpr bool HasRoles(_tagCAEObjectType kind) {
+    return kind == CAE_PART || kind == CAE_SUBASSEMBLY || kind == CAE_ITERATION_MODEL;
+}
+
+/// The kinds of which no object has a file in a role.
+std::vector<_tagCAEObjectType> OtherKinds() {
+    std::vector<_tagCAEObjectType> others;
+    std::ranges::remove_copy_if(kObjectKinds, std::back_inserter(others), HasRoles);
+    return others;
+}
 
 }  // namespace
 
@@ -103,7 +104,7 @@ TEST(ImportFiles, FileWithARoleOnARunAssemblyIsItsRepresentationOnly) {
 }
 
 TEST(ImportFiles, FileWithARoleOnAnyOtherKindIsAttachedToNothing) {
-    for (const _tagCAEObjectType kind : kOtherKinds) {
+    for (const _tagCAEObjectType kind : OtherKinds()) {
         for (const _tagFileType type : {CAE_FILE_MESH, CAE_FILE_CAD, CAE_FILE_GRAPHIC}) {
             Attached other(kind, type);
             EXPECT_EQ(FileIdsOf(other.object), Ids{}) << kind << " " << type;
@@ -117,7 +118,7 @@ TEST(ImportFiles, FileWithoutARoleIsACustomFileOfEveryKind) {
         if (type >= CAE_FILE_CAD && type <= CAE_FILE_GRAPHIC) {
             continue;
         }
-        for (const _tagCAEObjectType kind : kOtherKinds) {
+        for (const _tagCAEObjectType kind : OtherKinds()) {
             Attached other(kind, static_cast<_tagFileType>(type));
             EXPECT_EQ(other.roles.customFiles, (Ids{3})) << kind << " " << type;
         }

@@ -9,21 +9,6 @@
 
 namespace {
 
-constexpr _tagCAEObjectType kKinds[] = {CAE_PART,
-                                        CAE_SUBASSEMBLY,
-                                        CAE_FILE,
-                                        CAE_PROJECT,
-                                        CAE_MODEL,
-                                        CAE_ITERATION,
-                                        CAE_ITERATION_FOLDER,
-                                        CAE_ITERATION_MODEL,
-                                        CAE_ASSEMBLY_FOLDER,
-                                        CAE_LOADCASE_VIEW_FOLDER,
-                                        CAE_LOADCASE_VIEW,
-                                        CAE_VIEW_ITEM,
-                                        CAE_SESSION_OBJECT,
-                                        CAE_TAG};
-
 /// The document with one member behind its "type".
 std::string WithMember(const std::string& member) {
     return R"({"type":"CAEPART",)" + member + "}";
@@ -60,7 +45,7 @@ TEST(Import, ProjectKeepsTheNameThatTheDocumentDoesNotHave) {
 }
 
 TEST(Import, EveryOtherKindTakesTheLaterOfNameAndDisplayName) {
-    for (const _tagCAEObjectType kind : kKinds) {
+    for (const _tagCAEObjectType kind : kObjectKinds) {
         if (kind == CAE_PROJECT) {
             continue;
         }
@@ -84,7 +69,7 @@ TEST(Import, NestedProjectCrossesTheNamesToo) {
 }
 
 TEST(Import, KeyOfAViewItemIsItsLinkAndOfEveryOtherKindItsOwn) {
-    for (const _tagCAEObjectType kind : kKinds) {
+    for (const _tagCAEObjectType kind : kObjectKinds) {
         TestProject project;
         CAEObject& object = project.Add(kind, L"object");
         object.setDBKey(L"OWN");

@@ -14,8 +14,18 @@
 
 namespace {
 
-constexpr int kAllKinds[] = {0, 1, 3, 4, 5, 6, 7, 8, 9, 21, 22, 23, 26, 41};
-constexpr int kUsualKinds[] = {0, 0, 1, 5, 6, 6, 7, 8, 8, 22, 23, 23};
+constexpr _tagCAEObjectType kUsualKinds[] = {CAE_PART,
+                                             CAE_PART,
+                                             CAE_SUBASSEMBLY,
+                                             CAE_MODEL,
+                                             CAE_ITERATION,
+                                             CAE_ITERATION,
+                                             CAE_ITERATION_FOLDER,
+                                             CAE_ITERATION_MODEL,
+                                             CAE_ITERATION_MODEL,
+                                             CAE_LOADCASE_VIEW,
+                                             CAE_VIEW_ITEM,
+                                             CAE_VIEW_ITEM};
 constexpr int kFileTypes[] = {0, 1, 1, 2, 2, 3, 3, 4, 7, 13, 14, -1};
 constexpr int kFileFormats[] = {0, 1, 1, 2, 2, 3, 99, -1};
 
@@ -124,9 +134,8 @@ CAEObject& RandomModel::PickObject(Random& random) const {
 void RandomModel::AddObjects(Random& random) {
     CAEObject* parent = random.OneIn(3) ? project_.get() : &PickObject(random);
     for (int count = random.Between(1, 3); count > 0 && parent != nullptr; --count) {
-        const int kind = random.OneIn(4) ? random.Pick(kAllKinds) : random.Pick(kUsualKinds);
-        CAEObject* const object =
-            korvane::CreateObject(*parent, static_cast<_tagCAEObjectType>(kind), RandomWide(random));
+        const _tagCAEObjectType kind = random.OneIn(4) ? random.Pick(kObjectKinds) : random.Pick(kUsualKinds);
+        CAEObject* const object = korvane::CreateObject(*parent, kind, RandomWide(random));
         if (object != nullptr && random.OneIn(2)) {
             object->setDBKey(OuString(RandomKey(random).c_str(), 0));
         }
@@ -138,8 +147,7 @@ void RandomModel::AddObjects(Random& random) {
 void RandomModel::AddChain(Random& random) {
     CAEObject* parent = &PickObject(random);
     for (int depth = random.Between(20, kLongestChain); depth > 0 && parent != nullptr; --depth) {
-        parent =
-            korvane::CreateObject(*parent, static_cast<_tagCAEObjectType>(random.Pick(kUsualKinds)), L"");
+        parent = korvane::CreateObject(*parent, random.Pick(kUsualKinds), L"");
     }
     if (parent != nullptr) {
         parent->setDBKey(L"K1");

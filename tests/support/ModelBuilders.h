@@ -10,6 +10,24 @@
 inline constexpr const wchar_t* kTestDate = L"2026-03-01T09:30:00Z";
 inline constexpr const wchar_t* kTestUser = L"engineer";
 
+/// Every kind that an object can have.
+inline constexpr _tagCAEObjectType kObjectKinds[] = {
+    CAE_PART,
+    CAE_SUBASSEMBLY,
+    CAE_FILE,
+    CAE_PROJECT,
+    CAE_MODEL,
+    CAE_ITERATION,
+    CAE_ITERATION_FOLDER,
+    CAE_ITERATION_MODEL,
+    CAE_ASSEMBLY_FOLDER,
+    CAE_LOADCASE_VIEW_FOLDER,
+    CAE_LOADCASE_VIEW,
+    CAE_VIEW_ITEM,
+    CAE_SESSION_OBJECT,
+    CAE_TAG,
+};
+
 /// A project for one test, with identifier 1, the additional type "Simulation" and the directory "/studies".
 class TestProject {
 public:
