@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "host/system/Console.h"
+#include "host/system/DatabaseError.h"
 
 namespace host {
 
@@ -12,6 +14,16 @@ struct KeptConsole {
     std::string said;
     Console console{[this](std::string_view text) { said += text; }, false, &Console::Clock::now};
 };
+
+/// What a DatabaseError of the work says.
+inline std::string ErrorOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const DatabaseError& error) {
+        return error.what();
+    }
+    return "no error";
+}
 
 /// Decks in as few words as their solvers' syntax allows.
 inline constexpr std::string_view kAbaqusDeck = "*STEP\n*STATIC\n*END STEP\n";

@@ -12,7 +12,7 @@
 
 #include "Allocations.h"
 #include "Functions.h"
-#include "LongRun.h"
+#include "support/LongRun.h"
 #include "support/SmallStack.h"
 
 namespace {

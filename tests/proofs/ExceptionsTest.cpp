@@ -9,7 +9,7 @@
 
 #include "Allocations.h"
 #include "Functions.h"
-#include "LongRun.h"
+#include "support/LongRun.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 
 #include "Comparison.h"
 #include "PlainReading.h"
+#include "support/LongRun.h"
 
 /// Compares the library with the second reading for so long; a long run of the tests (KORVANEJSON_LONG in the
 /// environment) compares 100,000 rounds instead, however long they take. The seeds are the same every time;
@@ -22,7 +23,7 @@ inline void ExpectNoDifference(double seconds) {
     if (const char* const set = std::getenv("KORVANEJSON_COMPARISON_SECONDS")) {
         options.seconds = std::strtod(set, nullptr);
         expectedRounds = static_cast<long>(5 * options.seconds);
-    } else if (std::getenv("KORVANEJSON_LONG") != nullptr) {
+    } else if (IsLongRun()) {
         options.rounds = 100000;
         expectedRounds = options.rounds;
     } else {

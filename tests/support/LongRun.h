@@ -2,8 +2,7 @@
 
 #include <cstdlib>
 
-/// Whether the proofs go through the whole of their ranges, as `./dev test --long` asks for, instead of a
-/// part.
+/// Whether tests go through the whole of their ranges instead of a part, as `./dev test --long` asks for.
 inline bool IsLongRun() {
     const char* const asked = std::getenv("KORVANEJSON_LONG");
     return asked != nullptr && *asked != '\0' && *asked != '0';

@@ -65,6 +65,15 @@ std::string ReadWholeFile(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
+Content ContentOf(const std::filesystem::path& folder) {
+    Content content;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        const std::u8string name = entry.path().lexically_relative(folder).generic_u8string();
+        content[{name.begin(), name.end()}] = entry.is_regular_file() ? ReadWholeFile(entry.path()) : "";
+    }
+    return content;
+}
+
 std::string ToUtf8(const std::filesystem::path& path) {
 #if defined(_WIN32)
     const std::u8string text = path.u8string();

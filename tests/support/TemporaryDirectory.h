@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,24 @@ private:
 
 /// The bytes of a file; throws when it cannot be read.
 std::string ReadWholeFile(const std::filesystem::path& file);
+
+/// What is in a folder and below it: the files with their bytes, and the names of everything else.
+using Content = std::map<std::string, std::string>;
+Content ContentOf(const std::filesystem::path& folder);
+
+/// Makes a folder the current one until it is destroyed.
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const std::filesystem::path& folder) : old_(std::filesystem::current_path()) {
+        std::filesystem::current_path(folder);
+    }
+    ~CurrentFolder() { std::filesystem::current_path(old_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    std::filesystem::path old_;
+};
 
 /// The path as UTF-8, as it is given on a command line.
 std::string ToUtf8(const std::filesystem::path& path);

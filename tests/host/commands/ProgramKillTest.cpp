@@ -1,4 +1,5 @@
 #include "ProgramSupport.h"
+#include "support/LongRun.h"
 
 #if !defined(_WIN32)
 #include <sys/wait.h>
@@ -6,7 +7,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <random>
 #include <set>
 #include <thread>
@@ -29,7 +29,7 @@ protected:
         usual = std::chrono::duration_cast<microseconds>(steady_clock::now() - start);
     }
 
-    static int Rounds() { return std::getenv("KORVANEJSON_LONG") != nullptr ? 200 : 20; }
+    static int Rounds() { return IsLongRun() ? 200 : 20; }
 
     /// Starts the program and sends it the signal after the time. Gives its status, or the signal below zero.
     int Interrupt(microseconds after, int signal) const {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -39,41 +38,27 @@ protected:
     /// Runs it and expects that it does nothing: the status, the only message, and every file as it was.
     void ExpectRefused(const std::vector<std::string>& arguments, const std::string& message,
                        int status = 1) const {
-        const std::string before = Content();
+        const Content before = ContentOf(folder.Path());
         const ProcessResult result = Run(arguments);
         EXPECT_EQ(result.status, status);
         EXPECT_EQ(result.output, "");
         EXPECT_EQ(result.error, "korvane-json: " + message + "\n");
-        EXPECT_EQ(Content(), before) << "files were changed";
+        EXPECT_TRUE(ContentOf(folder.Path()) == before) << "files were changed";
     }
     /// Runs it with --dry-run and expects what the run without it says, with one line more, and every file
     /// as it was; then runs it without.
     std::string DoAfterDryRun(std::vector<std::string> arguments) const {
-        const std::string before = Content();
+        const Content before = ContentOf(folder.Path());
         std::vector<std::string> dry = arguments;
         dry.emplace_back("--dry-run");
         const std::string said = Do(dry);
-        EXPECT_EQ(Content(), before) << "files were changed";
+        EXPECT_TRUE(ContentOf(folder.Path()) == before) << "files were changed";
         std::string done = Do(arguments);
         EXPECT_EQ(said, done + "korvane-json: nothing was changed, because of --dry-run\n");
-        EXPECT_NE(Content(), before);
+        EXPECT_TRUE(ContentOf(folder.Path()) != before);
         return done;
     }
 
-    /// The names and the bytes of all files in the folder.
-    std::string Content() const {
-        std::vector<std::string> entries;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
-            entries.push_back(ToUtf8(entry.path()) +
-                              (entry.is_regular_file() ? ": " + ReadWholeFile(entry.path()) : ""));
-        }
-        std::ranges::sort(entries);
-        std::string content;
-        for (const std::string& entry : entries) {
-            content += entry + '\n';
-        }
-        return content;
-    }
     std::string Read(std::string_view name) const { return ReadWholeFile(folder / name); }
 
     TemporaryDirectory folder;

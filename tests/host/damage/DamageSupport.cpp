@@ -1,6 +1,7 @@
 #include "DamageSupport.h"
 
-#include <regex>
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -47,92 +48,84 @@ std::string Difference(const std::string& text, const std::string& right) {
 }  // namespace
 
 void DamageTest::SetUp() {
-    folder.Write("d.json", MakeDocument());
-    folder.Write("part.json", R"({"id":"500","name":"New","type":"CAEPART","metaData":{"a":{"value":"b"}}})");
-    ASSERT_EQ(Run({"import", "d.json", "p.kvp"}).status, 0);
-    ASSERT_EQ(Run({"export", "p.kvp", "-o", "d.json"}).status, 0);
-    ASSERT_EQ(Run({"store", "d.json", "--db", "s.db", "-o", "answer.json"}).status, 0);
-    const std::string answer = Read("answer.json");
-    std::smatch found;
-    ASSERT_TRUE(std::regex_search(answer, found, std::regex("PRJ-[0-9]+-[0-9a-f]+")));
-    key_ = found.str();
-    kvp_ = Read("p.kvp");
-    db_ = Read("s.db");
-    othersOfProject_ = ContentWithout(NameOf(DamagedFile::Project));
-    othersOfDatabase_ = ContentWithout(NameOf(DamagedFile::Database));
-    for (const DamagedRun& run : DamagedRuns()) {
-        right_.push_back(RunOn(run, BytesOf(run.file), true));
-        ASSERT_EQ(right_.back().status, 0) << run.arguments.front() << ": " << right_.back().error;
-        ASSERT_EQ(right_.back().bytes != BytesOf(run.file), run.isChanging) << run.arguments.front();
+    const auto run = [&](const std::vector<std::string>& arguments) {
+        const ProcessResult result = Run(arguments);
+        ASSERT_EQ(result.status, 0) << arguments.front() << ": " << result.error;
+    };
+    folder.Write("given/studies/static/job.inp", "*STEP\n*STATIC\n*END STEP\n");
+    folder.Write("given/other/modes/job.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
+    folder.Write("given/other.json",
+                 R"({"id":"500","name":"New","type":"CAEPART","metaData":{"a":{"value":"b"}}})");
+    folder.Write("source.json", MakeDocument());
+    run({"import", "source.json", "given/p.kvp"});
+    CompleteCommandFolder(folder, run);
+    ASSERT_FALSE(HasFatalFailure());
+    key_ = FirstKey(Read("given/answer.json"));
+    kvp_ = Read("given/p.kvp");
+    db_ = Read("given/s.db");
+    others_ = ContentOf(folder.Path());
+    for (const ProgramCommand& command : commands_) {
+        const std::string& bytes =
+            BytesOf(command.file == "p.kvp" ? DamagedFile::Project : DamagedFile::Database);
+        right_.push_back(RunOn(command, bytes, true));
+        ASSERT_EQ(right_.back().status, 0) << command.name << ": " << right_.back().error;
+        ASSERT_EQ(right_.back().bytes != bytes, command.IsChanging()) << command.name;
     }
 }
 
-std::string DamageTest::ContentWithout(const std::string& name) const {
-    const std::filesystem::path kept = folder / name;
-    const std::string bytes = ReadWholeFile(kept);
-    std::filesystem::remove(kept);
-    std::string content = Content();
+DamageTest::Outcome DamageTest::RunOn(const ProgramCommand& command, const std::string& bytes, bool isRead) {
+    const std::string name = "work/" + command.file;
+    PutFileOf(command, folder);
     folder.Write(name, bytes);
-    return content;
-}
-
-DamageTest::Outcome DamageTest::RunOn(const DamagedRun& run, const std::string& bytes, bool isRead) {
-    folder.Write("p.kvp", kvp_);
-    folder.Write("s.db", db_);
-    folder.Write(NameOf(run.file), bytes);
-    std::vector<std::string> arguments = run.arguments;
-    std::ranges::replace(arguments, "KEY", key_);
-    const ProcessResult result = Run(arguments);
-    Outcome outcome{result.status, result.output, result.error, Read(NameOf(run.file)), "", ""};
+    const ProcessResult result = Run(ArgumentsIn(folder, command));
+    Outcome outcome{result.status, result.output, result.error, Read(name), "", {}};
+    const std::filesystem::path copy = folder / "out/copy.kvp";
     if (isRead && result.status == 0) {
-        if (run.isChanging && run.file == DamagedFile::Project) {
-            outcome.reading = OutputOf({"tree", "p.kvp"}) + WithoutDates(OutputOf({"export", "p.kvp"}));
-        } else if (run.isChanging) {
-            outcome.reading = OutputOf({"fetch", key_, "--db", "s.db"});
+        if (command.IsChanging() && name == "work/p.kvp") {
+            outcome.reading = OutputOf({"tree", name}) + WithoutDates(OutputOf({"export", name}));
+        } else if (command.IsChanging()) {
+            outcome.reading = OutputOf({"fetch", key_, "--db", name});
         }
-        if (std::filesystem::exists(folder / "q.kvp")) {
-            outcome.reading += OutputOf({"tree", "q.kvp"});
+        if (std::filesystem::exists(copy)) {
+            outcome.reading += OutputOf({"tree", "out/copy.kvp"});
         }
     }
-    // What a run creates is compared by what is read from it, or must not be there.
+    // What a command creates is compared by what is read from it, or must not be there.
     if (result.status == 0) {
-        std::filesystem::remove(folder / "q.kvp");
+        std::filesystem::remove(copy);
     }
-    outcome.others = ContentWithout(NameOf(run.file));
-    std::filesystem::remove(folder / "out");
+    outcome.others = ContentOf(folder.Path());
+    outcome.others.erase(name);
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "out")) {
+        std::filesystem::remove(entry.path());
+    }
     return outcome;
 }
 
-void DamageTest::ExpectRightOrRefused(const DamagedRun& run, const Outcome& outcome, const Outcome& right,
-                                      const std::string& bytes) const {
+void DamageTest::ExpectRightOrRefused(const ProgramCommand& command, const Outcome& outcome,
+                                      const Outcome& right, const std::string& bytes) const {
     if (outcome.status == 0) {
         EXPECT_EQ(Difference(outcome.output, right.output), "");
         EXPECT_EQ(outcome.error, right.error);
         EXPECT_EQ(Difference(outcome.reading, right.reading), "");
         EXPECT_TRUE(outcome.others == right.others)
             << "another result, or something was left beside the file";
-        EXPECT_TRUE(run.isChanging || outcome.bytes == bytes) << "the file was changed";
+        EXPECT_TRUE(command.IsChanging() || outcome.bytes == bytes) << "the file was changed";
         return;
     }
     EXPECT_EQ(outcome.status, 1) << "it crashed";
     EXPECT_EQ(outcome.output, "");
     EXPECT_TRUE(outcome.error.starts_with("korvane-json: '")) << outcome.error;
     EXPECT_TRUE(outcome.bytes == bytes) << "the file was changed";
-    EXPECT_TRUE(outcome.others == (run.file == DamagedFile::Project ? othersOfProject_ : othersOfDatabase_))
-        << "something was written or left beside the file";
+    EXPECT_TRUE(outcome.others == others_) << "something was written or left beside the file";
 }
 
 void DamageTest::ExpectSafe(DamagedFile file, const std::string& bytes, const std::string& what) {
-    const std::vector<DamagedRun> runs = DamagedRuns();
-    for (std::size_t index = 0; index < runs.size(); ++index) {
-        if (runs[index].file != file) {
-            continue;
+    for (std::size_t index = 0; index < commands_.size(); ++index) {
+        const ProgramCommand& command = commands_[index];
+        if (command.file == NameOf(file)) {
+            SCOPED_TRACE(what + ": " + command.name);
+            ExpectRightOrRefused(command, RunOn(command, bytes, true), right_[index], bytes);
         }
-        std::string command;
-        for (const std::string& argument : runs[index].arguments) {
-            command += argument + " ";
-        }
-        SCOPED_TRACE(what + ": " + command);
-        ExpectRightOrRefused(runs[index], RunOn(runs[index], bytes, true), right_[index], bytes);
     }
 }

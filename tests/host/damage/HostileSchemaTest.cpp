@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "DamageSupport.h"
+#include "support/LongRun.h"
 
 namespace {
 
@@ -191,7 +192,7 @@ constexpr Hostility kHostilities[] = {
 /// Each test has a share of them, so that none takes long. Windows, where programs take long to start, has
 /// two shares of ten, unless the test may be long.
 #if defined(_WIN32)
-const int kShares = IsLongTest() ? 2 : 10;
+const int kShares = IsLongRun() ? 2 : 10;
 constexpr int kTests = 2;
 #else
 constexpr int kShares = 8;

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "DamageSupport.h"
+#include "support/LongRun.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ constexpr int kLongShare = 100;
 #endif
 
 int DamagesInShare() {
-    return IsLongTest() ? kLongShare : 10;
+    return IsLongRun() ? kLongShare : 10;
 }
 
 /// Damages that a disk, a transfer or an editor do to a file. The same seed gives the same damage everywhere.

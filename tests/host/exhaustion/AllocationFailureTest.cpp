@@ -6,6 +6,7 @@
 
 #include "Failures.h"
 #include "ProgramState.h"
+#include "support/LongRun.h"
 
 namespace exhaustion {
 namespace {
@@ -19,13 +20,13 @@ struct Undisturbed {
     long allocations = 0;
 };
 
-class AllocationFailure : public testing::TestWithParam<Command> {
+class AllocationFailure : public testing::TestWithParam<ProgramCommand> {
 protected:
     Undisturbed RunUndisturbed() {
         Undisturbed run;
         for (int time = 0; time < 2; ++time) {
             SharedCounts().allocations = 0;
-            run.result = state.Run(GetParam(), [] { PlanAllocations({}); });
+            run.result = state.Run([] { PlanAllocations({}); });
             run.allocations = SharedCounts().allocations;
             const Content after = ContentOf(state.Folder());
             for (const auto& [name, bytes] : time == 0 ? Content() : after) {
@@ -65,7 +66,7 @@ protected:
         SCOPED_TRACE("allocation " + std::to_string(plan.first) +
                      (plan.forGood ? " and all later ones" : ""));
         SharedCounts().allocations = 0;
-        const ProcessResult result = state.Run(GetParam(), [&] { PlanAllocations(plan); });
+        const ProcessResult result = state.Run([&] { PlanAllocations(plan); });
         SCOPED_TRACE("status " + std::to_string(result.status) + ": " + result.error);
         const Content after = ContentOf(state.Folder());
         if (result.status == 0) {
@@ -86,15 +87,15 @@ protected:
         state.Restore();
     }
 
-    ProgramState state;
+    ProgramState state{GetParam()};
 };
 
 /// The allocations that are tried: all of them at the beginning and at the end, where a command opens and
 /// finishes its files, and a sample of the others.
 std::set<long> Tried(long count) {
-    const long whole = IsLong() ? 1000 : 10;
-    const long atEnd = IsLong() ? 200 : 25;
-    const long samples = IsLong() ? 500 : 40;
+    const long whole = IsLongRun() ? 1000 : 10;
+    const long atEnd = IsLongRun() ? 200 : 25;
+    const long samples = IsLongRun() ? 500 : 40;
     std::set<long> tried;
     for (long number = 1; number <= count; ++number) {
         if (number <= whole || number > count - atEnd ||
@@ -118,7 +119,7 @@ TEST_P(AllocationFailure, EndsWithAMessageAndWholeFiles) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, AllocationFailure, testing::ValuesIn(AllCommands()),
-                         [](const auto& command) { return std::string(command.param.name); });
+                         [](const auto& command) { return command.param.name; });
 
 }  // namespace
 }  // namespace exhaustion

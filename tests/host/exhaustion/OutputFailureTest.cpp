@@ -16,7 +16,7 @@ namespace {
 
 /// The commands that write a file with -o, with and without files that have no names.
 struct Writing {
-    Command command;
+    ProgramCommand command;
     bool hasUnnamedFiles;
 };
 
@@ -26,9 +26,9 @@ std::ostream& operator<<(std::ostream& stream, const Writing& writing) {
 
 std::vector<Writing> AllWriting() {
     std::vector<Writing> found;
-    for (const Command& command : AllCommands()) {
+    for (const ProgramCommand& command : AllCommands()) {
         // The keys of a new database, and so the answer, differ from run to run.
-        const bool isRandom = std::string_view(command.name) == "StoreInNewDatabase";
+        const bool isRandom = command.file == "s.db" && !command.HasFile();
         if (!isRandom && std::ranges::find(command.arguments, "-o") != command.arguments.end()) {
             found.push_back({command, true});
             found.push_back({command, false});
@@ -64,7 +64,7 @@ protected:
 
     ProcessResult Run(Plan plan) {
         plan.hasUnnamedFiles = GetParam().hasUnnamedFiles;
-        return state.Run(GetParam().command, [&] {
+        return state.Run([&] {
             // A new file is as private as an old one, which does not depend on this.
             ::umask(before.contains(target) ? 0 : 0077);
             PlanFileCalls(plan);
@@ -85,7 +85,7 @@ protected:
         }
     }
 
-    ProgramState state;
+    ProgramState state{GetParam().command};
     std::string target;
     ProcessResult wanted;
     long calls = 0;
@@ -155,7 +155,7 @@ TEST_P(OutputFailure, OtherRunsLeaveWhatIsBeingWritten) {
 }
 
 TEST_P(OutputFailure, ALimitForTheSizeOfFilesIsAnErrorAndNotTheEnd) {
-    const ProcessResult result = state.Run(GetParam().command, [] {
+    const ProcessResult result = state.Run([] {
         rlimit narrow{};
         ::getrlimit(RLIMIT_FSIZE, &narrow);
         narrow.rlim_cur = 100;

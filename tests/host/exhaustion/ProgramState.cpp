@@ -17,73 +17,29 @@ namespace exhaustion {
 
 using std::filesystem::path;
 
-std::ostream& operator<<(std::ostream& stream, const Command& command) {
-    return stream << command.name;
-}
-
-const std::vector<Command>& AllCommands() {
-    static const std::vector<Command> commands = {
-        {"Help", {"--help"}},
-        {"TreeOfDirectory", {"tree", "root"}},
-        {"TreeOfProjectFile", {"tree", "bracket.kvp"}},
-        {"TreeOfDocument", {"tree", "bracket.json"}},
-        {"Export", {"export", "root"}},
-        {"ExportToNewFile", {"export", "root", "-o", "out/new.json"}},
-        {"ExportToOldFile", {"export", "bracket.kvp", "-o", "out/document.json"}},
-        {"New", {"new", "root", "made.kvp"}},
-        {"NewEmpty", {"new", "--empty", "made.kvp"}},
-        {"NewInOldFile", {"new", "--force", "root", "bracket.kvp"}},
-        {"Import", {"import", "bracket.json", "made.kvp"}},
-        {"ImportIntoOldFile", {"import", "bracket.json", "bracket.kvp"}},
-        {"ImportDryRun", {"import", "bracket.json", "bracket.kvp", "--dry-run"}},
-        {"Store", {"store", "bracket.json", "--db", "server.db", "-o", "out/answer.json"}},
-        {"StoreInNewDatabase", {"store", "bracket.json", "--db", "made.db", "-o", "out/answer.json"}},
-        {"Apply", {"apply", "answer.json", "bracket.kvp"}},
-        {"Fetch", {"fetch", "KEY", "--db", "server.db", "-o", "out/document.json"}},
-        {"Compare", {"compare", "bracket.kvp", "bracket.json"}},
-    };
-    return commands;
-}
-
-Content ContentOf(const path& folder) {
-    Content content;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file()) {
-            content[entry.path().lexically_relative(folder)] = ReadWholeFile(entry.path());
+ProgramState::ProgramState(const ProgramCommand& command) {
+    folder_.Write("given/studies/README.md", "# A bracket\n");
+    folder_.Write("given/studies/plan.csv", "a;b\n");
+    folder_.Write("given/studies/static/job.inp", "*STEP\n*STATIC\n*END STEP\n");
+    folder_.Write("given/studies/static/plate.stp", "ISO-10303-21;\nHEADER;\n");
+    folder_.Write("given/studies/static/plate.png", "\x89PNG");
+    folder_.Write("given/studies/notes/old.txt", "text\n");
+    std::filesystem::create_symlink("gone", folder_ / "given/studies/dangling.inp");
+    folder_.Write("given/other/modes/job.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
+    const auto run = [&](const std::vector<std::string>& arguments) {
+        const ProcessResult result = RunWith(arguments, [] {});
+        if (result.status != 0) {
+            throw std::runtime_error(result.error);
         }
-    }
-    return content;
-}
-
-bool IsLong() {
-    return std::getenv("KORVANEJSON_LONG") != nullptr;
-}
-
-ProgramState::ProgramState() {
-    folder_.Write("root/README.md", "# A bracket\n");
-    folder_.Write("root/plan.csv", "a;b\n");
-    folder_.Write("root/static/job.inp", "*STEP\n*STATIC\n*END STEP\n");
-    folder_.Write("root/static/plate.stp", "ISO-10303-21;\nHEADER;\n");
-    folder_.Write("root/static/plate.png", "\x89PNG");
-    folder_.Write("root/notes/old.txt", "text\n");
-    std::filesystem::create_symlink("gone", folder_ / "root/dangling.inp");
+    };
+    run({"new", "given/studies", "given/p.kvp"});
+    run({"export", "given/other", "-o", "given/other.json"});
+    CompleteCommandFolder(folder_, run);
     folder_.Write("out/document.json", "old\n");
     folder_.Write("out/answer.json", "old\n");
-    Do({"new", "root", "bracket.kvp"});
-    Do({"export", "bracket.kvp", "-o", "bracket.json"});
-    Do({"store", "bracket.json", "--db", "server.db", "-o", "answer.json"});
-    const std::string answer = ReadWholeFile(folder_ / "answer.json");
-    const std::string mark = "\"dbkey\":\"";
-    const std::size_t begin = answer.find(mark) + mark.size();
-    key_ = answer.substr(begin, answer.find('"', begin) - begin);
+    PutFileOf(command, folder_);
+    arguments_ = ArgumentsIn(folder_, command);
     before_ = ContentOf(Folder());
-}
-
-void ProgramState::Do(const std::vector<std::string>& arguments) const {
-    const ProcessResult result = Run({"", arguments}, [] {});
-    if (result.status != 0) {
-        throw std::runtime_error(result.error);
-    }
 }
 
 void ProgramState::Restore() {
@@ -101,17 +57,16 @@ void ProgramState::Restore() {
     }
 }
 
-ProcessResult ProgramState::Run(const Command& command, const std::function<void()>& prepare) const {
+ProcessResult ProgramState::RunWith(const std::vector<std::string>& arguments,
+                                    const std::function<void()>& prepare) const {
     std::vector<std::string> texts = {"korvane-json"};
-    for (const std::string& argument : command.arguments) {
-        texts.push_back(argument == "KEY" ? key_ : argument);
-    }
-    std::vector<char*> arguments;
-    arguments.reserve(texts.size() + 1);
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) {
-        arguments.push_back(text.data());
+        pointers.push_back(text.data());
     }
-    arguments.push_back(nullptr);
+    pointers.push_back(nullptr);
     const TemporaryDirectory streams;
     const path output = streams / "output";
     const path error = streams / "error";
@@ -131,7 +86,7 @@ ProcessResult ProgramState::Run(const Command& command, const std::function<void
         }
         ::setenv("LC_ALL", "C.UTF-8", 1);
         prepare();
-        ::_exit(host::RunProgram(static_cast<int>(texts.size()), arguments.data()));
+        ::_exit(host::RunProgram(static_cast<int>(texts.size()), pointers.data()));
     }
     int status = 0;
     while (::waitpid(child, &status, 0) < 0) {

@@ -9,7 +9,7 @@
 #include <unistd.h>
 #endif
 
-#include "ChangingCommands.h"
+#include "CommandFolder.h"
 #include "FaultRuns.h"
 #include "FaultyFiles.h"
 
@@ -17,13 +17,13 @@ namespace failures {
 namespace {
 
 /// Runs the commands within this process, where their files can fail.
-class DatabaseFaults : public testing::TestWithParam<std::tuple<ChangingCommand, bool>> {
+class DatabaseFaults : public testing::TestWithParam<std::tuple<ProgramCommand, bool>> {
 protected:
-    DatabaseFaults() : folder_(Command()), there_(folder_.Path()) { UseFaultyFiles(std::get<1>(GetParam())); }
+    DatabaseFaults() : folder_(std::get<0>(GetParam())), there_(folder_.Path()) {
+        UseFaultyFiles(std::get<1>(GetParam()));
+    }
 
-    static const ChangingCommand& Command() { return std::get<0>(GetParam()); }
-
-    static Outcome Run() { return RunHere(Command().arguments); }
+    Outcome Run() const { return RunHere(folder_.Arguments()); }
 
     /// How many operations of the kind there are if nothing fails.
     std::uint64_t CountOperations(const FaultKind& kind) const {
@@ -111,8 +111,8 @@ TEST_P(DatabaseFaults, OfAProcessThatEndsLeaveTheOldFileOrTheNewOne) {
 
 INSTANTIATE_TEST_SUITE_P(Commands, DatabaseFaults,
                          testing::Combine(testing::ValuesIn(ChangingCommands()), testing::Bool()),
-                         [](const testing::TestParamInfo<std::tuple<ChangingCommand, bool>>& tested) {
-                             return std::string(std::get<0>(tested.param).name) +
+                         [](const testing::TestParamInfo<std::tuple<ProgramCommand, bool>>& tested) {
+                             return std::get<0>(tested.param).name +
                                     (std::get<1>(tested.param) ? "WithASmallCache" : "");
                          });
 

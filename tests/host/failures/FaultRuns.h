@@ -2,14 +2,14 @@
 
 #include <cstdint>
 #include <exception>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "ChangingCommands.h"
 #include "FaultyFiles.h"
 #include "host/HostSupport.h"
 #include "host/commands/CommandLine.h"
+#include "support/LongRun.h"
+#include "support/TemporaryDirectory.h"
 
 /// Running commands within the process of the test, where their files can fail.
 namespace failures {
@@ -55,19 +55,5 @@ inline std::string NameOfFault(const FaultKind& kind, Manner manner, std::uint64
             : manner == Manner::ForGood ? " for good"
                                         : " and everything after it");
 }
-
-/// Makes a folder the current one until it is destroyed.
-class CurrentFolder {
-public:
-    explicit CurrentFolder(const std::filesystem::path& folder) : old_(std::filesystem::current_path()) {
-        std::filesystem::current_path(folder);
-    }
-    ~CurrentFolder() { std::filesystem::current_path(old_); }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-
-private:
-    std::filesystem::path old_;
-};
 
 }  // namespace failures

@@ -9,7 +9,8 @@
 #include <random>
 #include <thread>
 
-#include "ChangingCommands.h"
+#include "CommandFolder.h"
+#include "support/LongRun.h"
 #include "support/Process.h"
 
 namespace failures {
@@ -24,19 +25,19 @@ std::uintmax_t SizeOf(const std::optional<std::string>& bytes) {
 }
 
 /// The program in a shell that runs `preparation` first, in the folder.
-ProcessResult RunAfter(const std::string& preparation, const CommandFolder& folder,
-                       const ChangingCommand& command) {
+ProcessResult RunAfter(const std::string& preparation, const CommandFolder& folder) {
     std::vector<std::string> arguments = {"-c", preparation, "sh", ToUtf8(ProgramPath("korvane-json"))};
-    arguments.insert(arguments.end(), command.arguments.begin(), command.arguments.end());
+    const std::vector<std::string> own = folder.Arguments();
+    arguments.insert(arguments.end(), own.begin(), own.end());
     return RunProgram("/bin/sh", {arguments, {}, folder.Path(), {}, {}});
 }
 
-class ProgramFailures : public testing::TestWithParam<ChangingCommand> {
+class ProgramFailures : public testing::TestWithParam<ProgramCommand> {
 protected:
     /// The size of the new file.
     static std::uintmax_t NewSize(const CommandFolder& folder) {
         folder.Reset();
-        EXPECT_EQ(RunAfter("exec \"$@\"", folder, GetParam()).status, 0);
+        EXPECT_EQ(RunAfter("exec \"$@\"", folder).status, 0);
         return SizeOf(folder.Bytes());
     }
     static void Expect(const CommandFolder& folder, const ProcessResult& result) {
@@ -55,8 +56,8 @@ TEST_P(ProgramFailures, OfFilesThatMustNotGrowAnyMoreAreReportedAsTheyAre) {
         folder.Reset();
         // In units of 512 bytes. The signal would end the program before it could say anything.
         const std::uintmax_t limit = size * (2 * level + 1) / 20 / 512;
-        const ProcessResult result = RunAfter(
-            "trap '' XFSZ; ulimit -f " + std::to_string(limit) + "; exec \"$@\"", folder, GetParam());
+        const ProcessResult result =
+            RunAfter("trap '' XFSZ; ulimit -f " + std::to_string(limit) + "; exec \"$@\"", folder);
         SCOPED_TRACE(std::to_string(limit * 512) + " of " + std::to_string(size) + " bytes");
         Expect(folder, result);
         failed += result.status != 0 ? 1 : 0;
@@ -85,7 +86,7 @@ TEST_P(ProgramFailures, OfAFullDiskAreReportedAsTheyAre) {
             mount + std::to_string(room / kKibibyte) +
                 "k tmpfs work && cp -a result/. work && { \"$@\"; status=$?; rm -rf result/* result/.k*; "
                 "cp -a work/. result; exit $status; }' sh \"$@\"",
-            folder, GetParam());
+            folder);
         for (const auto& entry : std::filesystem::directory_iterator(folder.Path() / "work")) {
             std::filesystem::remove(entry.path());
         }
@@ -98,9 +99,10 @@ TEST_P(ProgramFailures, OfAFullDiskAreReportedAsTheyAre) {
 }
 
 /// Starts the command and ends it after so many microseconds. Returns whether it was still running.
-bool RunAndKill(const CommandFolder& folder, const ChangingCommand& command, std::int64_t microseconds) {
+bool RunAndKill(const CommandFolder& folder, std::int64_t microseconds) {
     std::vector<std::string> texts = {ToUtf8(ProgramPath("korvane-json"))};
-    texts.insert(texts.end(), command.arguments.begin(), command.arguments.end());
+    const std::vector<std::string> own = folder.Arguments();
+    texts.insert(texts.end(), own.begin(), own.end());
     std::vector<char*> arguments;
     for (std::string& text : texts) {
         arguments.push_back(text.data());
@@ -128,7 +130,7 @@ TEST_P(ProgramFailures, AKilledProgramLeavesTheOldFileOrTheNewOne) {
     const CommandFolder folder(GetParam(), kManyStudies);
     folder.Reset();
     const auto start = std::chrono::steady_clock::now();
-    ASSERT_EQ(RunAfter("exec \"$@\"", folder, GetParam()).status, 0);
+    ASSERT_EQ(RunAfter("exec \"$@\"", folder).status, 0);
     const auto duration =
         std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
     constexpr unsigned kSeed = 20260301;
@@ -141,7 +143,7 @@ TEST_P(ProgramFailures, AKilledProgramLeavesTheOldFileOrTheNewOne) {
         folder.Reset();
         // The first one is killed before it could do anything.
         const std::int64_t moment = number == 0 ? 0 : moments(random);
-        const bool isKilled = RunAndKill(folder, GetParam(), moment);
+        const bool isKilled = RunAndKill(folder, moment);
         SCOPED_TRACE("killed after " + std::to_string(moment) + " microseconds");
         EXPECT_EQ(folder.OpenWithProgram(), "");
         const std::string text = folder.Text();
@@ -156,8 +158,8 @@ TEST_P(ProgramFailures, AKilledProgramLeavesTheOldFileOrTheNewOne) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, ProgramFailures, testing::ValuesIn(ChangingCommands()),
-                         [](const testing::TestParamInfo<ChangingCommand>& tested) {
-                             return std::string(tested.param.name);
+                         [](const testing::TestParamInfo<ProgramCommand>& tested) {
+                             return tested.param.name;
                          });
 
 }  // namespace

@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "ChangingCommands.h"
 #include "host/commands/ProgramSupport.h"
+#include "support/LongRun.h"
+#include "support/ProgramCommands.h"
 
 namespace failures {
 namespace {
@@ -29,10 +31,6 @@ protected:
             thread.join();
         }
         return results;
-    }
-    static std::string FirstKey(const std::string& answer) {
-        const std::size_t begin = answer.find("\"dbkey\":\"") + 9;
-        return answer.substr(begin, answer.find('"', begin) - begin);
     }
     std::size_t CountFiles(const char* name) const {
         return static_cast<std::size_t>(

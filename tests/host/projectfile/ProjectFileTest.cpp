@@ -4,7 +4,6 @@
 #include <korvanejson/JsonSerializer.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -112,14 +111,6 @@ protected:
     /// The text of the project that comes back from a file.
     std::string ThereAndBack(CAEProject& project) {
         return ModelText(*ReadProjectFile(Keep(project), kept.console));
-    }
-    std::string ErrorOf(const std::function<void()>& work) {
-        try {
-            work();
-        } catch (const DatabaseError& error) {
-            return error.what();
-        }
-        return "no error";
     }
     std::string ErrorOfReading(const std::filesystem::path& file) {
         return ErrorOf([&] { ReadProjectFile(file, kept.console); });

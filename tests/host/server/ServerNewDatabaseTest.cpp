@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 
 #include "host/HostSupport.h"
@@ -34,14 +33,6 @@ protected:
                     }
                     return Console::Clock::time_point();
                 }};
-    }
-    std::string ErrorOf(const std::function<void()>& work) {
-        try {
-            work();
-        } catch (const DatabaseError& error) {
-            return error.what();
-        }
-        return "no error";
     }
     std::size_t CountFiles() const {
         return static_cast<std::size_t>(

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <regex>
 #include <set>
 
@@ -52,14 +51,6 @@ protected:
         return isThere ? ToText(document) : "none";
     }
     std::string Fetch(const std::string& plainKey) { return Plain(FetchWhole(plainKey)); }
-    std::string ErrorOf(const std::function<void()>& work) {
-        try {
-            work();
-        } catch (const DatabaseError& error) {
-            return error.what();
-        }
-        return "no error";
-    }
     std::string Said() {
         kept.said.clear();
         report.Say("s", kept.console);

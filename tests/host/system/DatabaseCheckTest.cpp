@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "host/HostSupport.h"
@@ -15,15 +14,6 @@
 
 namespace host {
 namespace {
-
-std::string ErrorOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const DatabaseError& error) {
-        return error.what();
-    }
-    return "no error";
-}
 
 class DatabaseCheckTest : public testing::Test {
 protected:

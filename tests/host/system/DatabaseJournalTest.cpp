@@ -2,15 +2,13 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 
+#include "DatabaseSupport.h"
 #include "host/HostSupport.h"
 #include "host/projectfile/ProjectTables.h"
 #include "host/system/Database.h"
 #include "host/system/DatabaseJournal.h"
 #include "host/system/FileSystem.h"
-#include "support/Process.h"
-#include "support/TemporaryDirectory.h"
 
 namespace host {
 namespace {
@@ -46,27 +44,10 @@ std::string SuperJournal(const std::string& name) {
            std::string(kMagic);
 }
 
-std::string ErrorOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const DatabaseError& error) {
-        return error.what();
-    }
-    return "no error";
-}
-
-class DatabaseJournalTest : public testing::Test {
+class DatabaseJournalTest : public DatabaseFiles {
 protected:
-    ProcessResult Run(std::vector<std::string> arguments) const {
-        return RunProgram(ProgramPath("korvane-json"), {std::move(arguments), {}, folder.Path(), {}, {}});
-    }
-    std::string ErrorOfOpening(std::string_view name, DatabaseUse use) const {
-        return ErrorOf([&] { const Database database(folder / name, use, kProjectFileKind); });
-    }
     /// A name of so many bytes.
     static std::string NameOf(std::size_t size) { return std::string(size - 4, 'n') + ".kvp"; }
-
-    TemporaryDirectory folder;
 };
 
 TEST_F(DatabaseJournalTest, AJournalThatWouldDeleteAnotherFileIsRefusedByEveryCommand) {
@@ -172,7 +153,7 @@ TEST_F(DatabaseJournalTest, AFileThatIsNotADatabaseStaysWhateverLiesBesideIt) {
         folder.Write("p.kvp", each.content);
         folder.Write("p.kvp-journal", each.journal);
         for (const DatabaseUse use : {DatabaseUse::Reading, DatabaseUse::Changing, DatabaseUse::Creating}) {
-            EXPECT_EQ(ErrorOfOpening("p.kvp", use), "is not a SQLite database");
+            EXPECT_EQ(ErrorOfOpening(folder / "p.kvp", use), "is not a SQLite database");
         }
         EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), each.content);
         EXPECT_EQ(ReadWholeFile(folder / "p.kvp-journal"), each.journal);

@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
+#include "DatabaseSupport.h"
+#include "host/HostSupport.h"
 #include "host/projectfile/ProjectTables.h"
 #include "host/system/Database.h"
-#include "support/Process.h"
-#include "support/TemporaryDirectory.h"
 
 #if defined(_WIN32)
 #include <windows.h>
@@ -14,27 +12,7 @@
 namespace host {
 namespace {
 
-std::string ErrorOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const DatabaseError& error) {
-        return error.what();
-    }
-    return "no error";
-}
-
-class DatabaseTest : public testing::Test {
-protected:
-    /// Runs the program, which is another process, in the folder.
-    ProcessResult Run(std::vector<std::string> arguments) const {
-        return RunProgram(ProgramPath("korvane-json"), {std::move(arguments), {}, folder.Path(), {}, {}});
-    }
-    std::string ErrorOfOpening(const std::filesystem::path& file, DatabaseUse use) const {
-        return ErrorOf([&] { const Database database(file, use, kProjectFileKind); });
-    }
-
-    TemporaryDirectory folder;
-};
+using DatabaseTest = DatabaseFiles;
 
 TEST_F(DatabaseTest, WhatOneProgramChangesAnotherOneOnlyReads) {
     ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);

@@ -1,4 +1,4 @@
-#include "ChangingCommands.h"
+#include "CommandFolder.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -140,40 +140,29 @@ testing::Environment* const kFolderInMemory = testing::AddGlobalTestEnvironment(
 
 }  // namespace
 
-bool IsLongRun() {
-    const char* const text = std::getenv("KORVANEJSON_LONG");
-    return text != nullptr && std::string(text) == "1";
-}
-
-CommandFolder::CommandFolder(const ChangingCommand& command, int studies)
+CommandFolder::CommandFolder(const ProgramCommand& command, int studies)
     : command_(command),
       start_(host::FormatTime(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()))) {
     WriteStudies(folder_, "given/studies", studies);
-    WriteStudies(folder_, "given/fewer", studies / 2);
-    folder_.MakeDirectory("work");
-    const std::filesystem::path folder = folder_.Path();
-    Do(folder, {"new", "given/studies", "given/p.kvp"});
-    Do(folder, {"export", "given/p.kvp", "-o", "given/document.json"});
-    Do(folder, {"export", "given/fewer", "-o", "given/fewer.json"});
-    Do(folder, {"store", "given/document.json", "--db", "given/s.db", "-o", "given/answer.json"});
+    WriteStudies(folder_, "given/other", studies / 2);
+    const auto run = [&](const std::vector<std::string>& arguments) { Do(folder_.Path(), arguments); };
+    run({"new", "given/studies", "given/p.kvp"});
+    run({"export", "given/other", "-o", "given/other.json"});
+    CompleteCommandFolder(folder_, run);
     Reset();
     bytesBefore_ = Bytes();
     textBefore_ = Text();
-    Do(folder, command_.arguments);
+    run(Arguments());
     textAfter_ = Text();
     if (textBefore_ == textAfter_ || Names() != NamesAfter()) {
-        throw std::runtime_error(std::string(command_.name) + " did not change its file alone");
+        throw std::runtime_error(command_.name + " did not change its file alone");
     }
 }
 
 void CommandFolder::Reset() const {
-    for (const auto& entry : std::filesystem::directory_iterator(folder_ / "work")) {
+    PutFileOf(command_, folder_);
+    for (const auto& entry : std::filesystem::directory_iterator(folder_ / "out")) {
         std::filesystem::remove(entry.path());
-    }
-    if (command_.before == Before::EmptyFile) {
-        folder_.Write(std::string("work/") + command_.file, "");
-    } else if (command_.before == Before::Database) {
-        std::filesystem::copy_file(folder_ / (std::string("given/") + command_.file), File());
     }
 }
 
@@ -238,13 +227,13 @@ std::string CommandFolder::OpenWithProgram() const {
     const bool isRead =
         isProject ? result.status == 0 : result.error.find("no object with the key") != std::string::npos;
     const bool isEmpty =
-        command_.before == Before::EmptyFile && result.error.find("is an empty file") != std::string::npos;
+        command_.use == FileUse::Fills && result.error.find("is an empty file") != std::string::npos;
     return isRead || isEmpty ? "" : result.error;
 }
 
 bool CommandFolder::IsIdleJournalLeft() const {
-    const std::string journal = std::string(command_.file) + "-journal";
-    if (command_.before == Before::Nothing || Names() != NamesAfter() + journal + " ") {
+    const std::string journal = command_.file + "-journal";
+    if (command_.use == FileUse::Creates || Names() != NamesAfter() + journal + " ") {
         return false;
     }
     // It changes nothing if it is empty or begins with a zero.
@@ -256,7 +245,7 @@ std::string CommandFolder::Untruth(int status, const std::string& said) const {
     const auto says = [&](std::string_view text) { return said.find(text) != std::string::npos; };
     const std::string names = Names();
     const bool isOldAlone = Bytes() == bytesBefore_;
-    const std::string journal = std::string(command_.file) + "-journal";
+    const std::string journal = command_.file + "-journal";
     const bool isIdleJournalLeft = IsIdleJournalLeft();
     const std::string text = Text();
     if (text != textBefore_ && text != textAfter_) {

@@ -1,0 +1,116 @@
+#include "ProgramCommands.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <stdexcept>
+
+std::ostream& operator<<(std::ostream& stream, const ProgramCommand& command) {
+    return stream << command.name;
+}
+
+const std::vector<ProgramCommand>& AllCommands() {
+    static const std::vector<ProgramCommand> commands = {
+        {"Help", {"--help"}},
+        {"TreeOfDirectory", {"tree", "given/studies"}},
+        {"TreeOfDocument", {"tree", "given/document.json"}},
+        {"Tree", {"tree", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
+
+        {"ExportDirectory", {"export", "given/studies", "-o", "out/new.json"}},
+        {"Export", {"export", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
+        {"ExportToFile", {"export", "work/p.kvp", "-o", "out/document.json"}, FileUse::Reads, "p.kvp"},
+        {"ExportObject",
+         {"export", "work/p.kvp", "--object", "1", "--mode", "STUDY", "-o", "out/document.json"},
+         FileUse::Reads,
+         "p.kvp"},
+        {"ExportIndented",
+         {"export", "work/p.kvp", "--text", "indented", "-o", "out/document.json"},
+         FileUse::Reads,
+         "p.kvp"},
+
+        {"New", {"new", "given/studies", "work/p.kvp"}, FileUse::Creates, "p.kvp"},
+        {"NewEmpty", {"new", "--empty", "work/p.kvp"}, FileUse::Creates, "p.kvp"},
+        {"NewForce", {"new", "--force", "given/other", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"NewEmptyForce", {"new", "--empty", "--force", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"NewFromFile", {"new", "work/p.kvp", "out/copy.kvp"}, FileUse::Reads, "p.kvp"},
+        {"NewDryRun", {"new", "work/p.kvp", "--force", "--dry-run", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
+
+        {"StoreNew",
+         {"store", "given/document.json", "--db", "work/s.db", "-o", "out/answer.json"},
+         FileUse::Creates,
+         "s.db"},
+        {"StoreEmpty",
+         {"store", "given/document.json", "--db", "work/s.db", "-o", "out/answer.json"},
+         FileUse::Fills,
+         "s.db"},
+        {"Store",
+         {"store", "given/other.json", "--db", "work/s.db", "-o", "out/answer.json"},
+         FileUse::Changes,
+         "s.db"},
+        {"StoreUnderProject",
+         {"store", "given/document.json", "--db", "work/s.db", "--project", "P", "-o", "out/answer.json"},
+         FileUse::Changes,
+         "s.db"},
+        {"StoreDryRun",
+         {"store", "given/other.json", "--db", "work/s.db", "--dry-run"},
+         FileUse::Reads,
+         "s.db"},
+
+        {"Apply", {"apply", "given/answer.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"ApplyDryRun", {"apply", "given/answer.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
+
+        {"Fetch", {"fetch", "KEY", "--db", "work/s.db", "-o", "out/document.json"}, FileUse::Reads, "s.db"},
+
+        {"ImportNew", {"import", "given/document.json", "work/p.kvp"}, FileUse::Creates, "p.kvp"},
+        {"Import", {"import", "given/other.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"ImportDryRun", {"import", "given/other.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
+
+        {"Compare", {"compare", "given/document.json", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
+    };
+    return commands;
+}
+
+std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const ProgramCommand&)>& condition) {
+    std::vector<ProgramCommand> found;
+    std::ranges::copy_if(AllCommands(), std::back_inserter(found), condition);
+    return found;
+}
+
+void CompleteCommandFolder(const TemporaryDirectory& folder,
+                           const std::function<void(const std::vector<std::string>&)>& run) {
+    run({"export", "given/p.kvp", "-o", "given/document.json"});
+    run({"store", "given/document.json", "--db", "given/s.db", "-o", "given/answer.json"});
+    folder.MakeDirectory("work");
+    folder.MakeDirectory("out");
+}
+
+void PutFileOf(const ProgramCommand& command, const TemporaryDirectory& folder) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "work")) {
+        std::filesystem::remove(entry.path());
+    }
+    const std::filesystem::path file = folder / ("work/" + command.file);
+    if (command.use == FileUse::Fills) {
+        folder.Write("work/" + command.file, "");
+    } else if (command.HasFile()) {
+        std::filesystem::copy_file(folder / ("given/" + command.file), file);
+    }
+}
+
+std::vector<std::string> ArgumentsIn(const TemporaryDirectory& folder, const ProgramCommand& command) {
+    std::vector<std::string> arguments = command.arguments;
+    const auto key = std::ranges::find(arguments, "KEY");
+    if (key != arguments.end()) {
+        *key = FirstKey(ReadWholeFile(folder / "given/answer.json"));
+    }
+    return arguments;
+}
+
+std::string FirstKey(std::string_view text) {
+    constexpr std::string_view kMember = R"("dbkey":")";
+    const std::size_t member = text.find(kMember);
+    if (member == std::string_view::npos) {
+        throw std::runtime_error("there is no key");
+    }
+    const std::size_t begin = member + kMember.size();
+    return std::string(text.substr(begin, text.find('"', begin) - begin));
+}
