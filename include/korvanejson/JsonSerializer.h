@@ -20,7 +20,8 @@ class OuString;
 /// The serializer does not own the object, which must live as long as documents are asked for. Nothing is
 /// reported: what the object model does not give is empty or absent in the document. What the object model or
 /// libjson throws passes through, std::bad_alloc among it, and no document comes of it; nothing else is
-/// thrown. No depth of nesting exhausts the stack.
+/// thrown. No depth of nesting exhausts the stack. But no object and no file may be below itself: such a tree
+/// has no end, and neither has its document, so that the call goes on until no memory is left.
 ///
 /// A serializer belongs to one thread at a time, and so does the tree of its object. GetJson and
 /// GetJsonString copy the export mode into one mode of the whole module, which is empty at first, and write
