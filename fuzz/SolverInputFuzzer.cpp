@@ -8,6 +8,7 @@
 
 #include "Expect.h"
 #include "host/directory/FileFormat.h"
+#include "host/directory/FileKinds.h"
 #include "host/directory/SolverInputReader.h"
 
 namespace {

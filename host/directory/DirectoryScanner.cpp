@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "FileFormat.h"
+#include "FileKinds.h"
 #include "InputKinds.h"
 #include "SolverInputReader.h"
 #include "host/system/FileSystem.h"

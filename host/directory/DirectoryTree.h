@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "FileKinds.h"
+#include "FileKind.h"
 
 namespace host {
 

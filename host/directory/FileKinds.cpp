@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "FileExtensions.h"
-#include "FileKindRule.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -69,34 +69,6 @@ const FileKind* Find(std::span<const FileKindRule> rules, std::string_view name)
 }
 
 }  // namespace
-
-std::string_view SolverName(Solver solver) {
-    switch (solver) {
-        case Solver::None:
-            return "";
-        case Solver::Abaqus:
-            return "Abaqus";
-        case Solver::AbaqusOrCalculix:
-            return "Abaqus/CalculiX";
-        case Solver::Ansys:
-            return "Ansys";
-        case Solver::Calculix:
-            return "CalculiX";
-        case Solver::LsDyna:
-            return "LS-DYNA";
-        case Solver::Nastran:
-            return "Nastran";
-        case Solver::OptiStruct:
-            return "OptiStruct";
-        case Solver::PamCrash:
-            return "PAM-CRASH";
-        case Solver::Permas:
-            return "Permas";
-        case Solver::Radioss:
-            return "Radioss";
-    }
-    return "";
-}
 
 FileKind KindOfFileName(const std::filesystem::path& name) {
     const OuString text = ToOuString(name);

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "FileKinds.h"
+#include "Solver.h"
 
 namespace host {
 
