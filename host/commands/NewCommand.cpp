@@ -95,7 +95,8 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
     command.add_flag("--empty", options->isEmpty, "Create a project without objects");
     command.add_flag("--force", options->isForced, "Replace the project in an existing project file");
     command.add_flag("--strict", options->isStrict,
-                     "End with status 1 if an entry of the directory cannot be read.\n"
+                     "End with status 1 if an entry of the directory cannot be read, or has a name\n"
+                     "that a document cannot carry.\n"
                      "The project file is created without that entry");
     AddDryRun(command, options->isDryRun);
     AddExamples(

@@ -11,7 +11,8 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
         ->required()
         ->type_name("");
     command.add_flag("--strict", options.isStrict,
-                     "End with status 1 if an entry of the directory cannot be read.\n"
+                     "End with status 1 if an entry of the directory cannot be read, or has a name\n"
+                     "that a document cannot carry.\n"
                      "The output is written without that entry");
 }
 

@@ -124,7 +124,7 @@ bool WriteOutput(const std::string& file, std::string_view text, Console& consol
     const bool isFile = std::filesystem::is_regular_file(target, ignored);
     console.Say("cannot write " + Quoted(file) + ": " + error.message() +
                 (isFile ? ". The old file was kept" : "") +
-                ". Give another file with -o, or check the free space and the permissions");
+                ". Give another file with -o, or check its directory, the free space and the permissions");
     return false;
 }
 

@@ -32,7 +32,7 @@ std::optional<OpenedProject> OpenDirectory(const std::string& name,
     DirectoryReading reading = ReadDirectory(PathFromUtf8(name), leftOut, console);
     if (reading.project == nullptr) {
         console.Say("cannot read " + Quoted(name) + ": " + reading.error.message() +
-                    ". Give a directory of simulation files that you can read");
+                    ". Give a directory of simulation files, or a project file, that you can read");
         return std::nullopt;
     }
     return OpenedProject{std::move(reading.project), reading.unreadableCount};
@@ -65,7 +65,9 @@ std::optional<OpenedProject> OpenProject(const InputOptions& options,
         case InputKind::Document:
             break;
     }
-    console.Say(InputName(options.input) + " is neither a directory nor a project file");
+    console.Say(InputName(options.input) +
+                " is neither a directory nor a project file. 'korvane-json import' makes a "
+                "project file from a document");
     return std::nullopt;
 }
 
@@ -73,7 +75,8 @@ int Finish(const InputOptions& options, const OpenedProject& opened, Console& co
     if (opened.unreadableCount == 0) {
         return kSuccess;
     }
-    console.Say(FormatCount(opened.unreadableCount, "entry", "entries") + " could not be read and " +
+    console.Say(FormatCount(opened.unreadableCount, "entry", "entries") +
+                " could not be read or named in a document, and " +
                 (opened.unreadableCount == 1 ? "was" : "were") + " left out" +
                 (options.isStrict ? "; --strict does not allow that" : "; with --strict that is a failure"));
     return options.isStrict ? kFailure : kSuccess;

@@ -23,7 +23,7 @@ InputKind KindOfInput(const std::string& name);
 /// A project in memory, read from a directory or a project file.
 struct OpenedProject {
     std::unique_ptr<CAEProject> project;
-    /// Entries of the directory that could not be read.
+    /// Entries of the directory that could not be read or named in a document.
     std::size_t unreadableCount = 0;
 };
 

@@ -16,7 +16,7 @@ struct DirectoryReading {
     /// Null if the root could not be read; `error` says why.
     std::unique_ptr<CAEProject> project;
     std::error_code error;
-    /// Entries below the root that could not be read.
+    /// Entries below the root that could not be read or named in a document.
     std::size_t unreadableCount = 0;
 };
 

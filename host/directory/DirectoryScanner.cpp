@@ -43,6 +43,7 @@ public:
 
 private:
     void NameUnreadable(const path& entry, const std::string& reason);
+    void NameUnwritable(const path& entry);
     void AddEntries(std::size_t directory, Listing listing);
     void AddEntry(std::size_t directory, Entry entry, std::vector<std::size_t>& directories,
                   std::vector<ScannedFile>& files);
@@ -60,6 +61,13 @@ private:
 void Scanner::NameUnreadable(const path& entry, const std::string& reason) {
     ++tree_.unreadableCount;
     console_.Say(Quoted(entry) + " cannot be read and is left out: " + reason);
+}
+
+/// Names an entry whose name a document would read as a path.
+void Scanner::NameUnwritable(const path& entry) {
+    ++tree_.unreadableCount;
+    console_.Say(Quoted(entry) +
+                 " is left out: in a document a backslash separates directories. Rename it to keep it");
 }
 
 /// Replaces a link by its target. Returns false if the link is left out.
@@ -163,8 +171,7 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
     std::vector<ScannedFile> files;
     for (Entry& entry : listing.entries) {
         if (HasSeparator(entry.name) && !entry.isHidden) {
-            NameUnreadable(tree_.directories[directory].path / entry.name,
-                           "in a document a backslash separates directories. Rename it to keep it");
+            NameUnwritable(tree_.directories[directory].path / entry.name);
         } else if (!entry.isHidden) {
             AddEntry(directory, std::move(entry), directories, files);
         }

@@ -45,7 +45,7 @@ struct ScannedDirectory {
 /// is in.
 struct DirectoryTree {
     std::vector<ScannedDirectory> directories;
-    /// Entries that could not be read; the console has named each.
+    /// Entries that could not be read or named in a document; the console has named each.
     std::size_t unreadableCount = 0;
 };
 

@@ -53,7 +53,8 @@ void NoteNode(const JSONNode& node, const ResponseKeyMap& keys, Notes& notes) {
 /// Why no key of an answer was set.
 std::string WhyUseless(const JSONNode& answer) {
     if (answer.empty()) {
-        return "it is empty";
+        return std::string("it is an empty ") + (answer.type() == JSON_ARRAY ? "array" : "object") +
+               " and has no keys";
     }
     if (answer.type() == JSON_NODE) {
         for (const JSONNode& value : answer) {

@@ -22,7 +22,7 @@ std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
         file == kStandardStream ? ReadStandardInput(text) : ReadInputFile(PathFromUtf8(file), text);
     if (error) {
         console.Say("cannot read " + InputName(file) + ": " + error.message() +
-                    ". Give a JSON document that you can read");
+                    (IsOverLimit(error) ? "" : ". Give a JSON document that you can read"));
         return std::nullopt;
     }
     try {

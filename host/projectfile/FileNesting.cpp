@@ -74,14 +74,13 @@ private:
     }
     void Add(double nodes, const CAEObject& object) {
         if (nodes == kUncounted) {
-            throw DatabaseError("is damaged: the file or object " + std::to_string(object.getID()) +
-                                " is attached below itself");
+            RefuseDamaged("the file or object " + std::to_string(object.getID()) +
+                          " is attached below itself");
         }
         open_.back().nodes += nodes;
         if (open_.back().nodes > kMostNodes) {
-            throw DatabaseError("is damaged: the files below the object " +
-                                std::to_string(open_.back().object.getID()) +
-                                " are attached too many times below each other");
+            RefuseDamaged("the files below the object " + std::to_string(open_.back().object.getID()) +
+                          " are attached too many times below each other");
         }
     }
 

@@ -12,18 +12,14 @@
 namespace host {
 namespace {
 
-[[noreturn]] void Damaged(const std::string& reason) {
-    throw DatabaseError("is damaged: " + reason);
-}
-
 /// A column that holds an int. Anything else is reported as damage.
 int Integer(const Statement& row, int column) {
     if (!row.IsNumber(column)) {
-        Damaged("a value is not a number");
+        RefuseDamaged("a value is not a number");
     }
     const std::int64_t number = row.Number(column);
     if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
-        Damaged("the number " + std::to_string(number) + " is too large");
+        RefuseDamaged("the number " + std::to_string(number) + " is too large");
     }
     return static_cast<int>(number);
 }
@@ -31,19 +27,19 @@ int Integer(const Statement& row, int column) {
 bool Flag(const Statement& row, int column) {
     const int number = Integer(row, column);
     if (number != 0 && number != 1) {
-        Damaged("a value is " + std::to_string(number) + " and not 0 or 1");
+        RefuseDamaged("a value is " + std::to_string(number) + " and not 0 or 1");
     }
     return number == 1;
 }
 
 OuString Text(const Statement& row, int column) {
     if (!row.IsText(column)) {
-        Damaged("a value is not a text");
+        RefuseDamaged("a value is not a text");
     }
     const std::string text = row.Text(column);
     // The object model would keep only what is before it.
     if (text.find('\0') != std::string::npos) {
-        Damaged("a text has a NUL character: " + Excerpt(text));
+        RefuseDamaged("a text has a NUL character: " + Excerpt(text));
     }
     return OuString(text.c_str(), 0);
 }
@@ -60,7 +56,8 @@ public:
         position_ = isNew ? 0 : position_ + 1;
         object_ = object;
         if (Integer(row, 1) != position_) {
-            Damaged("a " + std::string(what_) + " of the object " + std::to_string(object) + " is missing");
+            RefuseDamaged("a " + std::string(what_) + " of the object " + std::to_string(object) +
+                          " is missing");
         }
         return isNew;
     }
@@ -95,7 +92,7 @@ private:
     Class& Find(const Statement& row, const char* what) {
         auto* const object = dynamic_cast<Class*>(&ObjectOf(row));
         if (object == nullptr) {
-            Damaged("the object " + std::to_string(row.Number(0)) + " is not a " + what);
+            RefuseDamaged("the object " + std::to_string(row.Number(0)) + " is not a " + what);
         }
         return *object;
     }
@@ -115,7 +112,7 @@ std::unique_ptr<CAEProject> Reader::Read() {
     ReadViewItems();
     Statement numbering(database_, "SELECT next_id FROM numbering");
     if (!numbering.Begin().Next()) {
-        Damaged("it does not say which identifier comes next");
+        RefuseDamaged("it does not say which identifier comes next");
     }
     korvane::SetNextIdentifier(*project_, Integer(numbering, 0));
     CheckFileNesting(*project_);
@@ -126,7 +123,7 @@ std::unique_ptr<CAEProject> Reader::Read() {
 CAEObject& Reader::Find(int id) {
     CAEObject* const object = project_->getCAEObject(id);
     if (object == nullptr) {
-        Damaged("there is no object " + std::to_string(id));
+        RefuseDamaged("there is no object " + std::to_string(id));
     }
     return *object;
 }
@@ -134,8 +131,8 @@ CAEObject& Reader::Find(int id) {
 void Reader::CheckCount(_tagCAEObjectType kind, std::size_t rows, const char* what) const {
     const auto found = countOfKind_.find(kind);
     if (const std::size_t count = found != countOfKind_.end() ? found->second : 0; rows != count) {
-        Damaged("it has " + std::to_string(count) + " " + what + " but " + std::to_string(rows) +
-                " entries for them");
+        RefuseDamaged("it has " + std::to_string(rows) + " entries for " + what + " instead of " +
+                      std::to_string(count));
     }
 }
 
@@ -148,7 +145,7 @@ void Reader::ReadObjects() {
     while (rows.Next()) {
         const int id = Integer(rows, 0);
         if (rows.Number(9) != static_cast<std::int64_t>(count + 1)) {
-            Damaged("the object before the object " + std::to_string(id) + " is missing");
+            RefuseDamaged("the object before the object " + std::to_string(id) + " is missing");
         }
         const int kind = Integer(rows, 3);
         CAEObject& object = MakeObject(rows, id, static_cast<_tagCAEObjectType>(kind));
@@ -160,7 +157,7 @@ void Reader::ReadObjects() {
         console_.ShowProgress("Reading the project", ++count, 0);
     }
     if (project_ == nullptr) {
-        Damaged("it has no project");
+        RefuseDamaged("it has no project");
     }
 }
 
@@ -168,7 +165,7 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
     CAEObject* object = nullptr;
     if (project_ == nullptr) {
         if (kind != CAE_PROJECT || !row.IsNull(1)) {
-            Damaged("its first object is not a project");
+            RefuseDamaged("its first object is not a project");
         }
         project_ = korvane::CreateProject(Text(row, 4), OuString());
         object = korvane::Renumber(*project_, id) ? project_.get() : nullptr;
@@ -182,8 +179,8 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
         }
     }
     if (object == nullptr) {
-        Damaged("an object of the kind " + std::to_string(kind) + " with the identifier " +
-                std::to_string(id) + " cannot be created");
+        RefuseDamaged("an object of the kind " + std::to_string(kind) + " with the identifier " +
+                      std::to_string(id) + " cannot be created");
     }
     return *object;
 }

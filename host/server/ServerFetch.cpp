@@ -35,7 +35,7 @@ struct FetchedNode {
 
 FetchedNode ReadRow(const Statement& row) {
     if (row.IsNull(2)) {
-        throw DatabaseError("is damaged: a node has no object");
+        RefuseDamaged("a node has no object");
     }
     return {row.Number(0),
             row.Text(1),
@@ -79,7 +79,7 @@ private:
 
 void Fetching::Enter(FetchedNode node) {
     if (++entered_ > nodeCount_) {
-        throw DatabaseError("is damaged: a node contains itself");
+        RefuseDamaged("a node contains itself");
     }
     below_.Begin(node.number);
     while (below_.Next()) {
@@ -129,7 +129,7 @@ bool FetchDocument(Database& database, const std::string& key, JSONNode& documen
             return false;
         }
     } catch (const std::invalid_argument& error) {
-        throw DatabaseError(std::string("is damaged: the members of a node cannot be read: ") + error.what());
+        RefuseDamaged(std::string("the members of a node cannot be read: ") + error.what());
     }
     if (FindMember(document, member::kSubType) == nullptr) {
         document.push_back(JSONNode(member::kSubType.c_str(), format::kSubTypeValue));

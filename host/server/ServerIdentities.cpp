@@ -73,7 +73,7 @@ Identification::Identification(Database& database, const std::string& project, s
       nextObject_(NextNumber(database, "object", count)) {
     Statement origin(database, "SELECT text FROM origin");
     if (!origin.Begin().Next()) {
-        throw DatabaseError("is damaged: it does not say how its keys end");
+        RefuseDamaged("it does not say how its keys end");
     }
     origin_ = origin.Text(0);
 }

@@ -86,13 +86,13 @@ void CheckReferences(Database& database) {
                    " OR (node.above IS NOT NULL AND holder.number IS NULL)"
                    " OR node.above >= node.number LIMIT 1");
     if (lost.Begin().Next()) {
-        throw DatabaseError("is damaged: something that the node " + std::to_string(lost.Number(0)) +
-                            " refers to is missing, or is below it");
+        RefuseDamaged("something that the node " + std::to_string(lost.Number(0)) +
+                      " refers to is missing, or is below it");
     }
     Statement origin(database, "SELECT count(*) FROM origin");
     origin.Begin().Next();
     if (origin.Number(0) != 1) {
-        throw DatabaseError("is damaged: it does not have one text for its keys");
+        RefuseDamaged("it does not have one text for its keys");
     }
 }
 
@@ -108,7 +108,7 @@ std::int64_t NextNumber(Database& database, const std::string& table, std::size_
     const std::int64_t number = largest.Number(0);
     if (number < 0 ||
         static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max() - number) <= count) {
-        throw DatabaseError("is damaged: there is no number left after " + std::to_string(number));
+        RefuseDamaged("there is no number left after " + std::to_string(number));
     }
     return number + 1;
 }

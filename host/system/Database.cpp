@@ -48,7 +48,7 @@ bool IsThere(const std::filesystem::path& file, DatabaseUse use, const DatabaseK
         throw DatabaseError(error ? "cannot be read: " + error.message() : "is not a SQLite database");
     }
     if (HasWriteAheadLog(file)) {
-        throw DatabaseError(std::string(kForeign) + "it has a write-ahead log. Restore it from a copy");
+        RefuseForeign("it has a write-ahead log");
     }
     return true;
 }
@@ -143,15 +143,16 @@ bool Database::Undo() noexcept {
 
 void Database::CheckKind(const DatabaseKind& kind) {
     if (ReadNumber("PRAGMA application_id") != kind.application) {
-        throw DatabaseError("is a database of another program, not a " + std::string(kind.name));
+        throw DatabaseError("is a database of another kind, not a " + std::string(kind.name));
     }
     const std::int64_t format = ReadNumber("PRAGMA user_version");
     if (format > kind.format) {
         throw DatabaseError("was written by a newer korvane-json: it has format " + std::to_string(format) +
-                            ", and this version reads formats up to " + std::to_string(kind.format));
+                            ", and this version reads formats up to " + std::to_string(kind.format) +
+                            ". Use the newer version");
     }
     if (format < 1) {
-        throw DatabaseError("is damaged: it does not say which format it has");
+        RefuseDamaged("it does not say which format it has");
     }
 }
 

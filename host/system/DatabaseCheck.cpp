@@ -22,10 +22,6 @@ constexpr std::int64_t kStepsForAByte = 64;
 constexpr std::int64_t kStepsForAnyFile = 20'000'000;
 constexpr int kStepsBetweenChecks = 100'000;
 
-[[noreturn]] void RefuseForeign(const std::string& reason) {
-    throw DatabaseError(std::string(kForeign) + reason + ". Restore it from a copy");
-}
-
 /// The size of the file of a database; nothing if it is in memory.
 std::int64_t SizeOf(sqlite3* handle) {
     sqlite3_file* file = nullptr;

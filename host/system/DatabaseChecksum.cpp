@@ -198,10 +198,6 @@ void ContentSum::CheckIndex(const std::string& table, const IndexSum& index) {
 
 }  // namespace
 
-void RefuseDamaged(const std::string& reason) {
-    throw DatabaseError("is damaged: " + reason + ". Restore it from a copy");
-}
-
 std::int64_t ChecksumOf(Database& database, std::int64_t mostText) {
     return static_cast<std::int64_t>(ContentSum(database, mostText).Run());
 }

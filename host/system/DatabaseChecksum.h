@@ -7,9 +7,6 @@
 
 namespace host {
 
-/// Throws the DatabaseError of a database that is damaged for this reason, which says what to do.
-[[noreturn]] void RefuseDamaged(const std::string& reason);
-
 /// A sum over the hashes of all rows of all tables, except the table "checksum"; the order of the rows does
 /// not matter. Throws DatabaseError if the entries of an index do not have the same sum as its table, or if
 /// all texts together have more than `mostText` bytes, unless that is 0. The tables are those of this

@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace host {
 
@@ -30,7 +29,10 @@ private:
     Remains remains_;
 };
 
-/// How the message about a database begins that has something else in it than this program writes.
-inline constexpr std::string_view kForeign = "is damaged or was made by another program: ";
+/// Throws the DatabaseError of a database that is damaged for this reason.
+[[noreturn]] void RefuseDamaged(const std::string& reason);
+
+/// Throws the DatabaseError of a database that has something else in it than this program writes.
+[[noreturn]] void RefuseForeign(const std::string& reason);
 
 }  // namespace host

@@ -24,14 +24,19 @@ public:
     const char* name() const noexcept override { return "input"; }
     std::string message(int fault) const override {
         return static_cast<InputFault>(fault) == InputFault::Endless
-                   ? "it is a device that gives more than a text"
-                   : "it is longer than 8 GiB or half of the memory of this machine";
+                   ? "it is a device that gives more than a megabyte. Give a file with the document"
+                   : "it is longer than 8 GiB or than half of this machine's memory. Give a smaller "
+                     "document";
     }
 };
 
-std::error_code MakeError(InputFault fault) {
+const InputFaults& Category() {
     static const InputFaults faults;
-    return {static_cast<int>(fault), faults};
+    return faults;
+}
+
+std::error_code MakeError(InputFault fault) {
+    return {static_cast<int>(fault), Category()};
 }
 
 /// Reads with `read`, which fills a buffer and returns the number of bytes, 0 at the end.
@@ -53,6 +58,10 @@ bool IsDevice(const std::filesystem::file_status& status) {
 }
 
 }  // namespace
+
+bool IsOverLimit(const std::error_code& error) {
+    return error.category() == Category();
+}
 
 InputLimits UsualLimits() {
     constexpr std::uint64_t kMost = std::uint64_t{8} << 30U;

@@ -15,28 +15,27 @@ void Fail(sqlite3* handle, int code) {
             throw DatabaseError("is not a SQLite database");
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            throw DatabaseError("is in use by another program");
+            throw DatabaseError("is in use by another program: try again when that program has finished");
         case SQLITE_CORRUPT:
-            throw DatabaseError("is damaged");
+            RefuseDamaged("its pages do not fit together");
         case SQLITE_READONLY:
             throw DatabaseError(
                 code == SQLITE_READONLY_ROLLBACK
                     ? "has a change that was not finished, and is read-only, so that the change "
                       "cannot be undone: make the file and its directory writable"
-                    : "is read-only");
+                    : "is read-only: make it writable");
         case SQLITE_CANTOPEN:
             throw DatabaseError("cannot be opened or created: its directory must exist and be writable");
         case SQLITE_FULL:
-            throw DatabaseError("cannot be written: the disk is full");
+            throw DatabaseError("cannot be written, because the disk is full: free some space");
         case SQLITE_NOMEM:
             throw std::bad_alloc();
         case SQLITE_INTERRUPT:
             // Only ReadingLimits (DatabaseCheck.h) interrupt.
-            throw DatabaseError("is damaged: reading it does not come to an end");
+            RefuseDamaged("reading it does not come to an end");
         case SQLITE_ERROR:
             // The statements are right, so something that they expect in the database is not there.
-            throw DatabaseError(std::string(kForeign) +
-                                (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
+            RefuseForeign(handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code));
         default:
             throw DatabaseError(std::string("cannot be used: ") +
                                 (handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));

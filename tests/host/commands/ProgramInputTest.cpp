@@ -21,9 +21,8 @@ TEST_F(ProgramInputTest, APipeIsReadLikeAFile) {
 
 TEST_F(ProgramInputTest, ADeviceWithoutAnEndIsNotADocument) {
     const std::string message =
-        "cannot read '/dev/zero': it is a device that gives more than a text. Give a JSON document that you "
-        "can "
-        "read";
+        "cannot read '/dev/zero': it is a device that gives more than a megabyte. Give a file with the "
+        "document";
     ExpectRefused({"tree", "/dev/zero"}, message);
     ExpectRefused({"compare", "/dev/zero", "p.kvp"}, message);
     ExpectRefused({"import", "/dev/zero", "p.kvp"}, message);
@@ -33,7 +32,9 @@ TEST_F(ProgramInputTest, ADeviceWithoutAnEndIsNotADocument) {
 }
 
 TEST_F(ProgramInputTest, ADeviceIsNotAProject) {
-    const std::string message = "'/dev/zero' is neither a directory nor a project file";
+    const std::string message =
+        "'/dev/zero' is neither a directory nor a project file. 'korvane-json import' makes a project file "
+        "from a document";
     ExpectRefused({"export", "/dev/zero"}, message);
     ExpectRefused({"export", "/dev/zero", "-o", "out.json"}, message);
     ExpectRefused({"new", "/dev/zero", "new.kvp"}, message);
@@ -44,10 +45,9 @@ TEST_F(ProgramInputTest, TheStandardInputMayBeADeviceWithoutAnEnd) {
     const ProcessResult result =
         RunProgram(ProgramPath("korvane-json"), {{"tree", "-"}, {}, folder.Path(), {}, {}, "/dev/zero"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(
-        result.error,
-        "korvane-json: cannot read the standard input: it is a device that gives more than a text. Give a "
-        "JSON document that you can read\n");
+    EXPECT_EQ(result.error,
+              "korvane-json: cannot read the standard input: it is a device that gives more than a megabyte. "
+              "Give a file with the document\n");
 }
 
 TEST_F(ProgramInputTest, TheStandardInputIsReadByItsPathToo) {
@@ -60,7 +60,7 @@ TEST_F(ProgramInputTest, TheStandardInputIsReadByItsPathToo) {
 TEST_F(ProgramInputTest, StrictFailsForANameWithABackslashButWritesTheRest) {
     folder.Write("root/a\\b.inp", "*STEP\n");
     const std::string named = "korvane-json: '" + ToUtf8(folder / "root/a\\b.inp") +
-                              "' cannot be read and is left out: in a document a backslash separates "
+                              "' is left out: in a document a backslash separates "
                               "directories. Rename it to keep it\n";
     const ProcessResult lenient = Run({"export", "root"});
     EXPECT_EQ(lenient.status, 0);

@@ -175,15 +175,16 @@ TEST_F(ProgramOutputTest, StrictFailsForAnEntryThatCannotBeReadButWritesTheRest)
     for (const char* const command : {"tree", "export"}) {
         const ProcessResult lenient = RunHost({command, Root()});
         EXPECT_EQ(lenient.status, 0);
-        EXPECT_EQ(lenient.error, named +
-                                     "korvane-json: 1 entry could not be read and was left out; with "
-                                     "--strict that is a failure\n");
+        EXPECT_EQ(
+            lenient.error,
+            named +
+                "korvane-json: 1 entry could not be read or named in a document, and was left out; with "
+                "--strict that is a failure\n");
         const ProcessResult strict = RunHost({command, Root(), "--strict"});
         EXPECT_EQ(strict.status, 1);
-        EXPECT_EQ(
-            strict.error,
-            named +
-                "korvane-json: 1 entry could not be read and was left out; --strict does not allow that\n");
+        EXPECT_EQ(strict.error, named +
+                                    "korvane-json: 1 entry could not be read or named in a document, and was "
+                                    "left out; --strict does not allow that\n");
         EXPECT_EQ(strict.output, lenient.output);
         EXPECT_NE(strict.output, "");
     }

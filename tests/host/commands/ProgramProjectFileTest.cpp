@@ -203,7 +203,7 @@ TEST_F(ProgramProjectFile, ApplyRefusesAnAnswerThatFitsNothing) {
             ExpectRefused(arguments, std::string("cannot use '") + answer + "': " + reason + advice);
         };
         refused("error.json", "it reports an error: 'no space left'");
-        refused("empty.json", "it is empty");
+        refused("empty.json", "it is an empty array and has no keys");
         refused("a.json", "it is a document and not the server's answer to one: it has no keys");
     }
     // The answer for a project without objects fits, and so does one that says nothing new.
@@ -245,13 +245,15 @@ TEST_F(ProgramProjectFile, ReadingRefusesOtherFilesByName) {
     folder.Write("a.json", kSmall);
     Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
     for (const char* const command : {"tree", "export"}) {
-        ExpectRefused({command, "s.db"}, "'s.db' is a database of another program, not a project file");
+        ExpectRefused({command, "s.db"}, "'s.db' is a database of another kind, not a project file");
     }
-    ExpectRefused({"export", "text.txt"}, "'text.txt' is neither a directory nor a project file");
+    ExpectRefused({"export", "text.txt"},
+                  "'text.txt' is neither a directory nor a project file. 'korvane-json import' makes a "
+                  "project file from a document");
     ExpectRefused({"tree", "text.txt"},
                   "cannot read 'text.txt': line 1, column 1: a value is missing here. Nothing was changed");
     ExpectRefused({"import", "a.json", "s.db"},
-                  "'s.db' is a database of another program, not a project file. Nothing was changed");
+                  "'s.db' is a database of another kind, not a project file. Nothing was changed");
 }
 
 TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
@@ -264,7 +266,7 @@ TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
     folder.Write("a.json", kSmall);
     const std::string reason =
         "'p.kvp' was written by a newer korvane-json: it has format 3, and this version reads formats up to "
-        "2";
+        "2. Use the newer version";
     ExpectRefused({"tree", "p.kvp"}, reason);
     ExpectRefused({"export", "p.kvp"}, reason);
     ExpectRefused({"import", "a.json", "p.kvp"}, reason + ". Nothing was changed");

@@ -93,7 +93,7 @@ TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
     ExpectRefused({"fetch", "PRJ-1", "--db", "text"}, "'text' is not a SQLite database");
     Do({"new", "--empty", "p.kvp"});
     ExpectRefused({"store", "a.json", "--db", "p.kvp"},
-                  "'p.kvp' is a database of another program, not a server database. Nothing was changed");
+                  "'p.kvp' is a database of another kind, not a server database. Nothing was changed");
 }
 
 TEST_F(ProgramServer, TakesNothingThatItWorksOnForItsOutput) {

@@ -81,7 +81,8 @@ TEST(ProgramUsage, FailsForARootThatCannotBeRead) {
         EXPECT_EQ(missing.status, 1);
         EXPECT_EQ(missing.output, "");
         EXPECT_TRUE(missing.error.starts_with("korvane-json: cannot read '")) << missing.error;
-        EXPECT_TRUE(missing.error.ends_with(". Give a directory of simulation files that you can read\n"))
+        EXPECT_TRUE(missing.error.ends_with(
+            ". Give a directory of simulation files, or a project file, that you can read\n"))
             << missing.error;
         EXPECT_EQ(RunHost({command, ToUtf8(folder.Write("file.txt", "x"))}).status, 1);
     }

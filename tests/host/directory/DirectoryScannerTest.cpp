@@ -276,7 +276,7 @@ TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutNamesWithABackslash) {
     EXPECT_EQ(Scan(), "h.txt 7\n");
     EXPECT_EQ(tree.unreadableCount, 2U);
     constexpr const char* kReason =
-        "' cannot be read and is left out: in a document a backslash separates directories. Rename it to "
+        "' is left out: in a document a backslash separates directories. Rename it to "
         "keep "
         "it\n";
     EXPECT_EQ(kept.said, "korvane-json: '" + ToUtf8(folder / "a\\b.inp") + kReason + "korvane-json: '" +

@@ -91,8 +91,8 @@ TEST_F(AnswerReportTest, IdentifiersThatAreNoPlainNumbersAreSaid) {
 
 TEST_F(AnswerReportTest, WhatFitsNothingChangesNothing) {
     const std::pair<const char*, const char*> answers[] = {
-        {"{}", "it is empty"},
-        {"[]", "it is empty"},
+        {"{}", "it is an empty object and has no keys"},
+        {"[]", "it is an empty array and has no keys"},
         {R"({"error":"the disk is full","name":"N"})", "it reports an error: 'the disk is full'"},
         {R"({"errors":[{"id":"2"}]})", "it reports an error"},
         {R"({"id":"1","name":"N","type":"SIMULATION","children":[{"id":"2","type":"CAEPART"}]})",

@@ -41,18 +41,21 @@ TEST(FileNesting, AFileBelowItselfIsDamage) {
     TestProject itself;
     CAEFile& file = AddBelow(itself, *itself);
     AttachFile(file, file.getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(itself), "is damaged: the file or object 2 is attached below itself");
+    EXPECT_EQ(ErrorOf(itself),
+              "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 
     TestProject pair;
     CAEFile& first = AddBelow(pair, *pair);
     CAEFile& second = AddBelow(pair, first);
     AttachFile(second, first.getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(pair), "is damaged: the file or object 2 is attached below itself");
+    EXPECT_EQ(ErrorOf(pair),
+              "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 
     TestProject part;
     CAEFile& deck = AddBelow(part, *part);
     AttachFile(part.Add(deck, CAE_MODEL, L"study"), deck.getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(part), "is damaged: the file or object 2 is attached below itself");
+    EXPECT_EQ(ErrorOf(part),
+              "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 }
 
 TEST(FileNesting, AFileBelowItselfIsDamageEvenWhereNoObjectHasIt) {
@@ -60,7 +63,8 @@ TEST(FileNesting, AFileBelowItselfIsDamageEvenWhereNoObjectHasIt) {
     CAEFile* const file = korvane::CreateFile(*project, L"deck.inp", CAE_FILE_DECK, CAE_FORMAT_ASCII);
     ASSERT_NE(file, nullptr);
     AttachFile(*file, file->getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(project), "is damaged: the file or object 2 is attached below itself");
+    EXPECT_EQ(ErrorOf(project),
+              "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 }
 
 TEST(FileNesting, FilesThatMultiplyAreDamage) {
@@ -93,7 +97,8 @@ TEST(FileNesting, IsSeenInAProjectFile) {
         ReadProjectFile(folder / "p.kvp", kept.console);
         FAIL() << "a project without end was read";
     } catch (const DatabaseError& error) {
-        EXPECT_STREQ(error.what(), "is damaged: the file or object 2 is attached below itself");
+        EXPECT_STREQ(error.what(),
+                     "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
     }
 }
 

@@ -244,7 +244,7 @@ TEST_F(ProjectFileTest, SavingReplacesEverythingInOneTransaction) {
         ProjectFile opened = ProjectFile::Open(file, true, kept.console);
         // Nobody else changes it meanwhile.
         EXPECT_EQ(ErrorOf([&] { ProjectFile::Open(file, true, kept.console); }),
-                  "is in use by another program");
+                  "is in use by another program: try again when that program has finished");
         CAEObject* part = opened.Project().getCAEObject(2);
         opened.Project().detachChild(part, true);
         korvane::CreateObject(opened.Project(), CAE_TAG, L"New");
@@ -314,35 +314,44 @@ TEST_F(ProjectFileTest, RefusesWhatIsNoProjectFile) {
     EXPECT_EQ(ErrorOfReading(folder.Write("text.kvp", "x")), "is not a SQLite database");
     EXPECT_EQ(ErrorOfReading(folder.Write("long.kvp", std::string(10000, 'x'))), "is not a SQLite database");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA application_id = 5")),
-              "is a database of another program, not a project file");
+              "is a database of another kind, not a project file");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 3")),
-              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 2");
+              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 2. "
+              "Use the newer version");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 0")),
-              "is damaged: it does not say which format it has");
+              "is damaged: it does not say which format it has. Restore it from a copy");
 }
 
 TEST_F(ProjectFileTest, RefusesDamagedContent) {
     const auto errorOf = [&](const char* statements) {
         return ErrorOfReading(KeepDamaged(std::string(kWithoutChecksum) + statements));
     };
-    EXPECT_EQ(errorOf("DELETE FROM object"), "is damaged: it has no project");
-    EXPECT_EQ(errorOf("UPDATE object SET above = 99 WHERE id = 2"), "is damaged: there is no object 99");
+    EXPECT_EQ(errorOf("DELETE FROM object"), "is damaged: it has no project. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE object SET above = 99 WHERE id = 2"),
+              "is damaged: there is no object 99. Restore it from a copy");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 43 WHERE id = 2"),
-              "is damaged: an object of the kind 43 with the identifier 2 cannot be created");
+              "is damaged: an object of the kind 43 with the identifier 2 cannot be created. Restore it from "
+              "a copy");
     EXPECT_EQ(errorOf("UPDATE object SET id = -2 WHERE id = 2"),
-              "is damaged: an object of the kind 0 with the identifier -2 cannot be created");
+              "is damaged: an object of the kind 0 with the identifier -2 cannot be created. Restore it from "
+              "a copy");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 0 WHERE id = 3"),
-              "is damaged: an object of the kind 0 with the identifier 3 cannot be created");
+              "is damaged: an object of the kind 0 with the identifier 3 cannot be created. Restore it from "
+              "a copy");
     EXPECT_EQ(errorOf("UPDATE object SET kind = 5 WHERE id = 1"),
-              "is damaged: its first object is not a project");
+              "is damaged: its first object is not a project. Restore it from a copy");
     EXPECT_EQ(errorOf("UPDATE object SET id = 5000000000 WHERE id = 2"),
-              "is damaged: the number 5000000000 is too large");
-    EXPECT_EQ(errorOf("UPDATE file SET object = 2"), "is damaged: the object 2 is not a file");
-    EXPECT_EQ(errorOf("UPDATE project SET object = 2"), "is damaged: the object 2 is not a project");
-    EXPECT_EQ(errorOf("INSERT INTO view_item VALUES (2, 1)"), "is damaged: the object 2 is not a view item");
+              "is damaged: the number 5000000000 is too large. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE file SET object = 2"),
+              "is damaged: the object 2 is not a file. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE project SET object = 2"),
+              "is damaged: the object 2 is not a project. Restore it from a copy");
+    EXPECT_EQ(errorOf("INSERT INTO view_item VALUES (2, 1)"),
+              "is damaged: the object 2 is not a view item. Restore it from a copy");
     EXPECT_EQ(errorOf("INSERT INTO metadata VALUES (8, 0, '', '', '', '')"),
-              "is damaged: there is no object 8");
-    EXPECT_EQ(errorOf("DELETE FROM numbering"), "is damaged: it does not say which identifier comes next");
+              "is damaged: there is no object 8. Restore it from a copy");
+    EXPECT_EQ(errorOf("DELETE FROM numbering"),
+              "is damaged: it does not say which identifier comes next. Restore it from a copy");
 }
 
 TEST_F(ProjectFileTest, RefusesWhatCannotBeKeptAsItIs) {
@@ -350,10 +359,13 @@ TEST_F(ProjectFileTest, RefusesWhatCannotBeKeptAsItIs) {
         return ErrorOfReading(KeepDamaged(std::string(kWithoutChecksum) + statements));
     };
     EXPECT_EQ(errorOf("UPDATE object SET name = 'Arm' || char(0) || 'B' WHERE id = 2"),
-              "is damaged: a text has a NUL character: 'Arm\\x00B'");
-    EXPECT_EQ(errorOf("UPDATE file SET path = x'41'"), "is damaged: a value is not a text");
-    EXPECT_EQ(errorOf("UPDATE file SET format = 'x'"), "is damaged: a value is not a number");
-    EXPECT_EQ(errorOf("UPDATE file SET is_downloaded = 2"), "is damaged: a value is 2 and not 0 or 1");
+              "is damaged: a text has a NUL character: 'Arm\\x00B'. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE file SET path = x'41'"),
+              "is damaged: a value is not a text. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE file SET format = 'x'"),
+              "is damaged: a value is not a number. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE file SET is_downloaded = 2"),
+              "is damaged: a value is 2 and not 0 or 1. Restore it from a copy");
 }
 
 TEST_F(ProjectFileTest, RefusesWhatIsNotWhole) {
@@ -361,13 +373,15 @@ TEST_F(ProjectFileTest, RefusesWhatIsNotWhole) {
         return ErrorOfReading(KeepDamaged(std::string(kWithoutChecksum) + statements));
     };
     EXPECT_EQ(errorOf("DELETE FROM object WHERE place = 2"),
-              "is damaged: the object before the object 3 is missing");
-    EXPECT_EQ(errorOf("DELETE FROM file"), "is damaged: it has 1 files but 0 entries for them");
-    EXPECT_EQ(errorOf("DELETE FROM project"), "is damaged: it has 1 projects but 0 entries for them");
+              "is damaged: the object before the object 3 is missing. Restore it from a copy");
+    EXPECT_EQ(errorOf("DELETE FROM file"),
+              "is damaged: it has 0 entries for files instead of 1. Restore it from a copy");
+    EXPECT_EQ(errorOf("DELETE FROM project"),
+              "is damaged: it has 0 entries for projects instead of 1. Restore it from a copy");
     EXPECT_EQ(errorOf("UPDATE attached_file SET position = 1"),
-              "is damaged: a file of the object 2 is missing");
+              "is damaged: a file of the object 2 is missing. Restore it from a copy");
     EXPECT_EQ(errorOf("INSERT INTO metadata VALUES (2, 0, 'a', '', '', ''), (2, 2, 'c', '', '', '')"),
-              "is damaged: a metadata entry of the object 2 is missing");
+              "is damaged: a metadata entry of the object 2 is missing. Restore it from a copy");
 }
 
 TEST_F(ProjectFileTest, ContentHasItsChecksum) {

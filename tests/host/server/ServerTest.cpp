@@ -294,10 +294,11 @@ TEST_F(ServerTest, RefusesOtherFiles) {
     Store(kDocument);
     Database(File(), DatabaseUse::Changing, kServerKind).Run("PRAGMA user_version = 3");
     EXPECT_EQ(errorOf("server.db"),
-              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 2");
+              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 2. "
+              "Use the newer version");
     Database(File(), DatabaseUse::Changing, DatabaseKind{kServerKind.application, 9, ""})
         .Run("PRAGMA application_id = 3");
-    EXPECT_EQ(errorOf("server.db"), "is a database of another program, not a server database");
+    EXPECT_EQ(errorOf("server.db"), "is a database of another kind, not a server database");
     EXPECT_EQ(ErrorOf([&] { Server::OpenForFetching(folder / "missing"); }), "does not exist");
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
 }
@@ -307,7 +308,8 @@ TEST_F(ServerTest, LeavesTheFileInWhichAnotherProgramMakesItsDatabase) {
     {
         Transaction transaction(other);
         ASSERT_EQ(std::filesystem::file_size(File()), 0U);
-        EXPECT_EQ(ErrorOf([&] { Store(kDocument); }), "is in use by another program");
+        EXPECT_EQ(ErrorOf([&] { Store(kDocument); }),
+                  "is in use by another program: try again when that program has finished");
         EXPECT_TRUE(std::filesystem::exists(File()));
         transaction.Complete([&] { other.SetKind(kServerKind); });
     }
@@ -356,19 +358,25 @@ TEST_F(ServerTest, RefusesDamagedContent) {
         JSONNode document(JSON_NODE);
         return ErrorOf([&] { Server::OpenForFetching(File()).Fetch(key, document, kept.console); });
     };
-    EXPECT_EQ(errorOf("UPDATE node SET members = '5' WHERE number = 1"),
-              "is damaged: the members of a node cannot be read: they are not an object");
-    EXPECT_EQ(errorOf("UPDATE node SET members = '[1]' WHERE number = 3"),
-              "is damaged: the members of a node cannot be read: they are not an object");
+    EXPECT_EQ(
+        errorOf("UPDATE node SET members = '5' WHERE number = 1"),
+        "is damaged: the members of a node cannot be read: they are not an object. Restore it from a copy");
+    EXPECT_EQ(
+        errorOf("UPDATE node SET members = '[1]' WHERE number = 3"),
+        "is damaged: the members of a node cannot be read: they are not an object. Restore it from a copy");
     EXPECT_TRUE(errorOf("UPDATE node SET members = '{' WHERE number = 3")
                     .starts_with("is damaged: the members of a node cannot be read: line 1, column 2"));
-    EXPECT_EQ(errorOf("DELETE FROM object WHERE number = 3"),
-              "is damaged: something that the node 3 refers to is missing, or is below it");
-    EXPECT_EQ(errorOf("DELETE FROM node WHERE number = 2"),
-              "is damaged: something that the node 3 refers to is missing, or is below it");
-    EXPECT_EQ(errorOf("DELETE FROM origin"), "is damaged: it does not have one text for its keys");
-    EXPECT_EQ(errorOf("UPDATE node SET above = 2 WHERE number = 1"),
-              "is damaged: something that the node 1 refers to is missing, or is below it");
+    EXPECT_EQ(
+        errorOf("DELETE FROM object WHERE number = 3"),
+        "is damaged: something that the node 3 refers to is missing, or is below it. Restore it from a copy");
+    EXPECT_EQ(
+        errorOf("DELETE FROM node WHERE number = 2"),
+        "is damaged: something that the node 3 refers to is missing, or is below it. Restore it from a copy");
+    EXPECT_EQ(errorOf("DELETE FROM origin"),
+              "is damaged: it does not have one text for its keys. Restore it from a copy");
+    EXPECT_EQ(
+        errorOf("UPDATE node SET above = 2 WHERE number = 1"),
+        "is damaged: something that the node 1 refers to is missing, or is below it. Restore it from a copy");
 }
 
 TEST_F(ServerTest, AnInterruptedStoreLeavesNothing) {

@@ -73,7 +73,7 @@ TEST_F(DatabaseCheckTest, ReadingHasAnEnd) {
                   const ReadingLimits limits(database);
                   Statement(database, endless).Run();
               }),
-              "is damaged: reading it does not come to an end");
+              "is damaged: reading it does not come to an end. Restore it from a copy");
     EXPECT_EQ(ErrorOf([&] {
                   const ReadingLimits limits(database);
                   Statement(database, "SELECT zeroblob(2000000)").Run();
@@ -172,8 +172,8 @@ TEST_F(DatabaseCheckTest, PagesBelowEachOtherNeedNoStack) {
         reading = ErrorOf([&] { ReadProjectFile(file, kept.console); });
         changing = ErrorOf([&] { ProjectFile::Open(file, true, kept.console); });
     });
-    EXPECT_EQ(reading, "is damaged");
-    EXPECT_EQ(changing, "is damaged");
+    EXPECT_EQ(reading, "is damaged: its pages do not fit together. Restore it from a copy");
+    EXPECT_EQ(changing, "is damaged: its pages do not fit together. Restore it from a copy");
 }
 
 TEST_F(DatabaseCheckTest, ADatabaseThatLostItsTablesIsNotANewOne) {

@@ -22,7 +22,9 @@ TEST_F(DatabaseTest, WhatOneProgramChangesAnotherOneOnlyReads) {
         const Transaction transaction(database);
         const ProcessResult refused = Run({"import", "a.json", "p.kvp"});
         EXPECT_EQ(refused.status, 1);
-        EXPECT_EQ(refused.error, "korvane-json: 'p.kvp' is in use by another program. Nothing was changed\n");
+        EXPECT_EQ(refused.error,
+                  "korvane-json: 'p.kvp' is in use by another program: try again when that program has "
+                  "finished. Nothing was changed\n");
         EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
     }
     EXPECT_EQ(Run({"import", "a.json", "p.kvp"}).status, 0);

@@ -34,7 +34,8 @@ TEST(InputFile, RefusesATextThatIsTooLong) {
     std::string text;
     EXPECT_FALSE(ReadInputFile(file, text, {5, 5}));
     const std::error_code error = ReadInputFile(file, text, {4, 4});
-    EXPECT_EQ(error.message(), "it is longer than 8 GiB or half of the memory of this machine");
+    EXPECT_EQ(error.message(),
+              "it is longer than 8 GiB or than half of this machine's memory. Give a smaller document");
 }
 
 TEST(InputFile, KnowsALongFileBeforeItIsRead) {
@@ -50,7 +51,8 @@ TEST(InputFile, KnowsALongFileBeforeItIsRead) {
 
 TEST(InputFile, StopsAtADeviceWithoutAnEnd) {
     std::string text;
-    EXPECT_EQ(ReadInputFile("/dev/zero", text).message(), "it is a device that gives more than a text");
+    EXPECT_EQ(ReadInputFile("/dev/zero", text).message(),
+              "it is a device that gives more than a megabyte. Give a file with the document");
     EXPECT_LE(text.size(), std::size_t{1} << 20U);
 }
 
