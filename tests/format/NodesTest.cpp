@@ -125,6 +125,13 @@ TEST(Nodes, MetadataRecordIsWrittenAsTheTableSays) {
               NamesWhere(format::kMetadataRecord, {Presence::kAlways}));
 }
 
+TEST(Nodes, OfEveryMemberItIsKnownWhatAnImportDoesWithIt) {
+    EXPECT_TRUE(format::AreKnownToAnImport(format::kObjectNode));
+    EXPECT_TRUE(format::AreKnownToAnImport(format::kFileRecord));
+    const NodeMember withAStranger[] = {{format::member::kName}, {format::member::kValue}};
+    EXPECT_FALSE(format::AreKnownToAnImport(withAStranger));
+}
+
 TEST(Nodes, OfAnAnswerWhatTheTableHasIsRead) {
     const std::string whole = EffectOf(std::string(kAnswer));
     EXPECT_EQ(whole, "P A B C");
