@@ -22,6 +22,9 @@ class Mutation:
     count: int
     lines: tuple
 
+    def is_in_header(self):
+        return self.file.endswith(".h")
+
 
 def replaced(pattern, replacement):
     """A rule that replaces each occurrence in turn."""

@@ -12,7 +12,8 @@
 
 /// Compares the library with the second reading for so long; a long run of the tests (KORVANEJSON_LONG in the
 /// environment) compares 100,000 rounds instead, however long they take. The seeds are the same every time;
-/// the environment may say otherwise, KORVANEJSON_COMPARISON_SECONDS and KORVANEJSON_COMPARISON_SEED.
+/// the environment may say otherwise: KORVANEJSON_COMPARISON_ROUNDS, KORVANEJSON_COMPARISON_SECONDS and
+/// KORVANEJSON_COMPARISON_SEED.
 inline void ExpectNoDifference(double seconds) {
     ComparisonOptions options;
     if (const char* const set = std::getenv("KORVANEJSON_COMPARISON_SEED")) {
@@ -20,8 +21,11 @@ inline void ExpectNoDifference(double seconds) {
     }
     // Fewer rounds would mean that something is amiss with them: thousands are usual.
     long expectedRounds = 0;
-    if (const char* const set = std::getenv("KORVANEJSON_COMPARISON_SECONDS")) {
-        options.seconds = std::strtod(set, nullptr);
+    if (const char* const rounds = std::getenv("KORVANEJSON_COMPARISON_ROUNDS")) {
+        options.rounds = std::strtol(rounds, nullptr, 10);
+        expectedRounds = options.rounds;
+    } else if (const char* const limit = std::getenv("KORVANEJSON_COMPARISON_SECONDS")) {
+        options.seconds = std::strtod(limit, nullptr);
         expectedRounds = static_cast<long>(5 * options.seconds);
     } else if (IsLongRun()) {
         options.rounds = 100000;
