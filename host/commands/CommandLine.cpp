@@ -57,12 +57,18 @@ std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
         return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + ' ' +
                Quoted(unknown.front());
     }
+    const bool isExtra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
     // A misspelt option is reported, rather than that the name in whose place it stands is missing.
-    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !program.get_subcommands().empty()) {
-        for (const std::string& argument : program.get_subcommands().front()->remaining()) {
+    if ((isExtra || dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) &&
+        !program.get_subcommands().empty()) {
+        const std::vector<std::string> left = program.get_subcommands().front()->remaining();
+        for (const std::string& argument : left) {
             if (argument.starts_with("-") && argument != "-" && argument != "--") {
                 return "there is no option " + Quoted(argument);
             }
+        }
+        if (isExtra && !left.empty()) {
+            return Quoted(left.front()) + " is one argument too many";
         }
     }
     return Printable(std::string_view(error.what()));

@@ -91,19 +91,13 @@ void AddExportCommand(CLI::App& program, Console& console, int& status) {
     AddObjectOption(command, options->object,
                     "Write the document of the object with this identifier instead of the\n"
                     "whole project; 'korvane-json tree DIR' lists the identifiers: --object 12");
-    command
-        .add_option("--mode", options->mode,
-                    "PROJECT writes only the files in the project's own directory, STUDY\n"
-                    "everything except the iteration models. Without this option everything is\n"
-                    "written: --mode STUDY")
-        ->type_name("MODE")
-        ->check(CLI::IsMember({"PROJECT", "STUDY"}));
-    command
-        .add_option("--text", options->text,
-                    "compact (the default) writes the document on one line, indented is for\n"
-                    "people. Both end with a line feed: --text indented")
-        ->type_name("FORM")
-        ->check(CLI::IsMember({"compact", "indented"}));
+    AddChoice(command, "--mode", options->mode, {"PROJECT", "STUDY"}, "MODE",
+              "PROJECT writes only the files in the project's own directory, STUDY\n"
+              "everything except the iteration models. Without this option everything is\n"
+              "written: --mode STUDY");
+    AddChoice(command, "--text", options->text, {"compact", "indented"}, "FORM",
+              "compact (the default) writes the document on one line, indented is for\n"
+              "people. Both end with a line feed: --text indented");
     command
         .add_option("-o,--output", options->output,
                     "The file to write to; an existing file is replaced when the new one is\n"

@@ -1,6 +1,8 @@
 #include "Options.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
+#include <system_error>
 
 #include "host/system/Text.h"
 
@@ -19,11 +21,25 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {
     // The parser would ignore an empty text, and read 010 as an octal number.
     const auto check = [](const std::string& text) -> std::string {
-        const bool isNumber =
-            !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == std::string::npos;
-        return isNumber ? "" : Quoted(text) + " is not an identifier; give a number like 12";
+        int number = 0;
+        const char* const end = text.data() + text.size();
+        const auto [rest, error] = std::from_chars(text.data(), end, number);
+        const bool isIdentifier = error == std::errc() && rest == end && number > 0 && text.front() != '0';
+        return isIdentifier ? "" : Quoted(text) + " is not an identifier; give a number like 12";
     };
     command.add_option("--object", object, description)->type_name("ID")->check(check);
+}
+
+void AddChoice(CLI::App& command, const std::string& name, std::string& word,
+               const std::array<std::string, 2>& words, const std::string& type,
+               const std::string& description) {
+    const auto check = [words](const std::string& text) -> std::string {
+        const bool isKnown = text == words[0] || text == words[1];
+        return isKnown ? "" : Quoted(text) + " is neither " + words[0] + " nor " + words[1];
+    };
+    command.add_option(name, word, description)
+        ->type_name(type)
+        ->check(CLI::Validator(check, "{" + words[0] + "," + words[1] + "}"));
 }
 
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,11 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 
 /// Adds --object, which takes an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
+
+/// Adds an option that takes one of two words.
+void AddChoice(CLI::App& command, const std::string& name, std::string& word,
+               const std::array<std::string, 2>& words, const std::string& type,
+               const std::string& description);
 
 /// Adds the end of a command's help: the notes, if there are any, and the examples.
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes = {});

@@ -55,19 +55,17 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
     ExpectUsageError({"--draw"}, "there is no option '--draw'. See 'korvane-json --help'");
     ExpectUsageError({"tree"}, "DIR is required. See 'korvane-json tree --help'");
     ExpectUsageError({"tree", ".", "more"},
-                     "The following argument was not expected: more. See 'korvane-json tree --help'");
+                     "'more' is one argument too many. See 'korvane-json tree --help'");
     ExpectUsageError({"export", ".", "--mode", "project"},
-                     "--mode: project not in {PROJECT,STUDY}. See 'korvane-json export --help'");
+                     "--mode: 'project' is neither PROJECT nor STUDY. See 'korvane-json export --help'");
     ExpectUsageError({"export", ".", "--text", "pretty"},
-                     "--text: pretty not in {compact,indented}. See 'korvane-json export --help'");
-    for (const std::string text : {"first", "", "0", "010", "0x10", "-1", "1 "}) {
+                     "--text: 'pretty' is neither compact nor indented. See 'korvane-json export --help'");
+    for (const std::string text : {"first", "", "0", "010", "0x10", "-1", "+1", "1 ", "99999999999"}) {
         ExpectUsageError(
             {"export", ".", "--object", text},
             "--object: '" + text +
                 "' is not an identifier; give a number like 12. See 'korvane-json export --help'");
     }
-    ExpectUsageError({"export", ".", "--object", "99999999999"},
-                     "Could not convert: --object = 99999999999. See 'korvane-json export --help'");
     ExpectUsageError({"tree", "--"}, "DIR is required. See 'korvane-json tree --help'");
     ExpectUsageError({"tree", "--strct"}, "there is no option '--strct'. See 'korvane-json tree --help'");
     ExpectUsageError({"compare", "-", "-"},
