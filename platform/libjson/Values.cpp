@@ -8,6 +8,7 @@
 #include "Node.h"
 #include "Number.h"
 #include "libjson.h"
+#include "node_views.h"
 
 using namespace libjson::detail;
 
@@ -87,9 +88,17 @@ bool IsZero(std::string_view number) noexcept {
 
 }  // namespace
 
+std::string_view libjson::name_view(const JSONNode& node) noexcept {
+    return TextOf(Read(node).name);
+}
+
+std::string_view libjson::text_view(const JSONNode& node) noexcept {
+    const Node& read = Read(node);
+    return IsContainer(read) ? std::string_view() : TextOf(read);
+}
+
 json_string JSONNode::as_string() const {
-    const Node& node = Read(*this);
-    return IsContainer(node) ? json_string() : json_string(TextOf(node));
+    return json_string(libjson::text_view(*this));
 }
 
 json_int_t JSONNode::as_int() const noexcept {

@@ -62,6 +62,10 @@ OuString::OuString(const char* text, int /*flags*/)
     : buffer_(
           TextBuffer::FromNarrow(text == nullptr ? std::string_view() : std::string_view(text)).release()) {}
 
+OuString::OuString(const char* text, std::size_t length, int /*flags*/)
+    : buffer_(TextBuffer::FromNarrow(text == nullptr ? std::string_view() : std::string_view(text, length))
+                  .release()) {}
+
 OuString::OuString(const OuString& other) noexcept : buffer_(other.buffer_) {
     if (buffer_ != nullptr) {
         buffer_->AddReference();

@@ -25,6 +25,8 @@ public:
     /// The narrow text up to its NUL, in the ANSI code page; null gives the empty text. `flags` is reserved:
     /// 0.
     OuString(const char* text, int flags);
+    /// The same for the first `length` bytes of a narrow text, NUL characters included.
+    OuString(const char* text, std::size_t length, int flags);
     OuString(const OuString& other) noexcept;
     OuString(OuString&& other) noexcept;
     ~OuString();

@@ -50,6 +50,16 @@ TEST(OuString, TakesANarrowTextUpToItsNul) {
     EXPECT_TRUE(OuString("", 0).IsEmpty());
 }
 
+TEST(OuString, TakesALengthOfANarrowTextWithNulCharactersIncluded) {
+    const OuString text("a\0b", 3, 0);
+    EXPECT_EQ(Text(text), std::wstring(L"a\0b", 3));
+    EXPECT_EQ(std::string(text.GetAnsiBuffer(), 4), std::string("a\0b\0", 4));
+    EXPECT_EQ(Text(OuString("abc", 2, 0)), L"ab");
+    EXPECT_STREQ(OuString("abc", 2, 0).GetAnsiBuffer(), "ab");
+    EXPECT_TRUE(OuString("abc", 0, 0).IsEmpty());
+    EXPECT_TRUE(OuString(static_cast<const char*>(nullptr), 5, 0).IsEmpty());
+}
+
 TEST(OuString, TakesANullPointerAsTheEmptyText) {
     EXPECT_TRUE(OuString(static_cast<const wchar_t*>(nullptr)).IsEmpty());
     EXPECT_TRUE(OuString(static_cast<const wchar_t*>(nullptr), 5).IsEmpty());
