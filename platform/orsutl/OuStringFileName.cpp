@@ -9,11 +9,16 @@ bool IsSlash(wchar_t character) {
     return character == L'/' || character == L'\\';
 }
 
+bool IsNormalDirectory(std::wstring_view path) {
+    return path.back() == L'/' && path != L"//" && path.find(L'\\') == std::wstring_view::npos &&
+           path.find(L"//", 1) == std::wstring_view::npos;
+}
+
 }  // namespace
 
 void OuStringFileName::NormalizeDirectory() {
     const std::wstring_view path(GetBuffer(), GetLength());
-    if (path.empty()) {
+    if (path.empty() || IsNormalDirectory(path)) {
         return;
     }
     std::wstring normal;
