@@ -17,16 +17,9 @@ constexpr std::size_t kTextReserve = 1024;
 CAEObjectJson::CAEObjectJson(CAEObject* object) : object_(object), node_(JSON_NODE) {}
 
 CAEObjectJson::CAEObjectJson(JSONNode node, CAEObject* object) : object_(object), node_(std::move(node)) {
-    if (object_ == nullptr) {
-        return;
+    if (object_ != nullptr) {
+        project_ = StartImport(*object_, node_);
     }
-    if (KindOf(*object_) == format::Kind::kProject) {
-        if (auto* const project = dynamic_cast<CAEProject*>(object_)) {
-            project_ = project;
-            project->setAdditionalType(ReadTypeField(node_));
-        }
-    }
-    project_ = object_->getProject();
 }
 
 CAEObjectJson::~CAEObjectJson() = default;

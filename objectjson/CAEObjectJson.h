@@ -131,12 +131,6 @@ protected:
     JSONNode& Node() { return node_; }
 
 private:
-    friend class ImportWalk;
-
-    /// Takes the project from the object and says whether there is all that an import needs.
-    bool PrepareImport();
-    /// Applies one member; "children" is the walk's.
-    void ImportMember(ObjectNodeKey key, const JSONNode& member);
     void ImportVersion(const JSONNode& record);
 
     CAEProject* project_ = nullptr;

@@ -3,6 +3,7 @@
 #include "Sections.h"
 #include "format/MemberNames.h"
 
+namespace member = format::member;
 using format::Kind;
 
 namespace {
@@ -34,11 +35,16 @@ CAEObject* ExportedChildren::Next() {
 }
 
 CAEObject* CreateChild(CAEObject& parent, CAEProject& project, const JSONNode& element) {
-    const OuString typeName = CAEObjectJson::ReadTypeField(element);
-    if (IsEmpty(typeName)) {
+    const JSONNode* const member = FindMember(element, member::kType);
+    if (member == nullptr) {
         return nullptr;
     }
-    const _tagCAEObjectType type = CAEObjectJson::ObjectTypeFromName(AnsiFormOf(typeName));
+    const NodeText text = NodeValue(*member);
+    const std::string_view typeName = UpToNul(text);
+    if (typeName.empty()) {
+        return nullptr;
+    }
+    const _tagCAEObjectType type = ToObjectType(format::KindOfType(typeName));
     int newId = 0;
     // The status is not asked for: an identifier is what says that there is an object.
     createCAEObject(&project, parent.getID(), type, newId);

@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <utility>
 
 #include "CAEFileJson.h"
 #include "NodeReading.h"
 #include "NodeWriter.h"
+#include "RepeatedTexts.h"
 #include "Sections.h"
 #include "format/Effects.h"
 #include "format/MemberNames.h"
@@ -13,37 +16,51 @@ namespace member = format::member;
 
 namespace {
 
-bool IsTrue(const OuString& text) {
-    return IsText(text, format::kTrue);
-}
-
-format::FileFormat FormatOfText(const OuString& text) {
-    for (const format::FileFormatName& known : format::kFileFormatNames) {
-        if (IsText(text, known.name)) {
-            return known.format;
-        }
-    }
-    return format::FileFormat::kUnknown;
-}
-
 struct FileMemberReader {
     format::MemberName name;
-    void (*apply)(CAEFile& file, const OuString& text);
+    void (*apply)(CAEFile& file, std::string_view text, RepeatedTexts& texts);
 };
 
 /// What a record may say of its file, in the order in which it is read. The two flags are read and never
 /// written: only the server sends them.
 constexpr FileMemberReader kFileMemberReaders[] = {
-    {member::kFilePath, [](CAEFile& file, const OuString& text) { file.setFullPathName(text); }},
-    {member::kFileType, [](CAEFile& file, const OuString& text) { file.setFileType(GetCAEFileType(text)); }},
-    {member::kLocationType, [](CAEFile& file, const OuString& text) { file.m_locationType = text; }},
+    {member::kFilePath,
+     [](CAEFile& file, std::string_view text, RepeatedTexts&) { file.setFullPathName(TextFromAnsi(text)); }},
+    {member::kFileType, [](CAEFile& file, std::string_view text,
+                           RepeatedTexts& texts) { file.setFileType(GetCAEFileType(texts.Of(text))); }},
+    {member::kLocationType, [](CAEFile& file, std::string_view text,
+                               RepeatedTexts& texts) { file.m_locationType = texts.Of(text); }},
     {member::kFileFormat,
-     [](CAEFile& file, const OuString& text) { file.setFileFormat(ToFileFormat(FormatOfText(text))); }},
+     [](CAEFile& file, std::string_view text, RepeatedTexts&) {
+         file.setFileFormat(ToFileFormat(format::FileFormatOfName(text)));
+     }},
     {member::kIsInCoordinateGlobalFrame,
-     [](CAEFile& file, const OuString& text) { file.setGlobalFrameCoordinate(IsTrue(text)); }},
-    {member::kIsFileDownloaded,
-     [](CAEFile& file, const OuString& text) { file.SetFileDownloadFlag(IsTrue(text)); }},
+     [](CAEFile& file, std::string_view text, RepeatedTexts&) {
+         file.setGlobalFrameCoordinate(text == format::kTrue);
+     }},
+    {member::kIsFileDownloaded, [](CAEFile& file, std::string_view text,
+                                   RepeatedTexts&) { file.SetFileDownloadFlag(text == format::kTrue); }},
 };
+
+constexpr std::size_t kFileMemberCount = std::size(kFileMemberReaders);
+
+constexpr std::array<format::MemberName, kFileMemberCount> NamesOfFileMembers() {
+    return [&]<std::size_t... index>(std::index_sequence<index...>) {
+        return std::array{kFileMemberReaders[index].name...};
+    }
+    (std::make_index_sequence<kFileMemberCount>());
+}
+
+void ReadFileMembers(CAEFile& file, const JSONNode& record, RepeatedTexts& texts) {
+    const auto members = FindMembers(record, NamesOfFileMembers());
+    for (std::size_t index = 0; index < kFileMemberCount; ++index) {
+        if (members[index] != nullptr) {
+            const NodeText text = NodeValue(*members[index]);
+            kFileMemberReaders[index].apply(file, UpToNul(text), texts);
+        }
+    }
+}
+
 static_assert(std::ranges::all_of(kFileMemberReaders,
                                   [](const FileMemberReader& reader) {
                                       const format::MemberEffect* const known =
@@ -61,12 +78,9 @@ void WriteFileMembers(CAEFile& file, DocumentWriter& out) {
     out.Text(member::kFilePath, format::kNoFilePath);
 }
 
-void ReadFileMembers(CAEFile& file, const JSONNode& record) {
-    for (const FileMemberReader& reader : kFileMemberReaders) {
-        if (const JSONNode* const found = FindMember(record, reader.name)) {
-            reader.apply(file, WideValue(*found));
-        }
-    }
+void ReadFileRecord(CAEFile& file, const JSONNode& record, RepeatedTexts& texts) {
+    ReadMembers(file, StartImport(file, record), record, texts);
+    ReadFileMembers(file, record, texts);
 }
 
 CAEFileJson::CAEFileJson(CAEFile* file) : CAEObjectJson(file), file_(file) {}
@@ -100,5 +114,6 @@ void CAEFileJson::ImportFileRecord() {
         return;
     }
     ImportMembers();
-    ReadFileMembers(*file_, Node());
+    RepeatedTexts texts;
+    ReadFileMembers(*file_, Node(), texts);
 }

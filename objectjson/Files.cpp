@@ -1,8 +1,8 @@
 #include <memory>
 
-#include "CAEFileJson.h"
 #include "CAEObjectJson.h"
 #include "NodeReading.h"
+#include "RepeatedTexts.h"
 #include "Sections.h"
 
 using format::FileType;
@@ -81,17 +81,15 @@ CAEFile* ExportedFiles::Next() {
     return nullptr;
 }
 
-void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records) {
+void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records, RepeatedTexts& texts) {
     OuStringFileName directory;
     project.getDirectory(directory);
     directory.NormalizeDirectory();
-    if (!IsContainer(records)) {
-        return;
-    }
-    for (const JSONNode& record : records) {
+    ChildWalk walk(records);
+    while (const JSONNode* const record = walk.Next()) {
         OuString path = directory;
         std::unique_ptr<CAEFile> file = NewFile();
-        const CAEFileJson converter(record, file.get());
+        ReadFileRecord(*file, *record, texts);
         OuString name;
         file->getName(name);
         path.Append(CharactersOf(name), 0);
@@ -106,6 +104,7 @@ void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records) 
 
 void CAEObjectJson::ImportFiles(JSONNode files) {
     if (project_ != nullptr && object_ != nullptr) {
-        ReadFiles(*object_, *project_, files);
+        RepeatedTexts texts;
+        ReadFiles(*object_, *project_, files, texts);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "CAEObjectJson.h"
 #include "NodeReading.h"
+#include "RepeatedTexts.h"
 #include "Sections.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
@@ -54,8 +55,8 @@ OuString TypeName(CAEObject& object, Kind kind) {
 }
 
 /// Asked for and not set: no import changes who created an object.
-void AskForCreator(const CAEObject& object, const JSONNode& member) {
-    OuString userName = WideValue(member);
+void AskForCreator(const CAEObject& object, const JSONNode& member, RepeatedTexts& texts) {
+    OuString userName = texts.OfValue(member);
     object.getCreatedUserName(userName);
 }
 
@@ -85,7 +86,7 @@ void WriteHeader(CAEObject& object, DocumentWriter& out) {
     }
 }
 
-void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member) {
+void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member, RepeatedTexts& texts) {
     switch (key) {
         case ObjectNodeKey::kName:
             // On a project the two names are crossed: the server's "name" is what a project is displayed as.
@@ -107,10 +108,10 @@ void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& memb
             }
             break;
         case ObjectNodeKey::kCreatedDate:
-            object.setCreatedDate(WideValue(member));
+            object.setCreatedDate(texts.OfValue(member));
             break;
         case ObjectNodeKey::kCreatedBy:
-            AskForCreator(object, member);
+            AskForCreator(object, member, texts);
             break;
         default:
             // Not recognised, or recognised and without effect: the server sends members that are its own.

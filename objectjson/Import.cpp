@@ -1,159 +1,159 @@
-#include <cstddef>
-#include <deque>
 #include <optional>
-#include <utility>
+#include <vector>
 
 #include "CAEObjectJson.h"
 #include "NodeReading.h"
+#include "RepeatedTexts.h"
 #include "Sections.h"
+#include "format/MemberNames.h"
+
+namespace {
 
 /// The import of an object node with everything under it: members in document order, a child's whole subtree
 /// before its next sibling is created. The way back to the root is kept on the heap, so that no depth of
-/// nesting exhausts the stack.
+/// nesting exhausts the stack; the nodes are held by whoever holds the root.
 class ImportWalk {
 public:
-    /// Applies every member of the converter's node to its object.
-    static void ImportMembers(CAEObjectJson& converter);
-    /// Creates and imports the elements of the array as children of the converter's object.
-    static void ImportChildren(CAEObjectJson& converter, const JSONNode& children);
+    explicit ImportWalk(RepeatedTexts& texts) : texts_(texts) {}
+
+    /// Applies every member of the node to the object.
+    void ImportMembers(CAEObject& object, CAEProject* project, const JSONNode& node);
+    /// Creates and imports the elements of the array as children of the object.
+    void ImportChildren(CAEObject& object, CAEProject* project, const JSONNode& children);
 
 private:
-    /// A converter whose node is being read, the member that comes next, and the children that are being
-    /// read.
-    struct OpenNode {
-        explicit OpenNode(CAEObjectJson& root) : converter(root) {}
-        OpenNode(const JSONNode& element, CAEObject& child)
-            : own(std::in_place, element, &child), converter(*own) {}
-        OpenNode(const OpenNode&) = delete;
-        OpenNode& operator=(const OpenNode&) = delete;
-
-        /// The converter of a child; the root's belongs to the caller.
-        std::optional<CAEObjectJson> own;
-        CAEObjectJson& converter;
-
-        bool hasMembersLeft = false;
-        json_index_t nextMember = 0;
-        JSONNode children = JSONNode(JSON_ARRAY);
-        json_index_t nextChild = 0;
+    /// An object whose members are being read, and the children that are being read.
+    struct OpenObject {
+        CAEObject* object;
+        CAEProject* project;
+        ChildWalk members;
+        ChildWalk children;
     };
 
-    void Run();
-    static void BeginMembers(OpenNode& node);
-    static void ImportNextMember(OpenNode& node);
-    static void BeginChildren(OpenNode& node, const JSONNode& children);
-    void EnterChild(const OpenNode& parent, const JSONNode& element);
-    /// Completes the innermost node, a child's, and leaves it.
+    /// Applies members until there is a child to be read; false behind the last member.
+    bool ImportMembersBeforeChild(OpenObject& open);
+    /// Everything from the children of the open object on.
+    void ImportFromChildrenOf(const OpenObject& root);
+    void EnterChild(const OpenObject& parent, const JSONNode& element);
+    /// Completes the innermost object, a child, and leaves it.
     void LeaveChild();
 
-    std::deque<OpenNode> open_;
+    RepeatedTexts& texts_;
+    std::vector<OpenObject> open_;
 };
 
-void ImportWalk::ImportMembers(CAEObjectJson& converter) {
-    ImportWalk walk;
-    BeginMembers(walk.open_.emplace_back(converter));
-    walk.Run();
+ChildWalk MembersOf(const JSONNode& node) {
+    return node.type() == JSON_NODE ? ChildWalk(node) : ChildWalk();
 }
 
-void ImportWalk::ImportChildren(CAEObjectJson& converter, const JSONNode& children) {
-    ImportWalk walk;
-    BeginChildren(walk.open_.emplace_back(converter), children);
-    walk.Run();
+void ImportWalk::ImportMembers(CAEObject& object, CAEProject* project, const JSONNode& node) {
+    OpenObject root{&object, project, MembersOf(node), {}};
+    if (ImportMembersBeforeChild(root)) {
+        ImportFromChildrenOf(root);
+    }
 }
 
-void ImportWalk::Run() {
+void ImportWalk::ImportChildren(CAEObject& object, CAEProject* project, const JSONNode& children) {
+    ImportFromChildrenOf({&object, project, {}, ChildWalk(children)});
+}
+
+void ImportWalk::ImportFromChildrenOf(const OpenObject& root) {
+    open_.push_back(root);
     for (;;) {
-        OpenNode& node = open_.back();
-        if (node.nextChild < node.children.size()) {
-            EnterChild(node, std::as_const(node.children).at(node.nextChild++));
-        } else if (node.hasMembersLeft) {
-            ImportNextMember(node);
-        } else if (open_.size() > 1) {
+        OpenObject& innermost = open_.back();
+        if (const JSONNode* const element = innermost.children.Next()) {
+            EnterChild(innermost, *element);
+        } else if (!ImportMembersBeforeChild(innermost)) {
+            if (open_.size() == 1) {
+                return;
+            }
             LeaveChild();
-        } else {
-            return;
         }
     }
 }
 
-void ImportWalk::BeginMembers(OpenNode& node) {
-    const JSONNode& members = node.converter.node_;
-    node.hasMembersLeft = members.type() == JSON_NODE && !members.empty();
-}
-
-void ImportWalk::ImportNextMember(OpenNode& node) {
-    const JSONNode& members = node.converter.node_;
-    const JSONNode& member = members.at(node.nextMember++);
-    node.hasMembersLeft = node.nextMember < members.size();
-    const json_string name = member.name();
-    const ObjectNodeKey key = ClassifyObjectNodeKey({name.data(), name.size()});
-    if (key == ObjectNodeKey::kChildren) {
-        BeginChildren(node, member);
-    } else {
-        node.converter.ImportMember(key, member);
+bool ImportWalk::ImportMembersBeforeChild(OpenObject& open) {
+    while (const JSONNode* const member = open.members.Next()) {
+        const NodeText name = NodeName(*member);
+        switch (const ObjectNodeKey key = ClassifyObjectNodeKey(name)) {
+            case ObjectNodeKey::kMetaData:
+                ReadMetadata(*open.object, open.project, *member, texts_);
+                break;
+            case ObjectNodeKey::kChildren:
+                open.children = ChildWalk(*member);
+                if (open.children.HasNext()) {
+                    return true;
+                }
+                break;
+            case ObjectNodeKey::kFiles:
+                if (open.project != nullptr) {
+                    ReadFiles(*open.object, *open.project, *member, texts_);
+                }
+                break;
+            default:
+                ReadHeaderMember(*open.object, key, *member, texts_);
+                break;
+        }
     }
+    return false;
 }
 
-void ImportWalk::BeginChildren(OpenNode& node, const JSONNode& children) {
-    node.children = IsContainer(children) ? children : JSONNode(JSON_ARRAY);
-    node.nextChild = 0;
-}
-
-void ImportWalk::EnterChild(const OpenNode& parent, const JSONNode& element) {
-    CAEObject* const above = parent.converter.object_;
-    CAEProject* const project = parent.converter.project_;
-    CAEObject* const child =
-        above == nullptr || project == nullptr ? nullptr : CreateChild(*above, *project, element);
+void ImportWalk::EnterChild(const OpenObject& parent, const JSONNode& element) {
+    if (parent.project == nullptr) {
+        return;
+    }
+    CAEObject* const child = CreateChild(*parent.object, *parent.project, element);
     if (child == nullptr) {
         return;
     }
-    OpenNode& entered = open_.emplace_back(element, *child);
-    if (entered.converter.PrepareImport()) {
-        BeginMembers(entered);
-    }
+    StartImport(*child, element);
+    CAEProject* const project = child->getProject();
+    open_.push_back({child, project, project == nullptr ? ChildWalk() : MembersOf(element), {}});
 }
 
 void ImportWalk::LeaveChild() {
-    CAEObject* const child = open_.back().converter.object_;
-    if (KindOf(*child) == format::Kind::kViewItem) {
-        open_[open_.size() - 2].converter.ResolveViewItemReference(child);
-    }
+    CAEObject& child = *open_.back().object;
     open_.pop_back();
+    if (KindOf(child) == format::Kind::kViewItem) {
+        ResolveReference(child, open_.back().project);
+    }
+}
+
+}  // namespace
+
+CAEProject* StartImport(CAEObject& object, const JSONNode& node) {
+    if (KindOf(object) == format::Kind::kProject) {
+        if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
+            project->setAdditionalType(WideMember(node, format::member::kType));
+        }
+    }
+    return object.getProject();
+}
+
+void ReadMembers(CAEObject& object, CAEProject* project, const JSONNode& node, RepeatedTexts& texts) {
+    ImportWalk(texts).ImportMembers(object, project, node);
 }
 
 void CAEObjectJson::Import() {
-    if (PrepareImport()) {
+    if (IsEmpty(ReadTypeField(node_)) || object_ == nullptr) {
+        return;
+    }
+    project_ = object_->getProject();
+    if (project_ != nullptr) {
         ImportMembers();
     }
 }
 
-bool CAEObjectJson::PrepareImport() {
-    if (IsEmpty(ReadTypeField(node_)) || object_ == nullptr) {
-        return false;
-    }
-    project_ = object_->getProject();
-    return project_ != nullptr;
-}
-
 void CAEObjectJson::ImportMembers() {
     if (object_ != nullptr) {
-        ImportWalk::ImportMembers(*this);
-    }
-}
-
-void CAEObjectJson::ImportMember(ObjectNodeKey key, const JSONNode& member) {
-    switch (key) {
-        case ObjectNodeKey::kMetaData:
-            ImportMetadata(member);
-            break;
-        case ObjectNodeKey::kFiles:
-            ImportFiles(member);
-            break;
-        default:
-            ReadHeaderMember(*object_, key, member);
-            break;
+        RepeatedTexts texts;
+        ReadMembers(*object_, project_, node_, texts);
     }
 }
 
 void CAEObjectJson::ImportChildren(JSONNode children) {
-    ImportWalk::ImportChildren(*this, children);
+    if (object_ != nullptr) {
+        RepeatedTexts texts;
+        ImportWalk(texts).ImportChildren(*object_, project_, children);
+    }
 }

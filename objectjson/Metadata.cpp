@@ -1,6 +1,7 @@
 #include "CAEObjectJson.h"
 #include "NodeReading.h"
 #include "NodeWriter.h"
+#include "RepeatedTexts.h"
 #include "Sections.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
@@ -53,29 +54,32 @@ JSONNode CAEObjectJson::ExportMetadata() {
     });
 }
 
-void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section) {
-    if (!IsContainer(section)) {
-        return;
-    }
+void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section, RepeatedTexts& texts) {
     const bool hasNames = section.type() == JSON_NODE;
-    for (const JSONNode& record : section) {
-        const OuString name = hasNames ? OuString(record.name().c_str(), 0) : OuString();
-        const OuString value = WideMember(record, member::kValue);
-        const OuString type = WideMember(record, member::kMetaDataType);
-        if (IsText(name, format::kProgramReferenceEntry) &&
+    ChildWalk records(section);
+    while (const JSONNode* const record = records.Next()) {
+        const NodeText wholeName = hasNames ? NodeName(*record) : NodeText();
+        const std::string_view name = UpToNul(wholeName);
+        const auto [valueMember, typeMember] =
+            FindMembers<2>(*record, {member::kValue, member::kMetaDataType});
+        const OuString value = valueMember == nullptr ? OuString() : WideValue(*valueMember);
+        const OuString type = typeMember == nullptr ? OuString() : texts.OfValue(*typeMember);
+        if (name == format::kProgramReferenceEntry &&
             AreEqualInAnyCase(value, OuString(format::kNoProgramReference, 0)) && project != nullptr) {
             // Only ever cleared: the server has no value that sets the reference.
             project->SetProgramReference(false);
         }
         // The writer's "description" is not renamed back, and what it took from the unit becomes the type:
         // the format fixes both.
-        object.setMetadataType(name, type);
-        object.setMetadataValue(name, value);
+        const OuString entry = texts.Of(name);
+        object.setMetadataType(entry, type);
+        object.setMetadataValue(entry, value);
     }
 }
 
 void CAEObjectJson::ImportMetadata(JSONNode section) {
     if (object_ != nullptr) {
-        ReadMetadata(*object_, project_, section);
+        RepeatedTexts texts;
+        ReadMetadata(*object_, project_, section, texts);
     }
 }

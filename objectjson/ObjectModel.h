@@ -26,6 +26,7 @@
 #endif
 
 #include <cstdint>
+#include <string_view>
 
 #include "format/Kinds.h"
 
@@ -60,6 +61,11 @@ inline _tagFileFormat ToFileFormat(format::FileFormat format) {
 /// A text that the object model owns; a null one counts as empty.
 inline OuString TextOfModel(const char* text) {
     return text == nullptr ? OuString() : OuString(text, 0);
+}
+
+/// A text in the ANSI code page, widened.
+inline OuString TextFromAnsi(std::string_view text) {
+    return OuString(text.data(), text.size(), 0);
 }
 
 inline bool IsEmpty(const OuString& text) {

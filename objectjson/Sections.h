@@ -7,6 +7,8 @@
 #include "ObjectModel.h"
 #include "ObjectNodeKey.h"
 
+class RepeatedTexts;
+
 /// @file
 /// The sections of object nodes and file records. Each stands in the source file of its name, the writer
 /// above the reader; Export.cpp and Import.cpp have the walks that call them.
@@ -15,13 +17,13 @@
 
 void WriteHeader(CAEObject& object, DocumentWriter& out);
 /// Applies one member of the header to the object; other keys have no effect.
-void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member);
+void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member, RepeatedTexts& texts);
 
 // Metadata.cpp
 
 void WriteMetadata(CAEObject& object, DocumentWriter& out);
 /// The project may be null; then no program reference is cleared.
-void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section);
+void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section, RepeatedTexts& texts);
 
 // Children.cpp
 
@@ -58,13 +60,29 @@ private:
 };
 
 /// Makes a file of every element and attaches it to the object.
-void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records);
+void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records, RepeatedTexts& texts);
 
 // FileRecord.cpp
 
 /// The members that a file record has behind those of an object node.
 void WriteFileMembers(CAEFile& file, DocumentWriter& out);
-void ReadFileMembers(CAEFile& file, const JSONNode& record);
+/// Reads a record onto a file that no project has yet: first as an object node, then the file's own members.
+void ReadFileRecord(CAEFile& file, const JSONNode& record, RepeatedTexts& texts);
+
+// References.cpp
+
+/// Makes an imported view item show the master assembly that its link database key names, where the project
+/// has one by now.
+void ResolveReference(CAEObject& viewItem, CAEProject* project);
+
+// Import.cpp
+
+/// What comes before any member of the node is read onto the object, or even where none is: a project object
+/// gets the node's "type" as its additional type. Returns the object's project.
+CAEProject* StartImport(CAEObject& object, const JSONNode& node);
+/// Applies the members of the node to the object, with everything under it. The project may be null; then no
+/// object and no file is created.
+void ReadMembers(CAEObject& object, CAEProject* project, const JSONNode& node, RepeatedTexts& texts);
 
 // Export.cpp
 

@@ -21,6 +21,8 @@
 #endif
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "format/Kinds.h"
 
@@ -50,6 +52,11 @@ inline _tagFileFormat ToFileFormat(format::FileFormat format) {
 
 inline OuString TextOfModel(const char* text) {
     return text == nullptr ? OuString() : OuString(text, 0);
+}
+
+/// The strange suite takes narrow texts only up to a NUL.
+inline OuString TextFromAnsi(std::string_view text) {
+    return OuString(std::string(text).c_str(), 0);
 }
 
 /// The strange suite's texts answer only those who might change them. No question changes what they hold.
