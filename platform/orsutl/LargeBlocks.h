@@ -3,7 +3,7 @@
 #include <cstddef>
 
 /// Blocks of memory for texts of a megabyte and more, which grow without being copied where the system can
-/// move memory by its pages.
+/// move memory by its pages. Aligned for every fundamental type.
 namespace orsutl::detail {
 
 inline constexpr std::size_t kLargeBlock = std::size_t{1024} * 1024;

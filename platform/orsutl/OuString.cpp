@@ -50,8 +50,6 @@ int CompareTextsNoCase(std::wstring_view left, std::wstring_view right) {
 
 }  // namespace
 
-OuString::OuString() noexcept : buffer_(nullptr) {}
-
 OuString::OuString(const wchar_t* text) : buffer_(TextBuffer::FromWide(View(text)).release()) {}
 
 OuString::OuString(const wchar_t* text, std::size_t length)
@@ -66,30 +64,12 @@ OuString::OuString(const char* text, std::size_t length, int /*flags*/)
     : buffer_(TextBuffer::FromNarrow(text == nullptr ? std::string_view() : std::string_view(text, length))
                   .release()) {}
 
-OuString::OuString(const OuString& other) noexcept : buffer_(other.buffer_) {
-    if (buffer_ != nullptr) {
-        buffer_->AddReference();
-    }
+void OuString::AddReference() const noexcept {
+    buffer_->AddReference();
 }
 
-OuString::OuString(OuString&& other) noexcept : buffer_(std::exchange(other.buffer_, nullptr)) {}
-
-OuString::~OuString() {
-    if (buffer_ != nullptr) {
-        buffer_->ReleaseReference();
-    }
-}
-
-OuString& OuString::operator=(const OuString& other) noexcept {
-    OuString copy(other);
-    std::swap(buffer_, copy.buffer_);
-    return *this;
-}
-
-OuString& OuString::operator=(OuString&& other) noexcept {
-    OuString taken(std::move(other));
-    std::swap(buffer_, taken.buffer_);
-    return *this;
+void OuString::ReleaseReference() const noexcept {
+    buffer_->ReleaseReference();
 }
 
 OuString& OuString::operator=(const wchar_t* text) {
@@ -110,10 +90,6 @@ const char* OuString::GetAnsiBuffer() const {
 
 std::size_t OuString::GetLength() const noexcept {
     return buffer_ == nullptr ? 0 : buffer_->Text().size();
-}
-
-bool OuString::IsEmpty() const noexcept {
-    return buffer_ == nullptr;
 }
 
 void OuString::Append(const wchar_t* text, std::size_t length) {

@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <utility>
 
 #include "OrsutlExport.h"
 
@@ -17,7 +18,7 @@ class TextBuffer;
 /// ends at the first one. Memory exhaustion throws std::bad_alloc and leaves the text as it was.
 class ORSUTL_API OuString {
 public:
-    OuString() noexcept;
+    OuString() noexcept = default;
     /// The wide text up to its NUL; null gives the empty text.
     OuString(const wchar_t* text);
     /// The first `length` characters of the wide text, NUL characters included.
@@ -27,12 +28,28 @@ public:
     OuString(const char* text, int flags);
     /// The same for the first `length` bytes of a narrow text, NUL characters included.
     OuString(const char* text, std::size_t length, int flags);
-    OuString(const OuString& other) noexcept;
-    OuString(OuString&& other) noexcept;
-    ~OuString();
+    OuString(const OuString& other) noexcept : buffer_(other.buffer_) {
+        if (buffer_ != nullptr) {
+            AddReference();
+        }
+    }
+    OuString(OuString&& other) noexcept : buffer_(std::exchange(other.buffer_, nullptr)) {}
+    ~OuString() {
+        if (buffer_ != nullptr) {
+            ReleaseReference();
+        }
+    }
 
-    OuString& operator=(const OuString& other) noexcept;
-    OuString& operator=(OuString&& other) noexcept;
+    OuString& operator=(const OuString& other) noexcept {
+        OuString copy(other);
+        std::swap(buffer_, copy.buffer_);
+        return *this;
+    }
+    OuString& operator=(OuString&& other) noexcept {
+        OuString taken(std::move(other));
+        std::swap(buffer_, taken.buffer_);
+        return *this;
+    }
     OuString& operator=(const wchar_t* text);
     /// Takes a narrow text in the ANSI code page, as the constructor does.
     OuString& operator=(const char* text);
@@ -47,7 +64,7 @@ public:
     const char* GetAnsiBuffer() const;
     /// The length in wide characters (16-bit units on Windows).
     std::size_t GetLength() const noexcept;
-    bool IsEmpty() const noexcept;
+    bool IsEmpty() const noexcept { return buffer_ == nullptr; }
 
     /// Appends `length` characters of the text, or the whole of it up to its NUL when `length` is 0. The text
     /// may lie in this one's own buffer; null appends nothing.
@@ -87,7 +104,12 @@ public:
     int ToInt(int otherwise) const noexcept;
 
 private:
-    orsutl::detail::TextBuffer* buffer_;
+    // Of the buffer, which must not be null.
+    void AddReference() const noexcept;
+    void ReleaseReference() const noexcept;
+
+    /// Null for the empty text.
+    orsutl::detail::TextBuffer* buffer_ = nullptr;
 };
 
 ORSUTL_API bool operator==(const OuString& left, const OuString& right) noexcept;

@@ -37,9 +37,9 @@ bool IsAscii(std::wstring_view text) {
 constexpr std::size_t kLongest =
     std::numeric_limits<std::size_t>::max() / (2 * sizeof(wchar_t)) - sizeof(TextBuffer);
 
-/// What a buffer takes without its ANSI form.
-constexpr std::size_t BytesFor(std::size_t capacity) {
-    return sizeof(TextBuffer) + (capacity + 1) * sizeof(wchar_t);
+/// What a buffer takes, with room for an ANSI form or without.
+constexpr std::size_t BytesFor(std::size_t capacity, std::size_t ansiRoom = 0) {
+    return sizeof(TextBuffer) + ansiRoom + (capacity + 1) * sizeof(wchar_t);
 }
 
 /// Half as much again keeps the cost of a text that grows piece by piece in proportion to its length.
@@ -58,15 +58,17 @@ void ReleaseTextBuffer::operator()(TextBuffer* buffer) const noexcept {
     buffer->ReleaseReference();
 }
 
-void TextBuffer::ReleaseReference() noexcept {
-    if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        const bool isLarge = isLarge_;
-        std::destroy_at(this);
-        if (isLarge) {
-            FreeLargeBlock(this);
-        } else {
-            ::operator delete(static_cast<void*>(this));
-        }
+bool TextBuffer::IsLarge() const noexcept {
+    return BytesFor(capacity_, ansiRoom_) >= kLargeBlock;
+}
+
+void TextBuffer::Destroy() noexcept {
+    const bool isLarge = IsLarge();
+    std::destroy_at(this);
+    if (isLarge) {
+        FreeLargeBlock(this);
+    } else {
+        ::operator delete(static_cast<void*>(this));
     }
 }
 
@@ -78,26 +80,27 @@ TextBufferPointer TextBuffer::Create(std::size_t length, std::size_t capacity, s
     if (capacity > kLongest || ansiRoom > kLongest) {
         throw std::bad_alloc();
     }
-    const std::size_t bytes = BytesFor(capacity) + ansiRoom;
-    const bool isLarge = bytes >= kLargeBlock;
-    void* memory = isLarge ? AllocateLargeBlock(bytes) : ::operator new(bytes);
-    TextBufferPointer buffer(std::construct_at(static_cast<TextBuffer*>(memory), length, capacity, isLarge));
+    const std::size_t alignedRoom = (ansiRoom + alignof(wchar_t) - 1) / alignof(wchar_t) * alignof(wchar_t);
+    const std::size_t bytes = BytesFor(capacity, alignedRoom);
+    void* memory = bytes >= kLargeBlock ? AllocateLargeBlock(bytes) : ::operator new(bytes);
+    TextBufferPointer buffer(
+        std::construct_at(static_cast<TextBuffer*>(memory), length, capacity, alignedRoom));
     buffer->Characters()[length] = L'\0';
     return buffer;
 }
 
 void TextBuffer::KeepAnsiFormOfBlock(std::size_t length) noexcept {
     AnsiRoom()[length] = '\0';
-    ansiStandsInBlock_ = true;
     ansi_.store(AnsiRoom(), std::memory_order_relaxed);
 }
 
 void TextBuffer::DropAnsiForm() noexcept {
-    char* ansi = ansi_.exchange(nullptr, std::memory_order_relaxed);
-    if (!ansiStandsInBlock_) {
+    // Only who holds the one reference comes here.
+    char* const ansi = ansi_.load(std::memory_order_relaxed);
+    if (ansi != AnsiRoom()) {
         ::operator delete(ansi);
     }
-    ansiStandsInBlock_ = false;
+    ansi_.store(nullptr, std::memory_order_relaxed);
 }
 
 void TextBuffer::KeepAsciiForm() noexcept {
@@ -185,7 +188,7 @@ bool TextBuffer::AppendInPlace(std::wstring_view other) noexcept {
     }
     // Only what Joined has made has room, so an ANSI form in the block is one in ASCII, and has the same
     // room.
-    const bool staysAscii = ansiStandsInBlock_ && IsAscii(other);
+    const bool staysAscii = HasAnsiFormInBlock() && IsAscii(other);
     if (!staysAscii) {
         DropAnsiForm();
     }
@@ -206,8 +209,8 @@ bool TextBuffer::AppendInLargeBlock(TextBuffer*& buffer, std::wstring_view other
     const std::less<> isBefore;
     const bool isInside =
         !isBefore(other.data(), text.data()) && isBefore(other.data(), text.data() + text.size());
-    // An ANSI form in the block would be where the new characters are to be.
-    if (!buffer->isLarge_ || isInside || buffer->ansiStandsInBlock_ || !buffer->HasOneReference()) {
+    // With room for an ANSI form, which is not made for large texts, the characters would have to move.
+    if (!buffer->IsLarge() || isInside || buffer->ansiRoom_ != 0 || !buffer->HasOneReference()) {
         return false;
     }
     if (other.size() > kLongest / 2 - text.size()) {
@@ -218,7 +221,7 @@ bool TextBuffer::AppendInLargeBlock(TextBuffer*& buffer, std::wstring_view other
     char* const ansi = buffer->ansi_.load(std::memory_order_relaxed);
     void* const memory = ResizeLargeBlock(buffer, BytesFor(capacity));
     ::operator delete(ansi);
-    buffer = std::construct_at(static_cast<TextBuffer*>(memory), text.size(), capacity, true);
+    buffer = std::construct_at(static_cast<TextBuffer*>(memory), text.size(), capacity, std::size_t{0});
     buffer->AppendInPlace(other);
     return true;
 }

@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <utility>
+
+#include "ReferenceCount.h"
 
 namespace orsutl::detail {
 
@@ -18,7 +21,8 @@ using TextBufferPointer = std::unique_ptr<TextBuffer, ReleaseTextBuffer>;
 
 /// What copies of a text share: a counter, the wide characters in the same block of memory, and the ANSI
 /// form. That is in the block as well if it was known when the text was made (a text in ASCII, or a narrow
-/// text in UTF-8), and otherwise in a block of its own from when it is first asked for.
+/// text in UTF-8), and otherwise in a block of its own from when it is first asked for. In the block it comes
+/// first: who asks for it has the counter's cache line at hand.
 ///
 /// A buffer that has more than one reference never changes, except that the ANSI form is added.
 class TextBuffer {
@@ -32,14 +36,20 @@ public:
     /// Both texts, one after the other, with room to append more.
     static TextBufferPointer Joined(std::wstring_view text, std::wstring_view other);
 
-    void AddReference() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
-    void ReleaseReference() noexcept;
-    bool HasOneReference() const noexcept { return references_.load(std::memory_order_acquire) == 1; }
+    void AddReference() noexcept { references_.Add(); }
+    void ReleaseReference() noexcept {
+        if (references_.Release()) {
+            Destroy();
+        }
+    }
+    bool HasOneReference() const noexcept { return references_.IsOne(); }
 
     std::wstring_view Text() const noexcept { return {Characters(), length_}; }
     /// Ended by a NUL.
-    const wchar_t* Characters() const noexcept { return reinterpret_cast<const wchar_t*>(this + 1); }
-    wchar_t* Characters() noexcept { return reinterpret_cast<wchar_t*>(this + 1); }
+    const wchar_t* Characters() const noexcept {
+        return reinterpret_cast<const wchar_t*>(reinterpret_cast<const char*>(this + 1) + ansiRoom_);
+    }
+    wchar_t* Characters() noexcept { return const_cast<wchar_t*>(std::as_const(*this).Characters()); }
 
     /// The ANSI form, ended by a NUL. Any number of threads may ask at once.
     const char* AnsiForm();
@@ -52,29 +62,32 @@ public:
     /// std::bad_alloc, and then nothing has changed.
     static bool AppendInLargeBlock(TextBuffer*& buffer, std::wstring_view other);
 
-    /// For those who provide the memory after the object.
-    TextBuffer(std::size_t length, std::size_t capacity, bool isLarge) noexcept
-        : length_(length), capacity_(capacity), isLarge_(isLarge) {}
+    /// For those who provide the memory after the object; `ansiRoom` bytes of it come before the characters.
+    TextBuffer(std::size_t length, std::size_t capacity, std::size_t ansiRoom) noexcept
+        : length_(length), capacity_(capacity), ansiRoom_(ansiRoom) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
     ~TextBuffer() { DropAnsiForm(); }
 
 private:
-    /// `ansiRoom` bytes are reserved after the characters; the caller writes there and says so.
+    /// `ansiRoom` bytes, or a few more, are reserved before the characters; the caller writes there and says
+    /// so.
     static TextBufferPointer Create(std::size_t length, std::size_t capacity, std::size_t ansiRoom);
-    char* AnsiRoom() noexcept { return reinterpret_cast<char*>(Characters() + capacity_ + 1); }
+    void Destroy() noexcept;
+    char* AnsiRoom() noexcept { return reinterpret_cast<char*>(this + 1); }
+    bool HasAnsiFormInBlock() noexcept { return ansi_.load(std::memory_order_relaxed) == AnsiRoom(); }
     void KeepAnsiFormOfBlock(std::size_t length) noexcept;
     /// Writes and keeps the ANSI form of characters that are all in ASCII.
     void KeepAsciiForm() noexcept;
     void DropAnsiForm() noexcept;
+    /// Whether this stands in a large block.
+    bool IsLarge() const noexcept;
 
-    std::atomic<std::size_t> references_{1};
+    ReferenceCount references_;
     std::size_t length_;
     std::size_t capacity_;
     std::atomic<char*> ansi_{nullptr};
-    bool ansiStandsInBlock_ = false;
-    /// Whether this stands in a large block.
-    bool isLarge_;
+    std::size_t ansiRoom_;
 };
 
 }  // namespace orsutl::detail
