@@ -57,8 +57,7 @@ inline std::uint32_t ReadMask(const char* block) noexcept {
     return static_cast<std::uint32_t>(_mm_movemask_epi8(ends));
 }
 
-inline std::uint32_t WriteMask(const char* block) noexcept {
-    const __m128i characters = LoadBlock(block);
+inline std::uint32_t WriteMask(__m128i characters) noexcept {
     // Compared with a sign, the bytes from 0x80 up are below 0x20 too.
     const __m128i outside = _mm_or_si128(_mm_cmplt_epi8(characters, _mm_set1_epi8(0x20)),
                                          _mm_cmpeq_epi8(characters, _mm_set1_epi8(0x7F)));
@@ -67,6 +66,10 @@ inline std::uint32_t WriteMask(const char* block) noexcept {
     const __m128i slash = _mm_cmpeq_epi8(characters, _mm_set1_epi8('/'));
     const __m128i ends = _mm_or_si128(_mm_or_si128(outside, quote), _mm_or_si128(backslash, slash));
     return static_cast<std::uint32_t>(_mm_movemask_epi8(ends));
+}
+
+inline std::uint32_t WriteMask(const char* block) noexcept {
+    return WriteMask(LoadBlock(block));
 }
 #else
 inline std::uint32_t ReadMask(const char* block) noexcept {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "CopyRun.h"
 #include "PlainRun.h"
 #include "TextUnits.h"
 
@@ -90,20 +91,48 @@ void TextEmitter::BreakLine() {
     Advance(to + 1 + tabs);
 }
 
-/// Every block is copied whole and then looked at: what stands after an escape is overwritten.
+void TextEmitter::BeginMember(std::string_view name) {
+    if (isFormatted_ || name.size() > kBlock) {
+        BeginElement();
+        PutPlainName(name);
+        return;
+    }
+    char* to = Room(kBlock + 4);
+    if (needsComma_) {
+        *to++ = ',';
+    }
+    needsComma_ = true;
+    *to++ = '"';
+    CopyRun(to, name.data(), name.size());
+    to += name.size();
+    *to++ = '"';
+    *to++ = ':';
+    Advance(to);
+}
+
 void TextEmitter::PutString(std::string_view text) {
+    // Most are short and need no escape.
+    if (text.size() <= kBlock) {
+        char* const to = Room(text.size() + 2);
+        if (CopyRun(to + 1, text.data(), text.size()) == 0) {
+            to[0] = '"';
+            to[1 + text.size()] = '"';
+            Advance(to + text.size() + 2);
+            return;
+        }
+    }
+    PutLongString(text);
+}
+
+/// Every block is copied whole and then looked at: what stands after an escape is overwritten.
+void TextEmitter::PutLongString(std::string_view text) {
     Put('"');
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
         const std::size_t length = std::min(kBlock, static_cast<std::size_t>(end - at));
         char* const to = Room(kBlock);
-        if (length == kBlock) {
-            std::memcpy(to, at, kBlock);
-        } else {
-            std::memcpy(to, at, length);
-        }
-        const std::uint32_t special = FirstOf(WriteMask(to), length);
+        const std::uint32_t special = CopyRun(to, at, length);
         const std::size_t plain = special == 0 ? length : static_cast<std::size_t>(std::countr_zero(special));
         Advance(to + plain);
         at += plain;

@@ -40,6 +40,9 @@ public:
         }
     }
 
+    /// What stands before the value of a member: what BeginElement writes, and a name that needs no escape.
+    void BeginMember(std::string_view name);
+
     /// A name that needs no escape, with its colon.
     void PutPlainName(std::string_view name);
     void PutName(std::string_view name) {
@@ -64,11 +67,11 @@ public:
 
     void Open(bool isArray) {
         Put(isArray ? '[' : '{');
-        isArray_.push_back(isArray);
+        isArray_.push_back(isArray ? 1 : 0);
         needsComma_ = false;
     }
     void Close() {
-        const bool isArray = isArray_.back();
+        const bool isArray = isArray_.back() != 0;
         isArray_.pop_back();
         // Nothing stands between the brackets of an empty container.
         if (isFormatted_ && needsComma_) {
@@ -99,6 +102,7 @@ private:
         *to = character;
         Advance(to + 1);
     }
+    void PutLongString(std::string_view text);
     void PutColon();
     void BreakLine();
     const char* PutSpecial(const char* at, const char* end);
@@ -116,7 +120,7 @@ private:
     const bool isFormatted_;
     const bool isUtf8_;
     /// Of every open container.
-    std::vector<bool> isArray_;
+    std::vector<char> isArray_;
 };
 
 }  // namespace libjson::detail

@@ -31,8 +31,7 @@ void text_writer::open_object() {
 }
 
 void text_writer::open_object(plain_name name) {
-    emitter_->BeginElement();
-    emitter_->PutPlainName(name.text);
+    emitter_->BeginMember(name.text);
     emitter_->Open(false);
 }
 
@@ -48,8 +47,7 @@ void text_writer::open_array() {
 }
 
 void text_writer::open_array(plain_name name) {
-    emitter_->BeginElement();
-    emitter_->PutPlainName(name.text);
+    emitter_->BeginMember(name.text);
     emitter_->Open(true);
 }
 
@@ -64,8 +62,7 @@ void text_writer::end() {
 }
 
 void text_writer::text(plain_name name, std::string_view value) {
-    emitter_->BeginElement();
-    emitter_->PutPlainName(name.text);
+    emitter_->BeginMember(name.text);
     emitter_->PutString(value);
 }
 

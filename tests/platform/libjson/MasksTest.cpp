@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
+#include <string_view>
 
+#include "CopyRun.h"
 #include "PlainRun.h"
 #include "Pool.h"
 
@@ -33,6 +36,24 @@ TEST(Masks, HaveOneBitPerCharacter) {
             ASSERT_EQ(ReadMask(block), std::uint32_t{EndsReadRun(character)} << place);
             ASSERT_EQ(WriteMask(block), std::uint32_t{EndsWriteRun(character)} << place);
         }
+    }
+}
+
+TEST(CopyRun, CopiesAndLooksAtNoCharacterBehindTheRun) {
+    std::mt19937 random(8);
+    for (int round = 0; round < 100000; ++round) {
+        const std::size_t length = random() % (kBlock + 1);
+        // Memory that ends with the run, for the sanitizers.
+        const auto run = std::make_unique<char[]>(length);
+        char padded[kBlock] = {};
+        for (std::size_t index = 0; index < length; ++index) {
+            const auto value = random();
+            run[index] = static_cast<char>(value % 8 != 0 ? 'a' + value % 26 : value / 8 % 256);
+            padded[index] = run[index];
+        }
+        char copy[kBlock];
+        ASSERT_EQ(CopyRun(copy, run.get(), length), FirstOf(MaskPortable<EndsWriteRun>(padded), length));
+        ASSERT_EQ(std::string_view(copy, length), std::string_view(padded, length));
     }
 }
 
