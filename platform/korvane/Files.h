@@ -14,6 +14,7 @@ struct AttachedFile {
 
 struct ById {
     static int Compare(int left, int right) noexcept { return left < right ? -1 : left > right ? 1 : 0; }
+    static bool AreSame(int left, int right) noexcept { return left == right; }
 };
 
 /// The files attached to one object and their roles.

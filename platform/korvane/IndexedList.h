@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -10,8 +11,9 @@
 namespace korvane {
 
 /// Entries in the order in which they came, each with a key of its own: `Entry::*KeyOf`, compared by
-/// `Order::Compare`, which answers as strcmp does. A key is looked for one by one while the entries are few,
-/// through an index when they are many. An entry stays where it is until the next one comes.
+/// `Order::Compare`, which answers as strcmp does. `Order::AreSame` says cheaply of some equal keys that they
+/// are equal. A key is looked for one by one while the entries are few, through an index when they are many.
+/// An entry stays where it is until the next one comes.
 template <typename Entry, auto KeyOf, typename Order>
 class IndexedList {
 public:
@@ -52,11 +54,13 @@ private:
     /// The number of entries where there is none with the key.
     std::size_t PositionOf(const Key& key) const {
         if (entries_.size() <= kMostEntriesWithoutIndex) {
-            std::size_t position = 0;
-            while (position < entries_.size() && Order::Compare(entries_[position].*KeyOf, key) != 0) {
-                ++position;
+            const auto isSame = [&](const Entry& entry) { return Order::AreSame(entry.*KeyOf, key); };
+            const auto isEqual = [&](const Entry& entry) { return Order::Compare(entry.*KeyOf, key) == 0; };
+            auto found = std::find_if(entries_.begin(), entries_.end(), isSame);
+            if (found == entries_.end()) {
+                found = std::find_if(entries_.begin(), entries_.end(), isEqual);
             }
-            return position;
+            return static_cast<std::size_t>(found - entries_.begin());
         }
         if (!index_) {
             MakeIndex();

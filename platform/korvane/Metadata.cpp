@@ -35,7 +35,10 @@ int CAEObject::getAllMetadata(OuTemplateArray<OuString, OuCRTAllocator>& names,
                               OuTemplateArray<OuString, OuCRTAllocator>& values) const {
     const Recorded note("CAEObject::getAllMetadata", *this);
     if (data_->metadata) {
-        for (const MetadataEntry& entry : data_->metadata->Entries()) {
+        const std::vector<MetadataEntry>& entries = data_->metadata->Entries();
+        names.ReserveMore(entries.size());
+        values.ReserveMore(entries.size());
+        for (const MetadataEntry& entry : entries) {
             names.Add(entry.name);
             values.Add(entry.value);
         }

@@ -17,6 +17,8 @@ struct WithoutCase {
     static int Compare(const OuString& left, const OuString& right) noexcept {
         return left.CompareNoCase(right);
     }
+    /// Who looks an entry up has its name from the list of them, mostly.
+    static bool AreSame(const OuString& left, const OuString& right) noexcept { return left.IsCopyOf(right); }
 };
 
 /// The metadata of one object, in the order of creation.

@@ -66,6 +66,10 @@ public:
     std::size_t GetLength() const noexcept;
     bool IsEmpty() const noexcept { return buffer_ == nullptr; }
 
+    /// Whether both are copies of one text and neither was changed since: equal, without a look at the
+    /// characters.
+    bool IsCopyOf(const OuString& other) const noexcept { return buffer_ == other.buffer_; }
+
     /// Appends `length` characters of the text, or the whole of it up to its NUL when `length` is 0. The text
     /// may lie in this one's own buffer; null appends nothing.
     void Append(const wchar_t* text, std::size_t length);

@@ -47,6 +47,8 @@ public:
     /// Appends a copy of the value, which may be one of the array's own. What the copying throws,
     /// std::bad_alloc for one, passes through and leaves the array as it was.
     void Add(const T& value) { values_.push_back(value); }
+    /// Takes the memory for that many values more at once. Throws as Add does.
+    void ReserveMore(std::size_t count) { values_.reserve(values_.size() + count); }
     int GetSize() const noexcept { return static_cast<int>(values_.size()); }
     /// The value at an index from 0 up to the size.
     const T& operator[](int index) const noexcept { return values_[static_cast<std::size_t>(index)]; }

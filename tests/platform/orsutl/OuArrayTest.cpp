@@ -82,6 +82,19 @@ TEST(OuTemplateArray, HoldsItsValuesInOrder) {
     EXPECT_STREQ(std::as_const(texts)[0].GetBuffer(), L"changed");
 }
 
+TEST(OuTemplateArray, StaysWhereItIsWhileItHasRoom) {
+    OuTemplateArray<OuString, OuCRTAllocator> texts;
+    texts.Add(L"first");
+    texts.ReserveMore(100);
+    EXPECT_EQ(texts.GetSize(), 1);
+    const OuString* const first = &texts[0];
+    for (int added = 0; added < 100; ++added) {
+        texts.Add(L"more");
+    }
+    EXPECT_EQ(&texts[0], first);
+    EXPECT_TRUE(texts[0] == L"first");
+}
+
 TEST(OuTemplateArray, AddsAValueOfItsOwn) {
     Texts texts;
     texts.Add(L"again");

@@ -14,6 +14,17 @@ std::wstring Text(const OuString& text) {
     return {text.GetBuffer(), text.GetLength()};
 }
 
+TEST(OuString, IsACopyUntilOneOfThemIsChanged) {
+    const OuString text(L"text");
+    OuString copy(text);
+    EXPECT_TRUE(copy.IsCopyOf(text));
+    EXPECT_FALSE(OuString(L"text").IsCopyOf(text));
+    EXPECT_TRUE(OuString().IsCopyOf(OuString(L"")));
+    copy.Append(L"s", 0);
+    EXPECT_FALSE(copy.IsCopyOf(text));
+    EXPECT_TRUE(text == L"text");
+}
+
 TEST(OuString, IsOnePointer) {
     EXPECT_EQ(sizeof(OuString), sizeof(void*));
     EXPECT_TRUE(std::is_nothrow_copy_constructible_v<OuString>);
