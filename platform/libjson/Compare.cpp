@@ -9,14 +9,14 @@ namespace {
 
 /// Two lists of children of the same length, compared up to a position.
 struct Place {
-    const Container* left;
-    const Container* right;
+    Children left;
+    Children right;
     std::uint32_t next;
 };
 
 /// Whether two nodes are the same apart from their children, of which they must have the same number.
-bool SameButChildren(const Node& left, const Node& right) noexcept {
-    if (left.type != right.type || TextOf(left.name) != TextOf(right.name)) {
+bool SameButChildren(const JSONNode& left, const JSONNode& right) noexcept {
+    if (TypeOf(left) != TypeOf(right) || TextOf(NameOf(left)) != TextOf(NameOf(right))) {
         return false;
     }
     return IsContainer(left) ? ChildrenOf(left).count == ChildrenOf(right).count
@@ -28,29 +28,29 @@ bool SameButChildren(const Node& left, const Node& right) noexcept {
 bool JSONNode::operator==(const JSONNode& other) const {
     std::vector<Place> places;
     // Compares two nodes, and leaves what is below them for later.
-    const auto same = [&places](const Node& left, const Node& right) {
-        if (&left == &right) {
+    const auto same = [&places](const JSONNode& left, const JSONNode& right) {
+        if (left.handle_.bits == right.handle_.bits) {
             return true;
         }
         if (!SameButChildren(left, right)) {
             return false;
         }
-        if (IsContainer(left)) {
-            places.push_back({&ChildrenOf(left), &ChildrenOf(right), 0});
+        if (const Children children = ChildrenOf(left); children.count > 0) {
+            places.push_back({children, ChildrenOf(right), 0});
         }
         return true;
     };
-    if (!same(Read(*this), Read(other))) {
+    if (!same(*this, other)) {
         return false;
     }
     while (!places.empty()) {
         Place& place = places.back();
-        if (place.next == place.left->count) {
+        if (place.next == place.left.count) {
             places.pop_back();
             continue;
         }
         const std::uint32_t index = place.next++;
-        if (!same(Read(place.left->children[index]), Read(place.right->children[index]))) {
+        if (!same(place.left.first[index], place.right.first[index])) {
             return false;
         }
     }

@@ -1,6 +1,7 @@
 // Nodes as lists of children.
 
 #include <cstring>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 
@@ -11,45 +12,28 @@ using namespace libjson::detail;
 
 namespace {
 
-/// The node's own list of children, for changes; null where the node has none.
-Container* OwnChildren(JSONNode& node, Cells& cells) {
-    if (!IsContainer(Read(node))) {
-        return nullptr;
-    }
-    return static_cast<Container*>(&MakeUnique(node, cells));
-}
-
-/// The number of children for a node of any type.
-std::uint32_t CountOf(const Node& node) noexcept {
-    return IsContainer(node) ? ChildrenOf(node).count : 0;
-}
-
 /// The position of the first child with that name, or the number of children.
-std::uint32_t PositionOf(const Node& node, std::string_view name) noexcept {
-    const std::uint32_t count = CountOf(node);
-    if (count == 0) {
-        return 0;
-    }
-    const JSONNode* const children = ChildrenOf(node).children;
-    for (std::uint32_t position = 0; position < count; ++position) {
-        if (TextOf(Read(children[position]).name) == name) {
+std::uint32_t PositionOf(const JSONNode& node, std::string_view name) noexcept {
+    const Children children = ChildrenOf(node);
+    for (std::uint32_t position = 0; position < children.count; ++position) {
+        if (TextOf(NameOf(children.first[position])) == name) {
             return position;
         }
     }
-    return count;
+    return children.count;
 }
 
 /// Returns the position if the node has a child there.
-std::uint32_t CheckedPosition(const Node& node, std::uint32_t position) {
-    if (position >= CountOf(node)) {
+std::uint32_t CheckedPosition(const JSONNode& node, std::uint32_t position) {
+    if (position >= ChildrenOf(node).count) {
         throw std::out_of_range("a node has no child at this position");
     }
     return position;
 }
 
-std::uint32_t CheckedPositionOf(const Node& node, std::string_view name) {
+std::uint32_t CheckedPositionOf(const JSONNode& node, std::string_view name) {
     const std::uint32_t position = PositionOf(node, name);
-    if (position == CountOf(node)) {
+    if (position == ChildrenOf(node).count) {
         throw std::out_of_range("a node has no child with this name");
     }
     return position;
@@ -58,7 +42,7 @@ std::uint32_t CheckedPositionOf(const Node& node, std::string_view name) {
 }  // namespace
 
 json_index_t JSONNode::size() const noexcept {
-    return CountOf(Read(*this));
+    return ChildrenOf(*this).count;
 }
 
 void JSONNode::clear() {
@@ -66,36 +50,37 @@ void JSONNode::clear() {
         return;
     }
     Cells cells;
-    const Node& node = Read(*this);
-    Node* const cleared = MakeContainer(node.type, node.name, 0, cells);
-    ShareName(node.name);
-    Drop(node_, cells);
-    node_ = cleared;
+    HeldName name(ShareName(NameOf(handle_)), cells);
+    const Handle cleared = MakeEmpty(TypeOf(handle_), name.Get(), cells);
+    name.PassOn();
+    Drop(handle_, cells);
+    handle_ = cleared;
 }
 
 void JSONNode::reserve(json_index_t capacity) {
-    Cells cells;
-    if (Container* const container = OwnChildren(*this, cells)) {
-        ReserveChildren(*container, capacity, cells);
+    if (IsContainer(*this)) {
+        Cells cells;
+        OwnContainer(*this, capacity, cells);
     }
 }
 
 void JSONNode::push_back(const JSONNode& child) {
+    if (!IsContainer(*this)) {
+        return;
+    }
     Cells cells;
     // Held before anything else: the child may be in the list that grows, or be this node itself.
-    HeldNode held(Share(NodeAccess::Pointer(child)), cells);
-    if (Container* const container = OwnChildren(*this, cells)) {
-        AppendChild(*container, held.Get(), cells);
-        held.PassOn();
-    }
+    HeldNode held(Share(child.handle_), cells);
+    AppendChild(*this, held.Get(), cells);
+    held.PassOn();
 }
 
 JSONNode JSONNode::pop_back(json_index_t position) {
-    CheckedPosition(Read(*this), position);
+    CheckedPosition(*this, position);
     Cells cells;
-    Container& container = *OwnChildren(*this, cells);
-    JSONNode* const children = container.children;
-    Node* const removed = NodeAccess::Pointer(children[position]);
+    Container& container = OwnContainer(*this, 0, cells);
+    JSONNode* const children = container.Children();
+    const Handle removed = children[position].handle_;
     --container.count;
     std::memmove(static_cast<void*>(children + position), static_cast<const void*>(children + position + 1),
                  (container.count - position) * sizeof(JSONNode));
@@ -103,13 +88,15 @@ JSONNode JSONNode::pop_back(json_index_t position) {
 }
 
 JSONNode JSONNode::pop_back(const json_string& name) {
-    return pop_back(CheckedPositionOf(Read(*this), name));
+    return pop_back(CheckedPositionOf(*this, name));
 }
 
 JSONNode::iterator JSONNode::begin() {
+    if (size() == 0) {
+        return nullptr;
+    }
     Cells cells;
-    Container* const container = OwnChildren(*this, cells);
-    return container != nullptr ? container->children : nullptr;
+    return OwnContainer(*this, 0, cells).Children();
 }
 
 JSONNode::iterator JSONNode::end() {
@@ -117,8 +104,7 @@ JSONNode::iterator JSONNode::end() {
 }
 
 JSONNode::const_iterator JSONNode::begin() const noexcept {
-    const Node& node = Read(*this);
-    return IsContainer(node) ? ChildrenOf(node).children : nullptr;
+    return ChildrenOf(*this).first;
 }
 
 JSONNode::const_iterator JSONNode::end() const noexcept {
@@ -126,63 +112,54 @@ JSONNode::const_iterator JSONNode::end() const noexcept {
 }
 
 JSONNode::iterator JSONNode::find(const json_string& name) {
-    return begin() + PositionOf(Read(*this), name);
+    return begin() + PositionOf(*this, name);
 }
 JSONNode::iterator JSONNode::find(const char* name) {
-    return begin() + PositionOf(Read(*this), name);
+    return begin() + PositionOf(*this, name);
 }
 
 JSONNode::const_iterator JSONNode::find(const json_string& name) const noexcept {
-    return begin() + PositionOf(Read(*this), name);
+    return begin() + PositionOf(*this, name);
 }
 JSONNode::const_iterator JSONNode::find(const char* name) const noexcept {
-    return begin() + PositionOf(Read(*this), name);
+    return begin() + PositionOf(*this, name);
 }
 
 JSONNode& JSONNode::at(json_index_t position) {
-    CheckedPosition(Read(*this), position);
+    CheckedPosition(*this, position);
     return begin()[position];
 }
 
 const JSONNode& JSONNode::at(json_index_t position) const {
-    return begin()[CheckedPosition(Read(*this), position)];
+    return begin()[CheckedPosition(*this, position)];
 }
 
 JSONNode& JSONNode::at(const json_string& name) {
-    return at(CheckedPositionOf(Read(*this), name));
+    return at(CheckedPositionOf(*this, name));
 }
 const JSONNode& JSONNode::at(const json_string& name) const {
-    return begin()[CheckedPositionOf(Read(*this), name)];
+    return begin()[CheckedPositionOf(*this, name)];
 }
 
 JSONNode JSONNode::as_array() const {
-    const Node& node = Read(*this);
-    if (node.type != JSON_NODE) {
-        return node.type == JSON_ARRAY ? *this : JSONNode(JSON_ARRAY);
+    if (TypeOf(handle_) != JSON_NODE) {
+        return TypeOf(handle_) == JSON_ARRAY ? *this : JSONNode(JSON_ARRAY);
     }
     Cells cells;
-    const Container& source = ChildrenOf(node);
-    Container* const array = MakeContainer(JSON_ARRAY, source.name, source.count, cells);
-    ShareName(source.name);
-    JSONNode result(array);
-    for (std::uint32_t index = 0; index < source.count; ++index) {
-        Node* const child = NodeAccess::Pointer(source.children[index]);
-        const bool named = child != nullptr && child->name != nullptr;
-        Node* const element = named ? CopyUnderName(*child, nullptr, cells) : Share(child);
-        NodeAccess::AdoptAt(array->children + index, element);
-        array->count = index + 1;
+    JSONNode array(CopyAs(JSON_ARRAY, *this, ShareName(NameOf(handle_)), cells));
+    const Children children = ChildrenOf(array);
+    for (JSONNode& child : std::span(const_cast<JSONNode*>(children.first), children.count)) {
+        if (NameOf(child) != nullptr) {
+            child = JSONNode(CopyAs(TypeOf(child), child, nullptr, cells));
+        }
     }
-    return result;
+    return array;
 }
 
 JSONNode JSONNode::as_node() const {
-    const Node& node = Read(*this);
-    if (node.type != JSON_ARRAY) {
-        return node.type == JSON_NODE ? *this : JSONNode(JSON_NODE);
+    if (TypeOf(handle_) != JSON_ARRAY) {
+        return TypeOf(handle_) == JSON_NODE ? *this : JSONNode(JSON_NODE);
     }
     Cells cells;
-    Node* const object = CopyUnderName(node, node.name, cells);
-    ShareName(object->name);
-    object->type = JSON_NODE;
-    return JSONNode(object);
+    return JSONNode(CopyAs(JSON_NODE, *this, ShareName(NameOf(handle_)), cells));
 }

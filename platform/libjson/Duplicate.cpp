@@ -8,16 +8,17 @@ using namespace libjson::detail;
 namespace {
 
 struct Place {
-    const Container* source;
+    Children source;
     Container* copy;
 };
 
 /// A copy of the node without children but with room for them. Names that are counted are copied, too: a
 /// count belongs to one thread, and the copy may go to another.
-Node* CopyAlone(const Node& node, Cells& cells) {
-    HeldName name(AcquireName(TextOf(node.name), cells), cells);
-    Node* const copy = IsContainer(node) ? MakeContainer(node.type, name.Get(), ChildrenOf(node).count, cells)
-                                         : MakeText(node.type, name.Get(), TextOf(node), cells);
+Handle CopyAlone(const JSONNode& node, Cells& cells) {
+    HeldName name(AcquireCopy(NameOf(node), cells), cells);
+    const std::uint32_t count = ChildrenOf(node).count;
+    const Handle copy = count > 0 ? HandleOf(MakeContainer(TypeOf(node), name.Get(), count, cells))
+                                  : CopyAs(TypeOf(node), node, name.Get(), cells);
     name.PassOn();
     return copy;
 }
@@ -25,32 +26,28 @@ Node* CopyAlone(const Node& node, Cells& cells) {
 }  // namespace
 
 JSONNode JSONNode::duplicate() const {
-    if (node_ == nullptr) {
-        return JSONNode();
-    }
     Cells cells;
-    HeldNode root(CopyAlone(*node_, cells), cells);
+    HeldNode root(CopyAlone(*this, cells), cells);
     std::vector<Place> places;
-    const auto enter = [&places](const Node& source, Node* copy) {
-        if (IsContainer(source)) {
-            places.push_back({&ChildrenOf(source), static_cast<Container*>(copy)});
+    const auto enter = [&places](const JSONNode& source, Handle copy) {
+        const Children children = ChildrenOf(source);
+        if (children.count > 0) {
+            places.push_back({children, static_cast<Container*>(NodeOf(copy))});
         }
     };
-    enter(*node_, root.Get());
+    enter(*this, root.Get());
     while (!places.empty()) {
         const Place place = places.back();
         const std::uint32_t index = place.copy->count;
-        if (index == place.source->count) {
+        if (index == place.source.count) {
             places.pop_back();
             continue;
         }
-        const Node* const source = NodeAccess::Pointer(place.source->children[index]);
-        Node* const copy = source != nullptr ? CopyAlone(*source, cells) : nullptr;
-        NodeAccess::AdoptAt(place.copy->children + index, copy);
+        const JSONNode& source = place.source.first[index];
+        const Handle copy = CopyAlone(source, cells);
+        NodeAccess::AdoptAt(place.copy->Children() + index, copy);
         ++place.copy->count;
-        if (source != nullptr) {
-            enter(*source, copy);
-        }
+        enter(source, copy);
     }
     return JSONNode(root.PassOn());
 }

@@ -13,16 +13,16 @@ using namespace libjson::detail;
 
 namespace {
 
-Node* MakeNamed(char type, const json_string& name, std::string_view text) {
+Handle MakeNamed(char type, const json_string& name, std::string_view text) {
     Cells cells;
     HeldName held(AcquireName(name, cells), cells);
-    Node* const node = MakeText(type, held.Get(), text, cells);
+    const Handle handle = MakeText(type, held.Get(), text, cells);
     held.PassOn();
-    return node;
+    return handle;
 }
 
 template <class Number>
-Node* MakeNumber(const json_string& name, Number value) {
+Handle MakeNumber(const json_string& name, Number value) {
     if constexpr (std::floating_point<Number>) {
         if (!std::isfinite(value)) {
             return MakeNamed(JSON_NULL, name, "null");
@@ -33,13 +33,12 @@ Node* MakeNumber(const json_string& name, Number value) {
     return MakeNamed(JSON_NUMBER, name, {digits, static_cast<std::size_t>(result.ptr - digits)});
 }
 
-Node* MakeUnnamed(char type) {
+Handle MakeUnnamed(char type) {
     Cells cells;
     switch (type) {
         case JSON_NODE:
-            return nullptr;
         case JSON_ARRAY:
-            return MakeContainer(JSON_ARRAY, nullptr, 0, cells);
+            return MakeEmpty(type, nullptr, cells);
         case JSON_STRING:
             return MakeText(JSON_STRING, nullptr, "", cells);
         case JSON_NUMBER:
@@ -51,35 +50,55 @@ Node* MakeUnnamed(char type) {
     }
 }
 
+/// Gives the node another name, lasting before and after, where no one else holds it. False where that is not
+/// so.
+bool RenameInPlace(Handle& handle, const Name* name) noexcept {
+    const std::uint16_t slot = name != nullptr ? name->slot : std::uint16_t{0};
+    if (name != nullptr && slot == 0) {
+        return false;
+    }
+    if (IsPacked(handle)) {
+        handle = WithNameSlot(handle, slot);
+        return true;
+    }
+    Node& node = *NodeOf(handle);
+    if (node.references > 1 || node.shortLength == kExtended) {
+        return false;
+    }
+    node.nameSlot = slot;
+    return true;
+}
+
 }  // namespace
 
-JSONNode::JSONNode(char type) : node_(MakeUnnamed(type)) {}
+JSONNode::JSONNode(char type) : handle_(MakeUnnamed(type)) {}
 
 JSONNode::JSONNode(const json_string& name, const char* value)
-    : node_(MakeNamed(JSON_STRING, name, value != nullptr ? std::string_view(value) : std::string_view())) {}
+    : handle_(MakeNamed(JSON_STRING, name, value != nullptr ? std::string_view(value) : std::string_view())) {
+}
 JSONNode::JSONNode(const json_string& name, const json_string& value)
-    : node_(MakeNamed(JSON_STRING, name, value)) {}
+    : handle_(MakeNamed(JSON_STRING, name, value)) {}
 JSONNode::JSONNode(const json_string& name, bool value)
-    : node_(MakeNamed(JSON_BOOL, name, value ? "true" : "false")) {}
+    : handle_(MakeNamed(JSON_BOOL, name, value ? "true" : "false")) {}
 
 // As numbers the character types are the integers that they are.
-JSONNode::JSONNode(const json_string& name, char value) : node_(MakeNumber(name, int{value})) {}
-JSONNode::JSONNode(const json_string& name, signed char value) : node_(MakeNumber(name, int{value})) {}
-JSONNode::JSONNode(const json_string& name, unsigned char value) : node_(MakeNumber(name, int{value})) {}
-JSONNode::JSONNode(const json_string& name, short value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, unsigned short value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, int value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, unsigned int value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, long value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, unsigned long value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, long long value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, unsigned long long value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, float value) : node_(MakeNumber(name, value)) {}
-JSONNode::JSONNode(const json_string& name, double value) : node_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, char value) : handle_(MakeNumber(name, int{value})) {}
+JSONNode::JSONNode(const json_string& name, signed char value) : handle_(MakeNumber(name, int{value})) {}
+JSONNode::JSONNode(const json_string& name, unsigned char value) : handle_(MakeNumber(name, int{value})) {}
+JSONNode::JSONNode(const json_string& name, short value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, unsigned short value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, int value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, unsigned int value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, long value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, unsigned long value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, long long value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, unsigned long long value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, float value) : handle_(MakeNumber(name, value)) {}
+JSONNode::JSONNode(const json_string& name, double value) : handle_(MakeNumber(name, value)) {}
 JSONNode::JSONNode(const json_string& name, long double value)
-    : node_(MakeNumber(name, static_cast<double>(value))) {}
+    : handle_(MakeNumber(name, static_cast<double>(value))) {}
 
-JSONNode::JSONNode(const JSONNode& other) noexcept : node_(Share(other.node_)) {}
+JSONNode::JSONNode(const JSONNode& other) noexcept : handle_(Share(other.handle_)) {}
 
 JSONNode& JSONNode::operator=(const JSONNode& other) noexcept {
     JSONNode shared(other);
@@ -94,31 +113,34 @@ JSONNode& JSONNode::operator=(JSONNode&& other) noexcept {
 }
 
 JSONNode::~JSONNode() {
-    if (node_ != nullptr && --node_->references == 0) {
+    if (!IsPacked(handle_) && --NodeOf(handle_)->references == 0) {
         Cells cells;
-        Release(node_, cells);
+        Release(NodeOf(handle_), cells);
     }
 }
 
 void JSONNode::swap(JSONNode& other) noexcept {
-    std::swap(node_, other.node_);
+    std::swap(handle_, other.handle_);
 }
 
 unsigned char JSONNode::type() const noexcept {
-    return static_cast<unsigned char>(Read(*this).type);
+    return static_cast<unsigned char>(TypeOf(handle_));
 }
 
 json_string JSONNode::name() const {
-    return json_string(TextOf(Read(*this).name));
+    return json_string(TextOf(NameOf(handle_)));
 }
 
 void JSONNode::set_name(const json_string& name) {
-    if (std::string_view(name) == TextOf(Read(*this).name)) {
+    if (std::string_view(name) == TextOf(NameOf(handle_))) {
         return;
     }
     Cells cells;
     HeldName held(AcquireName(name, cells), cells);
-    Node& node = MakeUnique(*this, cells);
-    DropName(node.name, cells);
-    node.name = held.PassOn();
+    if (!RenameInPlace(handle_, held.Get())) {
+        const Handle renamed = CopyAs(TypeOf(handle_), *this, held.Get(), cells);
+        Drop(handle_, cells);
+        handle_ = renamed;
+    }
+    held.PassOn();
 }

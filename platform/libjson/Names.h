@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -18,7 +19,8 @@ namespace libjson::detail {
 struct Name {
     std::size_t length;
     std::uint32_t references;
-    bool lasting;
+    /// The place of a lasting name, from 1 on; 0 for a counted one.
+    std::uint16_t slot;
     /// Whether the text is written without any escape.
     /// Measured: writing takes 1.33 times as long where names are looked through each time (bench-json, 1,111
     /// objects, gcc 12).
@@ -29,14 +31,27 @@ struct Name {
 };
 static_assert(sizeof(Name) == 16);
 
+inline constexpr std::size_t kNameSlots = std::size_t{1} << 14;
+
+/// The lasting names. Each is in one of the first few places from the one that its hash leads to, and stays.
+extern std::atomic<Name*> lastingNames[kNameSlots];
+
+/// The lasting name with that slot; null for 0. Whoever has the slot was handed it after the name was made.
+inline Name* LastingName(std::uint16_t slot) noexcept {
+    return slot == 0 ? nullptr : lastingNames[slot - 1].load(std::memory_order_relaxed);
+}
+
 /// A reference to the name with that text; null for the empty text. Throws std::bad_alloc.
 Name* AcquireName(std::string_view text, Cells& cells);
+
+/// A reference that another thread may hold: to the name itself if it is a lasting one, or to a copy.
+Name* AcquireCopy(Name* name, Cells& cells);
 
 void DropCountedName(Name* name, Cells& cells) noexcept;
 
 /// One more reference to the name, which may be null.
 inline Name* ShareName(Name* name) noexcept {
-    if (name != nullptr && !name->lasting) {
+    if (name != nullptr && name->slot == 0) {
         ++name->references;
     }
     return name;
@@ -44,9 +59,17 @@ inline Name* ShareName(Name* name) noexcept {
 
 /// Gives a reference back.
 inline void DropName(Name* name, Cells& cells) noexcept {
-    if (name != nullptr && !name->lasting) {
+    if (name != nullptr && name->slot == 0) {
         DropCountedName(name, cells);
     }
+}
+
+inline bool IsCounted(const Name* name) noexcept {
+    return name != nullptr && name->slot == 0;
+}
+/// The slot of a lasting name; 0 for others.
+inline std::uint16_t SlotOf(const Name* name) noexcept {
+    return name != nullptr ? name->slot : std::uint16_t{0};
 }
 
 inline std::string_view TextOf(const Name* name) noexcept {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 #include "Blocks.h"
 #include "PlainRun.h"
@@ -11,196 +12,231 @@
 namespace libjson::detail {
 namespace {
 
-constexpr std::uint32_t kMostChildren = std::numeric_limits<std::uint32_t>::max();
-constexpr std::size_t kMostChildrenInCell = kLargestCell / sizeof(JSONNode);
-constexpr std::uint32_t kFirstCapacity = 4;
+constexpr std::size_t kMostChildren = std::numeric_limits<std::uint32_t>::max();
+/// Beside a place for the name.
+constexpr std::size_t kMostChildrenInCell = (kLargestCell - sizeof(Container)) / sizeof(JSONNode) - 1;
 
-struct ChildList {
-    JSONNode* children;
-    std::uint32_t capacity;
-};
-
-ChildList AllocateChildren(std::uint32_t capacity, Cells& cells) {
-    const std::size_t bytes = capacity * sizeof(JSONNode);
-    if (capacity > kMostChildrenInCell) {
-        return {static_cast<JSONNode*>(AllocateBlock(bytes)), capacity};
-    }
-    const CellClass cellClass = CellClassFor(bytes);
-    return {static_cast<JSONNode*>(cells.Allocate(cellClass)),
-            static_cast<std::uint32_t>(kCellSizes[cellClass] / sizeof(JSONNode))};
+constexpr std::size_t BytesFor(std::size_t capacity, bool hasNamePlace) noexcept {
+    return WholeBlocks(sizeof(Container) + (capacity + (hasNamePlace ? 1 : 0)) * sizeof(JSONNode));
 }
 
-void FreeChildren(const Container& container, Cells& cells) noexcept {
-    if (container.capacity > kMostChildrenInCell) {
-        FreeBlock(container.children);
-    } else if (container.capacity > 0) {
-        cells.Free(container.children, CellClassFor(container.capacity * sizeof(JSONNode)));
-    }
-}
-
-void FreeLeaf(Node* node, Cells& cells) noexcept {
-    DropName(node->name, cells);
-    if (node->shortLength == kHasLongText) {
-        FreeBlock(static_cast<LongText*>(node)->text);
-    }
-    cells.Free(node, node->cellClass);
-}
-
-[[noreturn]] void FailForTooManyChildren() {
-    throw std::length_error("a node has no room for more children");
-}
-
-/// The text with zeros after it up to whole blocks.
-void CopyText(char* to, std::string_view text) noexcept {
-    if (!text.empty()) {
-        std::memset(to + WholeBlocks(text.size()) - kBlock, 0, kBlock);
-        std::memcpy(to, text.data(), text.size());
-    }
-}
-
-Node* MakeLongText(char type, Name* name, std::string_view text, Cells& cells) {
-    if (text.size() > std::numeric_limits<std::size_t>::max() - kBlock) {
+/// Memory for characters that one node has: a cell, or a block of its own.
+char* AllocateCharacters(std::size_t length, Cells& cells) {
+    if (length > std::numeric_limits<std::size_t>::max() - kBlock) {
         throw std::bad_alloc();
     }
-    char* const characters = static_cast<char*>(AllocateBlock(WholeBlocks(text.size())));
-    CopyText(characters, text);
-    constexpr CellClass kClass = CellClassFor(sizeof(LongText));
-    void* memory = nullptr;
-    try {
-        memory = cells.Allocate(kClass);
-    } catch (...) {
-        FreeBlock(characters);
-        throw;
+    const std::size_t bytes = WholeBlocks(length);
+    if (bytes == 0) {
+        return nullptr;
     }
-    return new (memory) LongText{{1, type, kClass, kHasLongText, {name}}, characters, text.size()};
+    return static_cast<char*>(bytes <= kLargestCell ? cells.Allocate(CellClassFor(bytes))
+                                                    : AllocateBlock(bytes));
+}
+
+void FreeCharacters(char* characters, std::size_t length, Cells& cells) noexcept {
+    const std::size_t bytes = WholeBlocks(length);
+    if (bytes > kLargestCell) {
+        FreeBlock(characters);
+    } else if (bytes > 0) {
+        cells.Free(characters, CellClassFor(bytes));
+    }
 }
 
 }  // namespace
 
-Node* MakeText(char type, Name* name, std::string_view text, Cells& cells) {
-    if (text.size() > kLongestShortText) {
-        return MakeLongText(type, name, text, cells);
+Handle MakeExtendedText(char type, Name* name, std::string_view text, Cells& cells) {
+    char* const characters = AllocateCharacters(text.size(), cells);
+    if (!text.empty()) {
+        std::memcpy(characters, text.data(), text.size());
     }
-    const CellClass cellClass = CellClassFor(sizeof(Node) + WholeBlocks(text.size()));
-    Node* const node = new (cells.Allocate(cellClass))
-        Node{1, type, cellClass, static_cast<std::uint16_t>(text.size()), {name}};
-    CopyText(reinterpret_cast<char*>(node + 1), text);
-    return node;
+    void* memory = nullptr;
+    try {
+        memory = cells.Allocate(CellClassFor(sizeof(ExtendedText)));
+    } catch (...) {
+        FreeCharacters(characters, text.size(), cells);
+        throw;
+    }
+    return HandleOf(new (memory) ExtendedText{{1, type, kExtended, 0}, name, characters, text.size()});
 }
 
-Container* MakeContainer(char type, Name* name, std::uint32_t capacity, Cells& cells) {
-    constexpr CellClass kClass = CellClassFor(sizeof(Container));
+namespace {
+
+void FreeText(Node* node, Cells& cells) noexcept {
+    if (node->shortLength != kExtended) {
+        cells.Free(node, CellClassFor(sizeof(Node) + node->shortLength));
+        return;
+    }
+    auto* const extended = static_cast<ExtendedText*>(node);
+    DropName(extended->name, cells);
+    FreeCharacters(extended->text, extended->length, cells);
+    cells.Free(extended, CellClassFor(sizeof(ExtendedText)));
+}
+
+void FreeContainer(Container* container, Cells& cells) noexcept {
+    const std::size_t bytes = BytesFor(container->capacity, container->HasNamePlace());
+    if (bytes > kLargestCell) {
+        FreeBlock(container);
+    } else {
+        cells.Free(container, CellClassFor(bytes));
+    }
+}
+
+/// The capacity of a list that has got too small.
+std::size_t GrownCapacity(std::size_t count) noexcept {
+    // A list as long as possible stays so, and is refused then.
+    const std::size_t doubled = std::min(count * 2 + 2, std::max(count + 1, kMostChildren));
+    return count < kMostChildrenInCell ? std::min(doubled, kMostChildrenInCell) : doubled;
+}
+
+/// The only holder's container with more room. Handles are moved as the bits that they are: nothing refers to
+/// their place.
+Container* Enlarge(Container* container, std::size_t capacity, Cells& cells) {
+    const bool hasNamePlace = container->HasNamePlace();
+    if (BytesFor(container->capacity, hasNamePlace) > kLargestCell && capacity <= kMostChildren) {
+        auto* const moved = static_cast<Container*>(ResizeBlock(container, BytesFor(capacity, hasNamePlace)));
+        moved->capacity = static_cast<std::uint32_t>(capacity);
+        return moved;
+    }
+    Container* const moved = MakeContainer(container->type, NameOf(HandleOf(container)), capacity, cells);
+    moved->count = container->count;
+    std::memcpy(static_cast<void*>(moved->Children()), static_cast<const void*>(container->Children()),
+                container->count * sizeof(JSONNode));
+    FreeContainer(container, cells);
+    return moved;
+}
+
+/// Makes children of a container of the nodes, which are shared.
+void ShareChildren(const Children& source, Container& container) noexcept {
+    JSONNode* const children = container.Children();
+    for (std::uint32_t index = 0; index < source.count; ++index) {
+        NodeAccess::AdoptAt(children + index, Share(NodeAccess::Of(source.first[index])));
+    }
+    container.count = source.count;
+}
+
+}  // namespace
+
+Handle MakeEmpty(char type, Name* name, Cells& cells) {
+    return IsCounted(name) ? HandleOf(MakeContainer(type, name, 0, cells)) : Pack(type, SlotOf(name));
+}
+
+Container* MakeContainer(char type, Name* name, std::size_t capacity, Cells& cells) {
+    if (capacity > kMostChildren) {
+        throw std::length_error("a node has no room for more children");
+    }
+    const bool hasNamePlace = IsCounted(name);
+    const std::size_t bytes = BytesFor(capacity, hasNamePlace);
+    void* memory = nullptr;
+    if (bytes > kLargestCell) {
+        memory = AllocateBlock(bytes);
+    } else {
+        const CellClass cellClass = CellClassFor(bytes);
+        memory = cells.Allocate(cellClass);
+        capacity = (kCellSizes[cellClass] - sizeof(Container)) / sizeof(JSONNode) - (hasNamePlace ? 1 : 0);
+    }
     auto* const container =
-        new (cells.Allocate(kClass)) Container{{1, type, kClass, 0, {name}}, nullptr, 0, 0};
-    if (capacity > 0) {
-        try {
-            ReserveChildren(*container, capacity, cells);
-        } catch (...) {
-            cells.Free(container, kClass);
-            throw;
-        }
+        new (memory) Container{{1, type, hasNamePlace ? kExtended : std::uint8_t{0}, SlotOf(name)},
+                               0,
+                               static_cast<std::uint32_t>(capacity)};
+    if (hasNamePlace) {
+        ExtendedNameOf(*container) = name;
     }
     return container;
 }
 
-Node* CopyUnderName(const Node& node, Name* name, Cells& cells) {
+Handle CopyAs(char type, const JSONNode& node, Name* name, Cells& cells) {
     if (!IsContainer(node)) {
-        return MakeText(node.type, name, TextOf(node), cells);
+        return MakeText(type, name, TextOf(node), cells);
     }
-    const Container& source = ChildrenOf(node);
-    Container* const copy = MakeContainer(source.type, name, source.count, cells);
-    for (std::uint32_t index = 0; index < source.count; ++index) {
-        NodeAccess::AdoptAt(copy->children + index, Share(NodeAccess::Pointer(source.children[index])));
+    const Children source = ChildrenOf(node);
+    if (source.count == 0) {
+        return MakeEmpty(type, name, cells);
     }
-    copy->count = source.count;
-    return copy;
+    Container* const copy = MakeContainer(type, name, source.count, cells);
+    ShareChildren(source, *copy);
+    return HandleOf(copy);
 }
 
+/// Goes through the tree in the order in which documents are made, and keeps its way in the nodes that it
+/// releases: neither stack nor memory grows with the depth.
+/// Measured: in another order, releasing takes 1.7 times as long (52 MB of text).
 void Release(Node* node, Cells& cells) noexcept {
-    if (!IsContainer(*node)) {
-        FreeLeaf(node, cells);
+    if (!IsContainerType(node->type)) {
+        FreeText(node, cells);
         return;
     }
-    // Containers wait in a list through themselves: neither stack nor memory grows with the depth.
-    DropName(node->name, cells);
-    node->nextReleased = nullptr;
-    while (node != nullptr) {
-        auto* const container = static_cast<Container*>(node);
-        node = container->nextReleased;
-        for (std::uint32_t index = 0; index < container->count; ++index) {
-            Node* const child = NodeAccess::Pointer(container->children[index]);
-            if (child == nullptr || --child->references > 0) {
+    // No one refers to a container that is here: its count of references is the number of children that are
+    // done, and the child in which the way goes on is replaced by a pointer to the container above.
+    Container* above = nullptr;
+    auto* container = static_cast<Container*>(node);
+    for (;;) {
+        std::uint32_t index = container->references;
+        Container* below = nullptr;
+        for (; index < container->count && below == nullptr; ++index) {
+            const Handle handle = NodeAccess::Of(std::as_const(container->Children()[index]));
+            if (IsPacked(handle)) {
                 continue;
             }
-            if (!IsContainer(*child)) {
-                FreeLeaf(child, cells);
+            Node* const child = NodeOf(handle);
+            if (--child->references > 0) {
                 continue;
             }
-            DropName(child->name, cells);
-            child->nextReleased = node;
-            node = child;
+            if (IsContainerType(child->type)) {
+                below = static_cast<Container*>(child);
+            } else {
+                FreeText(child, cells);
+            }
         }
-        FreeChildren(*container, cells);
-        cells.Free(container, container->cellClass);
-    }
-}
-
-Node& MakeUnique(JSONNode& handle, Cells& cells) {
-    Node*& pointer = NodeAccess::Pointer(handle);
-    if (pointer == nullptr) {
-        pointer = MakeContainer(JSON_NODE, nullptr, 0, cells);
-    } else if (pointer->references > 1) {
-        Node* const own = CopyUnderName(*pointer, pointer->name, cells);
-        ShareName(own->name);
-        --pointer->references;
-        pointer = own;
-    }
-    return *pointer;
-}
-
-void ReserveChildren(Container& container, std::uint32_t capacity, Cells& cells) {
-    if (capacity <= container.capacity) {
-        return;
-    }
-    if (container.capacity > kMostChildrenInCell) {
-        container.children =
-            static_cast<JSONNode*>(ResizeBlock(container.children, capacity * sizeof(JSONNode)));
-        container.capacity = capacity;
-        return;
-    }
-    const ChildList list = AllocateChildren(capacity, cells);
-    if (container.count > 0) {
-        // Handles are moved as the pointers that they are: nothing refers to their place.
-        std::memcpy(static_cast<void*>(list.children), static_cast<const void*>(container.children),
-                    container.count * sizeof(JSONNode));
-    }
-    FreeChildren(container, cells);
-    container.children = list.children;
-    container.capacity = list.capacity;
-}
-
-void AppendChild(Container& container, Node* child, Cells& cells) {
-    if (container.count == container.capacity) {
-        if (container.count == kMostChildren) {
-            FailForTooManyChildren();
+        if (below != nullptr) {
+            NodeAccess::Of(container->Children()[index - 1]) = HandleOf(above);
+            container->references = index;
+            above = container;
+            container = below;
+            continue;
         }
-        const std::uint32_t doubled =
-            container.capacity > kMostChildren / 2 ? kMostChildren : container.capacity * 2;
-        ReserveChildren(container, std::max(doubled, kFirstCapacity), cells);
+        if (container->HasNamePlace()) {
+            DropName(ExtendedNameOf(*container), cells);
+        }
+        FreeContainer(container, cells);
+        if (above == nullptr) {
+            return;
+        }
+        container = above;
+        above = static_cast<Container*>(
+            NodeOf(NodeAccess::Of(std::as_const(container->Children()[container->references - 1]))));
     }
-    NodeAccess::AdoptAt(container.children + container.count, child);
+}
+
+Container& OwnContainer(JSONNode& node, std::size_t capacity, Cells& cells) {
+    Handle& handle = NodeAccess::Of(node);
+    if (IsPacked(handle)) {
+        handle = HandleOf(MakeContainer(TypeOf(handle), NameOf(handle), capacity, cells));
+        return static_cast<Container&>(*NodeOf(handle));
+    }
+    auto* container = static_cast<Container*>(NodeOf(handle));
+    if (container->references > 1) {
+        const Children source = ChildrenOf(node);
+        HeldName name(ShareName(NameOf(handle)), cells);
+        Container* const own =
+            MakeContainer(container->type, name.Get(), std::max<std::size_t>(capacity, source.count), cells);
+        name.PassOn();
+        ShareChildren(source, *own);
+        --container->references;
+        container = own;
+    } else if (capacity > container->capacity) {
+        container = Enlarge(container, capacity, cells);
+    }
+    handle = HandleOf(container);
+    return *container;
+}
+
+void AppendChild(JSONNode& node, Handle child, Cells& cells) {
+    const std::size_t count = ChildrenOf(node).count;
+    const Handle handle = NodeAccess::Of(std::as_const(node));
+    const bool isFull = IsPacked(handle) || static_cast<Container*>(NodeOf(handle))->capacity == count;
+    Container& container = OwnContainer(node, isFull ? GrownCapacity(count) : count + 1, cells);
+    NodeAccess::AdoptAt(container.Children() + count, child);
     ++container.count;
-}
-
-void AdoptChildren(Container& container, Node* const* children, std::size_t count, Cells& cells) {
-    if (count > kMostChildren) {
-        FailForTooManyChildren();
-    }
-    ReserveChildren(container, static_cast<std::uint32_t>(count), cells);
-    for (std::size_t index = 0; index < count; ++index) {
-        NodeAccess::AdoptAt(container.children + index, children[index]);
-    }
-    container.count = static_cast<std::uint32_t>(count);
 }
 
 }  // namespace libjson::detail

@@ -18,7 +18,7 @@ namespace libjson::detail {
 
 inline constexpr std::size_t kBlock = 16;
 
-/// Rounds up to whole blocks. Texts of nodes are readable up to there.
+/// Rounds up to whole blocks. Names and memory of nodes end there.
 constexpr std::size_t WholeBlocks(std::size_t length) noexcept {
     return (length + kBlock - 1) / kBlock * kBlock;
 }
@@ -43,9 +43,23 @@ std::uint32_t MaskPortable(const char* block) noexcept {
     return mask;
 }
 
+/// The characters in which two blocks differ.
+inline std::uint32_t DifferenceMaskPortable(const char* block, const char* other) noexcept {
+    std::uint32_t mask = 0;
+    for (std::uint32_t index = 0; index < kBlock; ++index) {
+        mask |= std::uint32_t{block[index] != other[index]} << index;
+    }
+    return mask;
+}
+
 #if defined(LIBJSON_SSE2)
 inline __m128i LoadBlock(const char* block) noexcept {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
+}
+
+inline std::uint32_t DifferenceMask(const char* block, const char* other) noexcept {
+    const __m128i same = _mm_cmpeq_epi8(LoadBlock(block), LoadBlock(other));
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(same)) ^ 0xFFFF;
 }
 
 inline std::uint32_t ReadMask(const char* block) noexcept {
@@ -72,6 +86,9 @@ inline std::uint32_t WriteMask(const char* block) noexcept {
     return WriteMask(LoadBlock(block));
 }
 #else
+inline std::uint32_t DifferenceMask(const char* block, const char* other) noexcept {
+    return DifferenceMaskPortable(block, other);
+}
 inline std::uint32_t ReadMask(const char* block) noexcept {
     return MaskPortable<EndsReadRun>(block);
 }

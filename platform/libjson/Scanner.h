@@ -21,6 +21,9 @@ struct Fault {
 
 /// Reads a text by the grammar of RFC 8259 and reports what it holds, in order, to a sink:
 ///   Open(type), Close()   an array or object begins and ends; its name, if any, came before
+///   GuessName(at, end)    what may be done in place of the next, where the name at that place is one that
+///                         the sink knows to be without escapes: returns the place after its closing quote,
+///                         or null
 ///   MemberName(text)      the name of the value that comes next
 ///   Value(type, text)     a value without children: its characters, its digits, or its word
 /// The texts are void after the call. The text that is read must be followed by a NUL.
@@ -65,9 +68,12 @@ private:
     }
 
     void SkipBlanks() noexcept {
-        while (*at_ == ' ' || *at_ == '\n' || *at_ == '\t' || *at_ == '\r') {
-            ++at_;
+        const char* at = at_;
+        while (static_cast<unsigned char>(*at) <= ' ' &&
+               (*at == ' ' || *at == '\n' || *at == '\t' || *at == '\r')) {
+            ++at;
         }
+        at_ = at;
     }
 
     bool ReadFirst() {
@@ -94,11 +100,13 @@ private:
         if (*at_ != '"') {
             return FailHere("the name of a member is missing here, in double quotes", kEndsInObject);
         }
-        std::string_view name;
-        if (!ReadString(name)) {
+        if (const char* const past = sink_.GuessName(at_ + 1, end_)) {
+            at_ = past;
+        } else if (std::string_view name; ReadString(name)) {
+            sink_.MemberName(name);
+        } else {
             return false;
         }
-        sink_.MemberName(name);
         SkipBlanks();
         if (*at_ != ':') {
             return FailHere("a colon is missing here, between a name and its value", kEndsInObject);
@@ -126,15 +134,11 @@ private:
 
     bool ReadValue() {
         isFirst_ = false;
+        // Most values are texts.
+        if (*at_ == '"') {
+            return ReadText();
+        }
         switch (*at_) {
-            case '"': {
-                std::string_view text;
-                if (!ReadString(text)) {
-                    return false;
-                }
-                sink_.Value(JSON_STRING, text);
-                return true;
-            }
             case '{':
                 return Open(JSON_NODE);
             case '[':
@@ -201,16 +205,39 @@ private:
         return at;
     }
 
+    bool ReadText() {
+        const char* const first = at_ + 1;
+        at_ = SkipPlain(first);
+        if (*at_ == '"') {
+            const auto length = static_cast<std::size_t>(at_ - first);
+            ++at_;
+            sink_.Value(JSON_STRING, {first, length});
+            return true;
+        }
+        std::string_view text;
+        if (!ReadEscaped(first, text)) {
+            return false;
+        }
+        sink_.Value(JSON_STRING, text);
+        return true;
+    }
+
     /// Reads a string from its opening quote on. The result points into the text itself where nothing is
     /// escaped.
     bool ReadString(std::string_view& result) {
         const char* const first = at_ + 1;
-        at_ = SkipPlain(first);
-        if (*at_ == '"') {
-            result = {first, static_cast<std::size_t>(at_ - first)};
-            ++at_;
-            return true;
+        const char* const past = SkipPlain(first);
+        at_ = past;
+        if (*past != '"') {
+            return ReadEscaped(first, result);
         }
+        result = {first, static_cast<std::size_t>(past - first)};
+        at_ = past + 1;
+        return true;
+    }
+
+    /// Goes on after the first plain characters of a string.
+    bool ReadEscaped(const char* first, std::string_view& result) {
         unescaped_.assign(first, at_);
         while (*at_ != '"') {
             if (*at_ != '\\') {

@@ -18,8 +18,8 @@ constexpr json_int_t kLeastInteger = std::numeric_limits<json_int_t>::min();
 constexpr json_int_t kGreatestInteger = std::numeric_limits<json_int_t>::max();
 
 /// The number that a number or a string spells; empty where it spells none.
-std::string_view NumberText(const Node& node) noexcept {
-    if (node.type != JSON_NUMBER && node.type != JSON_STRING) {
+std::string_view NumberText(const JSONNode& node) noexcept {
+    if (TypeOf(node) != JSON_NUMBER && TypeOf(node) != JSON_STRING) {
         return {};
     }
     const std::string_view text = TextOf(node);
@@ -28,8 +28,8 @@ std::string_view NumberText(const Node& node) noexcept {
     return scan.fault == nullptr && scan.end == end ? text : std::string_view();
 }
 
-bool IsTrue(const Node& node) noexcept {
-    return node.type == JSON_BOOL && TextOf(node) == "true";
+bool IsTrue(const JSONNode& node) noexcept {
+    return TypeOf(node) == JSON_BOOL && TextOf(node) == "true";
 }
 
 /// Whether a number that does not fit into a double is too large, not too small.
@@ -89,12 +89,11 @@ bool IsZero(std::string_view number) noexcept {
 }  // namespace
 
 std::string_view libjson::name_view(const JSONNode& node) noexcept {
-    return TextOf(Read(node).name);
+    return TextOf(NameOf(node));
 }
 
 std::string_view libjson::text_view(const JSONNode& node) noexcept {
-    const Node& read = Read(node);
-    return IsContainer(read) ? std::string_view() : TextOf(read);
+    return IsContainer(node) ? std::string_view() : TextOf(node);
 }
 
 json_string JSONNode::as_string() const {
@@ -102,22 +101,19 @@ json_string JSONNode::as_string() const {
 }
 
 json_int_t JSONNode::as_int() const noexcept {
-    const Node& node = Read(*this);
-    const std::string_view number = NumberText(node);
-    return number.empty() ? json_int_t{IsTrue(node) ? 1 : 0} : ToInteger(number);
+    const std::string_view number = NumberText(*this);
+    return number.empty() ? json_int_t{IsTrue(*this) ? 1 : 0} : ToInteger(number);
 }
 
 double JSONNode::as_float() const noexcept {
-    const Node& node = Read(*this);
-    const std::string_view number = NumberText(node);
-    return number.empty() ? (IsTrue(node) ? 1.0 : 0.0) : ToDouble(number);
+    const std::string_view number = NumberText(*this);
+    return number.empty() ? (IsTrue(*this) ? 1.0 : 0.0) : ToDouble(number);
 }
 
 bool JSONNode::as_bool() const noexcept {
-    const Node& node = Read(*this);
-    const std::string_view number = NumberText(node);
+    const std::string_view number = NumberText(*this);
     if (!number.empty()) {
         return !IsZero(number);
     }
-    return IsTrue(node) || (node.type == JSON_STRING && TextOf(node) == "true");
+    return IsTrue(*this) || (TypeOf(*this) == JSON_STRING && TextOf(*this) == "true");
 }

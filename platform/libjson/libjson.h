@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -53,8 +54,12 @@ using json_string = std::string;
 #endif
 
 namespace libjson::detail {
-struct Node;
 struct NodeAccess;
+
+/// A pointer to a node, or a short node itself; an unnamed empty object from the start.
+struct Handle {
+    std::uint64_t bits = 0xB;
+};
 }  // namespace libjson::detail
 
 /// A JSON value with an optional name: null, string, number, boolean, array or object ("node").
@@ -113,7 +118,7 @@ public:
     JSONNode& operator=(const JSONNode& other) noexcept;
 
     /// Takes the other's value over; the other becomes an unnamed empty object.
-    JSONNode(JSONNode&& other) noexcept : node_(other.node_) { other.node_ = nullptr; }
+    JSONNode(JSONNode&& other) noexcept : handle_(other.handle_) { other.handle_ = {}; }
     JSONNode& operator=(JSONNode&& other) noexcept;
 
     ~JSONNode();
@@ -222,10 +227,9 @@ private:
     friend struct libjson::detail::NodeAccess;
 
     /// Takes over one reference to the node.
-    explicit JSONNode(libjson::detail::Node* node) noexcept : node_(node) {}
+    explicit JSONNode(libjson::detail::Handle handle) noexcept : handle_(handle) {}
 
-    /// Null means an unnamed empty object.
-    libjson::detail::Node* node_;
+    libjson::detail::Handle handle_;
 };
 
 namespace libjson {

@@ -32,22 +32,33 @@ public:
     EverySpareNode() {
         nodes_.reserve(kMostNodes);
         const Failing failing(Source::kLibjson, 1, Times::kFromThenOn);
-        for (std::size_t length = 0; length < kLargestText; length += kStep) {
-            const json_string text(length, 'x');
-            try {
-                while (nodes_.size() < kMostNodes) {
-                    nodes_.emplace_back(json_string(), text);
-                }
-            } catch (const std::bad_alloc&) {
-                continue;
-            }
+        HoldAll([] { return JSONNode(json_string(), json_string(kSmallestText, 'x')); });
+        for (json_index_t capacity = 1; capacity <= kLargestCapacity; ++capacity) {
+            HoldAll([capacity] {
+                JSONNode list(JSON_ARRAY);
+                list.reserve(capacity);
+                return list;
+            });
         }
     }
 
 private:
+    template <typename Make>
+    void HoldAll(const Make& make) {
+        try {
+            while (nodes_.size() < kMostNodes) {
+                nodes_.push_back(make());
+            }
+            ADD_FAILURE() << "there are too many spare nodes to hold them all";
+        } catch (const std::bad_alloc&) {
+            return;
+        }
+    }
+
     static constexpr std::size_t kMostNodes = 1'000'000;
-    static constexpr std::size_t kLargestText = 1024;
-    static constexpr std::size_t kStep = 16;
+    /// What needs memory at all, and what needs more than libjson has ready for nodes.
+    static constexpr std::size_t kSmallestText = 8;
+    static constexpr json_index_t kLargestCapacity = 128;
     std::vector<JSONNode> nodes_;
 };
 

@@ -23,6 +23,12 @@ TEST(Masks, AreTheSameWithAndWithoutWideInstructions) {
         }
         ASSERT_EQ(ReadMask(block), MaskPortable<EndsReadRun>(block));
         ASSERT_EQ(WriteMask(block), MaskPortable<EndsWriteRun>(block));
+        char other[kBlock];
+        std::memcpy(other, block, kBlock);
+        const std::size_t place = random() % kBlock;
+        other[place] = 'b';
+        ASSERT_EQ(DifferenceMask(block, other), DifferenceMaskPortable(block, other));
+        ASSERT_EQ(DifferenceMask(block, other), std::uint32_t{block[place] != 'b'} << place);
     }
 }
 

@@ -76,6 +76,9 @@ struct Counted {
 using First = Counted<1111>;
 using Second = Counted<2222>;
 
+/// Numbers that are too long to need no memory.
+constexpr long long kFirstLongNumber = 1'000'000'000'000;
+
 JSONNode LongMember(char letter) {
     return JSONNode(Text("long"), Text(std::string(kLongText, letter)));
 }
@@ -167,7 +170,7 @@ TEST_F(Memory, OfNodesGoesBackBlockByBlock) {
     std::thread([&whileBuilt] {
         JSONNode array(JSON_ARRAY);
         for (int index = 0; index < 1000000; ++index) {
-            array.push_back(JSONNode(Text("name"), index));
+            array.push_back(JSONNode(Text("name"), kFirstLongNumber + index));
         }
         whileBuilt = First::blocks;
     }).join();
@@ -246,7 +249,7 @@ TEST_F(Memory, RunsOutOfNodesWithoutLosingAny) {
         bool ranOut = false;
         for (int index = 0; index < 1000000 && !ranOut; ++index) {
             try {
-                array.push_back(JSONNode(Text("name"), index));
+                array.push_back(JSONNode(Text("name"), kFirstLongNumber + index));
             } catch (const std::bad_alloc&) {
                 ranOut = true;
                 EXPECT_EQ(array.size(), static_cast<json_index_t>(index));
@@ -254,11 +257,11 @@ TEST_F(Memory, RunsOutOfNodesWithoutLosingAny) {
         }
         EXPECT_TRUE(ranOut);
         for (json_index_t index = 0; index < array.size(); ++index) {
-            ASSERT_EQ(std::as_const(array)[index].as_int(), static_cast<json_int_t>(index));
+            ASSERT_EQ(std::as_const(array)[index].as_int(), kFirstLongNumber + index);
         }
         // A node given back makes room for another.
         array.pop_back(0);
-        array.push_back(JSONNode(Text("name"), 5));
+        array.push_back(JSONNode(Text("name"), kFirstLongNumber));
     }).join();
     EXPECT_LE(First::blocks, before + 1);
 }
