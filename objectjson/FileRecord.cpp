@@ -72,7 +72,7 @@ static_assert(std::ranges::all_of(kFileMemberReaders,
 }  // namespace
 
 void WriteFileMembers(CAEFile& file, DocumentWriter& out) {
-    out.Text(member::kFileType, TextOfModel(CAEGetFileTypeName(static_cast<int>(FileTypeOf(file)))));
+    out.Text(member::kFileType, CAEGetFileTypeName(static_cast<int>(FileTypeOf(file))));
     out.Text(member::kFileFormat, format::NameOfFileFormat(FileFormatOf(file)));
     out.Text(member::kLocationType, file.m_locationType);
     out.Text(member::kFilePath, format::kNoFilePath);

@@ -18,8 +18,7 @@ OuString FileObjectName(CAEObject& object) {
     if (auto* const file = dynamic_cast<CAEFile*>(&object)) {
         file->getFullPathName(path);
     }
-    // Through the ANSI form and back: the format has no characters that the code page lacks.
-    return OuString(AnsiFormOf(path.GetFileName()), 0);
+    return path.GetFileName();
 }
 
 OuString ObjectName(CAEObject& object, Kind kind) {
@@ -43,15 +42,20 @@ OuString StudyTypeName(CAEObject& iteration) {
     return name;
 }
 
-OuString TypeName(CAEObject& object, Kind kind) {
-    OuString name = CAEObjectJson::ObjectTypeName(ToObjectType(kind));
+void WriteTypeName(CAEObject& object, Kind kind, DocumentWriter& out) {
+    const char* const modelName = CAEObject::getTypeName(ToObjectType(kind));
+    if (const char* const known = KnownTypeName(kind, modelName)) {
+        out.Text(member::kType, known);
+        return;
+    }
+    OuString name = TypeNameOf(kind, modelName);
     if (kind == Kind::kProject) {
         // A project goes by its additional type, also by an empty one.
         auto* const project = dynamic_cast<CAEProject*>(&object);
         name = project == nullptr ? OuString() : project->getAdditionalType();
     }
     name.MakeUpper();
-    return name;
+    out.Text(member::kType, name);
 }
 
 /// Asked for and not set: no import changes who created an object.
@@ -79,7 +83,7 @@ void WriteHeader(CAEObject& object, DocumentWriter& out) {
     object.getCreatedUserName(createdBy);
     out.Text(member::kCreatedBy, createdBy);
 
-    out.Text(member::kType, TypeName(object, kind));
+    WriteTypeName(object, kind, out);
 
     if (const OuString key = object.getDBKey(); !IsEmpty(key)) {
         out.Text(member::kDatabaseKey, key);

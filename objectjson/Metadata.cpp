@@ -32,13 +32,13 @@ void WriteMetadata(CAEObject& object, DocumentWriter& out) {
     TextArray values;
     object.getAllMetadata(names, values);
     for (int index = 0; index < SizeOf(names); ++index) {
-        OuString name = TextAt(names, index);
+        const OuString& name = TextAt(names, index);
+        // Renamed before the entry is looked up: the format fixes that "description" is what is asked for.
         if (IsText(name, format::kDescriptionEntry)) {
-            // Renamed before the entry is looked up: the format fixes that "description" is what is asked
-            // for.
-            name = OuString(format::kDescriptionMember, 0);
+            WriteRecord(object, OuString(format::kDescriptionMember, 0), out);
+        } else {
+            WriteRecord(object, name, out);
         }
-        WriteRecord(object, name, out);
     }
     out.End();
 }

@@ -99,7 +99,8 @@ inline int SizeOf(TextArray& texts) {
     return texts.GetSize();
 }
 
-inline OuString TextAt(TextArray& texts, int index) {
+/// The text itself where the array gives that, a copy where it gives one.
+inline decltype(auto) TextAt(TextArray& texts, int index) {
     return texts[index];
 }
 

@@ -19,6 +19,14 @@ void WriteHeader(CAEObject& object, DocumentWriter& out);
 /// Applies one member of the header to the object; other keys have no effect.
 void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member, RepeatedTexts& texts);
 
+// TypeNames.cpp
+
+/// The "type" of the kind, where the format fixes it or the object model's name for the kind is the usual
+/// one; null elsewhere.
+const char* KnownTypeName(format::Kind kind, const char* modelName);
+/// The same for every kind but a project, before it is upper-cased. A null name of the object model is empty.
+OuString TypeNameOf(format::Kind kind, const char* modelName);
+
 // Metadata.cpp
 
 void WriteMetadata(CAEObject& object, DocumentWriter& out);

@@ -173,6 +173,27 @@ TEST(OddAnswers, NullNameOfAKindIsNoName) {
     EXPECT_EQ(null.TimesGiven(), 2);
 }
 
+TEST(OddAnswers, NameOfAKindIsWrittenAsTheObjectModelSays) {
+    TestProject project;
+    CAEObject& part = project.Add(CAE_PART, L"part");
+    CAEObject& iteration = project.Add(CAE_ITERATION, L"iteration");
+    const auto typeOf = [](CAEObject& object) {
+        return MemberText(CAEObjectJson(&object).GetJsonNode(), "type");
+    };
+    const struct {
+        const char* name;
+        const char* type;
+    } kNames[] = {{"pART", "CAEPART"}, {"Parts", "CAEPARTS"}, {"Par", "CAEPAR"},
+                  {"", "CAE"},         {nullptr, "CAE"},      {"P\xC3\xA4rt 2", "CAEP\xC3\x84RT 2"}};
+    for (const auto& known : kNames) {
+        const OddAnswer odd("CAEObject::getTypeName", {.text = known.name}, OddAnswer::kAlways);
+        EXPECT_EQ(typeOf(part), known.type);
+        // The format fixes this one, whatever the object model says.
+        EXPECT_EQ(typeOf(iteration), "CAEITERATION");
+        EXPECT_EQ(odd.TimesGiven(), 2);
+    }
+}
+
 TEST(OddAnswers, NullNameOfAFileTypeIsWrittenEmpty) {
     TestProject project;
     CAEFile& file = project.AddFile(*project, L"a.inp", CAE_FILE_DECK);
