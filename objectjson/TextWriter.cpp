@@ -2,9 +2,7 @@
 
 #if defined(KORVANEJSON_TEXT_WITHOUT_NODES)
 
-#include <algorithm>
 #include <string_view>
-#include <utility>
 
 namespace {
 
@@ -37,19 +35,6 @@ void TextWriter::OpenObject(const char* name) {
 void TextWriter::Finish() {
     writer_.end();
     writer_.finish();
-}
-
-void WideText::write(const char* text, std::size_t length) {
-    if (length > pageLength_) {
-        page_ = std::make_unique_for_overwrite<wchar_t[]>(length);
-        pageLength_ = length;
-    }
-    std::copy(text, text + length, page_.get());
-    text_.Append(page_.get(), length);
-}
-
-OuString WideText::Take() {
-    return std::exchange(text_, OuString());
 }
 
 #endif

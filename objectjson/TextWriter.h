@@ -7,16 +7,15 @@
 
 #include <text_writer.h>
 
-#include <memory>
-
+#include "DocumentText.h"
 #include "DocumentWriter.h"
 
-/// Writes a document as compact text into a sink, in memory that does not grow with it. What the sink throws
-/// reaches the caller.
+/// Writes a document as compact text into a sink, a page at a time, in memory that does not grow with it.
+/// What the sink throws reaches the caller.
 class TextWriter final : public DocumentWriter {
 public:
     /// Opens the document's root. The sink must live until Finish.
-    explicit TextWriter(libjson::text_sink& sink) : writer_(sink) { writer_.open_object(); }
+    explicit TextWriter(DocumentSink& sink) : pages_(sink), writer_(pages_) { writer_.open_object(); }
 
     using DocumentWriter::Text;
     void Text(format::MemberName name, const char* value) override;
@@ -30,21 +29,18 @@ public:
     void Finish();
 
 private:
+    /// Hands the writer's page to the sink.
+    class Pages final : public libjson::text_sink {
+    public:
+        explicit Pages(DocumentSink& sink) : sink_(sink) {}
+        void write(const char* text, std::size_t length) override { sink_.Write(text, length); }
+
+    private:
+        DocumentSink& sink_;
+    };
+
+    Pages pages_;
     libjson::text_writer writer_;
-};
-
-/// Collects a document's text, which is ASCII, as a wide one.
-class WideText final : public libjson::text_sink {
-public:
-    void write(const char* text, std::size_t length) override;
-
-    /// The text so far, which is empty then.
-    OuString Take();
-
-private:
-    OuString text_;
-    std::unique_ptr<wchar_t[]> page_;
-    std::size_t pageLength_ = 0;
 };
 
 #endif

@@ -7,8 +7,8 @@
 #include "format/MemberNames.h"
 #include "format/Values.h"
 #include "objectjson/CAEObjectJson.h"
+#include "objectjson/DocumentText.h"
 #include "objectjson/ExportMode.h"
-#include "objectjson/Sections.h"
 #include "objectjson/TextWriter.h"
 
 namespace {
@@ -48,12 +48,7 @@ OuString JsonSerializer::GetJsonString() {
 #if defined(KORVANEJSON_TEXT_WITHOUT_NODES)
     SetModuleExportMode(exportMode_);
     WideText text;
-    TextWriter out(text);
-    if (object_ != nullptr) {
-        WriteObject(*object_, ExportModeOfText(exportMode_), out);
-    }
-    out.Text(format::member::kSubType, format::kSubTypeValue);
-    out.Finish();
+    WriteDocument(object_, ExportModeOfText(exportMode_), text);
     return text.Take();
 #else
     return WideDocument(GetJson());
