@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// What several runs of one thing took.
+struct Samples {
+    std::vector<double> seconds;
+    double peakMiB = 0;
+
+    double Median() const;
+    /// The largest distance from the median, as a share of it.
+    double Spread() const;
+};
+
+struct Measurement {
+    std::string what;
+    int objects = 0;
+    Samples command;
+    Samples floor;
+};
+
+/// A table for people: medians, spreads, peak memory, and the ratio of command and floor. `small` has the
+/// same commands on fewer objects, for the growth of the time per object; it may be empty.
+std::string TableOf(const std::vector<Measurement>& measurements);
+/// The same as JSON.
+std::string JsonOf(const std::vector<Measurement>& measurements);
+
+}  // namespace bench
