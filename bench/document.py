@@ -1,0 +1,28 @@
+"""Writes the tables of a run into docs/performance.md, between the comments that are there for them."""
+
+import re
+
+from measure import BenchError
+from report import case_table, table, target_table
+
+
+def machine_table(results):
+    machine = results["machine"]
+    return table(["", ""], [
+        ["processor cores", str(machine["cores"])],
+        ["memory", machine["memory"]],
+        ["system", machine["system"]],
+        ["compiler", f"{machine['compiler']}, Release"],
+        ["rounds", str(results["rounds"])],
+    ])
+
+
+def write_tables(results, path):
+    text = path.read_text(encoding="utf-8")
+    tables = {"machine": machine_table(results), "targets": target_table(results), "cases": case_table(results)}
+    for name, content in tables.items():
+        pattern = rf"(<!-- table: {name} -->\n).*?(\n<!-- end of table -->)"
+        text, count = re.subn(pattern, lambda found: found[1] + content + found[2], text, flags=re.DOTALL)
+        if count != 1:
+            raise BenchError(f"{path} does not have one place for the table \"{name}\"")
+    path.write_text(text, encoding="utf-8")

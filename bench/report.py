@@ -1,0 +1,158 @@
+"""The tables of a run."""
+
+import statistics
+
+from measure import middle, ratios
+from targets import BYTES, CASES, GROWTH_AT_MOST, MEMORY, PROGRAM_AT_MOST, SIZES, SMALL, TIMES, WORTH_A_MARK
+
+
+def table(head, rows):
+    """A table for people and for Markdown."""
+    cells = [head, *rows]
+    widths = [max(len(row[column]) for row in cells) for column in range(len(head))]
+    line = lambda row: "| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |"
+    return "\n".join([line(head), "|" + "|".join("-" * (width + 2) for width in widths) + "|",
+                      *map(line, rows)])
+
+
+def verdict(measured, at_most):
+    return "met" if measured <= at_most else f"**missed by {measured - at_most:.2f}**"
+
+
+def ratio_cell(values, at_most):
+    median, low, high = middle(values)
+    text = f"{median:.2f} ({low:.2f} to {high:.2f})"
+    return text if at_most is None else f"{text}, {verdict(median, at_most)}"
+
+
+def limit(at_most):
+    return "" if at_most is None else f"{at_most:.3g}"
+
+
+def times_of(results, comparison, objects):
+    for kept in results["times"]:
+        if (kept["ours"], kept["peer"], kept["objects"]) == (comparison.ours, comparison.peer, objects):
+            return kept["seconds"]
+    return None
+
+
+def memory_of(results, name, objects):
+    return results["memory"].get(name, {}).get(str(objects))
+
+
+def sizes_of(results):
+    """The sizes with targets; others are only for plots, and stand in the table when there is nothing else."""
+    measured = results["sizes"]
+    return [size for size in measured if size in SIZES] or measured
+
+
+def ratio_row(results, comparison, sizes):
+    cells = []
+    for objects in sizes:
+        seconds = times_of(results, comparison, objects)
+        cells.append("" if seconds is None else ratio_cell(
+            ratios(seconds[f"{comparison.ours}@{objects}"], seconds[f"{comparison.peer}@{objects}"]),
+            comparison.at_most))
+    return [comparison.title, limit(comparison.at_most), *cells]
+
+
+def memory_rows(results, sizes):
+    rows = []
+    for comparison in MEMORY:
+        cells = []
+        for objects in sizes:
+            ours, peer = (memory_of(results, name, objects) for name in (comparison.ours, comparison.peer))
+            share = ours["bytes"] / peer["bytes"] if ours and peer else None
+            cells.append("" if share is None else f"{share:.2f}, {verdict(share, comparison.at_most)}")
+        rows.append([f"the same in memory: {comparison.title}", limit(comparison.at_most), *cells])
+    for name, at_most in BYTES.items():
+        cells = []
+        for objects in sizes:
+            memory = memory_of(results, name, objects)
+            cells.append("" if memory is None else
+                         f"{memory['bytes'] / 1e6:.2f} MB, {verdict(memory['bytes'] / 1e6, at_most / 1e6)}")
+        rows.append([f"{CASES[name]}: memory over the model", f"{at_most / 1e6:.0f} MB", *cells])
+    return rows
+
+
+def growth_rows(results, sizes):
+    """The time per object in the largest project beside that in a small one, from one process."""
+    rows, seen = [], set()
+    largest = max(sizes)
+    for comparison in TIMES:
+        seconds = times_of(results, comparison, largest)
+        if seconds is None or largest == SMALL:
+            continue
+        for name in (comparison.ours, comparison.peer):
+            values = [one * SMALL / largest
+                      for one in ratios(seconds[f"{name}@{largest}"], seconds[f"{name}@{SMALL}"])]
+            at_most = GROWTH_AT_MOST if name == comparison.ours else None
+            if name not in seen and (at_most or comparison.at_most):
+                rows.append([f"{CASES[name]}: {largest:,} objects / {SMALL:,}, each object", limit(at_most),
+                             *[""] * (len(sizes) - 1), ratio_cell(values, at_most)])
+            seen.add(name)
+    return rows
+
+
+def program_rows(results, sizes):
+    rows = {}
+    for kept in results["program"]:
+        if kept["objects"] not in sizes:
+            continue
+        cells = rows.setdefault(kept["what"], [""] * len(sizes))
+        cells[sizes.index(kept["objects"])] = (
+            f"{kept['ratio']:.2f}, {verdict(kept['ratio'], PROGRAM_AT_MOST)}; grown {kept['growth']:.2f}, "
+            f"{verdict(kept['growth'], GROWTH_AT_MOST)}")
+    return [[f"`korvane-json`: {what} / its floor", str(PROGRAM_AT_MOST), *cells] for what, cells in rows.items()]
+
+
+def target_table(results):
+    sizes = sizes_of(results)
+    rows = [ratio_row(results, comparison, sizes) for comparison in TIMES
+            if any(times_of(results, comparison, objects) for objects in sizes)]
+    rows += [row for row in memory_rows(results, sizes) if any(row[2:])]
+    rows += growth_rows(results, sizes) + program_rows(results, sizes)
+    return table(["", "at most", *[f"{size:,} objects" for size in sizes]], rows)
+
+
+def nanoseconds(results, name, objects):
+    """Every run of the case with that many objects, whatever it was compared with."""
+    values = [one for kept in results["times"] for one in kept["seconds"].get(f"{name}@{objects}", [])]
+    return statistics.median(values) / objects * 1e9 if values else None
+
+
+def case_table(results):
+    sizes = list(dict.fromkeys((SMALL, *sizes_of(results))))
+    rows = []
+    for name, title in CASES.items():
+        times = [nanoseconds(results, name, objects) for objects in sizes]
+        memory = [memory_of(results, name, objects) for objects in sizes_of(results)]
+        if not any(times):
+            continue
+        rows.append([title, *["" if one is None else f"{one:,.0f}" for one in times],
+                     *["" if one is None else f"{one['bytes'] / 1e6:,.1f}" for one in memory],
+                     *bytes_and_allocations(results, name)])
+    head = ["", *[f"ns, {size:,}" for size in sizes], *[f"MB, {size:,}" for size in sizes_of(results)],
+            "bytes per object", "allocations per object"]
+    return table(head, rows)
+
+
+def bytes_and_allocations(results, name):
+    largest = max((size for size in sizes_of(results) if memory_of(results, name, size)), default=None)
+    if largest is None:
+        return ["", ""]
+    memory = memory_of(results, name, largest)
+    return [f"{memory['bytes'] / largest:,.0f}", f"{memory['allocations'] / largest:.2f}"]
+
+
+def change(values):
+    median, low, high = middle(values)
+    mark = "" if abs(median - 1) <= WORTH_A_MARK else " **slower**" if median > 1 else " **faster**"
+    return f"{median:.2f} ({low:.2f} to {high:.2f}){mark}"
+
+
+def count_change(old, new):
+    if old == new:
+        return "as before"
+    mark = " **!**" if abs(new - old) > WORTH_A_MARK * max(old, 1) else ""
+    return f"{old:,} to {new:,}{mark}"
