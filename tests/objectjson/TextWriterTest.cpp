@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "format/MemberNames.h"
+#include "objectjson/DocumentText.h"
 #include "objectjson/NodeWriter.h"
 #include "objectjson/TextWriter.h"
 
@@ -13,9 +14,9 @@ namespace member = format::member;
 
 namespace {
 
-class Pages final : public libjson::text_sink {
+class Pages final : public DocumentSink {
 public:
-    void write(const char* text, std::size_t length) override { pages.emplace_back(text, length); }
+    void Write(const char* text, std::size_t length) override { pages.emplace_back(text, length); }
 
     std::vector<std::string> pages;
 };
@@ -71,15 +72,15 @@ TEST(WideText, CollectsPagesOfAnyLengthUntilItIsTaken) {
     std::string written;
     std::wstring expected;
     // Longer and shorter than the ones before.
-    for (const std::size_t length : {3U, 100U, 7U, 101U, 100U}) {
+    for (const std::size_t length : {3U, 1024U, 7U, 1025U, 5000U}) {
         const char letter = static_cast<char>('a' + length % 26);
         written.assign(length, letter);
         expected.append(length, static_cast<wchar_t>(letter));
-        text.write(written.data(), written.size());
+        text.Write(written.data(), written.size());
     }
     EXPECT_EQ(text.Take().GetBuffer(), expected);
     EXPECT_TRUE(text.Take().IsEmpty());
-    text.write("again", 5);
+    text.Write("again", 5);
     EXPECT_STREQ(text.Take().GetBuffer(), L"again");
 }
 
