@@ -1,4 +1,5 @@
 #include "Answer.h"
+#include "ResponseKeys.h"
 #include "format/MemberNames.h"
 #include "objectjson/NodeReading.h"
 
@@ -19,17 +20,17 @@ void caerest::json::ApplyJsonResponseOnObject(const JSONNode& node, CAEObject* o
     if (object == nullptr) {
         return;
     }
-    const ResponseKeyMap keys = FlattenAnswer(node);
+    const std::vector<ResponseKey> keys = ReadResponseKeys(node);
     TakeDisplayName(node, *object);
-    for (const auto& [id, key] : keys) {
+    for (const ResponseKey& key : keys) {
         CAEProject* const project = object->getProject();
         if (project == nullptr) {
             return;
         }
-        if (CAEObject* const target = project->getCAEObject(ReadIdentifier(id))) {
+        if (CAEObject* const target = project->getCAEObject(ReadIdentifier(key.Id()))) {
             // Its own key for every kind: the server answers with the view item's, not with the item's it
             // shows.
-            target->setDBKey(OuString(key.c_str(), 0));
+            target->setDBKey(TextFromAnsi(key.Key()));
         }
     }
 }

@@ -188,6 +188,21 @@ TEST(ApplyJsonResponse, LaterTextOfTheSameNumberWins) {
     EXPECT_EQ(KeysOf(*project, 2), "  C");
 }
 
+TEST(ApplyJsonResponse, LongTextsOfTheSameNumberAreComparedToTheirEnd) {
+    TestProject project;
+    project.Add(CAE_PART, L"frame");
+    // By bytes, "0000000002" comes before "000000002", and that before "000000002x".
+    Apply(R"([{"id":"000000002","dbkey":"B"},{"id":"0000000002","dbkey":"A"}])", &*project);
+    EXPECT_EQ(KeysOf(*project, 2), "  B");
+    Apply(
+        R"([{"id":"000000002x","dbkey":"C"},{"id":"000000002","dbkey":"B"},{"id":"000000002x","dbkey":"D"}])",
+        &*project);
+    EXPECT_EQ(KeysOf(*project, 2), "  C");
+    // Bytes beyond ASCII come last.
+    Apply(R"([{"id":"2\u00FC","dbkey":"F"},{"id":"2~","dbkey":"E"}])", &*project);
+    EXPECT_EQ(KeysOf(*project, 2), "  F");
+}
+
 TEST(ApplyJsonResponse, KeysAreAppliedAsTheyStand) {
     TestProject project;
     for (int id = 2; id <= 5; ++id) {

@@ -1,0 +1,37 @@
+#include "ResponseKeys.h"
+
+#include <algorithm>
+
+#include "AnswerWalk.h"
+
+namespace {
+
+std::uint64_t BeginningOf(std::string_view text) {
+    std::uint64_t beginning = 0;
+    for (std::size_t index = 0; index < sizeof(beginning); ++index) {
+        const unsigned char byte = index < text.size() ? static_cast<unsigned char>(text[index]) : 0;
+        beginning = beginning << 8U | byte;
+    }
+    return beginning;
+}
+
+}  // namespace
+
+ResponseKey::ResponseKey(const NodeText& id, const NodeText& key)
+    : beginning_(BeginningOf(UpToNul(id))), id_(UpToNul(id)), key_(UpToNul(key)) {}
+
+std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer) {
+    std::vector<ResponseKey> keys;
+    const auto take = [&keys](const NodeText& id, const NodeText& key) { keys.emplace_back(id, key); };
+    if (answer.type() == JSON_ARRAY) {
+        for (const JSONNode& element : answer) {
+            WalkAnswer(element, take);
+        }
+    } else {
+        WalkAnswer(answer, take);
+    }
+    std::stable_sort(keys.begin(), keys.end());
+    const auto repeated = std::ranges::unique(keys, {}, &ResponseKey::Id);
+    keys.erase(repeated.begin(), repeated.end());
+    return keys;
+}

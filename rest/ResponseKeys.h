@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "objectjson/NodeReading.h"
+
+/// A key that an answer gives to the objects with an identifier.
+class ResponseKey {
+public:
+    ResponseKey(const NodeText& id, const NodeText& key);
+
+    std::string_view Id() const { return id_; }
+    std::string_view Key() const { return key_; }
+
+    friend bool operator<(const ResponseKey& left, const ResponseKey& right) {
+        return left.beginning_ != right.beginning_ ? left.beginning_ < right.beginning_
+                                                   : left.id_ < right.id_;
+    }
+
+private:
+    /// The first eight bytes of the identifier, in the order in which they compare. Most identifiers have no
+    /// more, so that sorting need not look at the texts.
+    std::uint64_t beginning_;
+    NodeText id_;
+    NodeText key_;
+};
+
+/// The keys of an answer, an object node or an array of such, in the order of the identifiers' texts, each
+/// identifier once with its first key; none for any other value. Valid as long as the answer.
+std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer);
