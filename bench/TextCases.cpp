@@ -5,18 +5,11 @@
 
 #include <optional>
 #include <stdexcept>
-#include <utility>
 
 #include "Case.h"
 #include "HandExport.h"
+#include "NarrowExport.h"
 #include "RapidJson.h"
-#if __has_include("objectjson/TextWriter.h")
-#include "format/MemberNames.h"
-#include "format/Values.h"
-#include "objectjson/ExportMode.h"
-#include "objectjson/Sections.h"
-#include "objectjson/TextWriter.h"
-#endif
 
 namespace {
 
@@ -154,22 +147,20 @@ private:
     OuString text_;
 };
 
-#if defined(KORVANEJSON_TEXT_WITHOUT_NODES)
-
 /// Forgets the pages but their length.
-class DroppingSink final : public libjson::text_sink {
+class DroppingTaker final : public PageTaker {
 public:
-    void write(const char*, std::size_t length) override { written_ += length; }
-    std::size_t Written() const { return written_; }
+    void Take(const char*, std::size_t length) override { taken_ += length; }
+    std::size_t Taken() const { return taken_; }
 
 private:
-    std::size_t written_ = 0;
+    std::size_t taken_ = 0;
 };
 
-class CollectingSink final : public libjson::text_sink {
+class CollectingTaker final : public PageTaker {
 public:
-    void write(const char* text, std::size_t length) override { collected_.append(text, length); }
-    std::string Take() { return std::move(collected_); }
+    void Take(const char* text, std::size_t length) override { collected_.append(text, length); }
+    const std::string& Collected() const { return collected_; }
 
 private:
     std::string collected_;
@@ -180,33 +171,23 @@ public:
     explicit NarrowText(Subject& subject) : subject_(subject) {}
 
     void Run() override {
-        DroppingSink sink;
-        Write(sink);
-        written_ = sink.Written();
+        DroppingTaker taker;
+        WriteNarrow(subject_.Project(), taker);
+        written_ = taker.Taken();
     }
     std::string Result() override {
-        CollectingSink sink;
-        Write(sink);
-        std::string text = sink.Take();
-        if (text.size() != written_) {
+        CollectingTaker taker;
+        WriteNarrow(subject_.Project(), taker);
+        if (taker.Collected().size() != written_) {
             throw std::logic_error("the dropped text has another length");
         }
-        return text;
+        return taker.Collected();
     }
 
 private:
-    void Write(libjson::text_sink& sink) {
-        TextWriter out(sink);
-        WriteObject(subject_.Project(), ExportModeOfText(OuString()), out);
-        out.Text(format::member::kSubType, format::kSubTypeValue);
-        out.Finish();
-    }
-
     Subject& subject_;
     std::size_t written_ = 0;
 };
-
-#endif
 
 }  // namespace
 
@@ -217,8 +198,8 @@ std::vector<NamedCase> TextCases() {
         {"writer-by-hand-wide", kSameDocument, MakeCase<WideWriter>},
         {"text", kSameDocument, MakeCase<Text>},
     };
-#if defined(KORVANEJSON_TEXT_WITHOUT_NODES)
-    cases.push_back({"text-narrow", kSameDocument, MakeCase<NarrowText>});
-#endif
+    if (CanWriteNarrow()) {
+        cases.push_back({"text-narrow", kSameDocument, MakeCase<NarrowText>});
+    }
     return cases;
 }

@@ -1,11 +1,16 @@
 // Times cases beside each other:
 //
 //     bench-time --list
-//     bench-time CASE@OBJECTS CASE@OBJECTS...
+//     bench-time [--keep-memory] CASE@OBJECTS CASE@OBJECTS...
 //
 // Checks first that all cases of one outcome and size give the same result, byte for byte, and says "ready".
 // Then, for each line that it reads, it runs every case once (short ones until there is something to
-// measure) and writes their times in one line: seconds of processor time, user and system, per run.
+// measure) and writes their times in one line: seconds of processor time, user and system, per run. Free
+// memory is given back to the system before every run, so that a run touches its memory for the first time,
+// as the one export or import of a host does, and a project of any size meets the same conditions;
+// --keep-memory leaves that out.
+
+#include <malloc.h>
 
 #include <algorithm>
 #include <charconv>
@@ -36,11 +41,14 @@ struct TimedCase {
     std::unique_ptr<Case> work;
 };
 
-double SecondsPerRun(Case& timed) {
+double SecondsPerRun(Case& timed, bool keepsMemory) {
     double total = 0;
     int runs = 0;
     while (total < kLeastSeconds) {
         timed.Prepare();
+        if (!keepsMemory) {
+            malloc_trim(0);
+        }
         const double start = ProcessorSeconds();
         timed.Run();
         total += ProcessorSeconds() - start;
@@ -86,9 +94,9 @@ public:
         }
     }
 
-    void Time() {
+    void Time(bool keepsMemory) {
         for (const TimedCase& timed : cases_) {
-            std::cout << SecondsPerRun(*timed.work) << ' ';
+            std::cout << SecondsPerRun(*timed.work, keepsMemory) << ' ';
         }
         std::cout << std::endl;
     }
@@ -105,15 +113,16 @@ int Run(int count, char** arguments) {
         }
         return 0;
     }
+    const bool keepsMemory = count > 1 && std::string_view(arguments[1]) == "--keep-memory";
     Cases cases;
-    for (int index = 1; index < count; ++index) {
+    for (int index = keepsMemory ? 2 : 1; index < count; ++index) {
         cases.Add(arguments[index]);
     }
     cases.Check();
     std::cout.precision(9);
     std::cout << "ready" << std::endl;
     for (std::string line; std::getline(std::cin, line);) {
-        cases.Time();
+        cases.Time(keepsMemory);
     }
     return 0;
 }

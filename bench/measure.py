@@ -31,9 +31,9 @@ def say(text):
 class Stopwatch:
     """A process that times cases, each once for every round that it is asked for."""
 
-    def __init__(self, binaries, labels):
+    def __init__(self, binaries, labels, *switches):
         self.labels = labels
-        self.process = subprocess.Popen([binaries / "bench-time", *labels], stdin=subprocess.PIPE,
+        self.process = subprocess.Popen([binaries / "bench-time", *switches, *labels], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, text=True)
         self.read_line()
 
@@ -70,13 +70,14 @@ def rounds_of(stopwatches, rounds):
     return seconds
 
 
-def measure_times(binaries, comparison, objects, rounds):
+def measure_times(binaries, comparison, objects, rounds, *switches):
     """The two cases in turns. For the growth of the time per object a second process takes turns with the first: in
     the same one the small project would get the memory that the large one has left scattered."""
     sizes = dict.fromkeys((objects, SMALL))
     with contextlib.ExitStack() as open_ones:
         stopwatches = [open_ones.enter_context(
-            Stopwatch(binaries, [f"{name}@{size}" for name in (comparison.ours, comparison.peer)])) for size in sizes]
+            Stopwatch(binaries, [f"{name}@{size}" for name in (comparison.ours, comparison.peer)], *switches))
+            for size in sizes]
         return collections.ChainMap(*rounds_of(stopwatches, rounds))
 
 

@@ -50,9 +50,11 @@ def ratio_row(results, comparison, sizes):
     cells = []
     for objects in sizes:
         seconds = times_of(results, comparison, objects)
-        cells.append("" if seconds is None else ratio_cell(
-            ratios(seconds[f"{comparison.ours}@{objects}"], seconds[f"{comparison.peer}@{objects}"]),
-            comparison.at_most))
+        if seconds is None:
+            cells.append("not measured")
+            continue
+        both = (seconds[f"{name}@{objects}"] for name in (comparison.ours, comparison.peer))
+        cells.append(ratio_cell(ratios(*both), comparison.at_most))
     return [comparison.title, limit(comparison.at_most), *cells]
 
 
@@ -154,5 +156,5 @@ def change(values):
 def count_change(old, new):
     if old == new:
         return "as before"
-    mark = " **!**" if abs(new - old) > WORTH_A_MARK * max(old, 1) else ""
+    mark = "" if abs(new - old) <= WORTH_A_MARK * max(old, 1) else " **more**" if new > old else " **less**"
     return f"{old:,} to {new:,}{mark}"
