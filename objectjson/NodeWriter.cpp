@@ -1,23 +1,31 @@
 #include "NodeWriter.h"
 
 void NodeWriter::Text(format::MemberName name, const char* value) {
-    Innermost().push_back(JSONNode(name.c_str(), value == nullptr ? "" : value));
+    nodes_.text(name.View(), value == nullptr ? "" : value);
 }
 
-void NodeWriter::OpenArray(format::MemberName name) {
-    open_.emplace_back(JSON_ARRAY).set_name(name.c_str());
+#if !__has_include(<node_writer.h>)
+
+namespace {
+
+json_string Copy(std::string_view text) {
+    return json_string(text.data(), text.size());
 }
 
-void NodeWriter::OpenObject(const char* name) {
-    open_.emplace_back(JSON_NODE).set_name(name == nullptr ? "" : name);
+}  // namespace
+
+void NodeMaker::Open(char type, std::string_view name) {
+    open_.emplace_back(type).set_name(Copy(name));
 }
 
-void NodeWriter::OpenElement() {
-    open_.emplace_back(JSON_NODE);
-}
-
-void NodeWriter::End() {
+void NodeMaker::end() {
     const JSONNode ended = std::move(open_.back());
     open_.pop_back();
     Innermost().push_back(ended);
 }
+
+void NodeMaker::text(std::string_view name, std::string_view value) {
+    Innermost().push_back(JSONNode(Copy(name), Copy(value)));
+}
+
+#endif

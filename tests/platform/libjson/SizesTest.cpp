@@ -69,9 +69,9 @@ void ExpectWhole(const std::string& name, const std::string& value) {
 
 TEST(Sizes, OfTextsDoNotShow) {
     for (const std::string& name : NamesOfAllKinds()) {
-        for (const std::size_t length :
+        for (const int length :
              {0, 1, 3, 4, 5, 6, 7, 8, 9, 16, 17, 32, 33, 100, 247, 248, 249, 1024, 1025, 5000}) {
-            ExpectWhole(name, TextOfLength(length));
+            ExpectWhole(name, TextOfLength(static_cast<std::size_t>(length)));
         }
         ExpectWhole(name, std::string("\0a\0b", 4));
         ExpectWhole(name, std::string("\0a\0b\0c\0d", 8));
@@ -143,7 +143,7 @@ TEST(Sizes, OfTheTableOfNamesDoNotShow) {
 }
 
 TEST(Sizes, OfTextsDoNotHideWhatIsEscaped) {
-    for (const std::size_t length : {1, 5, 6, 8, 9, 24, 25, 100, 248, 300}) {
+    for (const std::size_t length : {1U, 5U, 6U, 8U, 9U, 24U, 25U, 100U, 248U, 300U}) {
         for (std::size_t at = 0; at < length; ++at) {
             std::string value = TextOfLength(length);
             value[at] = '/';
