@@ -33,7 +33,7 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
             return kFailure;
         }
         if (!options.isDryRun) {
-            file.Save(console);
+            file.SaveKeys(console);
         }
         return ReportDone(options.isDryRun, console, [&] {
             report.Say(Quoted(options.file), console);

@@ -29,18 +29,4 @@ std::vector<CAEFile*> AttachedFilesOf(CAEObject& object) {
     return files;
 }
 
-std::vector<MetadataOfObject> MetadataOf(const CAEObject& object) {
-    OuTemplateArray<OuString, OuCRTAllocator> names;
-    OuTemplateArray<OuString, OuCRTAllocator> values;
-    object.getAllMetadata(names, values);
-    std::vector<MetadataOfObject> entries;
-    for (int index = 0; index < names.GetSize(); ++index) {
-        MetadataOfObject entry{names[index], values[index], {}, {}};
-        object.getMetadataType(entry.name, entry.type);
-        object.getMetadataUnitString(entry.name, entry.unit);
-        entries.push_back(entry);
-    }
-    return entries;
-}
-
 }  // namespace host

@@ -14,13 +14,4 @@ std::vector<CAEObject*> ChildrenOf(const CAEObject& object);
 /// The attached files, in their order, without those that the project does not have.
 std::vector<CAEFile*> AttachedFilesOf(CAEObject& object);
 
-struct MetadataOfObject {
-    OuString name;
-    OuString value;
-    OuString type;
-    OuString unit;
-};
-/// The metadata entries, in their order.
-std::vector<MetadataOfObject> MetadataOf(const CAEObject& object);
-
 }  // namespace host

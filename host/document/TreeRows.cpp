@@ -139,7 +139,7 @@ void RowLister::AddMetadata(const CAEObject& object, const std::string& strokes)
     TreeRow row;
     row.isMetadata = true;
     row.strokes = strokes;
-    for (const MetadataOfObject& entry : MetadataOf(object)) {
+    for (const korvane::MetadataValues& entry : korvane::GetMetadata(object)) {
         std::string item = Printable(entry.name) + ": " + Shorten(Printable(entry.value));
         item += entry.unit.IsEmpty() ? "" : " " + Printable(entry.unit);
         const bool fits = DisplayWidth(row.name) + DisplayWidth(item) < kMetadataWidth;

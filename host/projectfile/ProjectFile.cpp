@@ -66,6 +66,10 @@ void ProjectFile::Save(CAEProject& project, Console& console) {
     state_->transaction->Complete([&] { WriteProjectTables(state_->database, project, console); });
 }
 
+void ProjectFile::SaveKeys(Console& console) {
+    state_->transaction->Complete([&] { UpdateProjectTables(state_->database, *state_->project, console); });
+}
+
 void RefuseNewName(const path& file) {
     std::error_code error;
     Entry entry;

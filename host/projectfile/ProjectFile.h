@@ -44,6 +44,8 @@ public:
     /// unchanged.
     void Save(Console& console);
     void Save(CAEProject& project, Console& console);
+    /// The same if only keys of objects and display names of projects have changed since the file was opened.
+    void SaveKeys(Console& console);
 
 private:
     struct State;

@@ -23,6 +23,10 @@ void CheckProjectTables(Database& database, CheckDepth depth);
 /// Replaces everything in the tables by the project. The caller has begun a transaction.
 void WriteProjectTables(Database& database, CAEProject& project, Console& console);
 
+/// The same if only keys of objects and display names of projects have changed since the project was read
+/// from these tables: only the rows that they change are written.
+void UpdateProjectTables(Database& database, CAEProject& project, Console& console);
+
 /// Creates the project that the tables hold, which have been checked. Throws DatabaseError if they do not
 /// hold one, for example because an object has an unknown parent, identifier or kind.
 std::unique_ptr<CAEProject> ReadProjectTables(Database& database, Console& console);

@@ -1,48 +1,17 @@
 #include <EmbeddedRestore.h>
 
-#include <limits>
 #include <map>
 #include <optional>
 #include <string>
 
+#include "Columns.h"
 #include "FileNesting.h"
 #include "ProjectTables.h"
-#include "host/system/Notes.h"
+#include "RepeatedTexts.h"
+#include "host/system/DatabaseError.h"
 
 namespace host {
 namespace {
-
-/// A column that holds an int. Anything else is reported as damage.
-int Integer(const Statement& row, int column) {
-    if (!row.IsNumber(column)) {
-        RefuseDamaged("a value is not a number");
-    }
-    const std::int64_t number = row.Number(column);
-    if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
-        RefuseDamaged("the number " + std::to_string(number) + " is too large");
-    }
-    return static_cast<int>(number);
-}
-
-bool Flag(const Statement& row, int column) {
-    const int number = Integer(row, column);
-    if (number != 0 && number != 1) {
-        RefuseDamaged("a value is " + std::to_string(number) + " and not 0 or 1");
-    }
-    return number == 1;
-}
-
-OuString Text(const Statement& row, int column) {
-    if (!row.IsText(column)) {
-        RefuseDamaged("a value is not a text");
-    }
-    const std::string text = row.Text(column);
-    // The object model would keep only what is before it.
-    if (text.find('\0') != std::string::npos) {
-        RefuseDamaged("a text has a NUL character: " + Excerpt(text));
-    }
-    return OuString(text.c_str(), 0);
-}
 
 /// The entries of the objects have to be numbered from 0 for each object.
 class EntryNumbers {
@@ -83,6 +52,10 @@ private:
     void ReadMetadata();
     void ReadViewItems();
 
+    /// A text that many objects have.
+    OuString RepeatedText(const Statement& row, int column) {
+        return repeatedTexts_.Widen(NarrowText(row, column));
+    }
     /// The object that the first column of the row names.
     CAEObject& ObjectOf(const Statement& row) { return Find(Integer(row, 0)); }
     CAEObject& Find(int id);
@@ -101,6 +74,9 @@ private:
     Console& console_;
     std::unique_ptr<CAEProject> project_;
     std::map<int, std::size_t> countOfKind_;
+    RepeatedTexts repeatedTexts_;
+    /// Whether a file has files or objects of its own.
+    bool isAnythingBelowAFile_ = false;
 };
 
 std::unique_ptr<CAEProject> Reader::Read() {
@@ -115,7 +91,9 @@ std::unique_ptr<CAEProject> Reader::Read() {
         RefuseDamaged("it does not say which identifier comes next");
     }
     korvane::SetNextIdentifier(*project_, Integer(numbering, 0));
-    CheckFileNesting(*project_);
+    if (isAnythingBelowAFile_) {
+        CheckFileNesting(*project_);
+    }
     console_.ClearProgress();
     return std::move(project_);
 }
@@ -152,8 +130,8 @@ void Reader::ReadObjects() {
         ++countOfKind_[kind];
         object.setDBKey(Text(rows, 5));
         object.setLinkDBKey(Text(rows, 6));
-        object.setCreatedDate(Text(rows, 7));
-        korvane::SetCreatedUserName(object, Text(rows, 8));
+        object.setCreatedDate(RepeatedText(rows, 7));
+        korvane::SetCreatedUserName(object, RepeatedText(rows, 8));
         console_.ShowProgress("Reading the project", ++count, 0);
     }
     if (project_ == nullptr) {
@@ -171,6 +149,7 @@ CAEObject& Reader::MakeObject(const Statement& row, int id, _tagCAEObjectType ki
         object = korvane::Renumber(*project_, id) ? project_.get() : nullptr;
     } else {
         CAEObject& above = Find(Integer(row, 1));
+        isAnythingBelowAFile_ = isAnythingBelowAFile_ || above.getType() == CAE_FILE;
         if (!Flag(row, 2)) {
             object = korvane::RestoreObject(above, kind, Text(row, 4), id);
         } else if (auto* const project = dynamic_cast<CAEProject*>(&above);
@@ -212,7 +191,7 @@ void Reader::ReadFiles() {
         ++count;
         file.setFullPathName(Text(rows, 1));
         file.m_fullPathCopy = Text(rows, 2);
-        file.m_locationType = Text(rows, 3);
+        file.m_locationType = RepeatedText(rows, 3);
         file.setFileType(static_cast<_tagFileType>(Integer(rows, 4)));
         file.setFileFormat(static_cast<_tagFileFormat>(Integer(rows, 5)));
         file.setGlobalFrameCoordinate(Flag(rows, 6));
@@ -238,6 +217,7 @@ void Reader::ReadAttachedFiles() {
         if (numbers.Next(rows)) {
             finish();
             object = &ObjectOf(rows);
+            isAnythingBelowAFile_ = isAnythingBelowAFile_ || object->getType() == CAE_FILE;
             roles = {};
         }
         const int file = Integer(rows, 2);
@@ -262,14 +242,14 @@ void Reader::ReadMetadata() {
                    "SELECT object, position, name, value, type, unit FROM metadata"
                    " ORDER BY object, position");
     EntryNumbers numbers("metadata entry");
+    CAEObject* object = nullptr;
     rows.Begin();
     while (rows.Next()) {
-        numbers.Next(rows);
-        CAEObject& object = ObjectOf(rows);
-        const OuString name = Text(rows, 2);
-        object.setMetadataValue(name, Text(rows, 3));
-        object.setMetadataType(name, Text(rows, 4));
-        korvane::SetMetadataUnit(object, name, Text(rows, 5));
+        if (numbers.Next(rows)) {
+            object = &ObjectOf(rows);
+        }
+        korvane::SetMetadata(*object, {RepeatedText(rows, 2), RepeatedText(rows, 3), RepeatedText(rows, 4),
+                                       RepeatedText(rows, 5)});
     }
 }
 

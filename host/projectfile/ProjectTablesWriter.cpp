@@ -1,12 +1,15 @@
 #include <EmbeddedRestore.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "ProjectTables.h"
-#include "host/document/ObjectLists.h"
 #include "host/document/ProjectObjects.h"
+#include "host/system/CheckedInsert.h"
 
 namespace host {
 namespace {
@@ -20,37 +23,54 @@ class Writer {
 public:
     Writer(Database& database, Console& console)
         : console_(console),
-          object_(database, "INSERT INTO object VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-          project_(database, "INSERT INTO project VALUES (?, ?, ?, ?, ?)"),
-          file_(database, "INSERT INTO file VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
-          attachedFile_(database, "INSERT INTO attached_file VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-          metadata_(database, "INSERT INTO metadata VALUES (?, ?, ?, ?, ?, ?)"),
-          viewItem_(database, "INSERT INTO view_item VALUES (?, ?)") {}
+          object_(database, "object", 10, true, sum_),
+          project_(database, "project", 5, false, sum_),
+          file_(database, "file", 8, false, sum_),
+          attachedFile_(database, "attached_file", 9, false, sum_),
+          metadata_(database, "metadata", 6, false, sum_),
+          viewItem_(database, "view_item", 2, false, sum_),
+          numbering_(database, "numbering", 1, false, sum_) {}
 
-    void Write(CAEProject& root);
+    /// Returns the checksum of all tables.
+    std::int64_t Write(CAEProject& root);
 
 private:
-    void WriteObject(CAEObject& object, const ObjectPlace& place);
+    void WriteObject(const CAEObject& object, const ObjectPlace& place);
+    void WriteDetails(const CAEObject& object);
     void WriteProject(const CAEProject& project);
     void WriteFile(const CAEFile& file);
     void WriteAttachedFiles(const CAEObject& object);
     void WriteMetadata(const CAEObject& object);
 
     Console& console_;
-    Statement object_;
-    Statement project_;
-    Statement file_;
-    Statement attachedFile_;
-    Statement metadata_;
-    Statement viewItem_;
+    RowSum sum_;
+    CheckedInsert object_;
+    CheckedInsert project_;
+    CheckedInsert file_;
+    CheckedInsert attachedFile_;
+    CheckedInsert metadata_;
+    CheckedInsert viewItem_;
+    CheckedInsert numbering_;
     std::int64_t place_ = 0;
 };
 
-void Writer::Write(CAEProject& root) {
-    VisitProject(root, [&](CAEObject& object, const ObjectPlace& place) { WriteObject(object, place); });
+std::int64_t Writer::Write(CAEProject& root) {
+    // The tables that are ordered by identifiers are written in that order, so that SQLite only appends to
+    // them.
+    std::vector<std::pair<int, const CAEObject*>> objects;
+    VisitProject(root, [&](const CAEObject& object, const ObjectPlace& place) {
+        WriteObject(object, place);
+        objects.emplace_back(object.getID(), &object);
+    });
+    std::ranges::sort(objects);
+    for (const auto& [id, object] : objects) {
+        WriteDetails(*object);
+    }
+    numbering_.Run(korvane::GetNextIdentifier(root));
+    return static_cast<std::int64_t>(sum_.Value());
 }
 
-void Writer::WriteObject(CAEObject& object, const ObjectPlace& place) {
+void Writer::WriteObject(const CAEObject& object, const ObjectPlace& place) {
     OuString name;
     OuString createdDate;
     OuString createdBy;
@@ -63,6 +83,10 @@ void Writer::WriteObject(CAEObject& object, const ObjectPlace& place) {
         place.above != nullptr ? std::optional<std::int64_t>(place.above->getID()) : std::nullopt;
     object_.Run(++place_, object.getID(), above, place.isProjectFile, static_cast<int>(object.getType()),
                 Bytes(name), Bytes(key), Bytes(linkKey), Bytes(createdDate), Bytes(createdBy));
+    console_.ShowProgress("Writing the project", static_cast<std::uint64_t>(place_), 0);
+}
+
+void Writer::WriteDetails(const CAEObject& object) {
     if (const auto* const project = dynamic_cast<const CAEProject*>(&object)) {
         WriteProject(*project);
     } else if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
@@ -72,7 +96,6 @@ void Writer::WriteObject(CAEObject& object, const ObjectPlace& place) {
     }
     WriteAttachedFiles(object);
     WriteMetadata(object);
-    console_.ShowProgress("Writing the project", static_cast<std::uint64_t>(place_), 0);
 }
 
 void Writer::WriteProject(const CAEProject& project) {
@@ -110,7 +133,7 @@ void Writer::WriteAttachedFiles(const CAEObject& object) {
 
 void Writer::WriteMetadata(const CAEObject& object) {
     int position = 0;
-    for (const MetadataOfObject& entry : MetadataOf(object)) {
+    for (const korvane::MetadataValues& entry : korvane::GetMetadata(object)) {
         metadata_.Run(object.getID(), position++, Bytes(entry.name), Bytes(entry.value), Bytes(entry.type),
                       Bytes(entry.unit));
     }
@@ -124,9 +147,8 @@ void WriteProjectTables(Database& database, CAEProject& project, Console& consol
           "DELETE FROM project", "DELETE FROM object", "DELETE FROM numbering"}) {
         database.Run(text);
     }
-    Writer(database, console).Write(project);
-    Statement(database, "INSERT INTO numbering VALUES (?)").Run(korvane::GetNextIdentifier(project));
-    WriteChecksum(database, kProjectFileKind);
+    const std::int64_t sum = Writer(database, console).Write(project);
+    WriteChecksum(database, kProjectFileKind, sum);
     console.ClearProgress();
 }
 

@@ -13,6 +13,8 @@ namespace host {
 namespace {
 
 constexpr int kPatienceInMilliseconds = 5000;
+/// A connection belongs to one thread, so it needs no lock of its own.
+constexpr int kOpenFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
 
 std::string IsEmptyText(const DatabaseKind& kind) {
     return "is an empty file, not a " + std::string(kind.name);
@@ -63,7 +65,8 @@ bool IsDatabaseFile(const std::filesystem::path& file, std::error_code& error) {
 }
 
 Database::Database() {
-    const int code = sqlite3_open(":memory:", &handle_);
+    SetUpSqlite();
+    const int code = sqlite3_open_v2(":memory:", &handle_, kOpenFlags | SQLITE_OPEN_CREATE, nullptr);
     if (code != SQLITE_OK) {
         const std::unique_ptr<sqlite3, int (*)(sqlite3*)> closer(handle_, sqlite3_close);
         Fail(handle_, code);
@@ -79,7 +82,8 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
         RefuseLongName(file);
     }
     // For reading too: SQLite repairs what another program left unfinished.
-    const int flags = SQLITE_OPEN_READWRITE | (isThere ? 0 : SQLITE_OPEN_CREATE);
+    SetUpSqlite();
+    const int flags = kOpenFlags | (isThere ? 0 : SQLITE_OPEN_CREATE);
     const int code = sqlite3_open_v2(SqliteName(file).c_str(), &handle_, flags, nullptr);
     try {
         Check(handle_, code);
@@ -93,6 +97,8 @@ Database::Database(const std::filesystem::path& file, DatabaseUse use, const Dat
         }
         if (isThere && !isEmpty) {
             CheckKind(kind);
+        } else {
+            EnlargeCache(handle_);
         }
         if (use == DatabaseUse::Reading) {
             // All reading is one transaction, so that no other program changes anything in between.

@@ -106,6 +106,8 @@ public:
     bool IsNumber(int column) const;
     bool IsText(int column) const;
     std::string Text(int column) const;
+    /// The same without a copy: it is there until the next row, and has a NUL after its end.
+    std::string_view TextView(int column) const;
     sqlite3_stmt* Handle() const { return statement_; }
 
 private:

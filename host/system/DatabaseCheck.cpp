@@ -10,12 +10,15 @@
 #include <utility>
 
 #include "DatabaseChecksum.h"
+#include "DatabaseSettings.h"
 #include "Text.h"
 
 namespace host {
 namespace {
 
 constexpr const char* kChecksumTable = "CREATE TABLE checksum (value INTEGER NOT NULL);";
+
+constexpr const char* kHasChecksum = "SELECT count(*) FROM sqlite_schema WHERE name = 'checksum'";
 
 /// Reading takes about five steps for a byte of the smallest rows.
 constexpr std::int64_t kStepsForAByte = 64;
@@ -37,19 +40,6 @@ std::int64_t SizeOf(sqlite3* handle) {
 std::int64_t NumberOf(Database& database, const char* question) {
     Statement statement(database, question);
     return statement.Begin().Next() ? statement.Number(0) : 0;
-}
-
-/// The checksum in the database; nothing unless there is exactly one.
-std::optional<std::int64_t> ReadChecksum(Database& database) {
-    Statement rows(database, "SELECT value FROM checksum");
-    std::optional<std::int64_t> checksum;
-    std::size_t count = 0;
-    rows.Begin();
-    while (rows.Next()) {
-        ++count;
-        checksum = rows.IsNumber(0) ? std::optional(rows.Number(0)) : std::nullopt;
-    }
-    return count == 1 ? checksum : std::nullopt;
 }
 
 /// A table, an index or anything else that a database can have: its type and name, and then the table that it
@@ -136,6 +126,7 @@ int ReadingLimits::CountSteps(void* limits) {
 void CheckDatabase(Database& database, const char* tables, CheckDepth depth) {
     const bool hasChecksum = NumberOf(database, "PRAGMA user_version") >= kFirstFormatWithChecksum;
     CheckTables(database, std::string(tables) + (hasChecksum ? kChecksumTable : ""));
+    EnlargeCache(database.Handle());
     const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()));
     if (hasChecksum && ReadChecksum(database) != sum) {
         RefuseDamaged("its content does not have the checksum that was written with it");
@@ -146,13 +137,32 @@ void CheckDatabase(Database& database, const char* tables, CheckDepth depth) {
     }
 }
 
+std::optional<std::int64_t> ReadChecksum(Database& database) {
+    if (NumberOf(database, kHasChecksum) == 0) {
+        return std::nullopt;
+    }
+    Statement rows(database, "SELECT value FROM checksum");
+    std::optional<std::int64_t> checksum;
+    std::size_t count = 0;
+    rows.Begin();
+    while (rows.Next()) {
+        ++count;
+        checksum = rows.IsNumber(0) ? std::optional(rows.Number(0)) : std::nullopt;
+    }
+    return count == 1 ? checksum : std::nullopt;
+}
+
 void WriteChecksum(Database& database, const DatabaseKind& kind) {
-    if (NumberOf(database, "SELECT count(*) FROM sqlite_schema WHERE name = 'checksum'") == 0) {
+    WriteChecksum(database, kind, ChecksumOf(database, 0));
+}
+
+void WriteChecksum(Database& database, const DatabaseKind& kind, std::int64_t sum) {
+    if (NumberOf(database, kHasChecksum) == 0) {
         database.Run(kChecksumTable);
         database.SetKind(kind);
     }
     database.Run("DELETE FROM checksum");
-    Statement(database, "INSERT INTO checksum VALUES (?)").Run(ChecksumOf(database, 0));
+    Statement(database, "INSERT INTO checksum VALUES (?)").Run(sum);
 }
 
 }  // namespace host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "Database.h"
 
@@ -42,8 +43,13 @@ enum class CheckDepth {
 /// caller has begun a transaction. Every row is read once, and once again for each index.
 void CheckDatabase(Database& database, const char* tables, CheckDepth depth);
 
-/// Writes the checksum of all rows, which is the last thing before a commit. A database of a format without
-/// checksum gets the format of the kind.
+/// The checksum in the database; nothing if it has none, as in older formats.
+std::optional<std::int64_t> ReadChecksum(Database& database);
+
+/// Writes the checksum of all rows, which is the last thing before a commit: the sum over the rows if the
+/// caller has added it up (CheckedInsert.h), or else that of the rows as they are read again. A database of a
+/// format without checksum gets the format of the kind.
 void WriteChecksum(Database& database, const DatabaseKind& kind);
+void WriteChecksum(Database& database, const DatabaseKind& kind, std::int64_t sum);
 
 }  // namespace host

@@ -2,72 +2,22 @@
 
 #include <sqlite3.h>
 
-#include <array>
-#include <bit>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "RowHash.h"
 #include "Text.h"
 
 namespace host {
 namespace {
-
-/// The hash of a row: FNV-1a in 64 bits over its values, each with its type and size before it.
-class RowHash {
-public:
-    void Add(std::string_view bytes) {
-        for (const char byte : bytes) {
-            hash_ = (hash_ ^ static_cast<unsigned char>(byte)) * kPrime;
-        }
-    }
-    void Add(std::uint64_t number) {
-        std::array<char, 8> bytes{};
-        for (std::size_t index = 0; index < bytes.size(); ++index) {
-            bytes.at(index) = static_cast<char>(number >> (8 * index));
-        }
-        Add(std::string_view(bytes.data(), bytes.size()));
-    }
-    /// Returns the size of the value if it is a text.
-    std::int64_t AddColumn(sqlite3_stmt* row, int column);
-    /// The hash with all bits mixed, because hashes of rows are added.
-    std::uint64_t Value() const {
-        std::uint64_t value = hash_;
-        value = (value ^ (value >> 32)) * kPrime;
-        value = (value ^ (value >> 29)) * kPrime;
-        return value ^ (value >> 32);
-    }
-
-private:
-    static constexpr std::uint64_t kPrime = 0x100000001B3;
-    std::uint64_t hash_ = 0xCBF29CE484222325;
-};
-
-std::int64_t RowHash::AddColumn(sqlite3_stmt* row, int column) {
-    const int type = sqlite3_column_type(row, column);
-    Add(static_cast<std::uint64_t>(type));
-    if (type == SQLITE_INTEGER) {
-        Add(static_cast<std::uint64_t>(sqlite3_column_int64(row, column)));
-    } else if (type == SQLITE_FLOAT) {
-        Add(std::bit_cast<std::uint64_t>(sqlite3_column_double(row, column)));
-    } else if (type != SQLITE_NULL) {
-        const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
-        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, column));
-        Add(std::uint64_t{size});
-        if (bytes != nullptr) {
-            Add(std::string_view(bytes, size));
-        }
-        return static_cast<std::int64_t>(size);
-    }
-    return 0;
-}
 
 /// An index of a table, and the sum over what its entries should be.
 struct IndexSum {
     std::string name;
     /// The numbers of its columns in the table.
     std::vector<int> columns;
-    std::uint64_t expected = 0;
+    RowSum expected;
 };
 
 /// Adds up all rows, in whatever order they are, and compares them with the indexes.
@@ -82,20 +32,20 @@ private:
     std::vector<std::string> NamesOfTables();
     std::vector<IndexSum> IndexesOf(const std::string& table);
     void AddTable(const std::string& table);
-    void CheckIndex(const std::string& table, const IndexSum& index);
+    void CheckIndex(const std::string& table, IndexSum& index);
     void CountText(std::int64_t size);
 
     Database& database_;
     std::int64_t mostText_;
     std::int64_t texts_ = 0;
-    std::uint64_t sum_ = 0;
+    RowSum sum_;
 };
 
 std::uint64_t ContentSum::Run() {
     for (const std::string& table : NamesOfTables()) {
         AddTable(table);
     }
-    return sum_;
+    return sum_.Value();
 }
 
 std::vector<std::string> ContentSum::NamesOfTables() {
@@ -117,7 +67,7 @@ std::vector<IndexSum> ContentSum::IndexesOf(const std::string& table) {
     while (list.Next()) {
         // The index of a primary key is the table itself: these tables have no rowid.
         if (list.Text(3) != "pk") {
-            indexes.push_back({list.Text(1), {}, 0});
+            indexes.push_back({list.Text(1), {}, {}});
         }
     }
     for (IndexSum& index : indexes) {
@@ -146,29 +96,28 @@ void ContentSum::AddTable(const std::string& table) {
     const int columnCount = sqlite3_column_count(rows.Handle());
     rows.Begin();
     while (rows.Next()) {
-        RowHash row;
-        row.Add(table);
+        sum_.Begin(table);
         std::int64_t texts = 0;
         for (int column = 0; column < columnCount; ++column) {
-            texts += row.AddColumn(rows.Handle(), column);
+            texts += sum_.AddColumn(rows.Handle(), column);
         }
         CountText(texts);
-        sum_ += row.Value();
+        sum_.End();
         for (IndexSum& index : indexes) {
-            RowHash entry;
+            index.expected.Begin({});
             for (const int column : index.columns) {
-                entry.AddColumn(rows.Handle(), column);
+                index.expected.AddColumn(rows.Handle(), column);
             }
-            entry.AddColumn(rows.Handle(), columnCount - 1);
-            index.expected += entry.Value();
+            index.expected.AddColumn(rows.Handle(), columnCount - 1);
+            index.expected.End();
         }
     }
-    for (const IndexSum& index : indexes) {
+    for (IndexSum& index : indexes) {
         CheckIndex(table, index);
     }
 }
 
-void ContentSum::CheckIndex(const std::string& table, const IndexSum& index) {
+void ContentSum::CheckIndex(const std::string& table, IndexSum& index) {
     std::string names;
     Statement columns(database_, ("PRAGMA index_info(" + index.name + ")").c_str());
     columns.Begin();
@@ -178,20 +127,20 @@ void ContentSum::CheckIndex(const std::string& table, const IndexSum& index) {
     Statement entries(database_,
                       ("SELECT " + names + "rowid FROM " + table + " INDEXED BY " + index.name).c_str());
     const int columnCount = sqlite3_column_count(entries.Handle());
-    std::uint64_t sum = 0;
+    RowSum sum;
     std::int64_t texts = 0;
     entries.Begin();
     while (entries.Next()) {
-        RowHash entry;
+        sum.Begin({});
         for (int column = 0; column < columnCount; ++column) {
-            texts += entry.AddColumn(entries.Handle(), column);
+            texts += sum.AddColumn(entries.Handle(), column);
         }
         if (mostText_ != 0 && texts > mostText_) {
             break;
         }
-        sum += entry.Value();
+        sum.End();
     }
-    if (sum != index.expected) {
+    if (sum.Value() != index.expected.Value()) {
         RefuseDamaged("the index " + Quoted(index.name) + " does not fit its table");
     }
 }

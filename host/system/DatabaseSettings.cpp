@@ -9,6 +9,18 @@
 
 namespace host {
 
+namespace {
+
+/// In KiB, as SQLite counts the size of a cache that is not given in pages.
+constexpr int kUsualCache = -2000;
+constexpr const char* kLargeCache = "PRAGMA cache_size = -65536";
+
+}  // namespace
+
+void SetUpSqlite() {
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
+
 void Harden(sqlite3* handle) {
     const std::pair<int, int> switches[] = {
         {SQLITE_DBCONFIG_DEFENSIVE, 1},      {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
@@ -21,6 +33,17 @@ void Harden(sqlite3* handle) {
     sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 50);
     sqlite3_exec(handle, "PRAGMA cell_size_check = 1; PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);
+}
+
+void EnlargeCache(sqlite3* handle) {
+    sqlite3_stmt* question = nullptr;
+    sqlite3_prepare_v2(handle, "PRAGMA cache_size", -1, &question, nullptr);
+    const bool isUsual =
+        sqlite3_step(question) == SQLITE_ROW && sqlite3_column_int(question, 0) == kUsualCache;
+    sqlite3_finalize(question);
+    if (isUsual) {
+        sqlite3_exec(handle, kLargeCache, nullptr, nullptr, nullptr);
+    }
 }
 
 bool HasWriteAheadLog(const std::filesystem::path& file) {

@@ -46,12 +46,16 @@ bool Statement::IsText(int column) const {
 }
 
 std::string Statement::Text(int column) const {
+    return std::string(TextView(column));
+}
+
+std::string_view Statement::TextView(int column) const {
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
     if (text == nullptr && sqlite3_errcode(database_) == SQLITE_NOMEM) {
         throw std::bad_alloc();
     }
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
-    return text != nullptr ? std::string(text, size) : std::string();
+    return text != nullptr ? std::string_view(text, size) : std::string_view("");
 }
 
 void Statement::Bind(int index, std::int64_t value) {

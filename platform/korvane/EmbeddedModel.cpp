@@ -67,6 +67,17 @@ void SetMetadataUnit(CAEObject& object, const OuString& name, const OuString& un
     MetadataOf(object, name).unit = unit;
 }
 
+std::vector<MetadataValues> GetMetadata(const CAEObject& object) {
+    std::vector<MetadataValues> entries;
+    if (const Metadata* const metadata = Access::Data(object).metadata.get()) {
+        entries.reserve(metadata->Entries().size());
+        for (const MetadataEntry& entry : metadata->Entries()) {
+            entries.push_back({entry.name, entry.value, entry.type, entry.unit});
+        }
+    }
+    return entries;
+}
+
 void SetDirectory(CAEProject& project, const OuString& directory) {
     Access::Project(project).directory = directory;
 }

@@ -39,6 +39,15 @@ KORVANE_API bool Renumber(CAEObject& object, int id);
 
 KORVANE_API void SetCreatedUserName(CAEObject& object, const OuString& userName);
 KORVANE_API void SetMetadataUnit(CAEObject& object, const OuString& name, const OuString& unit);
+/// A metadata entry with all that it has.
+struct MetadataValues {
+    OuString name;
+    OuString value;
+    OuString type;
+    OuString unit;
+};
+/// The metadata entries of the object in the order of their creation.
+KORVANE_API std::vector<MetadataValues> GetMetadata(const CAEObject& object);
 KORVANE_API void SetDirectory(CAEProject& project, const OuString& directory);
 
 KORVANE_API OuString GetDisplayName(const CAEProject& project);

@@ -34,6 +34,13 @@ CAEFile* RestoreFile(CAEProject& project, const OuString& name, int id) {
     return &data.tree->HangNewFile(project, std::move(made));
 }
 
+void SetMetadata(CAEObject& object, const MetadataValues& values) {
+    MetadataEntry& entry = MetadataOf(object, values.name);
+    entry.value = values.value;
+    entry.type = values.type;
+    entry.unit = values.unit;
+}
+
 void SetFileRoles(CAEObject& object, const FileRoles& roles) {
     auto files = std::make_unique<AttachedFiles>();
     for (const int id : roles.files) {

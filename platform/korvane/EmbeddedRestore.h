@@ -14,6 +14,9 @@ KORVANE_API CAEObject* RestoreObject(CAEObject& parent, _tagCAEObjectType type, 
 /// and format. It belongs to the project as if it had been added with addFile.
 KORVANE_API CAEFile* RestoreFile(CAEProject& project, const OuString& name, int id);
 
+/// Sets value, type and unit of the metadata entry with the name, made when there is none.
+KORVANE_API void SetMetadata(CAEObject& object, const MetadataValues& entry);
+
 /// Attaches exactly these files to the object, in the order of `roles.files`, in place of those that it has.
 /// Identifiers that are only in the other members are left out, and so are those that are not positive.
 KORVANE_API void SetFileRoles(CAEObject& object, const FileRoles& roles);

@@ -65,7 +65,7 @@ std::string ObjectLine(CAEObject& object) {
         " cad=" + std::to_string(roles.cadFile) + " graphic=" + std::to_string(roles.graphicFile) +
         " meshes=" + ListText(roles.meshes) + " active=" + std::to_string(roles.activeMesh) +
         " fe=" + std::to_string(roles.feRepresentation) + " custom=" + ListText(roles.customFiles);
-    for (const MetadataOfObject& entry : MetadataOf(object)) {
+    for (const korvane::MetadataValues& entry : korvane::GetMetadata(object)) {
         line += " [" + Text(entry.name) + "|" + Text(entry.value) + "|" + Text(entry.type) + "|" +
                 Text(entry.unit) + "]";
     }
@@ -252,6 +252,56 @@ TEST_F(ProjectFileTest, SavingReplacesEverythingInOneTransaction) {
         opened.Save(kept.console);
     }
     EXPECT_EQ(ModelText(*ReadProjectFile(file, kept.console)), text);
+}
+
+/// Two files of one project, one saved whole and one by its keys, after the same changes.
+void ExpectSameAfterSavingKeys(const std::filesystem::path& whole, const std::filesystem::path& keys,
+                               const std::function<void(CAEProject&)>& change, Console& console) {
+    for (const std::filesystem::path& file : {whole, keys}) {
+        ProjectFile opened = ProjectFile::Open(file, true, console);
+        change(opened.Project());
+        file == whole ? opened.Save(console) : opened.SaveKeys(console);
+    }
+    // Reading also compares the checksum.
+    EXPECT_EQ(ModelText(*ReadProjectFile(keys, console)), ModelText(*ReadProjectFile(whole, console)));
+}
+
+TEST_F(ProjectFileTest, SavingKeysGivesWhatSavingEverythingGives) {
+    TestProject project;
+    CAEObject& part = project.Add(CAE_PART, L"Arm");
+    project.AddFile(part, L"a.dat", CAE_FILE_REPORT);
+    project.Add(CAE_PROJECT, L"Inner");
+    SetMetadata(part, L"Mass", L"5");
+    part.setDBKey(L"old");
+    const std::filesystem::path whole = Keep(*project);
+    const std::filesystem::path keys = folder / "keys.kvp";
+    const auto saveBoth = [&](const std::function<void(CAEProject&)>& change) {
+        std::filesystem::copy_file(whole, keys, std::filesystem::copy_options::overwrite_existing);
+        ExpectSameAfterSavingKeys(whole, keys, change, kept.console);
+    };
+    saveBoth([](CAEProject&) {});
+    saveBoth([](CAEProject& opened) {
+        opened.setDBKey(L"PRJ-1-with-a-key-that-is-so-long-that-its-row-waits-for-others-in-the-sum-of-rows");
+        opened.getCAEObject(2)->setDBKey(L"");
+        opened.getCAEObject(3)->setDBKey(L"FIL-3");
+        opened.getCAEObject(4)->setDBKey(L"Tr\u00E4ger");
+        opened.SetDisplayName(L"shown");
+        dynamic_cast<CAEProject*>(opened.getCAEObject(4))->SetDisplayName(L"inside");
+    });
+    EXPECT_NE(ModelText(*ReadProjectFile(keys, kept.console)).find("display=inside"), std::string::npos);
+    EXPECT_NE(ModelText(*ReadProjectFile(keys, kept.console)).find("key=FIL-3"), std::string::npos);
+}
+
+TEST_F(ProjectFileTest, SavingKeysGivesAFileWithoutChecksumOne) {
+    const std::filesystem::path file = KeepDamaged(kWithoutChecksum);
+    {
+        ProjectFile opened = ProjectFile::Open(file, true, kept.console);
+        opened.Project().setDBKey(L"PRJ-1");
+        opened.SaveKeys(kept.console);
+    }
+    EXPECT_NE(ModelText(*ReadProjectFile(file, kept.console)).find("key=PRJ-1"), std::string::npos);
+    Database(file, DatabaseUse::Changing, kProjectFileKind).Run("UPDATE object SET name = 'x'");
+    EXPECT_NE(ErrorOfReading(file).find("checksum"), std::string::npos);
 }
 
 TEST_F(ProjectFileTest, WithoutSavingNothingChanges) {
