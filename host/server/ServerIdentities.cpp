@@ -6,6 +6,7 @@
 
 #include "ServerTables.h"
 #include "host/document/NodeWalker.h"
+#include "host/system/CheckedInsert.h"
 
 namespace host {
 namespace {
@@ -23,7 +24,8 @@ std::string IdentifierOf(const StoredNode& stored, const StoredNode* above) {
 /// Finds the objects that the nodes of a document belong to, and creates new ones.
 class Identification {
 public:
-    Identification(Database& database, const std::string& project, std::size_t count, StoreReport& report);
+    Identification(Database& database, const std::string& project, std::size_t count, RowSum& sum,
+                   StoreReport& report);
 
     /// Gives every node its object and its key.
     void Run(std::vector<StoredNode>& nodes);
@@ -50,8 +52,11 @@ private:
     StoreReport& report_;
     Statement byKey_;
     Statement byIdentity_;
-    Statement insert_;
+    CheckedInsert insertProject_;
+    CheckedInsert insert_;
     Statement retype_;
+    /// Whether the database had no object of the project before.
+    bool isNewProject_ = false;
     std::int64_t project_;
     std::int64_t nextObject_;
     std::string origin_;
@@ -60,14 +65,15 @@ private:
     std::unordered_map<std::string, std::int64_t> nextOccurrence_;
 };
 
-Identification::Identification(Database& database, const std::string& project, std::size_t count,
+Identification::Identification(Database& database, const std::string& project, std::size_t count, RowSum& sum,
                                StoreReport& report)
     : report_(report),
       byKey_(database, "SELECT number, key, type FROM object WHERE key = ?"),
       byIdentity_(database,
                   "SELECT number, key, type FROM object"
                   " WHERE project = ? AND identifier = ? AND occurrence = ?"),
-      insert_(database, "INSERT INTO object VALUES (?, ?, ?, ?, ?, ?)"),
+      insertProject_(database, "project", 2, true, sum),
+      insert_(database, "object", 6, true, sum),
       retype_(database, "UPDATE object SET type = ? WHERE number = ?"),
       project_(FindProject(database, project)),
       nextObject_(NextNumber(database, "object", count)) {
@@ -79,10 +85,15 @@ Identification::Identification(Database& database, const std::string& project, s
 }
 
 std::int64_t Identification::FindProject(Database& database, const std::string& name) {
-    Statement(database, "INSERT OR IGNORE INTO project (name) VALUES (?)").Run(name);
     Statement find(database, "SELECT number FROM project WHERE name = ?");
-    find.Begin(name).Next();
-    return find.Number(0);
+    if (find.Begin(name).Next()) {
+        return find.Number(0);
+    }
+    find.Reset();
+    isNewProject_ = true;
+    const std::int64_t number = NextNumber(database, "project", 1);
+    insertProject_.Run(number, name);
+    return number;
 }
 
 void Identification::Run(std::vector<StoredNode>& nodes) {
@@ -129,7 +140,12 @@ void Identification::TakeByKey(StoredNode& stored) {
 
 void Identification::TakeByIdentity(StoredNode& stored, const StoredNode& above) {
     const std::string identifier = IdentifierOf(stored, &stored == &above ? nullptr : &above);
-    std::int64_t& occurrence = nextOccurrence_[identifier];
+    const auto [next, isFirst] = nextOccurrence_.emplace(identifier, 0);
+    std::int64_t& occurrence = next->second;
+    if (isFirst && isNewProject_) {
+        Make(stored, identifier, occurrence);
+        return;
+    }
     while (byIdentity_.Begin(project_, identifier, occurrence).Next()) {
         const Known known = Row(byIdentity_);
         if (known.type == stored.type && Take(stored, known)) {
@@ -170,8 +186,8 @@ void Identification::LinkByGivenKeys(std::vector<StoredNode>& nodes) {
 }  // namespace
 
 void IdentifyNodes(Database& database, const std::string& project, std::vector<StoredNode>& nodes,
-                   StoreReport& report) {
-    Identification(database, project, nodes.size(), report).Run(nodes);
+                   RowSum& sum, StoreReport& report) {
+    Identification(database, project, nodes.size(), sum, report).Run(nodes);
 }
 
 }  // namespace host

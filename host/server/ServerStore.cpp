@@ -8,6 +8,7 @@
 #include "ServerIdentities.h"
 #include "ServerTables.h"
 #include "host/document/DocumentNode.h"
+#include "host/system/CheckedInsert.h"
 
 namespace host {
 namespace {
@@ -15,9 +16,12 @@ namespace {
 /// Replaces what the database has for the objects of a document by the nodes of the document.
 class Placement {
 public:
-    explicit Placement(Database& database) : database_(database) {}
+    Placement(Database& database, RowSum& sum) : database_(database), sum_(sum) {}
 
-    void Run(std::vector<StoredNode>& nodes, StoreReport& report, Console& console);
+    /// Takes the old nodes out, and puts the new ones in.
+    void Replace(std::vector<StoredNode>& nodes, StoreReport& report, Console& console);
+    /// The same in a database that has no nodes yet.
+    void Fill(std::vector<StoredNode>& nodes, Console& console) { Insert(nodes, {}, console); }
 
 private:
     struct PlaceOfRoot {
@@ -30,8 +34,10 @@ private:
     PlaceOfRoot FindRoot(const StoredNode& root);
     std::size_t RemoveOld();
     void UpdateFilesElsewhere(const std::vector<StoredNode>& nodes);
+    void Insert(std::vector<StoredNode>& nodes, const PlaceOfRoot& root, Console& console);
 
     Database& database_;
+    RowSum& sum_;
 };
 
 void Placement::ListStored(const std::vector<StoredNode>& nodes) {
@@ -94,20 +100,25 @@ void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
     }
 }
 
-void Placement::Run(std::vector<StoredNode>& nodes, StoreReport& report, Console& console) {
+void Placement::Replace(std::vector<StoredNode>& nodes, StoreReport& report, Console& console) {
     ListStored(nodes);
     const PlaceOfRoot root = FindRoot(nodes.front());
     report.detached = RemoveOld();
-    std::int64_t number = NextNumber(database_, "node", nodes.size());
     UpdateFilesElsewhere(nodes);
-    Statement insert(database_, "INSERT INTO node VALUES (?, ?, ?, ?, ?, ?, ?)");
+    Insert(nodes, root, console);
+}
+
+void Placement::Insert(std::vector<StoredNode>& nodes, const PlaceOfRoot& root, Console& console) {
+    std::int64_t number = NextNumber(database_, "node", nodes.size());
+    CheckedInsert insert(database_, "node", 7, true, sum_);
     for (std::size_t index = 0; index < nodes.size(); ++index) {
         StoredNode& stored = nodes[index];
         const bool isRoot = index == 0;
         const std::string members = KeptMembers(stored, isRoot);
         const int section = NumberOfSection(stored.place);
         stored.number = number++;
-        insert.Run(stored.number, stored.object, isRoot ? root.above : nodes[stored.above].number,
+        insert.Run(stored.number, stored.object,
+                   isRoot ? root.above : std::optional<std::int64_t>(nodes[stored.above].number),
                    isRoot ? root.section : section, isRoot ? root.position : stored.position, stored.shown,
                    members);
         console.ShowProgress("Storing the document", index, nodes.size());
@@ -121,15 +132,21 @@ JSONNode StoreDocument(Database& database, const JSONNode& document, const std::
     JSONNode taken = document;
     RemoveNullKeys(taken, report.notes);
     std::vector<StoredNode> nodes = ListNodes(taken, report.notes);
+    // In a new database the sum has every row.
+    RowSum sum;
     if (HasTables(database)) {
         console.ShowProgress("Checking the database", 0, 0);
         CheckServerTables(database, CheckDepth::ForChanging);
+        IdentifyNodes(database, project, nodes, sum, report);
+        Placement(database, sum).Replace(nodes, report, console);
+        WriteChecksum(database, kServerKind);
     } else {
-        CreateServerTables(database);
+        CreateServerTables(database, sum);
+        IdentifyNodes(database, project, nodes, sum, report);
+        Placement(database, sum).Fill(nodes, console);
+        CreateServerIndexes(database);
+        WriteChecksum(database, kServerKind, static_cast<std::int64_t>(sum.Value()));
     }
-    IdentifyNodes(database, project, nodes, report);
-    Placement(database).Run(nodes, report, console);
-    WriteChecksum(database, kServerKind);
     for (const StoredNode& stored : nodes) {
         ++(stored.IsFile() ? report.files : report.objects);
     }

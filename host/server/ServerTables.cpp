@@ -8,6 +8,7 @@
 #include <random>
 
 #include "format/Kinds.h"
+#include "host/system/CheckedInsert.h"
 
 using format::Kind;
 
@@ -42,6 +43,8 @@ CREATE TABLE node (
     shown INTEGER REFERENCES object (number),
     members TEXT NOT NULL
 );
+)";
+constexpr const char* kIndexes = R"(
 CREATE INDEX node_of_object ON node (object);
 CREATE INDEX node_below ON node (above, section, position);
 )";
@@ -120,17 +123,21 @@ bool HasTables(Database& database) {
 
 void CheckServerTables(Database& database, CheckDepth depth) {
     const ReadingLimits limits(database);
-    CheckDatabase(database, kTables, depth);
+    CheckDatabase(database, (std::string(kTables) + kIndexes).c_str(), depth);
     CheckReferences(database);
 }
 
-void CreateServerTables(Database& database) {
+void CreateServerTables(Database& database, RowSum& sum) {
     database.SetKind(kServerKind);
     database.Run(kTables);
     std::random_device random;
     std::array<char, 16> origin{};
     std::snprintf(origin.data(), origin.size(), "%06x", static_cast<unsigned>(random()) & 0xFFFFFFU);
-    Statement(database, "INSERT INTO origin VALUES (?)").Run(origin.data());
+    CheckedInsert(database, "origin", 1, false, sum).Run(origin.data());
+}
+
+void CreateServerIndexes(Database& database) {
+    database.Run(kIndexes);
 }
 
 }  // namespace host

@@ -7,6 +7,7 @@
 #include "host/document/NodeWalker.h"
 #include "host/system/Database.h"
 #include "host/system/DatabaseCheck.h"
+#include "host/system/RowHash.h"
 
 /// The tables of the server's database.
 namespace host {
@@ -33,8 +34,11 @@ std::string MakeKey(const std::string& type, std::int64_t number, const std::str
 /// or "node") leave no room for them.
 std::int64_t NextNumber(Database& database, const std::string& table, std::size_t count);
 
-/// Creates the tables, empty, and the text that is different in every database.
-void CreateServerTables(Database& database);
+/// Creates the tables, empty, and the text that is different in every database, which is added to the
+/// checksum. The tables have their indexes only after CreateServerIndexes, so that these need not follow
+/// every row.
+void CreateServerTables(Database& database, RowSum& sum);
+void CreateServerIndexes(Database& database);
 
 /// Whether the tables were created. A database that has a kind and no tables is damaged.
 bool HasTables(Database& database);
