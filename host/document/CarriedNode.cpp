@@ -15,39 +15,45 @@ using format::Kind;
 namespace host {
 namespace {
 
-/// If a name occurs several times, the last member counts, except for those that only file records have,
-/// where the first counts. A key that is null does not count.
-std::string LastText(const JSONNode& node, format::MemberName name) {
-    std::string text;
-    for (const JSONNode& value : node) {
-        const bool isNoKey = name == member::kDatabaseKey && value.type() == JSON_NULL;
-        if (NameOfMember(value) == name && !isNoKey) {
-            text = ValueText(value);
-        }
-    }
-    return text;
-}
+/// The members of a node that count. If a name occurs several times, the last member does, except for those
+/// that only file records have, where the first counts. A key that is null does not count.
+struct MembersOfNode {
+    /// An import reads "displayName" as it reads "name".
+    const JSONNode* name = nullptr;
+    const JSONNode* createdDate = nullptr;
+    const JSONNode* studyTypeName = nullptr;
+    const JSONNode* databaseKey = nullptr;
+    /// Of these, all count.
+    std::vector<const JSONNode*> metadata;
+    std::vector<const JSONNode*> children;
+    std::vector<const JSONNode*> files;
+};
 
-/// The name of an object node or a file record. An import reads "displayName" as it reads "name".
-std::string NameText(const JSONNode& node) {
-    std::string text;
+MembersOfNode FindMembers(const JSONNode& node) {
+    MembersOfNode members;
     for (const JSONNode& value : node) {
         const std::string name = NameOfMember(value);
         if (name == member::kName || name == member::kDisplayName) {
-            text = ValueText(value);
+            members.name = &value;
+        } else if (name == member::kCreatedDate) {
+            members.createdDate = &value;
+        } else if (name == member::kStudyTypeName) {
+            members.studyTypeName = &value;
+        } else if (name == member::kDatabaseKey) {
+            members.databaseKey = value.type() != JSON_NULL ? &value : members.databaseKey;
+        } else if (name == member::kMetaData) {
+            members.metadata.push_back(&value);
+        } else if (name == member::kChildren) {
+            members.children.push_back(&value);
+        } else if (name == member::kFiles) {
+            members.files.push_back(&value);
         }
     }
-    return text;
+    return members;
 }
 
-std::vector<JSONNode> ElementsOf(const JSONNode& node, format::MemberName section) {
-    std::vector<JSONNode> elements;
-    for (const JSONNode& value : node) {
-        if (NameOfMember(value) == section) {
-            elements.insert(elements.end(), value.begin(), value.end());
-        }
-    }
-    return elements;
+std::string TextOf(const JSONNode* value) {
+    return value == nullptr ? std::string() : ValueText(*value);
 }
 
 /// The file type that an import reads from a record.
@@ -67,17 +73,12 @@ bool IsAttached(_tagFileType type, Kind kind) {
 }
 
 /// An entry whose name was there before, in any case, replaces the value only.
-void ReadMetadata(const JSONNode& node, CarriedNode& carried) {
+void ReadMetadata(const MembersOfNode& members, CarriedNode& carried) {
     std::unordered_map<std::string, std::size_t> indexOfName;
-    for (const JSONNode& section : node) {
-        if (NameOfMember(section) != member::kMetaData) {
-            continue;
-        }
-        for (const JSONNode& record : section) {
-            const std::string name = section.type() == JSON_NODE ? NameOfMember(record) : std::string();
-            OuString key(name.c_str(), 0);
-            key.MakeUpper();
-            const auto [known, isNew] = indexOfName.emplace(key.GetAnsiBuffer(), carried.metadata.size());
+    for (const JSONNode* const section : members.metadata) {
+        for (const JSONNode& record : *section) {
+            const std::string name = section->type() == JSON_NODE ? NameOfMember(record) : std::string();
+            const auto [known, isNew] = indexOfName.emplace(ComparedName(name), carried.metadata.size());
             if (isNew) {
                 carried.metadata.emplace_back(
                     name == format::kDescriptionEntry ? format::kDescriptionMember : name, std::string());
@@ -103,25 +104,29 @@ void ReadFileMembers(const JSONNode& record, CarriedNode& carried) {
     }
 }
 
-void ReadSections(const JSONNode& node, Kind kind, CarriedNode& carried) {
-    for (const JSONNode& element : ElementsOf(node, member::kChildren)) {
-        if (format::KindOfType(MemberText(element, member::kType)) != Kind::kUnknown) {
-            carried.children.push_back(element);
+void ReadSections(const MembersOfNode& members, Kind kind, CarriedNode& carried) {
+    for (const JSONNode* const section : members.children) {
+        for (const JSONNode& element : *section) {
+            if (format::KindOfType(MemberText(element, member::kType)) != Kind::kUnknown) {
+                carried.children.push_back(element);
+            }
         }
     }
-    for (const JSONNode& record : ElementsOf(node, member::kFiles)) {
-        if (IsAttached(ReadFileType(record), kind)) {
-            carried.files.push_back(record);
+    for (const JSONNode* const section : members.files) {
+        for (const JSONNode& record : *section) {
+            if (IsAttached(ReadFileType(record), kind)) {
+                carried.files.push_back(record);
+            }
         }
     }
 }
 
 /// The study type of an iteration is read from the tree, so a document shows it only if it has the study.
-void ReadStudyType(const JSONNode& node, const CarriedNode* study, CarriedNode& carried) {
+void ReadStudyType(const MembersOfNode& members, const CarriedNode* study, CarriedNode& carried) {
     if (study == nullptr || study->projectName || study->kind == Kind::kFile) {
         return;
     }
-    const std::string text = LastText(node, member::kStudyTypeName);
+    const std::string text = TextOf(members.studyTypeName);
     carried.members.push_back({member::kStudyTypeName, text.empty() ? format::kNameless : text});
 }
 
@@ -138,7 +143,8 @@ CarriedNode ReadCarried(const JSONNode& node, NodePlace place, Kind kind, const 
     carried.identifier = MemberText(node, member::kId);
     carried.type = place == NodePlace::FileRecord ? std::string(format::TypeOfKind(Kind::kFile))
                                                   : MemberText(node, member::kType);
-    const std::string name = NameText(node);
+    const MembersOfNode members = FindMembers(node);
+    const std::string name = TextOf(members.name);
     carried.name = name;
     carried.members.push_back({member::kType, carried.type});
     if (kind == Kind::kProject) {
@@ -150,18 +156,18 @@ CarriedNode ReadCarried(const JSONNode& node, NodePlace place, Kind kind, const 
         // A file among the children is named after its path, and an imported one has none.
         carried.members.push_back({member::kName, name.empty() ? format::kNameless : name});
     }
-    carried.members.push_back({member::kCreatedDate, LastText(node, member::kCreatedDate)});
+    carried.members.push_back({member::kCreatedDate, TextOf(members.createdDate)});
     if (kind == Kind::kIteration) {
-        ReadStudyType(node, study, carried);
+        ReadStudyType(members, study, carried);
     }
     if (kind != Kind::kViewItem) {
-        carried.members.push_back({member::kDatabaseKey, LastText(node, member::kDatabaseKey)});
+        carried.members.push_back({member::kDatabaseKey, TextOf(members.databaseKey)});
     }
-    ReadMetadata(node, carried);
+    ReadMetadata(members, carried);
     if (place == NodePlace::FileRecord) {
         ReadFileMembers(node, carried);
     } else {
-        ReadSections(node, kind, carried);
+        ReadSections(members, kind, carried);
     }
     return carried;
 }

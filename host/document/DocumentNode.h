@@ -14,6 +14,10 @@ namespace host {
 std::string ValueText(const JSONNode& value);
 /// The value of the first member with the name as text; empty if there is none.
 std::string MemberText(const JSONNode& node, format::MemberName name);
+/// The name of a metadata entry as the object model compares it: without regard to letter case, and up to its
+/// first NUL.
+std::string ComparedName(const std::string& name);
+
 /// The name of a member, NUL characters included.
 std::string NameOfMember(const JSONNode& value);
 

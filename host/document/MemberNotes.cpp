@@ -1,7 +1,5 @@
 #include "MemberNotes.h"
 
-#include <OuString.h>
-
 #include <array>
 #include <cstddef>
 #include <iterator>
@@ -49,12 +47,6 @@ void NoteText(const JSONNode& node, const JSONNode& value, const std::string& na
 
 /// The names of the metadata entries of a node so far, as the object model compares them.
 using NamesOfEntries = std::unordered_set<std::string>;
-
-std::string ComparedName(const std::string& name) {
-    OuString text(name.c_str(), 0);
-    text.MakeUpper();
-    return text.GetAnsiBuffer();
-}
 
 void NoteMetadata(const JSONNode& node, const JSONNode& section, NamesOfEntries& names, Notes& notes) {
     if (!IsContainer(section)) {
