@@ -22,6 +22,9 @@ constexpr _tagCAEObjectType kLeafKinds[] = {
     CAE_FILE, CAE_MODEL,       CAE_ITERATION,       CAE_LOADCASE_VIEW, CAE_ASSEMBLY_FOLDER,
 };
 
+constexpr int kFileInTurn = 5;
+static_assert(kLeafKinds[kFileInTurn] == CAE_FILE);
+
 template <std::size_t Count>
 _tagCAEObjectType InTurn(const _tagCAEObjectType (&kinds)[Count], int number) {
     return kinds[static_cast<std::size_t>(number) % Count];
@@ -87,10 +90,11 @@ std::unique_ptr<CAEProject> MakeBenchProject(int objects) {
             throw std::runtime_error("an object of the kind " + std::to_string(kind) + " was not created");
         }
         if (auto* const inner = dynamic_cast<CAEProject*>(object)) {
-            inner->setAdditionalType(L"Simulation");
+            inner->setAdditionalType(L"CAEProject");
         }
         AddMetadata(*object, number);
-        if (number % 20 < 13) {
+        // No file has a file.
+        if (number % 20 < 14 && number % 10 != kFileInTurn) {
             AddFile(*object->getProject(), *object, number);
         }
         made.push_back(object);

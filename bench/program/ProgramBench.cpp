@@ -2,8 +2,8 @@
 //
 //     measure-program KORVANE-JSON [--objects N,N..] [--runs N] [--only COMMAND,..] [--json FILE]
 //
-// Times are processor times of whole processes; commands and floors take turns. Before anything is timed, the
-// results of each command are compared with those of its floor or with another command's.
+// Times are processor times of whole processes; commands and floors take turns. Before a time
+// counts, the results of the command are compared with those of its floor or with another command's.
 
 #include <korvanejson/JsonSerializer.h>
 
@@ -213,15 +213,14 @@ Measurement Measuring::Measure(const Case& one, int objects) {
         samples.seconds.push_back(seconds);
         samples.peakMiB = std::max(samples.peakMiB, usage.peakMiB);
     };
-    one.prepare();
-    bench::Run(one.command);
-    bench::Run(one.floor);
-    RunApart(one.check);
     for (int run = 0; run < options_.runs; ++run) {
         one.prepare();
         const Usage command = bench::Run(one.command);
-        add(measurement.command, command, command.seconds);
         const Usage floor = bench::Run(one.floor);
+        if (run == 0) {
+            RunApart(one.check);
+        }
+        add(measurement.command, command, command.seconds);
         add(measurement.floor, floor, std::stod(floor.output));
     }
     return measurement;
