@@ -26,6 +26,7 @@
 #endif
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "format/Kinds.h"
@@ -63,9 +64,14 @@ inline OuString TextOfModel(const char* text) {
     return text == nullptr ? OuString() : OuString(text, 0);
 }
 
-/// A text in the ANSI code page, widened.
-inline OuString TextFromAnsi(std::string_view text) {
-    return OuString(text.data(), text.size(), 0);
+/// A text in the ANSI code page, which has no NUL, widened; without a copy of it where the suite's texts can.
+template <typename Text = OuString>
+Text TextFromAnsi(std::string_view text) {
+    if constexpr (requires { Text::FromAnsi(text.data(), text.size()); }) {
+        return Text::FromAnsi(text.data(), text.size());
+    } else {
+        return Text(std::string(text).c_str(), 0);
+    }
 }
 
 inline bool IsEmpty(const OuString& text) {

@@ -7,8 +7,8 @@
 #include "Columns.h"
 #include "FileNesting.h"
 #include "ProjectTables.h"
-#include "RepeatedTexts.h"
 #include "host/system/DatabaseError.h"
+#include "objectjson/RepeatedTexts.h"
 
 namespace host {
 namespace {
@@ -54,7 +54,7 @@ private:
 
     /// A text that many objects have.
     OuString RepeatedText(const Statement& row, int column) {
-        return repeatedTexts_.Widen(NarrowText(row, column));
+        return repeatedTexts_.Of(NarrowText(row, column));
     }
     /// The object that the first column of the row names.
     CAEObject& ObjectOf(const Statement& row) { return Find(Integer(row, 0)); }

@@ -60,9 +60,11 @@ OuString::OuString(const char* text, int /*flags*/)
     : buffer_(
           TextBuffer::FromNarrow(text == nullptr ? std::string_view() : std::string_view(text)).release()) {}
 
-OuString::OuString(const char* text, std::size_t length, int /*flags*/)
-    : buffer_(TextBuffer::FromNarrow(text == nullptr ? std::string_view() : std::string_view(text, length))
-                  .release()) {}
+OuString OuString::FromAnsi(const char* text, std::size_t length) {
+    OuString wide;
+    wide.buffer_ = TextBuffer::FromNarrow(std::string_view(text, length)).release();
+    return wide;
+}
 
 void OuString::AddReference() const noexcept {
     buffer_->AddReference();

@@ -26,8 +26,6 @@ public:
     /// The narrow text up to its NUL, in the ANSI code page; null gives the empty text. `flags` is reserved:
     /// 0.
     OuString(const char* text, int flags);
-    /// The same for the first `length` bytes of a narrow text, NUL characters included.
-    OuString(const char* text, std::size_t length, int flags);
     OuString(const OuString& other) noexcept : buffer_(other.buffer_) {
         if (buffer_ != nullptr) {
             AddReference();
@@ -65,6 +63,9 @@ public:
     /// The length in wide characters (16-bit units on Windows).
     std::size_t GetLength() const noexcept;
     bool IsEmpty() const noexcept { return buffer_ == nullptr; }
+
+    /// The first `length` bytes of a narrow text in the ANSI code page, NUL characters included.
+    static OuString FromAnsi(const char* text, std::size_t length);
 
     /// Whether both are copies of one text and neither was changed since: equal, without a look at the
     /// characters.

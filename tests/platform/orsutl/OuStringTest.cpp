@@ -62,13 +62,13 @@ TEST(OuString, TakesANarrowTextUpToItsNul) {
 }
 
 TEST(OuString, TakesALengthOfANarrowTextWithNulCharactersIncluded) {
-    const OuString text("a\0b", 3, 0);
+    const OuString text = OuString::FromAnsi("a\0b", 3);
     EXPECT_EQ(Text(text), std::wstring(L"a\0b", 3));
     EXPECT_EQ(std::string(text.GetAnsiBuffer(), 4), std::string("a\0b\0", 4));
-    EXPECT_EQ(Text(OuString("abc", 2, 0)), L"ab");
-    EXPECT_STREQ(OuString("abc", 2, 0).GetAnsiBuffer(), "ab");
-    EXPECT_TRUE(OuString("abc", 0, 0).IsEmpty());
-    EXPECT_TRUE(OuString(static_cast<const char*>(nullptr), 5, 0).IsEmpty());
+    EXPECT_EQ(Text(OuString::FromAnsi("abc", 2)), L"ab");
+    EXPECT_STREQ(OuString::FromAnsi("abc", 2).GetAnsiBuffer(), "ab");
+    EXPECT_TRUE(OuString::FromAnsi("abc", 0).IsEmpty());
+    EXPECT_TRUE(OuString::FromAnsi(nullptr, 0).IsEmpty());
 }
 
 TEST(OuString, TakesANullPointerAsTheEmptyText) {
