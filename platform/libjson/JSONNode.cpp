@@ -50,22 +50,29 @@ Handle MakeUnnamed(char type) {
     }
 }
 
-/// Gives the node another name, lasting before and after, where no one else holds it. False where that is not
-/// so.
-bool RenameInPlace(Handle& handle, const Name* name) noexcept {
-    const std::uint16_t slot = name != nullptr ? name->slot : std::uint16_t{0};
-    if (name != nullptr && slot == 0) {
-        return false;
-    }
+/// Gives the node another name, with the reference to it, where that needs no other node and no one else
+/// holds it. False, with nothing changed, where that is not so.
+bool RenameInPlace(Handle& handle, Name* name, Cells& cells) noexcept {
     if (IsPacked(handle)) {
-        handle = WithNameSlot(handle, slot);
+        if (IsCounted(name)) {
+            return false;
+        }
+        handle = WithNameSlot(handle, SlotOf(name));
         return true;
     }
     Node& node = *NodeOf(handle);
-    if (node.references > 1 || node.shortLength == kExtended) {
+    if (node.references > 1) {
         return false;
     }
-    node.nameSlot = slot;
+    if (IsContainerType(node.type)) {
+        DropName(NameOf(handle), cells);
+        static_cast<Container&>(node).SetName(name);
+        return true;
+    }
+    if (IsCounted(name) || node.shortLength == kExtended) {
+        return false;
+    }
+    node.nameSlot = SlotOf(name);
     return true;
 }
 
@@ -137,7 +144,7 @@ void JSONNode::set_name(const json_string& name) {
     }
     Cells cells;
     HeldName held(AcquireName(name, cells), cells);
-    if (!RenameInPlace(handle_, held.Get())) {
+    if (!RenameInPlace(handle_, held.Get(), cells)) {
         const Handle renamed = CopyAs(TypeOf(handle_), *this, held.Get(), cells);
         Drop(handle_, cells);
         handle_ = renamed;

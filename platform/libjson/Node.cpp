@@ -13,11 +13,10 @@ namespace libjson::detail {
 namespace {
 
 constexpr std::size_t kMostChildren = std::numeric_limits<std::uint32_t>::max();
-/// Beside a place for the name.
-constexpr std::size_t kMostChildrenInCell = (kLargestCell - sizeof(Container)) / sizeof(JSONNode) - 1;
+constexpr std::size_t kMostChildrenInCell = (kLargestCell - sizeof(Container)) / sizeof(JSONNode);
 
-constexpr std::size_t BytesFor(std::size_t capacity, bool hasNamePlace) noexcept {
-    return WholeBlocks(sizeof(Container) + (capacity + (hasNamePlace ? 1 : 0)) * sizeof(JSONNode));
+constexpr std::size_t BytesFor(std::size_t capacity) noexcept {
+    return WholeBlocks(sizeof(Container) + capacity * sizeof(JSONNode));
 }
 
 /// Memory for characters that one node has: a cell, or a block of its own.
@@ -73,7 +72,7 @@ void FreeText(Node* node, Cells& cells) noexcept {
 }
 
 void FreeContainer(Container* container, Cells& cells) noexcept {
-    const std::size_t bytes = BytesFor(container->capacity, container->HasNamePlace());
+    const std::size_t bytes = BytesFor(container->capacity);
     if (bytes > kLargestCell) {
         FreeBlock(container);
     } else {
@@ -91,9 +90,8 @@ std::size_t GrownCapacity(std::size_t count) noexcept {
 /// The only holder's container with more room. Handles are moved as the bits that they are: nothing refers to
 /// their place.
 Container* Enlarge(Container* container, std::size_t capacity, Cells& cells) {
-    const bool hasNamePlace = container->HasNamePlace();
-    if (BytesFor(container->capacity, hasNamePlace) > kLargestCell && capacity <= kMostChildren) {
-        auto* const moved = static_cast<Container*>(ResizeBlock(container, BytesFor(capacity, hasNamePlace)));
+    if (BytesFor(container->capacity) > kLargestCell && capacity <= kMostChildren) {
+        auto* const moved = static_cast<Container*>(ResizeBlock(container, BytesFor(capacity)));
         moved->capacity = static_cast<std::uint32_t>(capacity);
         return moved;
     }
@@ -124,23 +122,18 @@ Container* MakeContainer(char type, Name* name, std::size_t capacity, Cells& cel
     if (capacity > kMostChildren) {
         throw std::length_error("a node has no room for more children");
     }
-    const bool hasNamePlace = IsCounted(name);
-    const std::size_t bytes = BytesFor(capacity, hasNamePlace);
+    const std::size_t bytes = BytesFor(capacity);
     void* memory = nullptr;
     if (bytes > kLargestCell) {
         memory = AllocateBlock(bytes);
     } else {
         const CellClass cellClass = CellClassFor(bytes);
         memory = cells.Allocate(cellClass);
-        capacity = (kCellSizes[cellClass] - sizeof(Container)) / sizeof(JSONNode) - (hasNamePlace ? 1 : 0);
+        capacity = (kCellSizes[cellClass] - sizeof(Container)) / sizeof(JSONNode);
     }
     auto* const container =
-        new (memory) Container{{1, type, hasNamePlace ? kExtended : std::uint8_t{0}, SlotOf(name)},
-                               0,
-                               static_cast<std::uint32_t>(capacity)};
-    if (hasNamePlace) {
-        ExtendedNameOf(*container) = name;
-    }
+        new (memory) Container{{1, type, 0, 0}, 0, static_cast<std::uint32_t>(capacity), nullptr};
+    container->SetName(name);
     return container;
 }
 
@@ -194,8 +187,8 @@ void Release(Node* node, Cells& cells) noexcept {
             container = below;
             continue;
         }
-        if (container->HasNamePlace()) {
-            DropName(ExtendedNameOf(*container), cells);
+        if (container->HasCountedName()) {
+            DropName(container->countedName, cells);
         }
         FreeContainer(container, cells);
         if (above == nullptr) {

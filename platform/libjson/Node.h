@@ -29,8 +29,7 @@ struct Node {
     std::uint16_t nameSlot;
 };
 
-/// Of a text: the node continues as ExtendedText. Of a container: a pointer to its name, which is not a
-/// lasting one, stands before the children.
+/// Of a text: the node continues as ExtendedText. Of a container: its name is a counted one.
 inline constexpr std::uint8_t kExtended = 0xFF;
 inline constexpr std::size_t kLongestShortText = 256 - sizeof(Node);
 
@@ -47,13 +46,22 @@ struct Container : Node {
     /// How many children there is room for.
     std::uint32_t capacity;
 
-    bool HasNamePlace() const noexcept { return shortLength == kExtended; }
-    JSONNode* Children() noexcept { return reinterpret_cast<JSONNode*>(this + 1) + (HasNamePlace() ? 1 : 0); }
+    /// Of a name that is not a lasting one. It has its place in every container, so that children stay where
+    /// they are when the name changes.
+    Name* countedName;
+
+    bool HasCountedName() const noexcept { return shortLength == kExtended; }
+    void SetName(Name* name) noexcept {
+        shortLength = IsCounted(name) ? kExtended : std::uint8_t{0};
+        nameSlot = SlotOf(name);
+        countedName = name;
+    }
+    JSONNode* Children() noexcept { return reinterpret_cast<JSONNode*>(this + 1); }
     const JSONNode* Children() const noexcept { return const_cast<Container*>(this)->Children(); }
 };
 
 static_assert(sizeof(JSONNode) == sizeof(void*) && sizeof(JSONNode) == sizeof(Handle));
-static_assert(sizeof(Node) == 8 && sizeof(Container) == kCellStep && sizeof(ExtendedText) == 2 * kCellStep);
+static_assert(sizeof(Node) == 8 && sizeof(Container) == 24 && sizeof(ExtendedText) == 2 * kCellStep);
 static_assert(kLongestShortText < kExtended);
 static_assert(std::endian::native == std::endian::little,
               "the text of a packed node is the end of its handle");
@@ -130,10 +138,10 @@ inline bool IsContainer(const JSONNode& node) noexcept {
     return IsContainerType(TypeOf(node));
 }
 
-/// The place of the pointer to the name of an extended node.
-inline Name*& ExtendedNameOf(Node& node) noexcept {
-    return IsContainerType(node.type) ? *reinterpret_cast<Name**>(static_cast<Container*>(&node) + 1)
-                                      : static_cast<ExtendedText&>(node).name;
+/// The name of an extended node.
+inline Name* ExtendedNameOf(const Node& node) noexcept {
+    return IsContainerType(node.type) ? static_cast<const Container&>(node).countedName
+                                      : static_cast<const ExtendedText&>(node).name;
 }
 
 inline bool IsExtended(const JSONNode& node) noexcept {
@@ -144,7 +152,7 @@ inline Name* NameOf(Handle handle) noexcept {
     if (IsPacked(handle)) {
         return LastingName(static_cast<std::uint16_t>(handle.bits >> 8 & 0xFFFF));
     }
-    Node& node = *NodeOf(handle);
+    const Node& node = *NodeOf(handle);
     return node.shortLength == kExtended ? ExtendedNameOf(node) : LastingName(node.nameSlot);
 }
 inline Name* NameOf(const JSONNode& node) noexcept {

@@ -107,8 +107,13 @@ TEST(Sizes, OfContainersDoNotShow) {
             }
             const JSONNode full = node;
             EXPECT_EQ(full.duplicate(), full);
+            JSONNode alone = full.duplicate();
+            const JSONNode* const children = std::as_const(alone).begin();
             for (const std::string& other : NamesOfAllKinds()) {
                 EXPECT_EQ(Renamed(Renamed(full, other), name), full);
+                alone.set_name(Text(other));
+                EXPECT_EQ(NameOf(alone), other);
+                EXPECT_EQ(std::as_const(alone).begin(), children);
             }
             while (!node.empty()) {
                 node.pop_back(0);
