@@ -23,6 +23,11 @@ constexpr std::size_t WholeBlocks(std::size_t length) noexcept {
     return (length + kBlock - 1) / kBlock * kBlock;
 }
 
+/// Where in its block a character lies, when blocks are counted from address 0.
+inline std::size_t OffsetInBlock(const char* at) noexcept {
+    return reinterpret_cast<std::uintptr_t>(at) % kBlock;
+}
+
 /// Whether a character of a string that is read needs attention: the quote, the backslash and what is not
 /// allowed there.
 constexpr bool EndsReadRun(unsigned char character) noexcept {

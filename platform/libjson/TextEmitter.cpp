@@ -148,7 +148,7 @@ void TextEmitter::PutNodeString(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
-        const std::size_t offset = std::bit_cast<std::uintptr_t>(at) % kBlock;
+        const std::size_t offset = OffsetInBlock(at);
         const std::size_t length = std::min(kBlock - offset, static_cast<std::size_t>(end - at));
         const std::uint32_t special = FirstOf(WriteMask(at - offset) >> offset, length);
         const std::size_t plain = special == 0 ? length : static_cast<std::size_t>(std::countr_zero(special));

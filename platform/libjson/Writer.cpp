@@ -70,7 +70,7 @@ char* CopyName(char* to, const Name& name) noexcept {
 /// Copies the text of a node that is not extended, with some of what follows it, and returns the mask of the
 /// characters that are to be written as escapes: 0 in nearly all cases.
 std::uint32_t CopyText(char* to, const JSONNode& node, std::string_view text) noexcept {
-    const std::size_t offset = std::bit_cast<std::uintptr_t>(text.data()) % kBlock;
+    const std::size_t offset = OffsetInBlock(text.data());
     std::uint32_t special = FirstOf(WriteMask(text.data() - offset) >> offset, text.size());
     if (IsPacked(node)) {
         const std::uint64_t characters = NodeAccess::Of(node).bits >> (8 * kPackedTextAt);
