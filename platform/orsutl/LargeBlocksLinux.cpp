@@ -15,7 +15,8 @@
 namespace orsutl::detail {
 namespace {
 
-constexpr std::size_t kPage = 4096;
+/// A multiple of every size that Linux has for small pages.
+constexpr std::size_t kPage = std::size_t{64} * 1024;
 constexpr std::size_t kLargePage = std::size_t{2} * 1024 * 1024;
 
 /// Stands at the start of the mapping, before what the caller gets.
@@ -23,18 +24,21 @@ struct alignas(alignof(std::max_align_t)) Head {
     std::size_t mapped;
 };
 
-/// What is mapped for a block. Throws std::bad_alloc where that is more than there are addresses.
+/// What is mapped for a block: whole large pages, so that no end of a block that grows stays in small ones.
+/// Throws std::bad_alloc where that is more than there are addresses.
 std::size_t MappedFor(std::size_t bytes) {
     if (bytes > std::numeric_limits<std::size_t>::max() - sizeof(Head) - 2 * kLargePage) {
         throw std::bad_alloc();
     }
-    return (sizeof(Head) + bytes + kPage - 1) / kPage * kPage;
+    const std::size_t needed = sizeof(Head) + bytes;
+    const std::size_t page = needed < kLargePage ? kPage : kLargePage;
+    return (needed + page - 1) / page * page;
 }
 
 /// Addresses from the start of a large page on; null where there are none. What the protection forbids counts
 /// as no memory yet.
 char* MapAligned(std::size_t bytes, int protection) noexcept {
-    const std::size_t spare = kLargePage - kPage;
+    const std::size_t spare = kLargePage;
     void* const mapped = ::mmap(nullptr, bytes + spare, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) {
         return nullptr;
@@ -45,9 +49,7 @@ char* MapAligned(std::size_t bytes, int protection) noexcept {
     if (before != 0) {
         ::munmap(first, before);
     }
-    if (before != spare) {
-        ::munmap(first + before + bytes, spare - before);
-    }
+    ::munmap(first + before + bytes, spare - before);
     return first + before;
 }
 
