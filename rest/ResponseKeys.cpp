@@ -17,12 +17,14 @@ std::uint64_t BeginningOf(std::string_view text) {
 
 }  // namespace
 
-ResponseKey::ResponseKey(const NodeText& id, const NodeText& key)
-    : beginning_(BeginningOf(UpToNul(id))), id_(UpToNul(id)), key_(UpToNul(key)) {}
+ResponseKey::ResponseKey(const NodeText& id, const NodeText& key, std::size_t position)
+    : beginning_(BeginningOf(UpToNul(id))), id_(UpToNul(id)), key_(UpToNul(key)), position_(position) {}
 
 std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer) {
     std::vector<ResponseKey> keys;
-    const auto take = [&keys](const NodeText& id, const NodeText& key) { keys.emplace_back(id, key); };
+    const auto take = [&keys](const NodeText& id, const NodeText& key) {
+        keys.emplace_back(id, key, keys.size());
+    };
     if (answer.type() == JSON_ARRAY) {
         for (const JSONNode& element : answer) {
             WalkAnswer(element, take);
@@ -30,7 +32,8 @@ std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer) {
     } else {
         WalkAnswer(answer, take);
     }
-    std::stable_sort(keys.begin(), keys.end());
+    // Not a stable sort, which hides that there was no memory.
+    std::sort(keys.begin(), keys.end());
     const auto repeated = std::ranges::unique(keys, {}, &ResponseKey::Id);
     keys.erase(repeated.begin(), repeated.end());
     return keys;

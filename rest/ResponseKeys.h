@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "objectjson/NodeReading.h"
@@ -8,14 +10,17 @@
 /// A key that an answer gives to the objects with an identifier.
 class ResponseKey {
 public:
-    ResponseKey(const NodeText& id, const NodeText& key);
+    /// The position is where the answer has the key.
+    ResponseKey(const NodeText& id, const NodeText& key, std::size_t position);
 
     std::string_view Id() const { return id_; }
     std::string_view Key() const { return key_; }
 
     friend bool operator<(const ResponseKey& left, const ResponseKey& right) {
-        return left.beginning_ != right.beginning_ ? left.beginning_ < right.beginning_
-                                                   : left.id_ < right.id_;
+        if (left.beginning_ != right.beginning_) {
+            return left.beginning_ < right.beginning_;
+        }
+        return left.id_ != right.id_ ? left.id_ < right.id_ : left.position_ < right.position_;
     }
 
 private:
@@ -24,6 +29,7 @@ private:
     std::uint64_t beginning_;
     NodeText id_;
     NodeText key_;
+    std::size_t position_;
 };
 
 /// The keys of an answer, an object node or an array of such, in the order of the identifiers' texts, each
