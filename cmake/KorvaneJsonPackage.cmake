@@ -79,7 +79,7 @@ install(FILES
   "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
   DESTINATION "${_document_folder}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${_document_folder}"
-  FILES_MATCHING PATTERN "*.md" PATTERN "*.json")
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.json" PATTERN "*.svg")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${_document_folder}")
 
 if(MINGW)
