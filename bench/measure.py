@@ -16,8 +16,8 @@ class BenchError(Exception):
     pass
 
 
-def run(command):
-    result = subprocess.run(command, stdout=subprocess.PIPE, text=True, check=False)
+def run(command, **where):
+    result = subprocess.run(command, stdout=subprocess.PIPE, text=True, check=False, **where)
     if result.returncode != 0:
         raise BenchError(f"{pathlib.Path(command[0]).name} failed: {' '.join(map(str, command))}")
     return result.stdout
@@ -92,8 +92,11 @@ def measure_program(binaries, sizes, rounds):
     if not program.exists():
         return []
     report = binaries.parent / "measure-program.json"
-    run([program, binaries / "korvane-json", "--objects", ",".join(map(str, (SMALL, *sizes))),
-         "--runs", str(rounds), "--json", report])
+    say("          the commands of the program")
+    # The commands say on their standard error what they did.
+    with open(report.with_suffix(".log"), "w", encoding="utf-8") as log:
+        run([program, binaries / "korvane-json", "--objects", ",".join(map(str, (SMALL, *sizes))),
+             "--runs", str(rounds), "--json", report], cwd=report.parent, stderr=log)
     return json.loads(report.read_text(encoding="utf-8"))
 
 

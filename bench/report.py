@@ -83,7 +83,7 @@ def growth_rows(results, sizes):
     largest = max(sizes)
     for comparison in TIMES:
         seconds = times_of(results, comparison, largest)
-        if seconds is None or largest == SMALL:
+        if seconds is None or largest <= SMALL:
             continue
         for name in (comparison.ours, comparison.peer):
             values = [one * SMALL / largest
@@ -124,7 +124,7 @@ def nanoseconds(results, name, objects):
 
 
 def case_table(results):
-    sizes = list(dict.fromkeys((SMALL, *sizes_of(results))))
+    sizes = sorted({SMALL, *sizes_of(results)})
     rows = []
     for name, title in CASES.items():
         times = [nanoseconds(results, name, objects) for objects in sizes]
