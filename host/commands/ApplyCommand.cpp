@@ -5,6 +5,7 @@
 #include "DatabaseCommand.h"
 #include "Done.h"
 #include "ExitStatus.h"
+#include "KeepUntilExit.h"
 #include "Options.h"
 #include "host/document/AnswerReport.h"
 #include "host/document/DocumentFile.h"
@@ -35,11 +36,14 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
         if (!options.isDryRun) {
             file.SaveKeys(console);
         }
-        return ReportDone(options.isDryRun, console, [&] {
+        const int status = ReportDone(options.isDryRun, console, [&] {
             report.Say(Quoted(options.file), console);
             SayDryRun(options.isDryRun, console);
             return kSuccess;
         });
+        KeepUntilExit(file.TakeProject());
+        KeepUntilExit(*answer);
+        return status;
     });
 }
 

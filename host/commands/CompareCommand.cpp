@@ -6,6 +6,7 @@
 
 #include "Commands.h"
 #include "ExitStatus.h"
+#include "KeepUntilExit.h"
 #include "Options.h"
 #include "Output.h"
 #include "ProjectInput.h"
@@ -69,6 +70,8 @@ int Compare(const CompareOptions& options, Console& console) {
                       FormatCount(result.files, "file", "files") + " compared\n"
                 : FormatCount(result.differenceCount, "difference", "differences") + "\n";
     const bool isWritten = WriteToStandardOutput(text, console);
+    KeepUntilExit(std::move(first));
+    KeepUntilExit(std::move(second));
     return isWritten && result.differenceCount == 0 ? kSuccess : kFailure;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "ExitStatus.h"
+#include "KeepUntilExit.h"
 #include "Options.h"
 #include "Output.h"
 #include "host/server/Server.h"
@@ -35,7 +36,9 @@ int FetchToOutput(const FetchOptions& options, Console& console) {
         console.Say(name + " " + error.what());
         return kFailure;
     }
-    return WriteOutput(options.output, CompactText(document), console) ? kSuccess : kFailure;
+    const bool isWritten = WriteOutput(options.output, CompactText(document), console);
+    KeepUntilExit(document);
+    return isWritten ? kSuccess : kFailure;
 }
 
 }  // namespace

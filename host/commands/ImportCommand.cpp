@@ -5,6 +5,7 @@
 #include "DatabaseCommand.h"
 #include "Done.h"
 #include "ExitStatus.h"
+#include "KeepUntilExit.h"
 #include "Options.h"
 #include "ProjectInput.h"
 #include "host/document/DocumentFile.h"
@@ -54,11 +55,14 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         } else if (!old) {
             RefuseNewName(file);
         }
-        return ReportDone(options.isDryRun, console, [&] {
+        const int status = ReportDone(options.isDryRun, console, [&] {
             report.Say(name, console);
             SayDryRun(options.isDryRun, console);
             return kSuccess;
         });
+        KeepUntilExit(old ? old->TakeProject() : std::move(made));
+        KeepUntilExit(*document);
+        return status;
     });
 }
 

@@ -5,6 +5,7 @@
 #include "DatabaseCommand.h"
 #include "Done.h"
 #include "ExitStatus.h"
+#include "KeepUntilExit.h"
 #include "Options.h"
 #include "ProjectInput.h"
 #include "host/document/ProjectObjects.h"
@@ -56,7 +57,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         if (isThere) {
             old.emplace(ProjectFile::Open(file, !options.isDryRun, console));
         }
-        const std::optional<OpenedProject> reading = MakeProject(options, console);
+        std::optional<OpenedProject> reading = MakeProject(options, console);
         if (!reading) {
             return kFailure;
         }
@@ -67,7 +68,7 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         } else if (!old) {
             RefuseNewName(file);
         }
-        return ReportDone(options.isDryRun, console, [&] {
+        const int status = ReportDone(options.isDryRun, console, [&] {
             const ObjectCounts counts = CountObjects(*reading->project);
             console.Say(Quoted(options.File()) + ": a project with " +
                         FormatCount(counts.objects, "object", "objects") + " and " +
@@ -76,6 +77,8 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
             SayDryRun(options.isDryRun, console);
             return Finish({{}, options.isStrict}, *reading, console);
         });
+        KeepUntilExit(std::move(reading->project));
+        return status;
     });
 }
 

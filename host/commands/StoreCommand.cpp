@@ -5,6 +5,7 @@
 #include "DatabaseCommand.h"
 #include "Done.h"
 #include "ExitStatus.h"
+#include "KeepUntilExit.h"
 #include "Options.h"
 #include "Output.h"
 #include "format/MemberNames.h"
@@ -55,7 +56,10 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
             }
             return kSuccess;
         };
-        return ReportDone(options.isDryRun, console, answerAndReport, kStoredWithoutAnswer);
+        const int status = ReportDone(options.isDryRun, console, answerAndReport, kStoredWithoutAnswer);
+        KeepUntilExit(*document);
+        KeepUntilExit(answer);
+        return status;
     });
 }
 

@@ -58,6 +58,10 @@ CAEProject& ProjectFile::Project() const {
     return *state_->project;
 }
 
+std::unique_ptr<CAEProject> ProjectFile::TakeProject() {
+    return std::move(state_->project);
+}
+
 void ProjectFile::Save(Console& console) {
     Save(*state_->project, console);
 }

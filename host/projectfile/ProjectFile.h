@@ -47,6 +47,9 @@ public:
     /// The same if only keys of objects and display names of projects have changed since the file was opened.
     void SaveKeys(Console& console);
 
+    /// Gives the project away, after which nothing but destroying this object is possible.
+    std::unique_ptr<CAEProject> TakeProject();
+
 private:
     struct State;
     explicit ProjectFile(std::unique_ptr<State> state);
