@@ -22,8 +22,8 @@ struct Measurement {
     Samples floor;
 };
 
-/// A table for people: medians, spreads, peak memory, and the ratio of command and floor. `small` has the
-/// same commands on fewer objects, for the growth of the time per object; it may be empty.
+/// A table for people: medians, spreads, peak memory, the ratio of command and floor, and the time per object
+/// beside that of the same command on the fewest objects.
 std::string TableOf(const std::vector<Measurement>& measurements);
 /// The same as JSON.
 std::string JsonOf(const std::vector<Measurement>& measurements);
