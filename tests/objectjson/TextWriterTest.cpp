@@ -57,16 +57,6 @@ TEST(TextWriter, WritesWhatNodesAreWrittenAs) {
     EXPECT_NE(sink.pages.front().find(R"("children":[{"id":"2"},{}],"files":[]})"), std::string::npos);
 }
 
-TEST(TextWriter, WritesTheEmptyTextForNull) {
-    Pages sink;
-    TextWriter writer(sink);
-    writer.Text(member::kFileType, static_cast<const char*>(nullptr));
-    writer.Text(member::kFileFormat, "ASCII");
-    writer.Finish();
-    ASSERT_EQ(sink.pages.size(), 1U);
-    EXPECT_EQ(sink.pages.front(), R"({"fileType":"","fileFormat":"ASCII"})");
-}
-
 TEST(WideText, CollectsPagesOfAnyLengthUntilItIsTaken) {
     WideText text;
     std::string written;
