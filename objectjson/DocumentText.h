@@ -3,18 +3,9 @@
 #include <array>
 #include <cstddef>
 
+#include "DocumentSink.h"
 #include "ExportMode.h"
 #include "ObjectModel.h"
-
-/// Takes the text of a document piece by piece. What it throws ends the writing and reaches the caller.
-class DocumentSink {
-public:
-    /// The piece lives for the time of the call. None is empty.
-    virtual void Write(const char* text, std::size_t length) = 0;
-
-protected:
-    ~DocumentSink() = default;
-};
 
 /// Writes the object's document into the sink: the bytes that the node of JsonSerializer::GetJson writes, in
 /// the same order of calls into the object model. Without an object, the document has only its last member.

@@ -7,7 +7,7 @@
 
 #include <text_writer.h>
 
-#include "DocumentText.h"
+#include "DocumentSink.h"
 #include "DocumentWriter.h"
 
 /// Writes a document as compact text into a sink, a page at a time, in memory that does not grow with it.
