@@ -34,7 +34,9 @@ std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer) {
     }
     // Not a stable sort, which hides that there was no memory.
     std::sort(keys.begin(), keys.end());
-    const auto repeated = std::ranges::unique(keys, {}, &ResponseKey::Id);
-    keys.erase(repeated.begin(), repeated.end());
+    const auto haveSameId = [](const ResponseKey& left, const ResponseKey& right) {
+        return left.Id() == right.Id();
+    };
+    keys.erase(std::unique(keys.begin(), keys.end(), haveSameId), keys.end());
     return keys;
 }

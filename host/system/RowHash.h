@@ -11,6 +11,16 @@ struct sqlite3_stmt;
 
 namespace host {
 
+/// The powers of a number, from the one that is 1 on.
+template <std::size_t Count>
+constexpr std::array<std::uint64_t, Count> FirstPowers(std::uint64_t number) {
+    std::array<std::uint64_t, Count> powers{1};
+    for (std::size_t index = 1; index < Count; ++index) {
+        powers[index] = powers[index - 1] * number;
+    }
+    return powers;
+}
+
 /// The hash of a row in the checksum of a database: FNV-1a in 64 bits over the name of the table and the
 /// values of the row, each with its type before it, and with its size if it is a text.
 class RowHash {
@@ -47,13 +57,7 @@ private:
         return (hash ^ static_cast<unsigned char>(byte)) * kPrime;
     }
     /// The powers of the prime: what so many bytes of zero multiply with.
-    static constexpr std::array<std::uint64_t, 9> kPowers = [] {
-        std::array<std::uint64_t, 9> powers{1};
-        for (std::size_t index = 1; index < powers.size(); ++index) {
-            powers[index] = powers[index - 1] * kPrime;
-        }
-        return powers;
-    }();
+    static constexpr auto kPowers = FirstPowers<9>(kPrime);
 
     std::uint64_t hash_ = 0xCBF29CE484222325;
 };

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "format/MemberNames.h"
+#include "objectjson/DocumentText.h"
 #include "objectjson/NodeWriter.h"
 #include "objectjson/TextWriter.h"
 
