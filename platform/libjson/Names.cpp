@@ -40,7 +40,7 @@ Name* MakeName(void* memory, std::string_view text, std::uint16_t slot) noexcept
 }
 
 /// The lasting names: looked up without a lock, added under one.
-/// Measured: with a lock for each look-up, reading takes 1.16 times as long, on one thread (bench-json, 1,111
+/// Measured: with a lock for each look-up, reading takes 1.16 times as long, on one thread (1,111
 /// objects, gcc 12).
 class NameTable {
 public:
