@@ -17,6 +17,7 @@ void KeepUntilExit(Value&& value) noexcept {
     };
     // What is kept can be reached from here, so that it does not count as lost.
     static Kept* last = nullptr;
+    // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the end of the process frees it.
     if (auto* const kept = new (std::nothrow) Kept{std::forward<Value>(value), last}) {
         last = kept;
     }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
@@ -71,6 +72,13 @@ void* Move(Head* head, std::size_t mapped) noexcept {
     return moved == MAP_FAILED ? nullptr : moved;
 }
 
+/// What the caller gets of a mapping.
+void* BlockIn(void* mapping, std::size_t mapped) noexcept {
+    const Head head{mapped};
+    std::memcpy(mapping, &head, sizeof(head));
+    return static_cast<char*>(mapping) + sizeof(head);
+}
+
 Head* HeadOf(void* block) noexcept {
     return static_cast<Head*>(block) - 1;
 }
@@ -85,7 +93,7 @@ void* AllocateLargeBlock(std::size_t bytes) {
     }
     // Only a hint, which goes with the mapping: where it is refused, the pages are small.
     static_cast<void>(::madvise(place, mapped, MADV_HUGEPAGE));
-    return ::new (static_cast<void*>(place)) Head{mapped} + 1;
+    return BlockIn(place, mapped);
 }
 
 void* ResizeLargeBlock(void* block, std::size_t bytes) {
@@ -94,7 +102,7 @@ void* ResizeLargeBlock(void* block, std::size_t bytes) {
     if (moved == nullptr) {
         throw std::bad_alloc();
     }
-    return ::new (moved) Head{mapped} + 1;
+    return BlockIn(moved, mapped);
 }
 
 void FreeLargeBlock(void* block) noexcept {

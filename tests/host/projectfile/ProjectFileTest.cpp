@@ -276,7 +276,8 @@ TEST_F(ProjectFileTest, SavingKeysGivesWhatSavingEverythingGives) {
     const std::filesystem::path whole = Keep(*project);
     const std::filesystem::path keys = folder / "keys.kvp";
     const auto saveBoth = [&](const std::function<void(CAEProject&)>& change) {
-        std::filesystem::copy_file(whole, keys, std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::remove(keys);
+        std::filesystem::copy_file(whole, keys);
         ExpectSameAfterSavingKeys(whole, keys, change, kept.console);
     };
     saveBoth([](CAEProject&) {});
