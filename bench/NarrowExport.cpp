@@ -1,5 +1,4 @@
-// Text without nodes is not exported, and has been written in two ways: revisions are compared with each
-// other.
+// Text without nodes is not exported, and older revisions that are compared with this one do not have it.
 
 #include "NarrowExport.h"
 
@@ -28,38 +27,6 @@ bool CanWriteNarrow() {
 void WriteNarrow(CAEProject& project, PageTaker& taker) {
     Sink sink(taker);
     WriteDocument(&project, ExportModeOfText(OuString()), sink);
-}
-
-#elif __has_include("objectjson/TextWriter.h")
-#include "format/MemberNames.h"
-#include "format/Values.h"
-#include "objectjson/ExportMode.h"
-#include "objectjson/Sections.h"
-#include "objectjson/TextWriter.h"
-
-namespace {
-
-class Sink final : public libjson::text_sink {
-public:
-    explicit Sink(PageTaker& taker) : taker_(taker) {}
-    void write(const char* text, std::size_t length) override { taker_.Take(text, length); }
-
-private:
-    PageTaker& taker_;
-};
-
-}  // namespace
-
-bool CanWriteNarrow() {
-    return true;
-}
-
-void WriteNarrow(CAEProject& project, PageTaker& taker) {
-    Sink sink(taker);
-    TextWriter out(sink);
-    WriteObject(project, ExportModeOfText(OuString()), out);
-    out.Text(format::member::kSubType, format::kSubTypeValue);
-    out.Finish();
 }
 
 #else
