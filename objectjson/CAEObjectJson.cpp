@@ -18,7 +18,7 @@ CAEObjectJson::CAEObjectJson(CAEObject* object) : object_(object), node_(JSON_NO
 
 CAEObjectJson::CAEObjectJson(JSONNode node, CAEObject* object) : object_(object), node_(std::move(node)) {
     if (object_ != nullptr) {
-        project_ = StartImport(*object_, node_);
+        project_ = StartImport({object_}, node_);
     }
 }
 

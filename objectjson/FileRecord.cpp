@@ -51,12 +51,16 @@ constexpr std::array<format::MemberName, kFileMemberCount> NamesOfFileMembers() 
     (std::make_index_sequence<kFileMemberCount>());
 }
 
-void ReadFileMembers(CAEFile& file, const JSONNode& record, RepeatedTexts& texts) {
+void ReadFileMembers(CAEFile& file, ImportPolicy* policy, const JSONNode& record, RepeatedTexts& texts) {
+    const ImportTarget target = {&file, nullptr, policy};
     const auto members = FindMembers(record, NamesOfFileMembers());
     for (std::size_t index = 0; index < kFileMemberCount; ++index) {
         if (members[index] != nullptr) {
             const NodeText text = NodeValue(*members[index]);
-            kFileMemberReaders[index].apply(file, UpToNul(text), texts);
+            const FileMemberReader& reader = kFileMemberReaders[index];
+            if (policy == nullptr || policy->SetsMember(target, reader.name, TextFromAnsi(UpToNul(text)))) {
+                reader.apply(file, UpToNul(text), texts);
+            }
         }
     }
 }
@@ -78,9 +82,11 @@ void WriteFileMembers(CAEFile& file, DocumentWriter& out) {
     out.Text(member::kFilePath, format::kNoFilePath);
 }
 
-void ReadFileRecord(CAEFile& file, const JSONNode& record, RepeatedTexts& texts) {
-    ReadMembers(file, StartImport(file, record), record, texts);
-    ReadFileMembers(file, record, texts);
+void ReadFileRecord(CAEFile& file, ImportPolicy* policy, const JSONNode& record, RepeatedTexts& texts) {
+    ImportTarget target = {&file, nullptr, policy};
+    target.project = StartImport(target, record);
+    ReadMembers(target, record, texts);
+    ReadFileMembers(file, policy, record, texts);
 }
 
 CAEFileJson::CAEFileJson(CAEFile* file) : CAEObjectJson(file), file_(file) {}
@@ -115,5 +121,5 @@ void CAEFileJson::ImportFileRecord() {
     }
     ImportMembers();
     RepeatedTexts texts;
-    ReadFileMembers(*file_, Node(), texts);
+    ReadFileMembers(*file_, nullptr, Node(), texts);
 }

@@ -1,4 +1,5 @@
 #include <memory>
+#include <utility>
 
 #include "CAEObjectJson.h"
 #include "NodeReading.h"
@@ -67,7 +68,43 @@ std::unique_ptr<CAEFile> NewFile() {
                                      ToFileFormat(format::FileFormat::kUnknown), false);
 }
 
+void SetPath(CAEFile& file, const OuString& path) {
+    file.setFullPathName(path);
+    file.m_fullPathCopy = path;
+}
+
+/// What is read from a record lands in a new file, unless there is a policy that says otherwise.
+ImportPolicy::FileLanding EnterFile(const ImportTarget& owner, const JSONNode& record) {
+    return owner.policy == nullptr ? ImportPolicy::FileLanding() : owner.policy->EnterFile(owner, record);
+}
+
+/// Gives the file its path, a new one also its place in the project, and attaches it.
+void PlaceFile(const ImportTarget& owner, CAEFile& file, std::unique_ptr<CAEFile> made,
+               const OuString& path) {
+    ImportPolicy* const policy = owner.policy;
+    if (policy == nullptr || policy->SetsPath(file, path)) {
+        SetPath(file, path);
+    }
+    if (policy != nullptr && !policy->AttachesFile(owner, file)) {
+        return;
+    }
+    int fileId = 0;
+    if (made != nullptr) {
+        fileId = owner.project->assignID(made.get());
+        owner.project->addFile(made.get());
+        static_cast<void>(made.release());
+    } else {
+        fileId = file.getID();
+    }
+    AttachFile(*owner.object, file, fileId);
+}
+
 }  // namespace
+
+bool IsAttached(FileType type, Kind owner) {
+    const bool hasRoles = owner == Kind::kPart || owner == Kind::kSubAssembly;
+    return hasRoles || owner == Kind::kIterationModel || !format::HasRole(type);
+}
 
 ExportedFiles::ExportedFiles(CAEObject& object)
     : identifiers_(object.GetFiles()), walk_(identifiers_), project_(object.getProject()) {}
@@ -81,30 +118,34 @@ CAEFile* ExportedFiles::Next() {
     return nullptr;
 }
 
-void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records, RepeatedTexts& texts) {
+void ReadFiles(const ImportTarget& target, const JSONNode& records, RepeatedTexts& texts) {
     OuStringFileName directory;
-    project.getDirectory(directory);
+    target.project->getDirectory(directory);
     directory.NormalizeDirectory();
     ChildWalk walk(records);
     while (const JSONNode* const record = walk.Next()) {
+        const ImportPolicy::FileLanding landing = EnterFile(target, *record);
+        if (landing.isLeftOut) {
+            continue;
+        }
         OuString path = directory;
-        std::unique_ptr<CAEFile> file = NewFile();
-        ReadFileRecord(*file, *record, texts);
+        std::unique_ptr<CAEFile> made = landing.file == nullptr ? NewFile() : nullptr;
+        CAEFile& file = made != nullptr ? *made : *landing.file;
+        ReadFileRecord(file, target.policy, *record, texts);
         OuString name;
-        file->getName(name);
+        file.getName(name);
         path.Append(CharactersOf(name), 0);
         // The record's own path never survives: a file lies where its project lies.
-        file->setFullPathName(path);
-        file->m_fullPathCopy = path;
-        const int fileId = project.assignID(file.get());
-        project.addFile(file.get());
-        AttachFile(object, *file.release(), fileId);
+        PlaceFile(target, file, std::move(made), path);
+        if (target.policy != nullptr) {
+            target.policy->LeaveFile(target);
+        }
     }
 }
 
 void CAEObjectJson::ImportFiles(JSONNode files) {
     if (project_ != nullptr && object_ != nullptr) {
         RepeatedTexts texts;
-        ReadFiles(*object_, *project_, files, texts);
+        ReadFiles({object_, project_}, files, texts);
     }
 }

@@ -64,6 +64,33 @@ void AskForCreator(const CAEObject& object, const JSONNode& member, RepeatedText
     object.getCreatedUserName(userName);
 }
 
+void SetName(const ImportTarget& target, format::MemberName member, const OuString& name) {
+    target.SetMember(member, name, [&](CAEObject& object) { object.setName(name); });
+}
+
+void SetDisplayName(const ImportTarget& target, const OuString& name) {
+    target.SetMember(member::kName, name, [&](CAEObject& object) {
+        if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
+            project->SetDisplayName(name);
+        }
+    });
+}
+
+void SetKey(const ImportTarget& target, const OuString& key) {
+    const bool isLink = target.Kind() == Kind::kViewItem;
+    target.SetMember(member::kDatabaseKey, key, [&](CAEObject& object) {
+        if (isLink) {
+            object.setLinkDBKey(key);
+        } else {
+            object.setDBKey(key);
+        }
+    });
+}
+
+void SetCreatedDate(const ImportTarget& target, const OuString& date) {
+    target.SetMember(member::kCreatedDate, date, [&](CAEObject& object) { object.setCreatedDate(date); });
+}
+
 }  // namespace
 
 void WriteHeader(CAEObject& object, DocumentWriter& out) {
@@ -90,32 +117,31 @@ void WriteHeader(CAEObject& object, DocumentWriter& out) {
     }
 }
 
-void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member, RepeatedTexts& texts) {
+void ReadHeaderMember(const ImportTarget& target, ObjectNodeKey key, const JSONNode& member,
+                      RepeatedTexts& texts) {
     switch (key) {
         case ObjectNodeKey::kName:
             // On a project the two names are crossed: the server's "name" is what a project is displayed as.
-            if (KindOf(object) != Kind::kProject) {
-                object.setName(WideValue(member));
-            } else if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
-                project->SetDisplayName(WideValue(member));
+            if (target.Kind() != Kind::kProject) {
+                SetName(target, member::kName, WideValue(member));
+            } else {
+                SetDisplayName(target, WideValue(member));
             }
             break;
         case ObjectNodeKey::kDisplayName:
-            object.setName(WideValue(member));
+            SetName(target, member::kDisplayName, WideValue(member));
             break;
         case ObjectNodeKey::kDatabaseKey:
             // The server gives a view item the key of the item that it shows.
-            if (KindOf(object) == Kind::kViewItem) {
-                object.setLinkDBKey(WideValue(member));
-            } else {
-                object.setDBKey(WideValue(member));
-            }
+            SetKey(target, WideValue(member));
             break;
         case ObjectNodeKey::kCreatedDate:
-            object.setCreatedDate(texts.OfValue(member));
+            SetCreatedDate(target, texts.OfValue(member));
             break;
         case ObjectNodeKey::kCreatedBy:
-            AskForCreator(object, member, texts);
+            if (target.object != nullptr) {
+                AskForCreator(*target.object, member, texts);
+            }
             break;
         default:
             // Not recognised, or recognised and without effect: the server sends members that are its own.

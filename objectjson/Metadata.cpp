@@ -54,7 +54,7 @@ JSONNode CAEObjectJson::ExportMetadata() {
     });
 }
 
-void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section, RepeatedTexts& texts) {
+void ReadMetadata(const ImportTarget& target, const JSONNode& section, RepeatedTexts& texts) {
     const bool hasNames = section.type() == JSON_NODE;
     ChildWalk records(section);
     while (const JSONNode* const record = records.Next()) {
@@ -64,22 +64,29 @@ void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& sectio
             FindMembers<2>(*record, {member::kValue, member::kMetaDataType});
         const OuString value = valueMember == nullptr ? OuString() : WideValue(*valueMember);
         const OuString type = typeMember == nullptr ? OuString() : texts.OfValue(*typeMember);
-        if (name == format::kProgramReferenceEntry &&
-            AreEqualInAnyCase(value, OuString(format::kNoProgramReference, 0)) && project != nullptr) {
+        const OuString entry = texts.Of(name);
+        const ImportPolicy::EntrySetting setting =
+            target.policy == nullptr ? ImportPolicy::EntrySetting{true, true}
+                                     : target.policy->EnterRecord(target, *record, entry, type, value);
+        if (setting.value && name == format::kProgramReferenceEntry &&
+            AreEqualInAnyCase(value, OuString(format::kNoProgramReference, 0)) && target.project != nullptr) {
             // Only ever cleared: the server has no value that sets the reference.
-            project->SetProgramReference(false);
+            target.project->SetProgramReference(false);
         }
         // The writer's "description" is not renamed back, and what it took from the unit becomes the type:
         // the format fixes both.
-        const OuString entry = texts.Of(name);
-        object.setMetadataType(entry, type);
-        object.setMetadataValue(entry, value);
+        if (setting.type) {
+            target.object->setMetadataType(entry, type);
+        }
+        if (setting.value) {
+            target.object->setMetadataValue(entry, value);
+        }
     }
 }
 
 void CAEObjectJson::ImportMetadata(JSONNode section) {
     if (object_ != nullptr) {
         RepeatedTexts texts;
-        ReadMetadata(*object_, project_, section, texts);
+        ReadMetadata({object_, project_}, section, texts);
     }
 }

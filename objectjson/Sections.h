@@ -4,6 +4,7 @@
 
 #include "DocumentWriter.h"
 #include "ExportMode.h"
+#include "ImportPolicy.h"
 #include "ObjectModel.h"
 #include "ObjectNodeKey.h"
 
@@ -16,8 +17,9 @@ class RepeatedTexts;
 // Header.cpp
 
 void WriteHeader(CAEObject& object, DocumentWriter& out);
-/// Applies one member of the header to the object; other keys have no effect.
-void ReadHeaderMember(CAEObject& object, ObjectNodeKey key, const JSONNode& member, RepeatedTexts& texts);
+/// Applies one member of the header to the target; other keys have no effect.
+void ReadHeaderMember(const ImportTarget& target, ObjectNodeKey key, const JSONNode& member,
+                      RepeatedTexts& texts);
 
 // TypeNames.cpp
 
@@ -30,8 +32,8 @@ OuString TypeNameOf(format::Kind kind, const char* modelName);
 // Metadata.cpp
 
 void WriteMetadata(CAEObject& object, DocumentWriter& out);
-/// The project may be null; then no program reference is cleared.
-void ReadMetadata(CAEObject& object, CAEProject* project, const JSONNode& section, RepeatedTexts& texts);
+/// Without a project, no program reference is cleared.
+void ReadMetadata(const ImportTarget& target, const JSONNode& section, RepeatedTexts& texts);
 
 // Children.cpp
 
@@ -67,30 +69,36 @@ private:
     CAEProject* project_;
 };
 
-/// Makes a file of every element and attaches it to the object.
-void ReadFiles(CAEObject& object, CAEProject& project, const JSONNode& records, RepeatedTexts& texts);
+/// Whether a file of the type is attached to an object of the kind, in some role.
+bool IsAttached(format::FileType type, format::Kind owner);
+
+/// Makes a file of every element and attaches it to the target, which has a project.
+void ReadFiles(const ImportTarget& target, const JSONNode& records, RepeatedTexts& texts);
 
 // FileRecord.cpp
 
 /// The members that a file record has behind those of an object node.
 void WriteFileMembers(CAEFile& file, DocumentWriter& out);
 /// Reads a record onto a file that no project has yet: first as an object node, then the file's own members.
-void ReadFileRecord(CAEFile& file, const JSONNode& record, RepeatedTexts& texts);
+/// The policy may be null.
+void ReadFileRecord(CAEFile& file, ImportPolicy* policy, const JSONNode& record, RepeatedTexts& texts);
 
 // References.cpp
 
 /// Makes an imported view item show the master assembly that its link database key names, where the project
-/// has one by now.
-void ResolveReference(CAEObject& viewItem, CAEProject* project);
+/// has one by now. Returns whether it has.
+bool ResolveReference(CAEObject& viewItem, CAEProject* project);
 
 // Import.cpp
 
 /// What comes before any member of the node is read onto the object, or even where none is: a project object
-/// gets the node's "type" as its additional type. Returns the object's project.
-CAEProject* StartImport(CAEObject& object, const JSONNode& node);
-/// Applies the members of the node to the object, with everything under it. The project may be null; then no
-/// object and no file is created.
-void ReadMembers(CAEObject& object, CAEProject* project, const JSONNode& node, RepeatedTexts& texts);
+/// gets the node's "type" as its additional type. Returns the object's project, or the target's where there
+/// is no object.
+CAEProject* StartImport(const ImportTarget& target, const JSONNode& node);
+/// Applies the members of the node to the target, with everything under it.
+void ReadMembers(const ImportTarget& target, const JSONNode& node, RepeatedTexts& texts);
+/// Makes and reads an element of the parent's "children", with everything under it.
+void ReadChild(const ImportTarget& parent, const JSONNode& element, RepeatedTexts& texts);
 
 // Export.cpp
 
