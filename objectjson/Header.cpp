@@ -21,15 +21,6 @@ OuString FileObjectName(CAEObject& object) {
     return path.GetFileName();
 }
 
-OuString ObjectName(CAEObject& object, Kind kind) {
-    if (kind == Kind::kFile) {
-        return FileObjectName(object);
-    }
-    OuString name;
-    object.getName(name);
-    return IsEmpty(name) ? OuString(format::kNameless, 0) : name;
-}
-
 /// The name of the iteration's grandparent, the study: written even when it is empty.
 OuString StudyTypeName(CAEObject& iteration) {
     CAEObject* const parent = iteration.getParent();
@@ -92,6 +83,15 @@ void SetCreatedDate(const ImportTarget& target, const OuString& date) {
 }
 
 }  // namespace
+
+OuString ObjectName(CAEObject& object, Kind kind) {
+    if (kind == Kind::kFile) {
+        return FileObjectName(object);
+    }
+    OuString name;
+    object.getName(name);
+    return IsEmpty(name) ? OuString(format::kNameless, 0) : name;
+}
 
 void WriteHeader(CAEObject& object, DocumentWriter& out) {
     out.Text(member::kId, std::to_string(object.getID()).c_str());

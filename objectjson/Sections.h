@@ -16,6 +16,8 @@ class RepeatedTexts;
 
 // Header.cpp
 
+/// The "name" of an object of the kind.
+OuString ObjectName(CAEObject& object, format::Kind kind);
 void WriteHeader(CAEObject& object, DocumentWriter& out);
 /// Applies one member of the header to the target; other keys have no effect.
 void ReadHeaderMember(const ImportTarget& target, ObjectNodeKey key, const JSONNode& member,

@@ -5,12 +5,6 @@
 #include "Text.h"
 
 namespace host {
-namespace {
-
-constexpr std::size_t kLongestExcerpt = 80;
-
-}  // namespace
-
 Notes::Kind& Notes::Find(std::string_view kind) {
     const auto found = std::ranges::find(kinds_, kind, &Kind::text);
     if (found != kinds_.end()) {
@@ -65,15 +59,6 @@ void Notes::SayWithoutNames(const std::string& what, Console& console) const {
             Say(kind, what, console);
         }
     }
-}
-
-std::string Excerpt(std::string_view text) {
-    const std::string printable = Printable(text.substr(0, 4 * kLongestExcerpt));
-    const std::string_view beginning = CutUtf8(printable, kLongestExcerpt);
-    std::string excerpt = "'";
-    excerpt += beginning;
-    excerpt += beginning.size() < printable.size() ? "...'" : "'";
-    return excerpt;
 }
 
 }  // namespace host

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <korvaneexchange/PrintableText.h>
+
 #include <cstddef>
 #include <map>
 #include <string>
@@ -48,7 +50,6 @@ private:
     std::vector<Kind> kinds_;
 };
 
-/// A text for a note: quoted, printable, and cut if it is long.
-std::string Excerpt(std::string_view text);
+using korvane::exchange::Excerpt;
 
 }  // namespace host

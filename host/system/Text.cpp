@@ -1,9 +1,13 @@
 #include "Text.h"
 
+#include <korvaneexchange/PrintableText.h>
+
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
+
+#include "exchange/Utf8.h"
 
 namespace host {
 namespace {
@@ -28,52 +32,10 @@ constexpr std::array kCombining = {
     Range{0xFE00, 0xFE0F}, Range{0xFE20, 0xFE2F},
 };
 
-// Characters that change the direction of the text or begin a line.
-constexpr std::array kSteering = {
-    Range{0x061C, 0x061C}, Range{0x200B, 0x200F}, Range{0x2028, 0x202E},
-    Range{0x2060, 0x206F}, Range{0xFEFF, 0xFEFF},
-};
-
 template <std::size_t Size>
 bool IsIn(const std::array<Range, Size>& ranges, char32_t character) {
     return std::ranges::any_of(
         ranges, [&](const Range& range) { return range.first <= character && character <= range.last; });
-}
-
-/// Reads the character at the place. Returns false, with the length 1, if there is no well-formed sequence.
-bool DecodeUtf8(std::string_view text, std::size_t place, char32_t& character, std::size_t& length) {
-    const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    const unsigned char lead = byteAt(place);
-    length = 1;
-    character = lead;
-    if (lead < 0x80) {
-        return true;
-    }
-    const std::size_t wanted = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() - place < wanted) {
-        return false;
-    }
-    char32_t value = lead & (0x7FU >> wanted);
-    for (std::size_t index = 1; index < wanted; ++index) {
-        const unsigned char next = byteAt(place + index);
-        if ((next & 0xC0U) != 0x80) {
-            return false;
-        }
-        value = (value << 6U) | (next & 0x3FU);
-    }
-    const bool isOverlong = (wanted == 3 && value < 0x800) || (wanted == 4 && value < 0x10000);
-    if (isOverlong || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF)) {
-        return false;
-    }
-    character = value;
-    length = wanted;
-    return true;
-}
-
-void AppendEscape(std::string& text, const char* format, unsigned value) {
-    std::array<char, 16> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), format, value);
-    text += buffer.data();
 }
 
 }  // namespace
@@ -103,28 +65,7 @@ std::filesystem::path PathFromUtf8(const std::string& text) {
 }
 
 std::string Printable(std::string_view utf8) {
-    std::string printable;
-    printable.reserve(utf8.size());
-    std::size_t length = 1;
-    for (std::size_t place = 0; place < utf8.size(); place += length) {
-        char32_t character = 0;
-        if (!DecodeUtf8(utf8, place, character, length)) {
-            AppendEscape(printable, "\\x%02X", static_cast<unsigned char>(utf8[place]));
-        } else if (character == '\n') {
-            printable += "\\n";
-        } else if (character == '\t') {
-            printable += "\\t";
-        } else if (character == '\r') {
-            printable += "\\r";
-        } else if (character < 0x20 || character == 0x7F) {
-            AppendEscape(printable, "\\x%02X", static_cast<unsigned>(character));
-        } else if ((character >= 0x80 && character < 0xA0) || IsIn(kSteering, character)) {
-            AppendEscape(printable, "\\u%04X", static_cast<unsigned>(character));
-        } else {
-            printable += utf8.substr(place, length);
-        }
-    }
-    return printable;
+    return korvane::exchange::Printable(utf8);
 }
 
 std::string Printable(const OuString& text) {
@@ -147,23 +88,12 @@ std::string Quoted(const std::string& utf8) {
     return Quoted(std::string_view(utf8));
 }
 
-std::string_view CutUtf8(std::string_view utf8, std::size_t most) {
-    if (utf8.size() <= most) {
-        return utf8;
-    }
-    std::size_t end = most;
-    while (end > 0 && (static_cast<unsigned char>(utf8[end]) & 0xC0U) == 0x80) {
-        --end;
-    }
-    return utf8.substr(0, end);
-}
-
 std::size_t DisplayWidth(std::string_view printable) {
     std::size_t width = 0;
     std::size_t length = 1;
     for (std::size_t place = 0; place < printable.size(); place += length) {
         char32_t character = 0;
-        DecodeUtf8(printable, place, character, length);
+        korvane::exchange::DecodeUtf8(printable, place, character, length);
         if (character < 0x300) {
             ++width;
         } else if (!IsIn(kCombining, character)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <OuString.h>
+#include <korvaneexchange/PrintableText.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,9 +20,7 @@ std::filesystem::path ToPath(const OuString& text);
 /// The path that a UTF-8 text from the command line names.
 std::filesystem::path PathFromUtf8(const std::string& text);
 
-/// The text for a terminal or a message, in UTF-8 and on one line. Control characters, bytes that are not
-/// UTF-8, and characters that change the direction of the text are written as escapes (`\n`, `\xE9`,
-/// `\u202E`), so that no name can disguise itself or disturb a terminal.
+/// The text for a terminal or a message.
 std::string Printable(std::string_view utf8);
 std::string Printable(const OuString& text);
 std::string Printable(const std::filesystem::path& path);
@@ -31,8 +30,7 @@ std::string Quoted(const std::filesystem::path& path);
 std::string Quoted(std::string_view utf8);
 std::string Quoted(const std::string& utf8);
 
-/// The beginning of the text: at most that many bytes, without a part of a character at its end.
-std::string_view CutUtf8(std::string_view utf8, std::size_t most);
+using korvane::exchange::CutUtf8;
 
 /// The number of terminal columns of a printable UTF-8 text: two for a wide East Asian character, none for a
 /// mark that combines with the character before.

@@ -1,0 +1,462 @@
+#include "ReportingImport.h"
+
+#include <korvaneexchange/PrintableText.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "NodeText.h"
+#include "TreeIndex.h"
+#include "format/MemberNames.h"
+#include "format/Nodes.h"
+#include "objectjson/NodeReading.h"
+#include "objectjson/Sections.h"
+
+namespace member = format::member;
+using format::Effect;
+using format::Kind;
+using format::MemberEffect;
+using format::Shape;
+
+namespace korvane::exchange {
+namespace {
+
+constexpr std::size_t kStepsBetweenCalls = 256;
+
+/// Whether every document that an export writes has the member in such a node.
+bool IsAlwaysWritten(const MemberEffect& known, bool isFileRecord) {
+    const auto isIt = [&](const format::NodeMember& written) { return written.name == known.name; };
+    return std::ranges::any_of(format::kObjectNode, isIt) ||
+           (isFileRecord && std::ranges::any_of(format::kFileRecord, isIt));
+}
+
+/// Whether an import reads the first member of the name and no later one.
+bool IsReadOnce(const MemberEffect& known) {
+    return known.inObject == Effect::kUnknown || known.name == member::kType;
+}
+
+std::uint32_t BitOf(const MemberEffect& known) {
+    static_assert(std::size(format::kMemberEffects) <= 32);
+    return std::uint32_t{1} << static_cast<std::size_t>(&known - std::begin(format::kMemberEffects));
+}
+
+std::string Of(const JSONNode& node) {
+    return " of " + Describe(node);
+}
+
+}  // namespace
+
+ReportingImport::ReportingImport(const ImportOptions& options, ImportReport& report, std::size_t total)
+    : options_(options), report_(report), builder_(report), total_(total) {}
+
+ReportingImport::~ReportingImport() = default;
+
+// Places
+
+ReportingImport::Frame& ReportingImport::Enter(const JSONNode& element, bool isFileRecord) {
+    Frame entered;
+    entered.node = &element;
+    entered.isFileRecord = isFileRecord;
+    if (!frames_.empty()) {
+        Frame& above = frames_.back();
+        entered.section = above.openSection;
+        entered.isNamed = above.isOpenSectionNamed;
+        entered.index = above.next++;
+    }
+    return frames_.emplace_back(std::move(entered));
+}
+
+std::string ReportingImport::Pointer() const {
+    std::string pointer;
+    for (const Frame& frame : frames_) {
+        if (frame.section.empty()) {
+            continue;
+        }
+        pointer += '/';
+        pointer += frame.section;
+        pointer += frame.isNamed ? ComponentOf(*frame.node) : "/" + std::to_string(frame.index);
+    }
+    return pointer;
+}
+
+std::string ReportingImport::ComponentOf(const JSONNode& member) {
+    const NodeText name = NodeName(member);
+    return PointerTo(Utf8OfAnsi(name));
+}
+
+const std::string& ReportingImport::Component() {
+    if (component_.empty() && member_ != nullptr) {
+        component_ = ComponentOf(*member_);
+    }
+    return component_;
+}
+
+void ReportingImport::Tell(Reason reason, const std::string& component, int identifier,
+                           const std::string& subject, const std::string& sentence) {
+    if (builder_.IsListing()) {
+        builder_.Add(reason, Pointer() + component, identifier, subject, sentence);
+    } else {
+        builder_.CountUnlisted(reason);
+    }
+}
+
+void ReportingImport::CountStep() {
+    if (options_.progress && steps_ % kStepsBetweenCalls == 0 &&
+        !options_.progress({.objects = steps_, .total = total_})) {
+        throw StopImport();
+    }
+    ++steps_;
+}
+
+// The root
+
+bool ReportingImport::EnterRoot(const ImportTarget& target, const JSONNode& node) {
+    Frame& frame = Enter(node, false);
+    frame.isNew = true;
+    if (!HasType(node)) {
+        return false;
+    }
+    report_.root = target.object->getID();
+    report_.hasRoot = true;
+    return true;
+}
+
+void ReportingImport::EnterParentOfRoot(const ImportTarget&) {
+    frames_.emplace_back();
+}
+
+// Members
+
+void ReportingImport::EnterMember(const ImportTarget&, const JSONNode& member) {
+    Frame& frame = frames_.back();
+    const NodeText name = NodeName(member);
+    const MemberEffect* const known = format::FindEffect(name);
+    member_ = &member;
+    component_.clear();
+    isNullKey_ = false;
+    nextRecord_ = 0;
+    const Effect effect = known == nullptr     ? Effect::kUnknown
+                          : frame.isFileRecord ? known->inRecord
+                                               : known->inObject;
+    if (effect != Effect::kTaken) {
+        TellOf(member, effect == Effect::kUnknown ? nullptr : known);
+        return;
+    }
+    const bool isAgain = (frame.metMembers & BitOf(*known)) != 0;
+    frame.metMembers |= BitOf(*known);
+    if (isAgain && known->shape == Shape::kText) {
+        Tell(Reason::kRepeatedMember, Component(), 0, [&] {
+            const std::string subject = Excerpt(known->name.View()) + Of(*frame.node);
+            return std::pair(subject, subject + " occurs again; the " +
+                                          (IsReadOnce(*known) ? "first" : "last") + " one counts");
+        });
+        return;
+    }
+    TellOfTaken(member, *known);
+}
+
+void ReportingImport::TellOf(const JSONNode& value, const MemberEffect* known) {
+    const Frame& frame = frames_.back();
+    const NodeText text = NodeName(value);
+    const std::string name = Utf8OfAnsi(text);
+    if (known == nullptr) {
+        Tell(Reason::kUnknownMember, Component(), 0, [&] {
+            return std::pair(Excerpt(name), Excerpt(name) + Of(*frame.node) + " is not recognised");
+        });
+    } else if (known->shape == Shape::kNodes && IsContainer(value) && !value.empty()) {
+        Tell(Reason::kBelowFileRecord, Component(), 0, [&] {
+            const std::string subject = Excerpt(name) + Of(*frame.node);
+            return std::pair(subject, subject + ": nothing is imported below a file record");
+        });
+    } else if (IsAlwaysWritten(*known, frame.isFileRecord)) {
+        if (!options_.listFixed) {
+            builder_.Count(Reason::kFixed);
+            return;
+        }
+        Tell(Reason::kFixed, Component(), 0, [&] {
+            return std::pair(Excerpt(name),
+                             Excerpt(name) + Of(*frame.node) + " changes nothing: every document has it");
+        });
+    } else {
+        Tell(Reason::kWithoutEffect, Component(), 0, [&] {
+            return std::pair(Excerpt(name), Excerpt(name) + Of(*frame.node) + " has no effect");
+        });
+    }
+}
+
+void ReportingImport::TellOfTaken(const JSONNode& value, const MemberEffect& known) {
+    Frame& frame = frames_.back();
+    const std::string name(known.name.View());
+    if (known.shape == Shape::kText) {
+        if (known.name == member::kDatabaseKey && value.type() == JSON_NULL) {
+            isNullKey_ = true;
+            Tell(Reason::kNullKey, Component(), 0, [&] {
+                return std::pair(Describe(*frame.node), "the key" + Of(*frame.node) + " is null, and is left out");
+            });
+            return;
+        }
+        ++report_.membersTaken;
+        TellOfText(value, Component(), name);
+        return;
+    }
+    if (!IsContainer(value)) {
+        Tell(Reason::kWrongKind, Component(), 0, [&] {
+            const std::string subject = Excerpt(name) + Of(*frame.node);
+            return std::pair(subject, subject + " is neither an array nor an object");
+        });
+        return;
+    }
+    ++report_.membersTaken;
+    frame.openSection = known.name.View();
+    frame.isOpenSectionNamed = value.type() == JSON_NODE;
+    frame.next = 0;
+    frame.hasMetadata = frame.hasMetadata || known.shape == Shape::kRecords;
+    frame.hasChildren = frame.hasChildren || known.name == member::kChildren;
+    frame.hasFiles = frame.hasFiles || known.name == member::kFiles;
+}
+
+void ReportingImport::TellOfText(const JSONNode& value, const std::string& component, const std::string& name) {
+    const JSONNode& node = *frames_.back().node;
+    const auto tell = [&](Reason reason, const char* what) {
+        Tell(reason, component, 0, [&] {
+            const std::string subject = Excerpt(name) + Of(node);
+            return std::pair(subject, subject + what);
+        });
+    };
+    if (IsContainer(value)) {
+        tell(Reason::kReadAsEmpty, " is an object or an array, and is read as an empty text");
+    } else if (value.type() == JSON_NULL) {
+        tell(Reason::kReadAsNull, " is null, and is read as the text 'null'");
+    } else if (const NodeText text = NodeValue(value);
+               std::string_view(text).find('\0') != std::string_view::npos) {
+        tell(Reason::kCutAtNul, " is cut at its NUL character");
+    }
+}
+
+bool ReportingImport::SetsMember(const ImportTarget& target, format::MemberName member,
+                                 const OuString& value) {
+    if (member == format::member::kDatabaseKey) {
+        if (isNullKey_) {
+            return false;
+        }
+        report_.keys += IsEmpty(value) ? 0 : 1;
+    }
+    return target.object != nullptr && (!options_.dryRun || frames_.back().isFileRecord);
+}
+
+// Metadata
+
+ImportPolicy::EntrySetting ReportingImport::EnterRecord(const ImportTarget& target, const JSONNode& record,
+                                                        const OuString& name, const OuString&,
+                                                        const OuString&) {
+    Frame& frame = frames_.back();
+    const std::string utf8 = Utf8Of(name);
+    recordComponent_ = PointerTo(member::kMetaData.View());
+    recordComponent_ += frame.isOpenSectionNamed ? ComponentOf(record) : "/" + std::to_string(nextRecord_++);
+    const std::string& component = recordComponent_;
+    ++report_.membersTaken;
+    if (frame.metEntries == nullptr) {
+        frame.metEntries = std::make_unique<std::unordered_set<std::string>>();
+    }
+    if (!frame.metEntries->insert(ComparedName(name)).second) {
+        Tell(Reason::kMerged, component, 0, [&] {
+            const std::string subject = Excerpt(utf8) + Of(*frame.node);
+            return std::pair(subject, "the metadata entry " + subject +
+                                          " takes the place of an earlier one, because their names differ at most "
+                                          "in letter case");
+        });
+    }
+    TellOfRecordMembers(record, component, utf8);
+    const bool isSet = target.object != nullptr && (!options_.dryRun || frame.isFileRecord);
+    return {isSet, isSet};
+}
+
+void ReportingImport::TellOfRecordMembers(const JSONNode& record, const std::string& component,
+                                          const std::string& name) {
+    const JSONNode& node = *frames_.back().node;
+    bool hasValue = false;
+    bool hasType = false;
+    for (ChildWalk members = record.type() == JSON_NODE ? ChildWalk(record) : ChildWalk();
+         const JSONNode* const value = members.Next();) {
+        const NodeText text = NodeName(*value);
+        const std::string memberName = Utf8OfAnsi(text);
+        const bool isValue = member::kValue == text;
+        const bool isType = member::kMetaDataType == text;
+        const std::string place = component + ComponentOf(*value);
+        if (!isValue && !isType) {
+            Tell(Reason::kUnknownMember, place, 0, [&] {
+                return std::pair(Excerpt(memberName), Excerpt(memberName) + " of the metadata entry " +
+                                                          Excerpt(name) + Of(node) + " is not recognised");
+            });
+        } else if (std::exchange(isValue ? hasValue : hasType, true)) {
+            Tell(Reason::kRepeatedMember, place, 0, [&] {
+                const std::string subject = Excerpt(name + "." + memberName) + Of(node);
+                return std::pair(subject, subject + " occurs again; the first one counts");
+            });
+        } else {
+            ++report_.membersTaken;
+            TellOfText(*value, place, name + "." + memberName);
+        }
+    }
+    if (!hasValue || !hasType) {
+        Tell(Reason::kIncomplete, component, 0, [&] {
+            const std::string subject = Excerpt(name) + Of(node);
+            return std::pair(subject, "the metadata entry " + subject +
+                                          " has no \"value\" or no \"metaDataType\", which is read as empty");
+        });
+    }
+}
+
+// Children
+
+bool ReportingImport::HasType(const JSONNode& element) {
+    const JSONNode* const type = FindMember(element, member::kType);
+    const NodeText text = type == nullptr ? NodeText() : NodeValue(*type);
+    if (!UpToNul(text).empty()) {
+        return true;
+    }
+    Tell(Reason::kNoType, {}, 0, [&] {
+        return std::pair(Describe(element), Describe(element) +
+                                                " is left out with everything below it, because it has no \"type\"");
+    });
+    return false;
+}
+
+std::optional<ImportTarget> ReportingImport::Make(const ImportTarget& parent, const JSONNode& element) {
+    const std::string type = Utf8OfValue(*FindMember(element, member::kType));
+    const Kind kind = format::KindOfType(type);
+    ImportTarget made = {nullptr, parent.project, this, kind};
+    if (!options_.dryRun) {
+        made.object = CreateChild(*parent.object, *parent.project, element);
+    }
+    if (options_.dryRun ? kind != Kind::kUnknown : made.object != nullptr) {
+        Frame& frame = frames_.back();
+        frame.isNew = true;
+        ++report_.membersTaken;
+        if (made.Kind() == Kind::kFile) {
+            ++report_.filesAdded;
+            ++report_.filesAsChildren;
+        } else {
+            ++report_.objectsAdded;
+        }
+        return made;
+    }
+    if (kind == Kind::kUnknown) {
+        Tell(Reason::kUnknownType, {}, 0, [&] {
+            const std::string subject = Describe(element) + " of type " + Excerpt(type);
+            return std::pair(subject, subject + " is left out with everything below it: its \"type\" is not known");
+        });
+    } else {
+        Tell(Reason::kRefused, {}, 0, [&] {
+            return std::pair(Describe(element), Describe(element) +
+                                                    " is left out with everything below it, because the object "
+                                                    "was not created");
+        });
+    }
+    return std::nullopt;
+}
+
+std::optional<ImportTarget> ReportingImport::EnterChild(const ImportTarget& parent, const JSONNode& element) {
+    CountStep();
+    Enter(element, false);
+    std::optional<ImportTarget> child;
+    if (HasType(element)) {
+        child = Make(parent, element);
+    }
+    if (!child) {
+        Leave();
+        return std::nullopt;
+    }
+    TellAdded(child->object == nullptr ? 0 : child->object->getID());
+    if (frames_.size() == 2 && frames_.front().node == nullptr) {
+        report_.hasRoot = true;
+        report_.root = child->object == nullptr ? 0 : child->object->getID();
+    }
+    return child;
+}
+
+void ReportingImport::TellAdded(int) {
+    builder_.Count(Reason::kAdded);
+}
+
+bool ReportingImport::ResolvesReference(const ImportTarget& viewItem) {
+    ++report_.viewItems;
+    return viewItem.object != nullptr && !options_.dryRun;
+}
+
+void ReportingImport::LeaveReference(const ImportTarget& viewItem, bool isFound) {
+    if (isFound) {
+        ++report_.viewItemsLinked;
+        return;
+    }
+    const Frame& frame = frames_.back();
+    Tell(Reason::kNoMasterAssembly, {}, viewItem.object->getID(), [&] {
+        const std::string subject =
+            Describe(*frame.node) + " with the key " + Excerpt(Utf8Of(viewItem.object->getLinkDBKey()));
+        return std::pair(subject, subject + " shows nothing, because no assembly with its key came before it");
+    });
+}
+
+void ReportingImport::LeaveChild(const ImportTarget&) {
+    Leave();
+}
+
+// Files
+
+bool ReportingImport::IsStray(const JSONNode& record) {
+    const std::string name = Utf8Of(TextOf(LastMembers(record).anyName));
+    const bool leadsOut = name.find_first_of("/\\") != std::string::npos || name == ".." || name == ".";
+    if (!leadsOut || options_.allowStrayFiles) {
+        return false;
+    }
+    Tell(Reason::kLeadsOut, {}, 0, [&] {
+        return std::pair(Describe(record), "the file " + Describe(record) +
+                                               " is left out, because its name leads out of the project's directory");
+    });
+    return true;
+}
+
+ImportPolicy::FileLanding ReportingImport::EnterFile(const ImportTarget&, const JSONNode& record) {
+    CountStep();
+    Frame& frame = Enter(record, true);
+    if (IsStray(record)) {
+        Leave();
+        return {.isLeftOut = true};
+    }
+    frame.isNew = true;
+    ++report_.membersTaken;
+    if (record.type() != JSON_NODE) {
+        Tell(Reason::kReadAsEmpty, {}, 0, [&] {
+            return std::pair(Describe(record), Describe(record) +
+                                                   " stands for a file: a file without a name is made");
+        });
+    }
+    return {};
+}
+
+bool ReportingImport::SetsPath(CAEFile&, const OuString&) {
+    return true;
+}
+
+bool ReportingImport::AttachesFile(const ImportTarget& owner, CAEFile& file) {
+    ++report_.filesAdded;
+    TellAdded(0);
+    if (IsAttached(FileTypeOf(file), owner.Kind())) {
+        ++report_.filesAttached;
+    } else {
+        const Frame& frame = frames_.back();
+        Tell(Reason::kUnattached, {}, 0, [&] {
+            const Frame& above = frames_[frames_.size() - 2];
+            const std::string subject = Describe(*frame.node) + " at " + Describe(*above.node);
+            return std::pair(subject, "the file " + subject +
+                                          " is attached to no object, because its type has no role there");
+        });
+    }
+    return !options_.dryRun;
+}
+
+void ReportingImport::LeaveFile(const ImportTarget&) {
+    Leave();
+}
+
+}  // namespace korvane::exchange

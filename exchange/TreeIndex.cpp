@@ -1,0 +1,155 @@
+#include "TreeIndex.h"
+
+#include "NodeText.h"
+#include "format/MemberNames.h"
+#include "objectjson/NodeReading.h"
+
+namespace member = format::member;
+using format::Kind;
+
+namespace korvane::exchange {
+
+std::vector<CAEObject*> ChildrenOf(CAEObject& object) {
+    constexpr int kListBlockSize = 10;
+    OuList list(kListBlockSize);
+    object.getChildrenList(list);
+    std::vector<CAEObject*> children;
+    ListWalk walk(list);
+    while (walk.HasNext()) {
+        if (CAEObject* const child = walk.NextObject()) {
+            children.push_back(child);
+        }
+    }
+    return children;
+}
+
+std::vector<CAEFile*> FilesOf(CAEObject& object) {
+    std::vector<CAEFile*> files;
+    OuList list = object.GetFiles();
+    CAEProject* const project = object.getProject();
+    ListWalk walk(list);
+    while (project != nullptr && walk.HasNext()) {
+        if (CAEFile* const file = project->getFile(walk.NextIdentifier())) {
+            files.push_back(file);
+        }
+    }
+    return files;
+}
+
+TreeIndex::TreeIndex(CAEObject& root) {
+    std::unordered_set<const CAEObject*> known;
+    std::vector<CAEObject*> open = {&root};
+    while (!open.empty()) {
+        CAEObject& object = *open.back();
+        open.pop_back();
+        Add(KindOf(object) == Kind::kViewItem ? viewItems_ : objects_, object);
+        for (CAEFile* const file : FilesOf(object)) {
+            // A file may be attached to several objects.
+            if (known.insert(file).second) {
+                Add(files_, *file);
+            }
+        }
+        const std::vector<CAEObject*> children = ChildrenOf(object);
+        open.insert(open.end(), children.begin(), children.end());
+    }
+}
+
+void TreeIndex::Add(Map& map, CAEObject& object) {
+    const OuString key = object.getDBKey();
+    if (IsEmpty(key)) {
+        return;
+    }
+    Owners& owners = map[Utf8Of(key)];
+    owners.areSeveral = owners.areSeveral || owners.object != nullptr;
+    owners.object = owners.areSeveral ? nullptr : &object;
+}
+
+TreeIndex::Owners TreeIndex::Find(const Map& map, const OuString& key) {
+    const auto found = map.find(Utf8Of(key));
+    return found == map.end() ? Owners() : found->second;
+}
+
+TreeIndex::Owners TreeIndex::ObjectsWith(const OuString& key) const {
+    return Find(objects_, key);
+}
+
+TreeIndex::Owners TreeIndex::ViewItemsWith(const OuString& key) const {
+    return Find(viewItems_, key);
+}
+
+TreeIndex::Owners TreeIndex::FilesWith(const OuString& key) const {
+    return Find(files_, key);
+}
+
+DocumentKeys::DocumentKeys(const JSONNode& root) {
+    std::vector<const JSONNode*> open = {&root};
+    while (!open.empty()) {
+        const JSONNode& node = *open.back();
+        open.pop_back();
+        Read(node);
+        for (ChildWalk members = node.type() == JSON_NODE ? ChildWalk(node) : ChildWalk();
+             const JSONNode* const section = members.Next();) {
+            const NodeText name = NodeName(*section);
+            const bool isFiles = member::kFiles == name;
+            ChildWalk elements = isFiles || member::kChildren == name ? ChildWalk(*section) : ChildWalk();
+            while (const JSONNode* const element = elements.Next()) {
+                ++elements_;
+                if (isFiles) {
+                    files_.insert(Utf8Of(TextOf(LastMembers(*element).key)));
+                } else {
+                    open.push_back(element);
+                }
+            }
+        }
+    }
+}
+
+void DocumentKeys::Read(const JSONNode& node) {
+    const LastMembers last(node);
+    const OuString key = TextOf(last.key);
+    if (!IsEmpty(key) && format::KindOfType(Utf8Of(TextOf(last.type))) != Kind::kViewItem) {
+        ++counts_[Utf8Of(key)];
+    }
+}
+
+bool DocumentKeys::HasTwice(const OuString& key) const {
+    const auto found = counts_.find(Utf8Of(key));
+    return found != counts_.end() && found->second > 1;
+}
+
+bool DocumentKeys::Has(const OuString& key) const {
+    return counts_.contains(Utf8Of(key));
+}
+
+bool DocumentKeys::HasFile(const OuString& key) const {
+    return !IsEmpty(key) && files_.contains(Utf8Of(key));
+}
+
+LastMembers::LastMembers(const JSONNode& node) {
+    if (node.type() != JSON_NODE) {
+        return;
+    }
+    for (const JSONNode& value : node) {
+        const NodeText text = NodeName(value);
+        const std::string_view memberName = text;
+        if (memberName == member::kName.View()) {
+            name = anyName = &value;
+        } else if (memberName == member::kDisplayName.View()) {
+            displayName = anyName = &value;
+        } else if (memberName == member::kDatabaseKey.View()) {
+            key = value.type() == JSON_NULL ? key : &value;
+        } else if (memberName == member::kCreatedDate.View()) {
+            createdDate = &value;
+        } else if (memberName == member::kType.View()) {
+            type = type == nullptr ? &value : type;
+        } else if (memberName == member::kFileType.View()) {
+            fileType = fileType == nullptr ? &value : fileType;
+        }
+    }
+}
+
+OuString TextOf(const JSONNode* member) {
+    return member == nullptr ? OuString() : WideValue(*member);
+}
+
+}  // namespace korvane::exchange

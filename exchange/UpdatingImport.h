@@ -1,0 +1,77 @@
+#pragma once
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "MatchedNode.h"
+#include "ReportingImport.h"
+#include "TreeIndex.h"
+
+namespace korvane::exchange {
+
+/// An import that brings in line what is there already, and makes the rest.
+class UpdatingImport final : public ReportingImport {
+public:
+    /// `keys` are those of the document. All must live as long as this.
+    UpdatingImport(const ImportOptions& options, ImportReport& report, CAEObject& target, const DocumentKeys& keys);
+
+    bool EnterRoot(const ImportTarget& target, const JSONNode& node) override;
+    void EnterParentOfRoot(const ImportTarget& target) override;
+    void Finish() override;
+
+    bool SetsMember(const ImportTarget& target, format::MemberName member, const OuString& value) override;
+    EntrySetting EnterRecord(const ImportTarget& target, const JSONNode& record, const OuString& name,
+                             const OuString& type, const OuString& value) override;
+    std::optional<ImportTarget> EnterChild(const ImportTarget& parent, const JSONNode& element) override;
+    bool ResolvesReference(const ImportTarget& viewItem) override;
+    void LeaveChild(const ImportTarget& child) override;
+    FileLanding EnterFile(const ImportTarget& owner, const JSONNode& record) override;
+    bool SetsPath(CAEFile& file, const OuString& path) override;
+    bool AttachesFile(const ImportTarget& owner, CAEFile& file) override;
+    void LeaveFile(const ImportTarget& owner) override;
+
+private:
+    /// What an element becomes: an object, a new one where it is null, or nothing.
+    struct Found {
+        bool isConflict = false;
+        CAEObject* object = nullptr;
+    };
+    /// A child of an updated object that no element has become so far.
+    struct Missing {
+        CAEObject* object;
+        std::string pointer;
+    };
+
+    void TellAdded(int identifier) override;
+    static MatchedNode* MatchOf(Frame& frame) { return static_cast<MatchedNode*>(frame.matching.get()); }
+
+    Found FindObject(const JSONNode& element, const LastMembers& last);
+    Found FindByKey(const JSONNode& element, const OuString& key, format::Kind kind);
+    Found FindFile(const ImportTarget& owner, const JSONNode& record, const LastMembers& last);
+    Found Conflict(const JSONNode& element, CAEObject* object, const std::string& why);
+    /// False, after an entry, where the object model does not let it hang there.
+    bool Move(const ImportTarget& parent, CAEObject& object);
+    void Match(CAEObject& object, const JSONNode& element);
+    void TellChange(CAEObject& object, const std::string& component, const std::string& what,
+                    const OuString& from, const OuString& to);
+    bool TellNotComparable(const std::string& component, const std::string& what);
+    bool IsCurrentMemberLast(const MatchedNode& match, format::MemberName member, bool isProject) const;
+    /// Whether the value stands there already, and if not, what stands there.
+    bool IsInLine(CAEObject& object, format::MemberName member, const OuString& value, OuString& present) const;
+    void LeaveMatched(Frame& frame);
+
+    const JSONNode noNode_{JSON_NODE};
+    const DocumentKeys& keys_;
+    TreeIndex index_;
+    /// Objects and files that an element has become.
+    std::unordered_set<const CAEObject*> landed_;
+    /// Objects above the innermost node.
+    std::unordered_set<const CAEObject*> open_;
+    std::vector<CAEObject*> inConflict_;
+    std::vector<Missing> missing_;
+    /// Whether view items may have something to show that they had not before.
+    bool haveAssembliesChanged_ = false;
+};
+
+}  // namespace korvane::exchange
