@@ -57,13 +57,14 @@ if(CMAKE_CROSSCOMPILING)
 endif()
 
 # A GoogleTest program and its tests:
-# korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE] [ANSI] [DOCUMENTS] [THREADS])
+# korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE [EXCHANGE]] [ANSI] [DOCUMENTS]
+#   [THREADS])
 # INSIDE links the tests with the objects of the library instead of the library itself, so that they can use what it
-# does not export. ANSI leaves the code page of Windows at the system's own instead of UTF-8. DOCUMENTS lets the tests
-# save the documents that they make (support/Documents.h), and the test documents.schema then checks these. THREADS
-# gives the tests the label threads: the preset linux-tsan runs them.
+# does not export; with EXCHANGE those of KorvaneExchange as well. ANSI leaves the code page of Windows at the system's
+# own instead of UTF-8. DOCUMENTS lets the tests save the documents that they make (support/Documents.h), and the test
+# documents.schema then checks these. THREADS gives the tests the label threads: the preset linux-tsan runs them.
 function(korvanejson_test target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "INSIDE;ANSI;DOCUMENTS;THREADS" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "INSIDE;EXCHANGE;ANSI;DOCUMENTS;THREADS" "" "SOURCES;LIBRARIES")
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
@@ -75,6 +76,10 @@ function(korvanejson_test target)
   if(arg_INSIDE)
     target_sources(${target} PRIVATE
       $<TARGET_OBJECTS:KorvaneJsonObjects> $<TARGET_OBJECTS:KorvaneJsonConverters>)
+    if(arg_EXCHANGE)
+      target_sources(${target} PRIVATE $<TARGET_OBJECTS:KorvaneExchangeObjects>)
+      target_compile_definitions(${target} PRIVATE KORVANEEXCHANGE_BUILD)
+    endif()
     target_compile_definitions(${target} PRIVATE KORVANEJSON_BUILD)
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/include")
     if(WIN32)

@@ -25,6 +25,7 @@
 #include <PimuUtil.h>
 #endif
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -83,7 +84,18 @@ inline const wchar_t* CharactersOf(const OuString& text) {
     return text.GetBuffer();
 }
 
-/// The same in the ANSI code page.
+/// How many characters it has, NUL characters among them; those before the first NUL where the suite's texts
+/// do not tell.
+template <typename Text>
+std::size_t LengthOf(const Text& text) {
+    if constexpr (requires { text.GetLength(); }) {
+        return text.GetLength();
+    } else {
+        return std::char_traits<wchar_t>::length(CharactersOf(text));
+    }
+}
+
+/// The characters in the ANSI code page.
 inline const char* AnsiFormOf(const OuString& text) {
     return text.GetAnsiBuffer();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <CAEObject.h>
 #include <libjson.h>
 
 #include <cstddef>
@@ -9,6 +8,8 @@
 #include "Export.h"
 #include "Progress.h"
 #include "Report.h"
+
+class CAEObject;
 
 namespace korvane::exchange {
 

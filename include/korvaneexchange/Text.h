@@ -1,11 +1,16 @@
 #pragma once
 
+// The suite's text. Where its header has another name, whoever includes this one includes that first.
+#if __has_include(<OuString.h>)
 #include <OuString.h>
+#endif
 
 #include <string>
 #include <string_view>
 
 #include "Export.h"
+
+class OuString;
 
 namespace korvane::exchange {
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <CAEObject.h>
-
 #include <cstddef>
 #include <functional>
 #include <string_view>
 
 #include "Export.h"
 #include "Progress.h"
+
+class CAEObject;
 
 namespace korvane::exchange {
 

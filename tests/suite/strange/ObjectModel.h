@@ -20,6 +20,7 @@
 #include <pimuutil.hxx>
 #endif
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -70,6 +71,10 @@ inline bool IsEmpty(const OuString& text) {
 
 inline const wchar_t* CharactersOf(const OuString& text) {
     return text.Characters();
+}
+
+inline std::size_t LengthOf(const OuString& text) {
+    return std::char_traits<wchar_t>::length(CharactersOf(text));
 }
 
 inline const char* AnsiFormOf(const OuString& text) {

@@ -1,0 +1,149 @@
+// The suite's headers first: the public header includes OuString's only under its usual name.
+// clang-format off
+#include "objectjson/ObjectModel.h"
+#include <korvaneexchange/Text.h>
+// clang-format on
+
+#include <cstddef>
+
+namespace korvane::exchange {
+namespace {
+
+/// A byte that is no text is this surrogate plus the byte, as in the object model's own texts.
+constexpr char32_t kByteEscapes = 0xDC00;
+
+constexpr char32_t ByteAt(std::string_view text, std::size_t at) {
+    return static_cast<unsigned char>(text[at]);
+}
+
+/// What may come after a lead byte: how many continuation bytes, and the range of the first of them.
+struct Sequence {
+    std::size_t continuations;
+    char32_t first;
+    char32_t last;
+};
+
+/// Without continuations where the byte leads nothing. Forms that are longer than needed, surrogates and what
+/// is beyond U+10FFFF are excluded by the second byte.
+constexpr Sequence SequenceOf(char32_t lead) {
+    if (lead < 0xC2 || lead > 0xF4) {
+        return {0, 0, 0};
+    }
+    if (lead < 0xE0) {
+        return {1, 0x80, 0xBF};
+    }
+    if (lead < 0xF0) {
+        return {2, lead == 0xE0 ? 0xA0U : 0x80U, lead == 0xED ? 0x9FU : 0xBFU};
+    }
+    return {3, lead == 0xF0 ? 0x90U : 0x80U, lead == 0xF4 ? 0x8FU : 0xBFU};
+}
+
+/// Takes the code point at the place, or the escape of the one byte there.
+char32_t TakeUtf8(std::string_view text, std::size_t& at) {
+    const char32_t lead = ByteAt(text, at++);
+    if (lead < 0x80) {
+        return lead;
+    }
+    const Sequence sequence = SequenceOf(lead);
+    if (sequence.continuations == 0 || text.size() - at < sequence.continuations ||
+        ByteAt(text, at) < sequence.first || ByteAt(text, at) > sequence.last) {
+        return kByteEscapes + lead;
+    }
+    char32_t codePoint = lead & (0x3FU >> sequence.continuations);
+    for (std::size_t next = 0; next < sequence.continuations; ++next) {
+        const char32_t byte = ByteAt(text, at + next);
+        if ((byte & 0xC0U) != 0x80) {
+            return kByteEscapes + lead;
+        }
+        codePoint = (codePoint << 6U) | (byte & 0x3FU);
+    }
+    at += sequence.continuations;
+    return codePoint;
+}
+
+void PutWide(char32_t codePoint, std::wstring& wide) {
+    if (sizeof(wchar_t) == 2 && codePoint > 0xFFFF) {
+        wide += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10U));
+        wide += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FFU));
+    } else {
+        wide += static_cast<wchar_t>(codePoint);
+    }
+}
+
+/// The wide character as a number that is not negative, whatever the sign of wchar_t.
+constexpr char32_t UnitAt(std::wstring_view text, std::size_t at) {
+    if constexpr (sizeof(wchar_t) == 2) {
+        return static_cast<char16_t>(text[at]);
+    } else {
+        return static_cast<char32_t>(text[at]);
+    }
+}
+
+/// Takes the code point at the place; a lone surrogate is one of its own.
+char32_t TakeWide(std::wstring_view text, std::size_t& at) {
+    const char32_t unit = UnitAt(text, at++);
+    if (unit < 0xD800 || unit > 0xDBFF || at == text.size()) {
+        return unit;
+    }
+    const char32_t low = UnitAt(text, at);
+    if (low < 0xDC00 || low > 0xDFFF) {
+        return unit;
+    }
+    ++at;
+    return 0x10000 + ((unit - 0xD800) << 10U) + (low - 0xDC00);
+}
+
+void PutByte(char32_t byte, std::string& utf8) {
+    utf8 += static_cast<char>(static_cast<unsigned char>(byte));
+}
+
+void PutContinuation(char32_t codePoint, unsigned shift, std::string& utf8) {
+    PutByte(0x80 | ((codePoint >> shift) & 0x3FU), utf8);
+}
+
+void PutUtf8(char32_t codePoint, std::string& utf8) {
+    if (codePoint < 0x80) {
+        PutByte(codePoint, utf8);
+    } else if (codePoint >= kByteEscapes + 0x80 && codePoint <= kByteEscapes + 0xFF) {
+        PutByte(codePoint - kByteEscapes, utf8);
+    } else if (codePoint < 0x800) {
+        PutByte(0xC0 | (codePoint >> 6U), utf8);
+        PutContinuation(codePoint, 0, utf8);
+    } else if (codePoint < 0x10000) {
+        PutByte(0xE0 | (codePoint >> 12U), utf8);
+        PutContinuation(codePoint, 6, utf8);
+        PutContinuation(codePoint, 0, utf8);
+    } else if (codePoint <= 0x10FFFF) {
+        PutByte(0xF0 | (codePoint >> 18U), utf8);
+        PutContinuation(codePoint, 12, utf8);
+        PutContinuation(codePoint, 6, utf8);
+        PutContinuation(codePoint, 0, utf8);
+    } else {
+        // Only wide characters of 32 bits can be beyond Unicode.
+        PutByte(U'?', utf8);
+    }
+}
+
+}  // namespace
+
+std::string ToUtf8(const OuString& text) {
+    const std::wstring_view wide(CharactersOf(text), LengthOf(text));
+    std::string utf8;
+    utf8.reserve(wide.size());
+    for (std::size_t at = 0; at < wide.size();) {
+        PutUtf8(TakeWide(wide, at), utf8);
+    }
+    return utf8;
+}
+
+OuString FromUtf8(std::string_view text) {
+    const std::string_view whole = text.substr(0, text.find('\0'));
+    std::wstring wide;
+    wide.reserve(whole.size());
+    for (std::size_t at = 0; at < whole.size();) {
+        PutWide(TakeUtf8(whole, at), wide);
+    }
+    return OuString(wide.c_str());
+}
+
+}  // namespace korvane::exchange
