@@ -26,24 +26,24 @@ void WidenStep(const char* text, wchar_t* wide) {
     std::memcpy(wide, to.data(), sizeof(to));
 }
 
-void WriteRoot(CAEObject* object, ExportMode mode, DocumentWriter& out) {
+}  // namespace
+
+void WriteRootMembers(CAEObject* object, ExportMode mode, DocumentWriter& out) {
     if (object != nullptr) {
         WriteObject(*object, mode, out);
     }
     out.Text(format::member::kSubType, format::kSubTypeValue);
 }
 
-}  // namespace
-
 void WriteDocument(CAEObject* object, ExportMode mode, DocumentSink& sink) {
 #if defined(KORVANEJSON_TEXT_WITHOUT_NODES)
     TextWriter out(sink);
-    WriteRoot(object, mode, out);
+    WriteRootMembers(object, mode, out);
     out.Finish();
 #else
     JSONNode document(JSON_NODE);
     NodeWriter out(document);
-    WriteRoot(object, mode, out);
+    WriteRootMembers(object, mode, out);
     const json_string text = document.write();
     sink.Write(text.data(), text.size());
 #endif

@@ -7,6 +7,8 @@
 #include "ExportMode.h"
 #include "ObjectModel.h"
 
+class DocumentWriter;
+
 /// Writes the object's document into the sink: the bytes that the node of JsonSerializer::GetJson writes, in
 /// the same order of calls into the object model. Without an object, the document has only its last member.
 ///
@@ -15,6 +17,9 @@
 /// from the root to the present one (lists of children and files) is kept, and 20 KiB. An installed JSON
 /// library makes the whole document first, and the sink gets its text as one piece.
 void WriteDocument(CAEObject* object, ExportMode mode, DocumentSink& sink);
+
+/// Writes what the root of the object's document holds.
+void WriteRootMembers(CAEObject* object, ExportMode mode, DocumentWriter& out);
 
 /// Collects a document's text, which is ASCII, as a wide one.
 class WideText final : public DocumentSink {

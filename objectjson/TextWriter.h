@@ -10,12 +10,15 @@
 #include "DocumentSink.h"
 #include "DocumentWriter.h"
 
-/// Writes a document as compact text into a sink, a page at a time, in memory that does not grow with it.
-/// What the sink throws reaches the caller.
+/// Writes a document as text, compact unless told otherwise, into a sink, a page at a time, in memory that
+/// does not grow with it. What the sink throws reaches the caller.
 class TextWriter final : public DocumentWriter {
 public:
     /// Opens the document's root. The sink must live until Finish.
-    explicit TextWriter(DocumentSink& sink) : pages_(sink), writer_(pages_) { writer_.open_object(); }
+    explicit TextWriter(DocumentSink& sink, libjson::text_layout layout = libjson::text_layout::compact)
+        : pages_(sink), writer_(pages_, layout) {
+        writer_.open_object();
+    }
 
     using DocumentWriter::Text;
     void Text(format::MemberName name, const char* value) override;

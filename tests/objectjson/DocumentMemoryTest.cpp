@@ -1,77 +1,16 @@
 #include <gtest/gtest.h>
-#include <libjson.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <new>
 #include <stdexcept>
 #include <vector>
 
 #include "objectjson/DocumentText.h"
+#include "support/CountedMemory.h"
 #include "support/LongRun.h"
 #include "support/ModelBuilders.h"
 #include "support/TemporaryDirectory.h"
-
-namespace {
-
-std::size_t inUse = 0;
-std::size_t most = 0;
-
-/// Stored before every block.
-struct alignas(alignof(std::max_align_t)) Header {
-    std::size_t bytes;
-};
-
-void* Give(void* memory, std::size_t bytes) {
-    if (memory == nullptr) {
-        return nullptr;
-    }
-    inUse += bytes;
-    most = std::max(most, inUse);
-    return ::new (memory) Header{bytes} + 1;
-}
-
-Header* Take(void* block) {
-    Header* const header = static_cast<Header*>(block) - 1;
-    inUse -= header->bytes;
-    return header;
-}
-
-void* Allocate(std::size_t bytes) {
-    return Give(std::malloc(sizeof(Header) + bytes), bytes);
-}
-
-void* Reallocate(void* block, std::size_t bytes) {
-    return Give(std::realloc(Take(block), sizeof(Header) + bytes), bytes);
-}
-
-void Free(void* block) {
-    if (block != nullptr) {
-        std::free(Take(block));
-    }
-}
-
-}  // namespace
-
-// NOLINTBEGIN(cppcoreguidelines-owning-memory): these are what owners are made of.
-void* operator new(std::size_t size) {
-    if (void* const memory = Allocate(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept {
-    Free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    Free(memory);
-}
-// NOLINTEND(cppcoreguidelines-owning-memory)
 
 namespace {
 
@@ -115,19 +54,17 @@ Cost CostOf(int count, CountingSink& sink) {
         objects.push_back(korvane::CreateObject(parent, CAE_PART, L"part"));
         SetMetadata(*objects.back(), L"Mass", L"1250.5", L"kg");
     }
-    const std::size_t before = inUse;
-    most = before;
+    const CountedMemory memory;
     WriteDocument(&*project, ExportMode::kEverything, sink);
-    EXPECT_EQ(inUse, before);
-    return {sink.bytes, most - before};
+    EXPECT_EQ(memory.InUse(), 0U);
+    return {sink.bytes, memory.Most()};
 }
 
 }  // namespace
 
 class DocumentMemory : public testing::Test {
 protected:
-    void SetUp() override { libjson::register_memory_callbacks(Allocate, Reallocate, Free); }
-    void TearDown() override { libjson::register_memory_callbacks(nullptr, nullptr, nullptr); }
+    NodesInCountedMemory nodes_;
 };
 
 TEST_F(DocumentMemory, DoesNotGrowWithTheDocument) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,30 @@ std::size_t LongestOf(const std::vector<std::string>& lines) {
     return longest;
 }
 
+/// The calls and the texts of random rounds are those of the other reading, in each export mode.
+void ExpectSameRounds(Reading& reading, Reading& other) {
+    constexpr std::uint64_t kRounds = 400;
+    constexpr std::size_t kMoreThanAFewPages = 100'000;
+    int thrown = 0;
+    std::size_t longest = 0;
+    std::set<std::wstring> modes;
+    for (std::uint64_t seed = 1; seed <= kRounds; ++seed) {
+        const Round round = RandomTextRound(seed);
+        const std::vector<std::string> lines = LinesOf(round, reading);
+        ASSERT_EQ(lines, LinesOf(round, other)) << Describe(Shrink(round, reading, other));
+        thrown += std::ranges::count(lines, "throws std::bad_alloc") > 0 ? 1 : 0;
+        longest = std::max(longest, LongestOf(lines));
+        for (const Action& action : round.actions) {
+            modes.insert(action.mode.GetBuffer());
+        }
+    }
+    EXPECT_GT(thrown, 10);
+    EXPECT_GT(longest, kMoreThanAFewPages);
+    for (const wchar_t* const mode : {L"", L"PROJECT", L"STUDY"}) {
+        EXPECT_TRUE(modes.contains(mode));
+    }
+}
+
 /// Any bytes but NUL, which ends a text of the object model; mostly few.
 OuString RandomName(Random& random) {
     std::string bytes;
@@ -57,19 +82,12 @@ void ExpectTextOfNodes(CAEObject* object, const OuString& mode) {
 }  // namespace
 
 TEST(DocumentText, IsThatOfTheNodesAndAsksTheSameInTheSameOrder) {
-    constexpr std::uint64_t kRounds = 400;
-    constexpr std::size_t kMoreThanAFewPages = 100'000;
-    int thrown = 0;
-    std::size_t longest = 0;
-    for (std::uint64_t seed = 1; seed <= kRounds; ++seed) {
-        const Round round = RandomTextRound(seed);
-        const std::vector<std::string> lines = LinesOf(round, *library);
-        ASSERT_EQ(lines, LinesOf(round, *byNodes)) << Describe(Shrink(round, *library, *byNodes));
-        thrown += std::ranges::count(lines, "throws std::bad_alloc") > 0 ? 1 : 0;
-        longest = std::max(longest, LongestOf(lines));
-    }
-    EXPECT_GT(thrown, 10);
-    EXPECT_GT(longest, kMoreThanAFewPages);
+    ExpectSameRounds(*library, *byNodes);
+}
+
+TEST(DocumentText, IsTheSameFromWriteDocumentAndAsksTheSameInTheSameOrder) {
+    ExpectSameRounds(*MakeExchangeTextReading(), *byNodes);
+    ExpectSameRounds(*MakeExchangeTextReading(true), *MakeNodeTextReading(true));
 }
 
 TEST(DocumentText, IsThatOfTheNodesForNamesAndValuesOfAnyBytes) {

@@ -1,9 +1,12 @@
+#include <korvaneexchange/WriteDocument.h>
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
 
 #include "Reading.h"
 #include "objectjson/CAEFileJson.h"
 #include "objectjson/CAEObjectJson.h"
+
+namespace exchange = korvane::exchange;
 
 namespace {
 
@@ -103,9 +106,38 @@ public:
 
 class NodeTextReading final : public LibraryReading {
 public:
+    explicit NodeTextReading(bool isIndented) : isIndented_(isIndented) {}
+
     OuString DocumentText(CAEObject* object, const OuString& mode) override {
-        return OuString(Document(object, mode).write().c_str(), 0);
+        const JSONNode document = Document(object, mode);
+        return OuString((isIndented_ ? document.write_formatted() : document.write()).c_str(), 0);
     }
+
+private:
+    bool isIndented_;
+};
+
+class ExchangeTextReading final : public LibraryReading {
+public:
+    explicit ExchangeTextReading(bool isIndented) : isIndented_(isIndented) {}
+
+    OuString DocumentText(CAEObject* object, const OuString& mode) override {
+        if (object == nullptr) {
+            return NodeTextReading(isIndented_).DocumentText(object, mode);
+        }
+        std::string text;
+        exchange::WriteDocument(
+            *object,
+            {.mode = mode == L"PROJECT" ? exchange::ExportMode::kProject
+                     : mode == L"STUDY" ? exchange::ExportMode::kStudy
+                                        : exchange::ExportMode::kEverything,
+             .layout = isIndented_ ? exchange::Layout::kIndented : exchange::Layout::kCompact},
+            [&text](std::string_view page) { text += page; });
+        return OuString(text.c_str(), 0);
+    }
+
+private:
+    bool isIndented_;
 };
 
 }  // namespace
@@ -114,6 +146,10 @@ std::unique_ptr<Reading> MakeLibraryReading() {
     return std::make_unique<LibraryReading>();
 }
 
-std::unique_ptr<Reading> MakeNodeTextReading() {
-    return std::make_unique<NodeTextReading>();
+std::unique_ptr<Reading> MakeNodeTextReading(bool isIndented) {
+    return std::make_unique<NodeTextReading>(isIndented);
+}
+
+std::unique_ptr<Reading> MakeExchangeTextReading(bool isIndented) {
+    return std::make_unique<ExchangeTextReading>(isIndented);
 }

@@ -56,5 +56,7 @@ public:
 };
 
 std::unique_ptr<Reading> MakeLibraryReading();
-/// The library, with the text of its node in place of the text that it writes itself.
-std::unique_ptr<Reading> MakeNodeTextReading();
+/// The library, with the text of its node, compact or indented, in place of the text that it writes itself.
+std::unique_ptr<Reading> MakeNodeTextReading(bool isIndented = false);
+/// The library, with the text that KorvaneExchange writes. Modes are the export's own.
+std::unique_ptr<Reading> MakeExchangeTextReading(bool isIndented = false);
