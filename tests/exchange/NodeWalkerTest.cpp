@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "host/document/NodeWalker.h"
+#include "exchange/NodeWalker.h"
 #include "support/SmallStack.h"
 
-namespace host {
+namespace korvane::exchange {
 namespace {
 
 JSONNode Parse(const std::string& text) {
@@ -146,4 +146,4 @@ TEST(WalkNodes, NeedsNoStackForNesting) {
 }
 
 }  // namespace
-}  // namespace host
+}  // namespace korvane::exchange
