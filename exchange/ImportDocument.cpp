@@ -49,7 +49,8 @@ ImportReport ImportDocument(const JSONNode& document, CAEObject& target, const I
     if (isUpdate) {
         import = std::make_unique<UpdatingImport>(options, report, target, *keys);
     } else {
-        import = std::make_unique<ReportingImport>(options, report, keys == nullptr ? 0 : keys->ElementCount());
+        import =
+            std::make_unique<ReportingImport>(options, report, keys == nullptr ? 0 : keys->ElementCount());
     }
     try {
         Read(document, target, options.place, *import);

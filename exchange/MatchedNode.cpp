@@ -45,7 +45,8 @@ void Candidates::Add(const std::string& sign, CAEObject& object, bool hasKey) {
     (hasKey ? queues.withKey : queues.withoutKey).entries.push_back({count_++, &object});
 }
 
-const Candidates::Entry* Candidates::FirstOf(Queue& queue, const std::unordered_set<const CAEObject*>& taken) {
+const Candidates::Entry* Candidates::FirstOf(Queue& queue,
+                                             const std::unordered_set<const CAEObject*>& taken) {
     while (queue.next < queue.entries.size() && taken.contains(queue.entries[queue.next].object)) {
         ++queue.next;
     }

@@ -11,8 +11,8 @@
 
 namespace korvane::exchange {
 
-/// Those of a list of objects that an element may become, by what they are recognised by. Equal ones are handed out in
-/// their order, each once.
+/// Those of a list of objects that an element may become, by what they are recognised by. Equal ones are
+/// handed out in their order, each once.
 class Candidates {
 public:
     void Add(const std::string& sign, CAEObject& object, bool hasKey);

@@ -1,9 +1,9 @@
 #include "NodeText.h"
 
 #include <korvaneexchange/PrintableText.h>
+#include <korvaneexchange/Text.h>
 
 #include <algorithm>
-#include <cstdint>
 
 #include "format/MemberNames.h"
 #include "format/Values.h"
@@ -16,29 +16,8 @@ namespace korvane::exchange {
 namespace {
 
 bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char character) { return static_cast<unsigned char>(character) < 0x80; });
-}
-
-void AppendUtf8(std::string& utf8, std::uint32_t character) {
-    const auto append = [&](std::uint32_t byte) { utf8 += static_cast<char>(byte); };
-    if (character < 0x80) {
-        append(character);
-    } else if (character < 0x800) {
-        append(0xC0U | character >> 6U);
-        append(0x80U | (character & 0x3FU));
-    } else if (character >= 0xDC80 && character <= 0xDCFF) {
-        // A byte that is no text.
-        append(character & 0xFFU);
-    } else if (character < 0x10000) {
-        append(0xE0U | character >> 12U);
-        append(0x80U | (character >> 6U & 0x3FU));
-        append(0x80U | (character & 0x3FU));
-    } else {
-        append(0xF0U | character >> 18U);
-        append(0x80U | (character >> 12U & 0x3FU));
-        append(0x80U | (character >> 6U & 0x3FU));
-        append(0x80U | (character & 0x3FU));
-    }
+    return std::ranges::all_of(text,
+                               [](char character) { return static_cast<unsigned char>(character) < 0x80; });
 }
 
 }  // namespace
@@ -49,16 +28,7 @@ std::string Utf8OfAnsi(std::string_view text) {
 }
 
 std::string Utf8Of(const OuString& text) {
-    std::string utf8;
-    for (const wchar_t* unit = CharactersOf(text); *unit != L'\0'; ++unit) {
-        auto character = static_cast<std::uint32_t>(*unit);
-        if (character >= 0xD800 && character < 0xDC00 && unit[1] >= 0xDC00 && unit[1] < 0xE000) {
-            ++unit;
-            character = 0x10000 + ((character - 0xD800) << 10U) + (static_cast<std::uint32_t>(*unit) - 0xDC00);
-        }
-        AppendUtf8(utf8, character);
-    }
-    return utf8;
+    return ToUtf8(text);
 }
 
 std::string Utf8OfValue(const JSONNode& value) {

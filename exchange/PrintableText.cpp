@@ -23,9 +23,8 @@ constexpr std::array kSteering = {
 };
 
 bool IsSteering(char32_t character) {
-    return std::ranges::any_of(kSteering, [&](const Range& range) {
-        return range.first <= character && character <= range.last;
-    });
+    return std::ranges::any_of(
+        kSteering, [&](const Range& range) { return range.first <= character && character <= range.last; });
 }
 
 void AppendEscape(std::string& text, const char* format, unsigned value) {

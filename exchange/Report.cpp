@@ -24,6 +24,8 @@ std::string_view NameOf(Reason reason) {
             return "below-file-record";
         case Reason::kLeadsOut:
             return "leads-out";
+        case Reason::kNoRole:
+            return "no-role";
         case Reason::kNullKey:
             return "null-key";
         case Reason::kConflict:

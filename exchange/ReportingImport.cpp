@@ -178,9 +178,8 @@ void ReportingImport::TellOf(const JSONNode& value, const MemberEffect* known) {
                              Excerpt(name) + Of(*frame.node) + " changes nothing: every document has it");
         });
     } else {
-        Tell(Reason::kWithoutEffect, Component(), 0, [&] {
-            return std::pair(Excerpt(name), Excerpt(name) + Of(*frame.node) + " has no effect");
-        });
+        Tell(Reason::kWithoutEffect, Component(), 0,
+             [&] { return std::pair(Excerpt(name), Excerpt(name) + Of(*frame.node) + " has no effect"); });
     }
 }
 
@@ -191,7 +190,8 @@ void ReportingImport::TellOfTaken(const JSONNode& value, const MemberEffect& kno
         if (known.name == member::kDatabaseKey && value.type() == JSON_NULL) {
             isNullKey_ = true;
             Tell(Reason::kNullKey, Component(), 0, [&] {
-                return std::pair(Describe(*frame.node), "the key" + Of(*frame.node) + " is null, and is left out");
+                return std::pair(Describe(*frame.node),
+                                 "the key" + Of(*frame.node) + " is null, and is left out");
             });
             return;
         }
@@ -215,7 +215,8 @@ void ReportingImport::TellOfTaken(const JSONNode& value, const MemberEffect& kno
     frame.hasFiles = frame.hasFiles || known.name == member::kFiles;
 }
 
-void ReportingImport::TellOfText(const JSONNode& value, const std::string& component, const std::string& name) {
+void ReportingImport::TellOfText(const JSONNode& value, const std::string& component,
+                                 const std::string& name) {
     const JSONNode& node = *frames_.back().node;
     const auto tell = [&](Reason reason, const char* what) {
         Tell(reason, component, 0, [&] {
@@ -261,9 +262,10 @@ ImportPolicy::EntrySetting ReportingImport::EnterRecord(const ImportTarget& targ
     if (!frame.metEntries->insert(ComparedName(name)).second) {
         Tell(Reason::kMerged, component, 0, [&] {
             const std::string subject = Excerpt(utf8) + Of(*frame.node);
-            return std::pair(subject, "the metadata entry " + subject +
-                                          " takes the place of an earlier one, because their names differ at most "
-                                          "in letter case");
+            return std::pair(subject,
+                             "the metadata entry " + subject +
+                                 " takes the place of an earlier one, because their names differ at most "
+                                 "in letter case");
         });
     }
     TellOfRecordMembers(record, component, utf8);
@@ -316,8 +318,9 @@ bool ReportingImport::HasType(const JSONNode& element) {
         return true;
     }
     Tell(Reason::kNoType, {}, 0, [&] {
-        return std::pair(Describe(element), Describe(element) +
-                                                " is left out with everything below it, because it has no \"type\"");
+        return std::pair(
+            Describe(element),
+            Describe(element) + " is left out with everything below it, because it has no \"type\"");
     });
     return false;
 }
@@ -326,7 +329,9 @@ std::optional<ImportTarget> ReportingImport::Make(const ImportTarget& parent, co
     const std::string type = Utf8OfValue(*FindMember(element, member::kType));
     const Kind kind = format::KindOfType(type);
     ImportTarget made = {nullptr, parent.project, this, kind};
-    if (!options_.dryRun) {
+    // An update that has nothing to do asks for nothing to be made, not even what cannot be.
+    const bool asks = kind != Kind::kUnknown || options_.match == Match::kNever;
+    if (!options_.dryRun && asks) {
         made.object = CreateChild(*parent.object, *parent.project, element);
     }
     if (options_.dryRun ? kind != Kind::kUnknown : made.object != nullptr) {
@@ -344,13 +349,15 @@ std::optional<ImportTarget> ReportingImport::Make(const ImportTarget& parent, co
     if (kind == Kind::kUnknown) {
         Tell(Reason::kUnknownType, {}, 0, [&] {
             const std::string subject = Describe(element) + " of type " + Excerpt(type);
-            return std::pair(subject, subject + " is left out with everything below it: its \"type\" is not known");
+            return std::pair(subject,
+                             subject + " is left out with everything below it: its \"type\" is not known");
         });
     } else {
         Tell(Reason::kRefused, {}, 0, [&] {
-            return std::pair(Describe(element), Describe(element) +
-                                                    " is left out with everything below it, because the object "
-                                                    "was not created");
+            return std::pair(Describe(element),
+                             Describe(element) +
+                                 " is left out with everything below it, because the object "
+                                 "was not created");
         });
     }
     return std::nullopt;
@@ -393,7 +400,8 @@ void ReportingImport::LeaveReference(const ImportTarget& viewItem, bool isFound)
     Tell(Reason::kNoMasterAssembly, {}, viewItem.object->getID(), [&] {
         const std::string subject =
             Describe(*frame.node) + " with the key " + Excerpt(Utf8Of(viewItem.object->getLinkDBKey()));
-        return std::pair(subject, subject + " shows nothing, because no assembly with its key came before it");
+        return std::pair(subject,
+                         subject + " shows nothing, because no assembly with its key came before it");
     });
 }
 
@@ -410,8 +418,9 @@ bool ReportingImport::IsStray(const JSONNode& record) {
         return false;
     }
     Tell(Reason::kLeadsOut, {}, 0, [&] {
-        return std::pair(Describe(record), "the file " + Describe(record) +
-                                               " is left out, because its name leads out of the project's directory");
+        return std::pair(Describe(record),
+                         "the file " + Describe(record) +
+                             " is left out, because its name leads out of the project's directory");
     });
     return true;
 }
@@ -427,8 +436,8 @@ ImportPolicy::FileLanding ReportingImport::EnterFile(const ImportTarget&, const 
     ++report_.membersTaken;
     if (record.type() != JSON_NODE) {
         Tell(Reason::kReadAsEmpty, {}, 0, [&] {
-            return std::pair(Describe(record), Describe(record) +
-                                                   " stands for a file: a file without a name is made");
+            return std::pair(Describe(record),
+                             Describe(record) + " stands for a file: a file without a name is made");
         });
     }
     return {};

@@ -15,8 +15,8 @@
 
 namespace korvane::exchange {
 
-/// An import that makes everything anew, as the product's own does, and reports what happens to every value of the
-/// document.
+/// An import that makes everything anew, as the product's own does, and reports what happens to every value
+/// of the document.
 class ReportingImport : public ImportPolicy {
 public:
     /// `total` is what the progress callback is told. All must live as long as this.
@@ -25,7 +25,8 @@ public:
     ReportingImport& operator=(const ReportingImport&) = delete;
     virtual ~ReportingImport();
 
-    /// The target itself, before its node is read. Returns false, with an entry, where nothing is to be read onto it.
+    /// The target itself, before its node is read. Returns false, with an entry, where nothing is to be read
+    /// onto it.
     virtual bool EnterRoot(const ImportTarget& target, const JSONNode& node);
     /// The target, when its node becomes a child of it.
     virtual void EnterParentOfRoot(const ImportTarget& target);

@@ -1,6 +1,9 @@
 #include "TreeIndex.h"
 
+#include <utility>
+
 #include "NodeText.h"
+#include "NodeWalker.h"
 #include "format/MemberNames.h"
 #include "objectjson/NodeReading.h"
 
@@ -60,48 +63,46 @@ void TreeIndex::Add(Map& map, CAEObject& object) {
         return;
     }
     Owners& owners = map[Utf8Of(key)];
-    owners.areSeveral = owners.areSeveral || owners.object != nullptr;
-    owners.object = owners.areSeveral ? nullptr : &object;
+    if (owners.object == nullptr && owners.several.empty()) {
+        owners.object = &object;
+        return;
+    }
+    if (owners.several.empty()) {
+        owners.several.push_back(std::exchange(owners.object, nullptr));
+    }
+    owners.several.push_back(&object);
 }
 
-TreeIndex::Owners TreeIndex::Find(const Map& map, const OuString& key) {
+const TreeIndex::Owners& TreeIndex::Find(const Map& map, const OuString& key) {
     const auto found = map.find(Utf8Of(key));
-    return found == map.end() ? Owners() : found->second;
+    static const Owners kNobody;
+    return found == map.end() ? kNobody : found->second;
 }
 
-TreeIndex::Owners TreeIndex::ObjectsWith(const OuString& key) const {
+const TreeIndex::Owners& TreeIndex::ObjectsWith(const OuString& key) const {
     return Find(objects_, key);
 }
 
-TreeIndex::Owners TreeIndex::ViewItemsWith(const OuString& key) const {
+const TreeIndex::Owners& TreeIndex::ViewItemsWith(const OuString& key) const {
     return Find(viewItems_, key);
 }
 
-TreeIndex::Owners TreeIndex::FilesWith(const OuString& key) const {
+const TreeIndex::Owners& TreeIndex::FilesWith(const OuString& key) const {
     return Find(files_, key);
 }
 
 DocumentKeys::DocumentKeys(const JSONNode& root) {
-    std::vector<const JSONNode*> open = {&root};
-    while (!open.empty()) {
-        const JSONNode& node = *open.back();
-        open.pop_back();
-        Read(node);
-        for (ChildWalk members = node.type() == JSON_NODE ? ChildWalk(node) : ChildWalk();
-             const JSONNode* const section = members.Next();) {
-            const NodeText name = NodeName(*section);
-            const bool isFiles = member::kFiles == name;
-            ChildWalk elements = isFiles || member::kChildren == name ? ChildWalk(*section) : ChildWalk();
-            while (const JSONNode* const element = elements.Next()) {
-                ++elements_;
-                if (isFiles) {
-                    files_.insert(Utf8Of(TextOf(LastMembers(*element).key)));
-                } else {
-                    open.push_back(element);
-                }
-            }
+    WalkNodes(root, SectionOrder::AsWritten, [this](const auto& visit) {
+        const bool isFile = visit.place == NodePlace::FileRecord;
+        elements_ += visit.place == NodePlace::Root ? 0 : 1;
+        if (isFile) {
+            files_.insert(Utf8Of(TextOf(LastMembers(visit.node).key)));
+        } else {
+            Read(visit.node);
         }
-    }
+        // Nothing is imported below a file record.
+        return !isFile;
+    });
 }
 
 void DocumentKeys::Read(const JSONNode& node) {

@@ -26,17 +26,18 @@ public:
     struct Owners {
         /// The only object with the key; null where several have it, or none.
         CAEObject* object = nullptr;
-        bool areSeveral = false;
+        /// All of them, where there are several.
+        std::vector<CAEObject*> several = {};
     };
-    Owners ObjectsWith(const OuString& key) const;
+    const Owners& ObjectsWith(const OuString& key) const;
     /// The same for view items, by their own key.
-    Owners ViewItemsWith(const OuString& key) const;
-    Owners FilesWith(const OuString& key) const;
+    const Owners& ViewItemsWith(const OuString& key) const;
+    const Owners& FilesWith(const OuString& key) const;
 
 private:
     using Map = std::unordered_map<std::string, Owners>;
     static void Add(Map& map, CAEObject& object);
-    static Owners Find(const Map& map, const OuString& key);
+    static const Owners& Find(const Map& map, const OuString& key);
 
     Map objects_;
     Map viewItems_;

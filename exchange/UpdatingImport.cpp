@@ -31,6 +31,28 @@ OuString NameOf(CAEObject& object) {
     return name;
 }
 
+format::FileType FileTypeOfRecord(const LastMembers& last) {
+    return last.fileType == nullptr ? format::FileType::kUnknown
+                                    : static_cast<format::FileType>(GetCAEFileType(TextOf(last.fileType)));
+}
+
+/// Whether one of the files of the object, or of those below it, is among these.
+bool HasFileAmong(CAEObject& root, const std::unordered_set<const CAEObject*>& files) {
+    std::vector<CAEObject*> open = {&root};
+    while (!files.empty() && !open.empty()) {
+        CAEObject& object = *open.back();
+        open.pop_back();
+        for (const CAEFile* const file : FilesOf(object)) {
+            if (files.contains(file)) {
+                return true;
+            }
+        }
+        const std::vector<CAEObject*> children = ChildrenOf(object);
+        open.insert(open.end(), children.begin(), children.end());
+    }
+    return false;
+}
+
 bool IsInLineWithKey(CAEObject& object, const OuString& value, OuString& present) {
     present = object.getDBKey();
     if (AreEqual(present, value)) {
@@ -84,8 +106,8 @@ bool UpdatingImport::EnterRoot(const ImportTarget& target, const JSONNode& node)
     const OuString key = TextOf(LastMembers(node).key);
     if (!IsEmpty(key) && KindOf(object) != Kind::kViewItem) {
         const OuString own = object.getDBKey();
-        const TreeIndex::Owners owners = index_.ObjectsWith(key);
-        if (owners.areSeveral || (owners.object != nullptr && owners.object != &object) ||
+        const TreeIndex::Owners& owners = index_.ObjectsWith(key);
+        if (!owners.several.empty() || (owners.object != nullptr && owners.object != &object) ||
             (!IsEmpty(own) && !AreEqual(own, key))) {
             Conflict(node, &object, "the target of the import has another key, " + Excerpt(Utf8Of(own)));
             return false;
@@ -117,11 +139,12 @@ UpdatingImport::Found UpdatingImport::Conflict(const JSONNode& element, CAEObjec
 
 UpdatingImport::Found UpdatingImport::FindByKey(const JSONNode& element, const OuString& key, Kind kind) {
     const std::string shown = "the key " + Excerpt(Utf8Of(key));
-    const TreeIndex::Owners owners = index_.ObjectsWith(key);
+    const TreeIndex::Owners& owners = index_.ObjectsWith(key);
     if (keys_.HasTwice(key)) {
         return Conflict(element, owners.object, shown + " occurs twice in the document");
     }
-    if (owners.areSeveral) {
+    if (!owners.several.empty()) {
+        inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
         return Conflict(element, nullptr, shown + " belongs to several objects");
     }
     if (owners.object == nullptr) {
@@ -141,10 +164,9 @@ UpdatingImport::Found UpdatingImport::FindObject(const JSONNode& element, const 
     const Kind kind = format::KindOfType(AnsiFormOf(TextOf(last.type)));
     const OuString key = TextOf(last.key);
     MatchedNode* const parent = MatchOf(AboveInnermost());
-    // The document's "name" of a project is not the name that an import gives it, but the one that an export writes.
-    const OuString name = TextOf(kind == Kind::kProject ? last.name : last.anyName);
+    const OuString name = TextOf(last.anyName);
     if (kind == Kind::kViewItem && !IsEmpty(key)) {
-        const TreeIndex::Owners owners = index_.ViewItemsWith(key);
+        const TreeIndex::Owners& owners = index_.ViewItemsWith(key);
         if (owners.object != nullptr && !landed_.contains(owners.object)) {
             return {.object = owners.object};
         }
@@ -162,12 +184,17 @@ UpdatingImport::Found UpdatingImport::FindObject(const JSONNode& element, const 
         return {};
     }
     const bool withoutKey = !IsEmpty(key) && kind != Kind::kViewItem;
-    CAEObject* named = parent->Children().Find(SignOf(kind, name), withoutKey, landed_);
-    if (named == nullptr && kind == Kind::kProject) {
-        // What an import names a project cannot be read back: one without a name may be it.
-        named = parent->Children().Find(SignOf(kind, OuString()), withoutKey, landed_);
+    if (kind != Kind::kProject) {
+        return {.object = parent->Children().Find(SignOf(kind, name), withoutKey, landed_)};
     }
-    return {.object = named};
+    // An import names a project by its "displayName", an export writes that as "name", and what an import
+    // does with the "name" cannot be read back: a project without a name may be the one.
+    for (const OuString& known : {TextOf(last.displayName), TextOf(last.name), OuString()}) {
+        if (CAEObject* const found = parent->Children().Find(SignOf(kind, known), withoutKey, landed_)) {
+            return {.object = found};
+        }
+    }
+    return {};
 }
 
 bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
@@ -187,10 +214,10 @@ bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
     ++Result().objectsMoved;
     Tell(Reason::kMoved, {}, object.getID(), [&] {
         const std::string subject = Describe(object);
-        return std::pair(subject,
-                         subject + " moves from " + (from == nullptr ? "nowhere" : Describe(*from)) + " to " +
-                             (parent.object == nullptr ? Describe(*AboveInnermost().node)
-                                                       : Describe(*parent.object)));
+        return std::pair(
+            subject,
+            subject + " moves from " + (from == nullptr ? "nowhere" : Describe(*from)) + " to " +
+                (parent.object == nullptr ? Describe(*AboveInnermost().node) : Describe(*parent.object)));
     });
     return true;
 }
@@ -269,8 +296,9 @@ void UpdatingImport::LeaveMatched(Frame& frame) {
         for (CAEObject* const child : match->ListedChildren()) {
             // Session objects are never written.
             if (!landed_.contains(child) && KindOf(*child) != Kind::kSessionObject) {
-                missing_.push_back(
-                    {child, Builder().IsListing() ? Pointer() + PointerTo(member::kChildren.View()) : std::string()});
+                missing_.push_back({child, Builder().IsListing()
+                                               ? Pointer() + PointerTo(member::kChildren.View())
+                                               : std::string()});
             }
         }
     }
@@ -300,14 +328,16 @@ void UpdatingImport::Finish() {
         }
         const int identifier = object->getID();
         const std::string subject = Describe(*object);
-        const bool isRemoved = Options().remove && !staying.contains(object);
+        const bool isRemoved =
+            Options().remove && !staying.contains(object) && !HasFileAmong(*object, staying);
         if (isRemoved && !Options().dryRun) {
             object->getParent()->detachChild(object, true);
         }
         Result().objectsRemoved += isRemoved ? 1 : 0;
-        Builder().Add(isRemoved ? Reason::kRemoved : Reason::kKept, std::move(missing.pointer), identifier, subject,
-                      subject + (isRemoved ? " is not in the document, and is removed with everything below it"
-                                           : " is not in the document, and stays"));
+        Builder().Add(
+            isRemoved ? Reason::kRemoved : Reason::kKept, std::move(missing.pointer), identifier, subject,
+            subject + (isRemoved ? " is not in the document, and is removed with everything below it"
+                                 : " is not in the document, and stays"));
     }
 }
 
@@ -325,8 +355,9 @@ bool UpdatingImport::TellNotComparable(const std::string& component, const std::
     Untake();
     Tell(Reason::kNotComparable, component, 0, [&] {
         const std::string subject = Excerpt(what) + " of " + Describe(*Innermost().node);
-        return std::pair(subject, subject + " is left out: the object has a value that cannot be read back, so an "
-                                            "update does not know whether it is another one");
+        return std::pair(subject, subject +
+                                      " is left out: the object has a value that cannot be read back, so an "
+                                      "update does not know whether it is another one");
     });
     return false;
 }
@@ -364,7 +395,8 @@ bool UpdatingImport::IsInLine(CAEObject& object, format::MemberName member, cons
     return file == nullptr || IsInLineWithRecord(*file, member, value, present);
 }
 
-bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName member, const OuString& value) {
+bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName member,
+                                const OuString& value) {
     const bool isSet = ReportingImport::SetsMember(target, member, value);
     MatchedNode* const match = MatchOf(Innermost());
     if (match == nullptr) {
@@ -427,8 +459,8 @@ ImportPolicy::EntrySetting UpdatingImport::EnterRecord(const ImportTarget& targe
     if (setsValue) {
         TellChange(object, RecordComponent(), what, entry.value, value);
     } else if (setsType) {
-        TellChange(object, RecordComponent() + PointerTo(member::kMetaDataType.View()),
-                   "the type of " + what, presentType, type);
+        TellChange(object, RecordComponent() + PointerTo(member::kMetaDataType.View()), "the type of " + what,
+                   presentType, type);
     }
     return {setsType && !Options().dryRun, setsValue && !Options().dryRun};
 }
@@ -461,10 +493,14 @@ UpdatingImport::Found UpdatingImport::FindFile(const ImportTarget& owner, const 
                 return {.object = own.file};
             }
         }
-        const TreeIndex::Owners owners = index_.FilesWith(key);
-        if (owners.areSeveral || index_.ObjectsWith(key).object != nullptr) {
-            return Conflict(record, owners.object,
-                            "the key " + Excerpt(Utf8Of(key)) + " belongs to several files or to another object");
+        const TreeIndex::Owners& owners = index_.FilesWith(key);
+        const TreeIndex::Owners& objects = index_.ObjectsWith(key);
+        if (!owners.several.empty() || !objects.several.empty() || objects.object != nullptr) {
+            inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
+            inConflict_.insert(inConflict_.end(), objects.several.begin(), objects.several.end());
+            return Conflict(
+                record, objects.object,
+                "the key " + Excerpt(Utf8Of(key)) + " belongs to several files or to another object");
         }
         if (owners.object != nullptr) {
             return {.object = owners.object};
@@ -473,9 +509,19 @@ UpdatingImport::Found UpdatingImport::FindFile(const ImportTarget& owner, const 
     if (match == nullptr || owner.object == nullptr) {
         return {};
     }
-    const format::FileType type =
-        static_cast<format::FileType>(GetCAEFileType(TextOf(last.fileType)));
-    return {.object = match->Files().Find(SignOfFile(type, TextOf(last.anyName)), !IsEmpty(key), landed_)};
+    const std::string sign = SignOfFile(FileTypeOfRecord(last), TextOf(last.anyName));
+    return {.object = match->Files().Find(sign, !IsEmpty(key), landed_)};
+}
+
+bool UpdatingImport::HasRole(const ImportTarget& owner, const JSONNode& record) {
+    if (IsAttached(FileTypeOfRecord(LastMembers(record)), owner.Kind())) {
+        return true;
+    }
+    Tell(Reason::kNoRole, {}, 0, [&] {
+        const std::string subject = Describe(record) + " at " + Describe(*AboveInnermost().node);
+        return std::pair(subject, "the file " + subject + " is left out, because its type has no role there");
+    });
+    return false;
 }
 
 ImportPolicy::FileLanding UpdatingImport::EnterFile(const ImportTarget& owner, const JSONNode& record) {
@@ -485,6 +531,11 @@ ImportPolicy::FileLanding UpdatingImport::EnterFile(const ImportTarget& owner, c
     }
     const Found found = FindFile(owner, record, LastMembers(record));
     if (found.isConflict) {
+        Untake();
+        Leave();
+        return {.isLeftOut = true};
+    }
+    if (found.object == nullptr && !HasRole(owner, record)) {
         Untake();
         Leave();
         return {.isLeftOut = true};

@@ -14,7 +14,8 @@ namespace korvane::exchange {
 class UpdatingImport final : public ReportingImport {
 public:
     /// `keys` are those of the document. All must live as long as this.
-    UpdatingImport(const ImportOptions& options, ImportReport& report, CAEObject& target, const DocumentKeys& keys);
+    UpdatingImport(const ImportOptions& options, ImportReport& report, CAEObject& target,
+                   const DocumentKeys& keys);
 
     bool EnterRoot(const ImportTarget& target, const JSONNode& node) override;
     void EnterParentOfRoot(const ImportTarget& target) override;
@@ -49,6 +50,8 @@ private:
     Found FindObject(const JSONNode& element, const LastMembers& last);
     Found FindByKey(const JSONNode& element, const OuString& key, format::Kind kind);
     Found FindFile(const ImportTarget& owner, const JSONNode& record, const LastMembers& last);
+    /// If not, an entry says it.
+    bool HasRole(const ImportTarget& owner, const JSONNode& record);
     Found Conflict(const JSONNode& element, CAEObject* object, const std::string& why);
     /// False, after an entry, where the object model does not let it hang there.
     bool Move(const ImportTarget& parent, CAEObject& object);
@@ -58,7 +61,8 @@ private:
     bool TellNotComparable(const std::string& component, const std::string& what);
     bool IsCurrentMemberLast(const MatchedNode& match, format::MemberName member, bool isProject) const;
     /// Whether the value stands there already, and if not, what stands there.
-    bool IsInLine(CAEObject& object, format::MemberName member, const OuString& value, OuString& present) const;
+    bool IsInLine(CAEObject& object, format::MemberName member, const OuString& value,
+                  OuString& present) const;
     void LeaveMatched(Frame& frame);
 
     const JSONNode noNode_{JSON_NODE};

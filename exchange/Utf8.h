@@ -5,8 +5,8 @@
 
 namespace korvane::exchange {
 
-/// Reads the character of UTF-8 at the place. Returns false, with the length 1 and the byte as the character, if there is
-/// no well-formed sequence.
+/// Reads the character of UTF-8 at the place. Returns false, with the length 1 and the byte as the character,
+/// if there is no well-formed sequence.
 inline bool DecodeUtf8(std::string_view text, std::size_t place, char32_t& character, std::size_t& length) {
     const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
     const unsigned char lead = byteAt(place);

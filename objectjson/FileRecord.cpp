@@ -83,8 +83,9 @@ void WriteFileMembers(CAEFile& file, DocumentWriter& out) {
 }
 
 void ReadFileRecord(CAEFile& file, ImportPolicy* policy, const JSONNode& record, RepeatedTexts& texts) {
-    ImportTarget target = {&file, nullptr, policy};
-    target.project = StartImport(target, record);
+    const ImportTarget target = {&file, nullptr, policy};
+    // A record is read as if its file had no project yet, also where an update has found it one that has.
+    StartImport(target, record);
     ReadMembers(target, record, texts);
     ReadFileMembers(file, policy, record, texts);
 }

@@ -11,6 +11,8 @@
 
 class CAEObject;
 
+class CAEObject;
+
 namespace korvane::exchange {
 
 enum class Match {

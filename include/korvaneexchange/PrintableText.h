@@ -8,9 +8,9 @@
 
 namespace korvane::exchange {
 
-/// The text for a terminal or a message, in UTF-8 and on one line. Control characters, bytes that are not UTF-8, and
-/// characters that change the direction of the text are written as escapes (`\n`, `\xE9`, `\u202E`), so that no name can
-/// disguise itself or disturb a terminal.
+/// The text for a terminal or a message, in UTF-8 and on one line. Control characters, bytes that are not
+/// UTF-8, and characters that change the direction of the text are written as escapes (`\n`, `\xE9`,
+/// `\u202E`), so that no name can disguise itself or disturb a terminal.
 KORVANEEXCHANGE_API std::string Printable(std::string_view utf8);
 
 /// The beginning of the text: at most that many bytes, without a part of a character at its end.

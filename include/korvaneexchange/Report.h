@@ -36,6 +36,9 @@ enum class Reason {
     kBelowFileRecord,
     /// A file name that leads out of the project's directory.
     kLeadsOut,
+    /// In an update, a file whose type has no role at its object, so that nothing would show that it is
+    /// there.
+    kNoRole,
     /// A key that is null.
     kNullKey,
     /// A key that occurs twice, or belongs to an object of another kind or place.
