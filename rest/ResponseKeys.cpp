@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "AnswerWalk.h"
+#include "format/MemberNames.h"
 
 namespace {
 
@@ -39,4 +40,19 @@ std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer) {
     };
     keys.erase(std::unique(keys.begin(), keys.end(), haveSameId), keys.end());
     return keys;
+}
+
+void SetKey(CAEObject& target, const ResponseKey& key) {
+    // Its own key for every kind: the server answers with the view item's, not with the item's it shows.
+    target.setDBKey(TextFromAnsi(key.Key()));
+}
+
+bool TakeDisplayName(const JSONNode& answer, CAEObject& object) {
+    auto* const project =
+        KindOf(object) == format::Kind::kProject ? dynamic_cast<CAEProject*>(&object) : nullptr;
+    const JSONNode* const name = project == nullptr ? nullptr : FindMember(answer, format::member::kName);
+    if (name != nullptr) {
+        project->SetDisplayName(WideValue(*name));
+    }
+    return name != nullptr;
 }

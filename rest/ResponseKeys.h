@@ -35,3 +35,10 @@ private:
 /// The keys of an answer, an object node or an array of such, in the order of the identifiers' texts, each
 /// identifier once with its first key; none for any other value. Valid as long as the answer.
 std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer);
+
+/// Sets the key on an object that it is for.
+void SetKey(CAEObject& target, const ResponseKey& key);
+
+/// The answer's name becomes the display name of the object, where that is a project. Returns whether the
+/// answer has one.
+bool TakeDisplayName(const JSONNode& answer, CAEObject& object);
