@@ -1,9 +1,9 @@
-#include <stdexcept>
-#include <string>
+#include <cstddef>
 
 #include "Scanner.h"
 #include "TreeBuilder.h"
 #include "libjson.h"
+#include "parse_error.h"
 
 namespace libjson::detail {
 namespace {
@@ -22,7 +22,7 @@ Fault Scan(const json_string& text, Sink& sink) {
     return Scanner<Sink>(text, get_text_units(), sink).Scan();
 }
 
-std::string Describe(const json_string& text, const Fault& fault) {
+[[noreturn]] void Throw(const json_string& text, const Fault& fault) {
     std::size_t line = 1;
     const char* lineStart = text.data();
     for (const char* at = text.data(); at != fault.at; ++at) {
@@ -31,8 +31,8 @@ std::string Describe(const json_string& text, const Fault& fault) {
             lineStart = at + 1;
         }
     }
-    return "line " + std::to_string(line) + ", column " + std::to_string(fault.at - lineStart + 1) + ": " +
-           fault.reason;
+    const auto bytesFrom = [&fault](const char* start) { return static_cast<std::size_t>(fault.at - start); };
+    throw parse_error(line, bytesFrom(lineStart) + 1, bytesFrom(text.data()), fault.reason);
 }
 
 }  // namespace
@@ -45,7 +45,7 @@ JSONNode parse(const json_string& text) {
     detail::TreeBuilder builder(cells);
     const detail::Fault fault = detail::Scan(text, builder);
     if (fault.reason != nullptr) {
-        throw std::invalid_argument(detail::Describe(text, fault));
+        detail::Throw(text, fault);
     }
     return detail::NodeAccess::Adopt(builder.Take());
 }

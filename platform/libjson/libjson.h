@@ -259,8 +259,9 @@ LIBJSON_API text_units get_text_units() noexcept;
 /// Reads a whole document by the grammar of RFC 8259, with any value as the root. Numbers keep their digits,
 /// equal names are all kept, and bytes from 0x80 up are taken as they are. Only memory limits nesting and
 /// sizes. Throws std::invalid_argument for any other text (an empty one, text after the value, a byte order
-/// mark and NUL characters included). Its what() reads "line 3, column 14: " and the reason; both count from
-/// 1, columns count bytes, and a line ends with LF, CR or CR LF.
+/// mark and NUL characters included), which is a libjson::parse_error (parse_error.h). Its what() reads "line
+/// 3, column 14: " and the reason; both count from 1, columns count bytes, and a line ends with LF, CR or CR
+/// LF.
 LIBJSON_API JSONNode parse(const json_string& text);
 
 /// Whether parse would accept the text.

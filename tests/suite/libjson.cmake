@@ -19,7 +19,7 @@ file(WRITE "${WORK}/libjson/include/libjson.h" "${header}")
 
 configure("${WORK}/build" ${quick} -DKORVANEJSON_BUILD_TESTS=ON
   -DKORVANEJSON_LIBJSON=system "-Dlibjson_ROOT=${WORK}/libjson")
-set(programs test-objectjson test-rest test-serializer test-serializer-mode test-module test-module-inside
+set(programs test-objectjson test-exchange test-rest test-serializer test-serializer-mode test-module test-module-inside
   test-module-loading module-host)
 run(${CMAKE_COMMAND} --build "${WORK}/build" --target ${programs})
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Texts.h"
+#include "parse_error.h"
 
 namespace {
 
@@ -22,6 +23,19 @@ std::string StringIn(const std::string& text) {
     const JSONNode node = Parse(text);
     EXPECT_EQ(node.type(), JSON_STRING);
     return ValueOf(node);
+}
+
+TEST(Parse, ThrowsThePlaceAndTheReason) {
+    try {
+        Parse("{\r\n\"\xC3\xBC\" 1}");
+        ADD_FAILURE();
+    } catch (const libjson::parse_error& error) {
+        EXPECT_EQ(error.line(), 2U);
+        EXPECT_EQ(error.column(), 6U);
+        EXPECT_EQ(error.offset(), 8U);
+        EXPECT_STREQ(error.reason(), "a colon is missing here, between a name and its value");
+        EXPECT_EQ(error.what(), std::string("line 2, column 6: ") + error.reason());
+    }
 }
 
 TEST(Parse, AcceptsAnyValueAsTheRoot) {
