@@ -155,7 +155,7 @@ void AnswerApplication::TellOfNode(const JSONNode& node, const AnswerPlace& plac
         builder_.Add(reason, builder_.IsListing() ? PointerOf(place) : std::string(), 0, subject, sentence);
     };
     if (node.type() != JSON_NODE) {
-        tell(Reason::kWrongKind, Describe(node),
+        tell(Reason::kNotAnObject, Describe(node),
              "an element of the answer is ignored, because it is not an object");
         return;
     }
@@ -290,7 +290,8 @@ std::string AnswerApplication::WhyUseless() const {
 AnswerReport ApplyAnswer(const JSONNode& answer, CAEObject& object, const AnswerOptions& options) {
     AnswerReport report;
     if (HasNullKeys(answer)) {
-        const JSONNode without = WithoutNullKeys(answer);
+        JSONNode without = answer;
+        RemoveNullKeys(without, [](const JSONNode&) {});
         AnswerApplication(answer, without, object, options, report).Run();
     } else {
         AnswerApplication(answer, answer, object, options, report).Run();

@@ -14,6 +14,8 @@ std::string_view NameOf(Reason reason) {
             return "repeated-member";
         case Reason::kWrongKind:
             return "wrong-kind";
+        case Reason::kNotAnObject:
+            return "not-an-object";
         case Reason::kNoType:
             return "no-type";
         case Reason::kUnknownType:
@@ -42,6 +44,8 @@ std::string_view NameOf(Reason reason) {
             return "later-key";
         case Reason::kReadAsEmpty:
             return "read-as-empty";
+        case Reason::kNamelessFile:
+            return "nameless-file";
         case Reason::kReadAsNull:
             return "read-as-null";
         case Reason::kCutAtNul:

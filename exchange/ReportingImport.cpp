@@ -133,7 +133,6 @@ void ReportingImport::EnterMember(const ImportTarget&, const JSONNode& member) {
     const MemberEffect* const known = format::FindEffect(name);
     member_ = &member;
     component_.clear();
-    isNullKey_ = false;
     nextRecord_ = 0;
     const Effect effect = known == nullptr     ? Effect::kUnknown
                           : frame.isFileRecord ? known->inRecord
@@ -143,8 +142,11 @@ void ReportingImport::EnterMember(const ImportTarget&, const JSONNode& member) {
         return;
     }
     const bool isAgain = (frame.metMembers & BitOf(*known)) != 0;
-    frame.metMembers |= BitOf(*known);
-    if (isAgain && known->shape == Shape::kText) {
+    isNullKey_ = known->name == member::kDatabaseKey && member.type() == JSON_NULL;
+    if (!isNullKey_) {
+        frame.metMembers |= BitOf(*known);
+    }
+    if (isAgain && !isNullKey_ && known->shape == Shape::kText) {
         Tell(Reason::kRepeatedMember, Component(), 0, [&] {
             const std::string subject = Excerpt(known->name.View()) + Of(*frame.node);
             return std::pair(subject, subject + " occurs again; the " +
@@ -187,8 +189,7 @@ void ReportingImport::TellOfTaken(const JSONNode& value, const MemberEffect& kno
     Frame& frame = frames_.back();
     const std::string name(known.name.View());
     if (known.shape == Shape::kText) {
-        if (known.name == member::kDatabaseKey && value.type() == JSON_NULL) {
-            isNullKey_ = true;
+        if (isNullKey_) {
             Tell(Reason::kNullKey, Component(), 0, [&] {
                 return std::pair(Describe(*frame.node),
                                  "the key" + Of(*frame.node) + " is null, and is left out");
@@ -435,7 +436,7 @@ ImportPolicy::FileLanding ReportingImport::EnterFile(const ImportTarget&, const 
     frame.isNew = true;
     ++report_.membersTaken;
     if (record.type() != JSON_NODE) {
-        Tell(Reason::kReadAsEmpty, {}, 0, [&] {
+        Tell(Reason::kNamelessFile, {}, 0, [&] {
             return std::pair(Describe(record),
                              Describe(record) + " stands for a file: a file without a name is made");
         });

@@ -12,7 +12,8 @@
 
 #include "Expect.h"
 #include "Trip.h"
-#include "host/document/AnswerReport.h"
+#include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 
 namespace {
 
@@ -67,13 +68,12 @@ void ExpectProgramApplies(const JSONNode& answer) {
     host::Console console([&](std::string_view text) { said += text; }, false, &host::Console::Clock::now);
     const std::unique_ptr<CAEProject> project = MakeProject();
     AddTargets(*project);
-    if (!host::IsAnswer(answer, "answer.json", console)) {
-        Expect(!said.empty(), "a text that is not an answer is named");
+    const host::AnswerReport report = host::ApplyAnswer(answer, *project, console);
+    if (!report.hasFitted) {
+        Expect(!report.whyUseless.empty(), "an answer that fits nothing is named");
         return;
     }
-    host::AnswerReport report;
-    host::ApplyAnswer(answer.duplicate(), *project, report, console);
-    report.Say("the project", console);
+    host::SayAnswer(report, "the project", console);
     std::size_t keys = 0;
     for (int identifier = 1; identifier <= kLastIdentifier; ++identifier) {
         keys += KeyOf(*project, identifier).empty() ? 0 : 1;

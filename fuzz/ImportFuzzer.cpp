@@ -12,6 +12,7 @@
 #include "Trip.h"
 #include "format/MemberNames.h"
 #include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 #include "host/document/TreePrinter.h"
 #include "objectjson/NodeReading.h"
 
@@ -26,9 +27,8 @@ void ExpectProgramImports(const JSONNode& document) {
     host::Console console([&](std::string_view text) { said += text; }, false, &host::Console::Clock::now);
     const std::unique_ptr<CAEProject> project = MakeProject();
     AddTargets(*project);
-    host::ImportReport report;
-    host::ImportDocument(document.duplicate(), *project, report, console);
-    report.Say("the project", console);
+    const host::ImportReport report = host::ImportDocument(document, *project, {}, console);
+    host::SayImport(report, "the project", console);
     Expect(!said.empty(), "an import is reported");
     Expect(!host::PrintTree(*project, {}).empty(), "a project is printed");
     ExpectTrip(*project);

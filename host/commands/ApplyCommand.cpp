@@ -7,8 +7,10 @@
 #include "ExitStatus.h"
 #include "KeepUntilExit.h"
 #include "Options.h"
-#include "host/document/AnswerReport.h"
+#include "StrictChange.h"
 #include "host/document/DocumentFile.h"
+#include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Text.h"
 
@@ -18,26 +20,30 @@ namespace {
 struct ApplyOptions {
     std::string answer;
     std::string file;
+    bool isStrict = false;
     bool isDryRun = false;
 };
 
 int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
     return ChangeDatabase(options.file, console, [&] {
         const std::optional<JSONNode> answer = ReadJson(options.answer, console);
-        if (!answer || !IsAnswer(*answer, options.answer, console)) {
+        if (!answer) {
             return kFailure;
         }
         ProjectFile file = ProjectFile::Open(PathFromUtf8(options.file), !options.isDryRun, console);
-        AnswerReport report;
-        if (!ApplyAnswer(*answer, file.Project(), report, console)) {
-            SayUseless(*answer, options.answer, console);
+        const AnswerReport report = ApplyAnswer(*answer, file.Project(), console);
+        if (!report.hasFitted) {
+            SayUseless(report, options.answer, console);
+            return kFailure;
+        }
+        if (!IsAllowed(report, {options.answer, options.isStrict}, console)) {
             return kFailure;
         }
         if (!options.isDryRun) {
             file.SaveKeys(console);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
-            report.Say(Quoted(options.file), console);
+            SayAnswer(report, Quoted(options.file), console);
             SayDryRun(options.isDryRun, console);
             return kSuccess;
         });
@@ -57,6 +63,7 @@ void AddApplyCommand(CLI::App& program, Console& console, int& status) {
         ->required()
         ->type_name("");
     command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
+    AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
     AddExamples(command,
                 "  korvane-json apply answer.json bracket.kvp\n"

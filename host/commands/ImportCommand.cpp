@@ -8,8 +8,10 @@
 #include "KeepUntilExit.h"
 #include "Options.h"
 #include "ProjectInput.h"
+#include "StrictChange.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Text.h"
 
@@ -20,8 +22,16 @@ struct ImportOptions {
     std::string document;
     std::string file;
     std::optional<int> object;
+    bool isUpdate = false;
+    bool removes = false;
+    bool isStrict = false;
     bool isDryRun = false;
 };
+
+korvane::exchange::ImportOptions LibraryOptions(const ImportOptions& options) {
+    using korvane::exchange::Match;
+    return {.match = options.isUpdate ? Match::kByKey : Match::kNever, .remove = options.removes};
+}
 
 int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
     return ChangeDatabase(options.file, console, [&] {
@@ -46,17 +56,28 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
                         ". Nothing was changed; 'korvane-json tree' lists the objects");
             return kFailure;
         }
-        ImportReport report;
-        ImportDocument(*document, *target, report, console);
+        const ImportReport report = ImportDocument(*document, *target, LibraryOptions(options), console);
+        if (!report.hasRoot) {
+            console.Say(
+                "nothing of " + InputName(options.document) + " fits " + name + ": " +
+                (report.entries.empty() ? "its root cannot be read" : report.entries.front().sentence) +
+                ". Nothing was changed");
+            return kFailure;
+        }
+        if (!IsAllowed(report, {options.document, options.isStrict}, console)) {
+            return kFailure;
+        }
         if (!options.isDryRun && old) {
-            old->Save(console);
+            if (!options.isUpdate || report.HasChanged()) {
+                old->Save(console);
+            }
         } else if (!old && !options.isDryRun) {
             CreateProjectFile(file, project, console);
         } else if (!old) {
             RefuseNewName(file);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
-            report.Say(name, console);
+            (options.isUpdate ? SayUpdate : SayImport)(report, name, console);
             SayDryRun(options.isDryRun, console);
             return kSuccess;
         });
@@ -85,9 +106,21 @@ void AddImportCommand(CLI::App& program, Console& console, int& status) {
                     "Import onto the object with this identifier instead of the project;\n"
                     "'korvane-json tree PROJECT.kvp' lists the identifiers. A document of\n"
                     "another kind of object becomes a new object below it: --object 12");
+    CLI::Option* const update =
+        command.add_flag("--update", options->isUpdate,
+                         "Bring in line what is there already instead of adding everything again:\n"
+                         "objects with the same key, else with the same kind and name in the same\n"
+                         "place. What the document lacks stays");
+    command
+        .add_flag("--remove", options->removes,
+                  "With --update: remove objects that the document lacks, with everything below\n"
+                  "them. Metadata entries and files stay")
+        ->needs(update);
+    AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
     AddExamples(command,
                 "  korvane-json import bracket.json rebuilt.kvp\n"
+                "  korvane-json import --update --dry-run bracket.json rebuilt.kvp\n"
                 "  korvane-json fetch PRJ-1-3f9a20 --db server.db | korvane-json import - rebuilt.kvp\n");
     command.callback([options, &console, &status] { status = ImportIntoProjectFile(*options, console); });
 }

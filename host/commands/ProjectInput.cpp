@@ -6,6 +6,7 @@
 #include "host/directory/DirectoryReader.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
@@ -90,9 +91,9 @@ OpenedDocument OpenDocument(const std::string& name, Console& console) {
     }
     const std::filesystem::path file = PathFromUtf8(name);
     opened.project = MakeProjectFor(*document, ToOuString(file.stem()), DirectoryOfFile(file));
-    ImportReport report;
-    opened.root = ImportDocument(*document, *opened.project, report, console);
-    report.notes.SayWithoutNames(InputName(name), console);
+    const ImportReport report = ImportDocument(*document, *opened.project, {}, console);
+    opened.root = opened.project->getCAEObject(report.root);
+    SayLeftOut(report, InputName(name), console);
     return opened;
 }
 

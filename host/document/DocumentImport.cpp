@@ -1,60 +1,40 @@
 #include "DocumentImport.h"
 
-#include <korvanejson/CaeRest.h>
+#include <utility>
 
+#include "DocumentFile.h"
 #include "DocumentNode.h"
-#include "ImportComparison.h"
-#include "ObjectLists.h"
 #include "ProjectObjects.h"
+#include "format/Kinds.h"
 #include "format/MemberNames.h"
 #include "objectjson/NodeReading.h"
 
 namespace member = format::member;
 using format::Kind;
+using korvane::exchange::Progress;
+using korvane::exchange::ProgressCallback;
 
 namespace host {
 namespace {
 
-/// The node of the target above a root that becomes a new object.
-JSONNode WrapBelow(const char* type, const JSONNode& root) {
-    JSONNode children(JSON_ARRAY);
-    children.set_name(member::kChildren.c_str());
-    children.push_back(root);
-    JSONNode node(JSON_NODE);
-    node.push_back(JSONNode(member::kType.c_str(), type));
-    node.push_back(children);
-    return node;
+ProgressCallback Shown(std::string_view what, Console& console) {
+    return [what, &console](const Progress& progress) {
+        console.ShowProgress(what, progress.objects, progress.total);
+        return true;
+    };
 }
 
 }  // namespace
 
-CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& report, Console& console) {
-    RemoveNullKeys(document, report.notes);
-    const Kind kind = format::KindOfType(MemberText(document, member::kType));
-    const bool isOnTarget = kind == Kind::kUnknown || kind == KindOf(target);
-    auto* const project = dynamic_cast<CAEProject*>(&target);
-    const OuString additionalType = project != nullptr ? project->getAdditionalType() : OuString();
-    JSONNode imported = document;
-    if (!isOnTarget) {
-        // A node with an empty type is not imported.
-        imported = WrapBelow(additionalType.IsEmpty() ? format::TypeOfKind(Kind::kProject).data()
-                                                      : additionalType.GetAnsiBuffer(),
-                             document);
-    }
-    const BeforeImport before(target);
-    console.ShowProgress("Importing the document", 0, 0);
-    caerest::json::DeserializeJsonToObject(imported, &target);
-    if (!isOnTarget && project != nullptr) {
-        project->setAdditionalType(additionalType);
-    }
-    console.ShowProgress("Comparing the document with its import", 0, 0);
-    CompareImport(imported, target, before, report);
+korvane::exchange::ImportReport ImportDocument(const JSONNode& document, CAEObject& target,
+                                               korvane::exchange::ImportOptions options, Console& console) {
+    options.place = korvane::exchange::Place::kByKind;
+    // Every document has them, and no import uses them.
+    options.listFixed = false;
+    options.progress = Shown("Importing the document", console);
+    korvane::exchange::ImportReport report = korvane::exchange::ImportDocument(document, target, options);
     console.ClearProgress();
-    if (isOnTarget) {
-        return &target;
-    }
-    const std::vector<CAEObject*> children = ChildrenOf(target);
-    return children.size() > before.children ? children.back() : nullptr;
+    return report;
 }
 
 std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuString& otherName,
@@ -63,6 +43,18 @@ std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuStr
     const bool isProject = kind == Kind::kUnknown || kind == Kind::kProject;
     const OuString name = WideMember(document, member::kName);
     return CreateSimulationProject(isProject && !name.IsEmpty() ? name : otherName, directory);
+}
+
+korvane::exchange::AnswerReport ApplyAnswer(const JSONNode& answer, CAEProject& project, Console& console) {
+    korvane::exchange::AnswerReport report =
+        korvane::exchange::ApplyAnswer(answer, project, {.progress = Shown("Applying the answer", console)});
+    console.ClearProgress();
+    return report;
+}
+
+void SayUseless(const korvane::exchange::AnswerReport& report, const std::string& file, Console& console) {
+    console.Say("cannot use " + InputName(file) + ": " + report.whyUseless +
+                ". Give the answer to a document of this project. Nothing was changed");
 }
 
 }  // namespace host

@@ -1,29 +1,35 @@
 #pragma once
 
-#include <CAEObject.h>
 #include <CAEProject.h>
+#include <korvaneexchange/ApplyAnswer.h>
+#include <korvaneexchange/ImportDocument.h>
 #include <libjson.h>
 
 #include <memory>
+#include <string>
 
-#include "ImportReport.h"
 #include "host/system/Console.h"
 
-/// Importing documents, with a report. The library silently ignores what it cannot use, so the document is
-/// compared with what the import created.
+/// Documents and answers onto projects, with progress on the console.
 namespace host {
 
-/// Imports the document into the project of the target.
+/// Imports the document into the project of the target, as the options say, which this completes.
 ///
 /// If the root of the document is of another kind than the target, it becomes a new object below the target.
 /// Any other document is written onto the target itself, for example that of a project onto a project.
-/// Members "dbkey" that are null are removed first. Returns the object that the root was written onto; null
-/// if there is none.
-CAEObject* ImportDocument(JSONNode document, CAEObject& target, ImportReport& report, Console& console);
+korvane::exchange::ImportReport ImportDocument(const JSONNode& document, CAEObject& target,
+                                               korvane::exchange::ImportOptions options, Console& console);
 
 /// A new project in the directory, to import a document into. It has the name of the document if that is the
 /// document of a project, otherwise `otherName`.
 std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuString& otherName,
                                            const OuString& directory);
+
+/// Sets the keys from the answer on the objects of the project. An answer that fits no object changes
+/// nothing.
+korvane::exchange::AnswerReport ApplyAnswer(const JSONNode& answer, CAEProject& project, Console& console);
+
+/// Says what an answer seems to be that fits no object.
+void SayUseless(const korvane::exchange::AnswerReport& report, const std::string& file, Console& console);
 
 }  // namespace host

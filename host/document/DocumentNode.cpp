@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "NodeWalker.h"
+#include "exchange/NullKeys.h"
 #include "format/MemberNames.h"
 #include "host/system/Text.h"
 #include "objectjson/NodeReading.h"
@@ -26,23 +27,6 @@ std::string Taken(json_string text) {
     } else {
         return {text.data(), text.size()};
     }
-}
-
-bool IsNullKey(const JSONNode& value) {
-    return value.type() == JSON_NULL && NameOfMember(value) == member::kDatabaseKey;
-}
-
-/// Hardly any document has such keys, and to change a document that has other holders copies all of its
-/// nodes.
-bool HasNullKeys(const JSONNode& document) {
-    bool isFound = false;
-    WalkNodes(document, SectionOrder::AsWritten, [&](const auto& visit) {
-        if (visit.node.type() == JSON_NODE) {
-            isFound = isFound || std::ranges::any_of(visit.node, IsNullKey);
-        }
-        return !isFound;
-    });
-    return isFound;
 }
 
 }  // namespace
@@ -87,20 +71,8 @@ std::string Describe(const JSONNode& node) {
 }
 
 void RemoveNullKeys(JSONNode& document, Notes& notes) {
-    if (!HasNullKeys(document)) {
-        return;
-    }
-    WalkNodesToChange(document, SectionOrder::AsWritten, [&](const auto& visit) {
-        JSONNode& node = visit.node;
-        for (json_index_t index = node.size(); node.type() == JSON_NODE && index-- > 0;) {
-            const JSONNode& value = std::as_const(node).at(index);
-            if (IsNullKey(value)) {
-                notes.Add(kNullKeys, [&] { return Describe(node); });
-                node.pop_back(index);
-            }
-        }
-        return true;
-    });
+    korvane::exchange::RemoveNullKeys(
+        document, [&notes](const JSONNode& node) { notes.Add(kNullKeys, [&] { return Describe(node); }); });
 }
 
 }  // namespace host

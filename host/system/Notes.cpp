@@ -14,6 +14,10 @@ Notes::Kind& Notes::Find(std::string_view kind) {
 }
 
 void Notes::AddName(std::string_view kind, std::string_view name) {
+    AddQuoted(kind, Excerpt(name));
+}
+
+void Notes::AddQuoted(std::string_view kind, std::string_view name) {
     Kind& noted = Find(kind);
     ++noted.count;
     const auto known = noted.countOfName.find(name);
@@ -33,7 +37,7 @@ void Notes::Say(const Kind& kind, const std::string& what, Console& console) {
     std::vector<std::string> named = kind.first;
     for (const auto& [name, count] : kind.countOfName) {
         if (named.size() < kMostNamed) {
-            named.push_back(Excerpt(name) + (count > 1 ? " " + std::to_string(count) + " times" : ""));
+            named.push_back(name + (count > 1 ? " " + std::to_string(count) + " times" : ""));
         }
     }
     const std::size_t total = kind.countOfName.empty() ? kind.count : kind.countOfName.size();

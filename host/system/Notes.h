@@ -27,6 +27,8 @@ public:
     }
     /// Notes a name of the kind. Equal names are counted together.
     void AddName(std::string_view kind, std::string_view name);
+    /// The same for a name as Excerpt shows it.
+    void AddQuoted(std::string_view kind, std::string_view name);
 
     std::size_t CountOf(std::string_view kind) const;
     /// Says each kind on one line, in the order in which the kinds were first noted: `WHAT: KIND (3): one;

@@ -26,6 +26,8 @@ enum class Reason {
     kRepeatedMember,
     /// A value of another kind than the member has.
     kWrongKind,
+    /// An element of an answer that is not an object.
+    kNotAnObject,
     /// An element without "type", or with an empty one.
     kNoType,
     /// An element whose "type" is not known.
@@ -57,6 +59,8 @@ enum class Reason {
 
     /// An object or array that is read as an empty text.
     kReadAsEmpty,
+    /// A file record that is not an object, for which a file without a name is made.
+    kNamelessFile,
     /// A null that is read as the text "null".
     kReadAsNull,
     /// A text that ends at its NUL character.

@@ -3,6 +3,7 @@
 
 #include "host/HostSupport.h"
 #include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 #include "host/document/TreePrinter.h"
 #include "support/SmallStack.h"
 
@@ -16,13 +17,13 @@ JSONNode Parse(const std::string& text) {
 class DocumentImportTest : public testing::Test {
 protected:
     CAEObject* Import(const std::string& text, CAEObject& target) {
-        report = ImportReport();
-        return ImportDocument(Parse(text), target, report, kept.console);
+        report = ImportDocument(Parse(text), target, {}, kept.console);
+        return project->getCAEObject(report.root);
     }
     CAEObject* Import(const std::string& text) { return Import(text, *project); }
     std::string Said() {
         kept.said.clear();
-        report.Say("p", kept.console);
+        SayImport(report, "p", kept.console);
         return kept.said;
     }
     std::string Tree() const { return PrintTree(*project, {false, false}); }
@@ -68,28 +69,28 @@ TEST_F(DocumentImportTest, SaysWhatWasLeftOut) {
                 R"({"type":"caepart"},{"type":"CAETAG"}])"),
         "korvane-json: p: left out with everything below it, because its \"type\" is not known (2): 'n' of "
         "type 'CAEFOO'; '' of type 'caepart'\n");
-    EXPECT_EQ(report.objects, 1U);
+    EXPECT_EQ(report.objectsAdded, 1U);
 }
 
 TEST_F(DocumentImportTest, SaysWhichFilesHangOnNothing) {
     EXPECT_EQ(NotesOf(R"("name":"P","files":[{"name":"a","fileType":"CAD"},{"name":"b","fileType":"Deck"}])"),
               "korvane-json: p: file that is attached to no object, because its type has no role there "
               "(1): 'a' at 'P'\n");
-    EXPECT_EQ(report.files, 2U);
-    EXPECT_EQ(report.attachedFiles, 1U);
+    EXPECT_EQ(report.filesAdded, 2U);
+    EXPECT_EQ(report.filesAttached, 1U);
 }
 
 TEST_F(DocumentImportTest, SaysWhichNamesLeadOutOfTheDirectory) {
     EXPECT_EQ(NotesOf(R"("files":[{"name":"../a"},{"name":".."},{"name":"b\\c"},{"name":"d..e"}])"),
-              "korvane-json: p: file whose name leads out of the project's directory (3): '../a'; '..'; "
-              "'b\\c'\n");
+              "korvane-json: p: file left out, because its name leads out of the project's directory (3): "
+              "'../a'; '..'; 'b\\c'\n");
+    EXPECT_EQ(report.filesAdded, 1U);
 }
 
 TEST_F(DocumentImportTest, SaysWhichMembersAreNotRecognisedOrWithoutEffect) {
     EXPECT_EQ(NotesOf(R"("id":"1","createdBy":"u","status":"x","Name":"n","foo":{},)"
                       R"("files":[{"id":"2","foo":1,"filePath":"/x","type":"CAEFILE","fileType":"Deck"}])"),
-              "korvane-json: p: members without effect (6): 'createdBy'; 'filePath'; 'id' 2 times; 'status'; "
-              "'type'\n"
+              "korvane-json: p: members without effect (1): 'status'\n"
               "korvane-json: p: members that are not recognised (3): 'Name'; 'foo' 2 times\n");
     // What a file record has is nothing for an object.
     EXPECT_EQ(NotesOf(R"("fileType":"CAD")"),
@@ -108,16 +109,15 @@ TEST_F(DocumentImportTest, SaysWhichValuesAreNotWhatTheyShouldBe) {
     EXPECT_EQ(NotesOf(R"("name":"a","name":"b")"),
               "korvane-json: p: member that occurs more than once (1): 'name' of 'a'\n");
     EXPECT_EQ(NotesOf(R"("metaData":{"m":{"value":"1","unit":"kg"},"n":{"value":"1","metaDataType":""}})"),
+              "korvane-json: p: members that are not recognised (1): 'unit'\n"
               "korvane-json: p: metadata entry without \"value\" or \"metaDataType\", which is read as empty "
-              "(1): 'm' "
-              "of ''\n"
-              "korvane-json: p: members that are not recognised (1): 'unit'\n");
+              "(1): 'm' of ''\n");
     EXPECT_EQ(NotesOf(R"("files":[7,{"files":[{}],"children":[{"type":"CAETAG"}]}])"),
               "korvane-json: p: file record that is not an object: a file without a name was created (1): an "
               "element that is not an object\n"
               "korvane-json: p: nothing imported below a file record (2): 'files' of ''; 'children' of ''\n");
-    EXPECT_EQ(report.files, 2U);
-    EXPECT_EQ(report.objects, 0U);
+    EXPECT_EQ(report.filesAdded, 2U);
+    EXPECT_EQ(report.objectsAdded, 0U);
 }
 
 TEST_F(DocumentImportTest, SaysWhichMetadataEntriesBecomeOne) {
@@ -131,7 +131,7 @@ TEST_F(DocumentImportTest, SaysWhichMetadataEntriesBecomeOne) {
                       entry("MASS") + "}"),
               merged + "(2): 'mass' of ''; 'MASS' of ''\n");
     EXPECT_EQ(NotesOf("\"metaData\":{" + entry("m") + "," + entry("m\\u0000n") + "}"),
-              merged + "(1): 'm\\x00n' of ''\n");
+              merged + "(1): 'm' of ''\n");
     EXPECT_EQ(NotesOf(R"("metaData":[{"value":"1","metaDataType":""},{"value":"2","metaDataType":""}])"),
               merged + "(1): '' of ''\n");
     // Entries of different objects have nothing to do with each other.
@@ -156,7 +156,7 @@ TEST_F(DocumentImportTest, SaysWhichViewItemsShowNothing) {
         "korvane-json: p: view item that shows nothing, because no assembly with its key came before it "
         "(1): 'v' with the key 'I'\n");
     EXPECT_EQ(report.viewItems, 2U);
-    EXPECT_EQ(report.linkedViewItems, 1U);
+    EXPECT_EQ(report.viewItemsLinked, 1U);
 }
 
 TEST_F(DocumentImportTest, NamesTheFirstTenOfAKind) {
@@ -175,14 +175,14 @@ TEST_F(DocumentImportTest, ADocumentOfAnotherKindBecomesANewObjectBelowTheTarget
         Import(R"({"name":"S","type":"CAEMODEL","children":[{"type":"CAEPART","name":"A"}]})");
     ASSERT_NE(study, nullptr);
     EXPECT_EQ(study->getID(), 2);
-    EXPECT_EQ(report.objects, 2U);
+    EXPECT_EQ(report.objectsAdded, 2U);
     CAEObject* const part =
         Import(R"({"name":"B","type":"CAEPART","files":[{"name":"b","fileType":"CAD"}]})", *study);
     EXPECT_EQ(part->getParent(), study);
-    EXPECT_EQ(report.attachedFiles, 1U);
+    EXPECT_EQ(report.filesAttached, 1U);
     // Of the same kind it is the target itself.
     EXPECT_EQ(Import(R"({"name":"T","type":"CAEMODEL","children":[{"type":"CAETAG"}]})", *study), study);
-    EXPECT_EQ(report.objects, 1U);
+    EXPECT_EQ(report.objectsAdded, 1U);
     EXPECT_EQ(Tree(),
               "Demo        Project   #1  Simulation\n"
               "`- T        Model     #2\n"
@@ -206,9 +206,9 @@ TEST_F(DocumentImportTest, TellsNewFilesFromOldOnes) {
     Import(R"({"type":"X","files":[{"name":"old","fileType":"CAD"},{"name":"older","fileType":"Deck"}]})");
     Import(
         R"({"type":"X","files":[{"name":"new","fileType":"Deck"}],"children":[{"type":"CAEPROJECT","files":[{"name":"in","fileType":"Mesh"}]}]})");
-    EXPECT_EQ(report.files, 2U);
-    EXPECT_EQ(report.attachedFiles, 1U);
-    EXPECT_EQ(report.objects, 1U);
+    EXPECT_EQ(report.filesAdded, 2U);
+    EXPECT_EQ(report.filesAttached, 1U);
+    EXPECT_EQ(report.objectsAdded, 1U);
 }
 
 TEST_F(DocumentImportTest, NeedsNoStackForNesting) {
@@ -221,7 +221,7 @@ TEST_F(DocumentImportTest, NeedsNoStackForNesting) {
         text += "}]";
     }
     OnSmallStack([&] { Import(text + "}"); });
-    EXPECT_EQ(report.objects, static_cast<std::size_t>(kDepth));
+    EXPECT_EQ(report.objectsAdded, static_cast<std::size_t>(kDepth));
     EXPECT_EQ(report.keys, 0U);
 }
 

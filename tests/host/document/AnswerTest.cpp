@@ -2,7 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "host/HostSupport.h"
-#include "host/document/AnswerReport.h"
+#include "host/document/DocumentImport.h"
+#include "host/document/ReportText.h"
 #include "support/ModelBuilders.h"
 #include "support/SmallStack.h"
 
@@ -21,10 +22,10 @@ protected:
     }
     /// Applies the answer and gives what is said of it.
     std::string Apply(const std::string& text) {
-        AnswerReport report;
-        EXPECT_TRUE(ApplyAnswer(Parse(text), *project, report, kept.console)) << text;
+        const AnswerReport report = ApplyAnswer(Parse(text), *project, kept.console);
+        EXPECT_TRUE(report.hasFitted) << text;
         kept.said.clear();
-        report.Say("p", kept.console);
+        SayAnswer(report, "p", kept.console);
         return kept.said;
     }
     std::string KeyOf(int id) const { return project->getCAEObject(id)->getDBKey().GetAnsiBuffer(); }
@@ -105,10 +106,10 @@ TEST_F(AnswerReportTest, WhatFitsNothingChangesNothing) {
          "the project has no object with one of its 2 identifiers"},
     };
     for (const auto& [text, reason] : answers) {
-        AnswerReport report;
-        EXPECT_FALSE(ApplyAnswer(Parse(text), *project, report, kept.console)) << text;
+        const AnswerReport report = ApplyAnswer(Parse(text), *project, kept.console);
+        EXPECT_FALSE(report.hasFitted) << text;
         kept.said.clear();
-        SayUseless(Parse(text), "a.json", kept.console);
+        SayUseless(report, "a.json", kept.console);
         EXPECT_EQ(kept.said, std::string("korvane-json: cannot use 'a.json': ") + reason +
                                  ". Give the answer to a document of this project. Nothing was changed\n");
     }
@@ -117,13 +118,14 @@ TEST_F(AnswerReportTest, WhatFitsNothingChangesNothing) {
 }
 
 TEST_F(AnswerReportTest, RefusesWhatIsNoAnswer) {
-    EXPECT_TRUE(IsAnswer(Parse("{}"), "a.json", kept.console));
-    EXPECT_TRUE(IsAnswer(Parse("[]"), "a.json", kept.console));
-    EXPECT_EQ(kept.said, "");
-    EXPECT_FALSE(IsAnswer(Parse("7"), "-", kept.console));
-    EXPECT_EQ(kept.said,
-              "korvane-json: cannot use the standard input: an answer is an object or an array of objects. "
-              "Nothing was changed\n");
+    const AnswerReport report = ApplyAnswer(Parse("7"), *project, kept.console);
+    EXPECT_FALSE(report.hasFitted);
+    kept.said.clear();
+    SayUseless(report, "-", kept.console);
+    EXPECT_EQ(
+        kept.said,
+        "korvane-json: cannot use the standard input: an answer is an object or an array of objects. Give "
+        "the answer to a document of this project. Nothing was changed\n");
 }
 
 TEST_F(AnswerReportTest, NeedsNoStackForNesting) {
