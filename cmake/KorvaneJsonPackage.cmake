@@ -1,4 +1,4 @@
-# What an installed tree has besides libraries and headers: the CMake package and the pkg-config file, the compiler's
+# What an installed tree has besides libraries and headers: the CMake package and the pkg-config files, the compiler's
 # runtime, the manual page, documentation and examples.
 
 include(CMakePackageConfigHelpers)
@@ -28,7 +28,7 @@ if(WIN32)
     DESTINATION "${_package_folder}" COMPONENT development)
 endif()
 
-# The file could not say where libraries of others are.
+# The files could not say where libraries of others are.
 if(NOT KORVANEJSON_FOUND_PACKAGES)
   if(KORVANEJSON_SYSTEM_PREFIX)
     set(KORVANEJSON_PC_PREFIX /usr)
@@ -43,9 +43,15 @@ if(NOT KORVANEJSON_FOUND_PACKAGES)
   else()
     set(KORVANEJSON_LIBJSON_LINK "-l:libjson${CMAKE_SHARED_LIBRARY_SUFFIX}")
   endif()
-  configure_file("${CMAKE_CURRENT_LIST_DIR}/korvanejson.pc.in" "${PROJECT_BINARY_DIR}/korvanejson.pc" @ONLY)
-  install(FILES "${PROJECT_BINARY_DIR}/korvanejson.pc"
-    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
+  set(_description_KorvaneJson "${PROJECT_DESCRIPTION}")
+  set(_description_KorvaneExchange "Streams, reads, updates and compares the documents of KorvaneJson, with reports")
+  foreach(KORVANEJSON_PC_NAME IN ITEMS KorvaneJson KorvaneExchange)
+    set(KORVANEJSON_PC_DESCRIPTION "${_description_${KORVANEJSON_PC_NAME}}")
+    string(TOLOWER "${KORVANEJSON_PC_NAME}.pc" _pc)
+    configure_file("${CMAKE_CURRENT_LIST_DIR}/library.pc.in" "${PROJECT_BINARY_DIR}/${_pc}" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${_pc}"
+      DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
+  endforeach()
 endif()
 
 # So that programs that use the library find the runtime beside it.

@@ -34,8 +34,9 @@ if(WIN32)
 endif()
 
 if(MSVC)
-  # Constant conditions (4127) are how this code tells one platform's wide characters from another's.
-  set(_korvanejson_warnings /W4 /wd4127 /permissive- /utf-8 /Zc:__cplusplus /bigobj)
+  # Constant conditions (4127) are how this code tells one platform's wide characters from another's. Exported classes
+  # have members and bases of the C++ runtime (4251, 4275), which libraries and hosts share.
+  set(_korvanejson_warnings /W4 /wd4127 /wd4251 /wd4275 /permissive- /utf-8 /Zc:__cplusplus /bigobj)
   set(_korvanejson_werror /WX)
 else()
   set(_korvanejson_warnings -Wall -Wextra -Wpedantic -Wconversion -Wshadow)

@@ -67,7 +67,7 @@ endfunction()
 # The names under which libraries in the folder `runtime` ask for each other, and those in the folder `links` under
 # which they are linked.
 function(expect_library_names runtime links)
-  foreach(name libjson libKorvaneJson libKorvane liborsutl libPimuUtil)
+  foreach(name libjson libKorvaneJson libKorvaneExchange libKorvane liborsutl libPimuUtil)
     run(${READELF} --dynamic "${runtime}/${name}.so.${VERSION}")
     if(NOT output MATCHES "SONAME[^\n]*\\[${name}\\.so\\.${interface}\\]")
       message(SEND_ERROR "The SONAME of ${name} is not ${name}.so.${interface}:\n${output}")

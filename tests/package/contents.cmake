@@ -6,7 +6,7 @@ if(PACKAGE STREQUAL ZIP)
 else()
   set(documents "${PREFIX}/share/doc/korvanejson")
 endif()
-set(libraries KorvaneJson Korvane orsutl PimuUtil)
+set(libraries KorvaneJson KorvaneExchange Korvane orsutl PimuUtil)
 
 # What must be there.
 set(needed
@@ -14,6 +14,15 @@ set(needed
   include/korvanejson/Export.h
   include/korvanejson/JsonSerializer.h
   include/korvanejson/Module.h
+  include/korvaneexchange/ApplyAnswer.h
+  include/korvaneexchange/Compare.h
+  include/korvaneexchange/Export.h
+  include/korvaneexchange/ImportDocument.h
+  include/korvaneexchange/ParseDocument.h
+  include/korvaneexchange/Progress.h
+  include/korvaneexchange/Report.h
+  include/korvaneexchange/Text.h
+  include/korvaneexchange/WriteDocument.h
   include/korvane/CAEObject.h
   include/korvane/EmbeddedModel.h
   include/libjson/libjson.h
@@ -21,6 +30,7 @@ set(needed
   include/pimuutil/PimuUtil.h
   lib/cmake/KorvaneJson/KorvaneJsonConfig.cmake
   lib/cmake/KorvaneJson/KorvaneJsonConfigVersion.cmake
+  lib/pkgconfig/korvaneexchange.pc
   lib/pkgconfig/korvanejson.pc)
 if(PACKAGE STREQUAL ZIP)
   list(APPEND needed README-Windows.txt bin/korvane-json.exe bin/libjson.dll lib/liblibjson.dll.a

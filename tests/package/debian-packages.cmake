@@ -92,7 +92,7 @@ if(NOT triggers STREQUAL "activate-noawait ldconfig")
 endif()
 file(STRINGS "${WORK}/${libraries}/DEBIAN/shlibs" shlibs)
 list(SORT shlibs)
-set(expected libKorvane libKorvaneJson libPimuUtil libjson liborsutl)
+set(expected libKorvane libKorvaneExchange libKorvaneJson libPimuUtil libjson liborsutl)
 list(TRANSFORM expected APPEND " ${interface} ${libraries} (>= ${version})")
 if(NOT shlibs STREQUAL expected)
   message(SEND_ERROR "Programs that link the libraries depend on ${shlibs} instead of ${expected}")
@@ -108,9 +108,11 @@ endif()
 expect_library_names("${WORK}/${libraries}/${libraries_folder}" "${WORK}/${development}/${libraries_folder}")
 expect_files("${WORK}/${development}/usr/include"
   korvanejson/CaeRest.h korvanejson/Export.h korvanejson/JsonSerializer.h korvanejson/Module.h
+  korvaneexchange/WriteDocument.h
   korvane/CAEObject.h korvane/EmbeddedModel.h libjson/libjson.h orsutl/OuString.h pimuutil/PimuUtil.h)
 expect_files("${WORK}/${development}/${libraries_folder}"
-  cmake/KorvaneJson/KorvaneJsonConfig.cmake cmake/KorvaneJson/KorvaneJsonConfigVersion.cmake pkgconfig/korvanejson.pc)
+  cmake/KorvaneJson/KorvaneJsonConfig.cmake cmake/KorvaneJson/KorvaneJsonConfigVersion.cmake pkgconfig/korvanejson.pc
+  pkgconfig/korvaneexchange.pc)
 expect_files("${WORK}/${program}" usr/bin/korvane-json usr/share/man/man1/korvane-json.1.gz)
 
 # The system knows where its libraries are, and looks for them nowhere else.

@@ -49,7 +49,7 @@ endif()
 # All that a program loads, in one folder.
 file(MAKE_DIRECTORY "${WORK}/bin")
 file(GLOB libraries
-  "${WORK}/build/bin/*KorvaneJson.*" "${WORK}/suite/lib/*.so*" "${WORK}/suite/bin/*" "${WORK}/libjson/lib/*.so*"
+  "${WORK}/build/bin/*KorvaneJson.*" "${WORK}/build/bin/*KorvaneExchange.*" "${WORK}/suite/lib/*.so*" "${WORK}/suite/bin/*" "${WORK}/libjson/lib/*.so*"
   "${WORK}/libjson/bin/*")
 file(COPY ${libraries} ${RUNTIME} DESTINATION "${WORK}/bin")
 set(library "${WORK}/bin/libKorvaneJson.so")
@@ -91,13 +91,16 @@ cmake_minimum_required(VERSION 3.25)
 project(outside LANGUAGES CXX)
 find_package(KorvaneJson REQUIRED)
 add_executable(outside main.cpp)
-target_link_libraries(outside PRIVATE KorvaneJson::KorvaneJson)
+target_link_libraries(outside PRIVATE KorvaneJson::KorvaneJson KorvaneJson::Exchange)
 target_compile_features(outside PRIVATE cxx_std_20)
 ]])
 file(WRITE "${WORK}/outside/main.cpp" [[
+#include <korvaneexchange/ParseDocument.h>
 #include <korvanejson/JsonSerializer.h>
 int main() {
-    return JsonSerializer(nullptr).GetJson().size() == 1 ? 0 : 1;
+    const JSONNode document = JsonSerializer(nullptr).GetJson();
+    const json_string text = document.write();
+    return document.size() == 1 && korvane::exchange::ParseDocument({text.data(), text.size()}) == document ? 0 : 1;
 }
 ]])
 set(SOURCE "${WORK}/outside")

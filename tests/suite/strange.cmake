@@ -39,13 +39,19 @@ set(libraries "-DKORVANEJSON_SUITE_ROOT=${WORK}/suite" "-Dlibjson_ROOT=${WORK}/l
 
 set(SOURCE "${tree}")
 configure("${WORK}/build" ${quick} -DKORVANEJSON_PLATFORM=suite -DKORVANEJSON_LIBJSON=system ${libraries})
-run(${CMAKE_COMMAND} --build "${WORK}/build" --target KorvaneJson)
+run(${CMAKE_COMMAND} --build "${WORK}/build" --target KorvaneJson KorvaneExchange)
 set(library "${WORK}/build/bin/libKorvaneJson.so")
+set(exchange "${WORK}/build/bin/libKorvaneExchange.so")
 if(WINDOWS)
   set(library "${WORK}/build/bin/KorvaneJson.dll")
+  set(exchange "${WORK}/build/bin/KorvaneExchange.dll")
 endif()
-run(${CMAKE_COMMAND} "-DLIBRARY=${library}" "-DEXPECTED=${EXPECTED}" "-DNM=${NM}" "-DOBJDUMP=${OBJDUMP}"
-  "-DWINDOWS=${WINDOWS}" -P "${EXPORTS_SCRIPT}")
+function(expect_exports library expected)
+  run(${CMAKE_COMMAND} "-DLIBRARY=${library}" "-DEXPECTED=${expected}" "-DNM=${NM}" "-DOBJDUMP=${OBJDUMP}"
+    "-DWINDOWS=${WINDOWS}" -P "${EXPORTS_SCRIPT}")
+endfunction()
+expect_exports("${library}" "${EXPECTED}")
+expect_exports("${exchange}" "${EXPECTED_OF_EXCHANGE}")
 
 # It asks for operations that only this suite has, and for none that only the usual one has.
 if(WINDOWS)
@@ -75,7 +81,7 @@ set(suffix)
 if(WINDOWS)
   set(suffix .exe)
   file(GLOB beside "${WORK}/suite/bin/*" "${WORK}/libjson/bin/*")
-  file(COPY "${library}" ${beside} DESTINATION "${WORK}/tests-build/bin")
+  file(COPY "${library}" "${exchange}" ${beside} DESTINATION "${WORK}/tests-build/bin")
 endif()
 
 run(${EMULATOR} "${WORK}/tests-build/bin/module-host${suffix}")

@@ -74,7 +74,7 @@ inline const wchar_t* CharactersOf(const OuString& text) {
 }
 
 inline std::size_t LengthOf(const OuString& text) {
-    return std::char_traits<wchar_t>::length(CharactersOf(text));
+    return text.NumberOfCharacters();
 }
 
 inline const char* AnsiFormOf(const OuString& text) {
