@@ -41,6 +41,9 @@ expect_page(namespacecaerest_1_1json.html "DeserializeJsonToObject" "ApplyJsonRe
 expect_page(namespacecaerest_1_1json_1_1util.html "ParseNode")
 expect_page(Module_8h.html "KorvaneJsonInitialize" "KorvaneJsonTerminate" "KorvaneJson_get_module_info"
   "__localFnToKeepKorvaneJsonDllLoaded" "KORVANEJSON_MODULE_VERSION")
+expect_page(namespacekorvane_1_1exchange.html "WriteDocument" "ParseDocument" "ReadDocument" "ToUtf8" "FromUtf8"
+  "calls with different modes may run at once")
+expect_page(classkorvane_1_1exchange_1_1DocumentError.html "Line" "Column" "Offset" "Reason")
 expect_page(classJSONNode.html "write_formatted")
 expect_page(namespacelibjson.html "set_text_units" "\\uDC80")
 expect_page(classOuString.html "GetAnsiBuffer" "%hs")

@@ -30,8 +30,9 @@ function(expect_working_links documents)
     file(READ "${text}" content)
     # Without the brackets, which would keep a list together.
     string(REPLACE "](" "\nlink:" content "${content}")
-    string(REGEX MATCHALL "\nlink:[^)#: \n]+" links "${content}")
-    list(TRANSFORM links REPLACE "^\nlink:" "")
+    # In programs the same characters are followed by parameters, not by a path alone.
+    string(REGEX MATCHALL "\nlink:[^)#: \n]+[)#]" links "${content}")
+    list(TRANSFORM links REPLACE "^\nlink:(.*)[)#]$" "\\1")
     foreach(link IN LISTS links)
       if(NOT EXISTS "${folder}/${link}")
         message(SEND_ERROR "${text} links to ${link}, which the package does not have")

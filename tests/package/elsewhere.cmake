@@ -4,7 +4,7 @@
 set(work "${WORK}/pkg-config")
 set(program "${documents}/examples/program/main.cpp")
 set(linked_plainly "g\\+\\+ .*pkg-config --cflags --libs korvanejson\\)$")
-set(linked_with_folder "g\\+\\+ .*-Wl,-rpath,")
+set(linked_with_folder "g\\+\\+ .*--libs korvanejson\\) -Wl,-rpath,")
 
 # Runs lines of the shell in a folder of their own; `status`, `output` and `errors` are their results.
 function(try)
@@ -48,6 +48,14 @@ foreach(text README.md docs/embedding.md)
   commands_of("${documents}/${text}" "${linked_with_folder}")
   expect_start("Linked as in ${text}" ${find_package} ${commands} ./a.out)
 endforeach()
+# A host of KorvaneExchange.
+commands_of("${documents}/docs/embedding.md" "g\\+\\+ .*--libs korvaneexchange\\) -Wl,-rpath,")
+set(first_program "${program}")
+set(program "${CMAKE_CURRENT_LIST_DIR}/outside/exchange.cpp")
+try(${find_package} ${commands} ./a.out)
+string(STRIP "${output}" output)
+expect_document("korvaneexchange.pc as in docs/embedding.md")
+set(program "${first_program}")
 expect_start("Given away with the libraries" "${plainly} -Wl,-rpath,'$ORIGIN/../lib'" "cp -a ${PREFIX}/lib .." ./a.out)
 
 # The same for one that CMake installs.
