@@ -1,0 +1,197 @@
+#include <EmbeddedRecording.h>
+#include <korvaneexchange/Text.h>
+#include <korvanejson/CaeRest.h>
+#include <korvanejson/JsonSerializer.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "CompareSupport.h"
+#include "RandomTree.h"
+
+namespace korvane::exchange {
+namespace {
+
+JSONNode Export(CAEObject& object) {
+    return JsonSerializer(&object).GetJson();
+}
+
+CompareOptions WithDisplayNames() {
+    CompareOptions options;
+    options.displayNameOf = [](CAEProject& project) { return ToUtf8(GetDisplayName(project)); };
+    return options;
+}
+
+/// A second project, made from the document of the first.
+struct Rebuilt {
+    explicit Rebuilt(CAEProject& project) {
+        JSONNode document = Export(project);
+        caerest::json::DeserializeJsonToObject(document, &*copy);
+    }
+
+    TestProject copy{L"Rebuilt"};
+};
+
+TEST(CompareTrees, ARebuiltTreeIsTheSame) {
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        const RandomTree tree(seed);
+        const Rebuilt rebuilt(*tree);
+        const CompareReport report = CompareBothWays(*tree, *rebuilt.copy, WithDisplayNames());
+        ASSERT_EQ(Lines(report), "") << seed;
+        ASSERT_TRUE(report.IsSame());
+    }
+}
+
+TEST(CompareTrees, TreesAndTheirDocumentsHaveTheSameReport) {
+    for (unsigned seed = 1; seed <= 100; ++seed) {
+        const RandomTree first(seed, 40);
+        const RandomTree second(seed, 45);
+        const JSONNode firstDocument = Export(*first);
+        const JSONNode secondDocument = Export(*second);
+        const std::string expected = Lines(CompareBothWays(*first, *second));
+        ASSERT_EQ(Lines(Compare(*first, secondDocument)), expected) << seed;
+        ASSERT_EQ(Lines(Compare(firstDocument, *second)), expected) << seed;
+        ASSERT_EQ(Lines(Compare(firstDocument, secondDocument)), expected) << seed;
+    }
+}
+
+TEST(CompareTrees, RandomTreesAreComparedAlikeInBothDirections) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        const RandomTree first(seed);
+        const RandomTree second(seed + 1000);
+        ASSERT_FALSE(CompareBothWays(*first, *second).IsSame()) << seed;
+    }
+}
+
+TEST(CompareTrees, EntriesHaveTheIdentifiersOfObjects) {
+    TestProject first;
+    TestProject second;
+    first.Add(CAE_TAG, L"a");
+    second.Add(CAE_PART, L"p");
+    second.Add(CAE_TAG, L"a").setName(L"b");
+    const auto identifiers = [](const CompareReport& report) {
+        std::string text;
+        for (const Entry& entry : report.entries) {
+            text += std::to_string(entry.identifier) + " ";
+        }
+        return text;
+    };
+    EXPECT_EQ(Lines(Compare(*first, *second)),
+              "+ [/children/0] Project/p: added\n"
+              "~ [/children/1/name] Project/b: name changed from 'a' to 'b'\n");
+    EXPECT_EQ(identifiers(Compare(*first, *second)), "2 3 ");
+    EXPECT_EQ(identifiers(Compare(*second, *first)), "2 2 ");
+    EXPECT_EQ(identifiers(Compare(*first, Export(*second))), "0 2 ");
+    EXPECT_EQ(identifiers(Compare(Export(*first), *second)), "2 3 ");
+    EXPECT_EQ(identifiers(Compare(Export(*first), Export(*second))), "0 0 ");
+}
+
+TEST(CompareTrees, AProjectsNameMayBeTheDisplayNameOfTheOther) {
+    const auto named = [](const wchar_t* name, const wchar_t* displayName) {
+        TestProject project(name);
+        project->SetDisplayName(displayName);
+        return project;
+    };
+    const TestProject a = named(L"A", L"");
+    const TestProject b = named(L"B", L"A");
+    const TestProject c = named(L"B", L"C");
+    const JSONNode document = Export(*a);
+    EXPECT_EQ(Lines(CompareBothWays(*a, *b, WithDisplayNames())), "");
+    EXPECT_EQ(Lines(CompareBothWays(document, *b, WithDisplayNames())), "");
+    EXPECT_EQ(Lines(CompareBothWays(document, *c, WithDisplayNames())),
+              "~ [/name] B: name changed from 'A' to 'B'\n");
+    EXPECT_EQ(Lines(CompareBothWays(*a, *c, WithDisplayNames())),
+              "~ [/name] B: name changed from 'A' to 'B'\n");
+    // Where nobody can tell.
+    EXPECT_EQ(Lines(CompareBothWays(*a, *c)), "");
+    EXPECT_EQ(Lines(CompareBothWays(document, Export(*c), WithDisplayNames())), "");
+}
+
+TEST(CompareTrees, AProjectIsOneWhateverItsAdditionalTypeSays) {
+    for (const wchar_t* const type : {L"CAEPart", L"CAEFile", L"CAEIterationModel", L"CAESessionObject"}) {
+        const auto make = [&](const wchar_t* name, const wchar_t* displayName) {
+            TestProject project(name);
+            project->SetDisplayName(displayName);
+            project->setAdditionalType(type);
+            return project;
+        };
+        const TestProject first = make(L"A", L"B");
+        const TestProject second = make(L"B", L"C");
+        EXPECT_EQ(Lines(CompareBothWays(*first, *second, WithDisplayNames())), "") << type;
+        // The document of a file is of the same project, as long as its type says the same.
+        EXPECT_EQ(Lines(CompareBothWays(*first, Export(*second), WithDisplayNames())), "") << type;
+        EXPECT_NE(Lines(CompareBothWays(*first, *make(L"C", L"C"), WithDisplayNames())), "") << type;
+    }
+    TestProject project(L"A");
+    project->setAdditionalType(L"CAEPart");
+    CAEObject& part = project.Add(CAE_PART, L"A");
+    EXPECT_EQ(Lines(CompareBothWays(*project, part)),
+              "~ [/type] A: kind changed from 'a project' to 'an object'\n"
+              "- [/children/0] A/A: removed\n");
+}
+
+TEST(CompareTrees, ASessionObjectIsNoProject) {
+    TestProject project;
+    CAEObject& session = project.Add(CAE_SESSION_OBJECT, L"a");
+    const JSONNode first = Export(session);
+    session.setName(L"b");
+    EXPECT_EQ(Lines(CompareBothWays(first, session)), "~ [/name] b: name changed from 'a' to 'b'\n");
+    EXPECT_EQ(Lines(CompareBothWays(first, Export(session))), "~ [/name] b: name changed from 'a' to 'b'\n");
+}
+
+TEST(CompareTrees, ChangesNothing) {
+    const RandomTree first(1);
+    const RandomTree second(2);
+    StartRecording();
+    Compare(*first, *second);
+    const std::vector<std::string> calls = TakeRecording();
+    EXPECT_GT(calls.size(), 100U);
+    for (const std::string& call : calls) {
+        EXPECT_EQ(call.find("::set"), std::string::npos) << call;
+        EXPECT_EQ(call.find("::Set"), std::string::npos) << call;
+        EXPECT_EQ(call.find("create"), std::string::npos) << call;
+    }
+}
+
+std::string Tags(std::size_t count) {
+    std::string text = R"({"type":"X","children":[)";
+    for (std::size_t number = 0; number < count; ++number) {
+        text += std::string(number == 0 ? "" : ",") + R"({"type":"CAETAG"})";
+    }
+    return text + "]}";
+}
+
+TEST(CompareTrees, SaysWhereItIsAndCanBeStopped) {
+    const JSONNode first = Parse(Tags(5000));
+    const JSONNode second = Parse(Tags(6000));
+    std::vector<Progress> calls;
+    CompareOptions options;
+    options.progress = [&](const Progress& progress) {
+        calls.push_back(progress);
+        return true;
+    };
+    const CompareReport report = Compare(first, second, options);
+    EXPECT_FALSE(report.isStopped);
+    EXPECT_EQ(report.Count(Reason::kAdded), 1000U);
+    ASSERT_GT(calls.size(), 20U);
+    EXPECT_EQ(calls.front().objects, 0U);
+    EXPECT_EQ(calls.front().total, 0U);
+    EXPECT_TRUE(std::ranges::is_sorted(calls, {}, &Progress::objects));
+    EXPECT_EQ(calls.back().total, 2 * 11002U);
+    EXPECT_GT(calls.back().objects, 21000U);
+    EXPECT_LE(calls.back().objects, calls.back().total);
+
+    for (std::size_t last = 1; last <= calls.size(); ++last) {
+        std::size_t count = 0;
+        options.progress = [&](const Progress&) { return ++count < last; };
+        const CompareReport stopped = Compare(first, second, options);
+        EXPECT_TRUE(stopped.isStopped);
+        EXPECT_EQ(count, last);
+        EXPECT_LT(stopped.Count(Reason::kAdded), report.Count(Reason::kAdded));
+    }
+    options.progress = [](const Progress&) -> bool { throw std::out_of_range("mine"); };
+    EXPECT_THROW(Compare(first, second, options), std::out_of_range);
+}
+
+}  // namespace
+}  // namespace korvane::exchange
