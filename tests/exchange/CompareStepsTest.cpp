@@ -31,6 +31,16 @@ private:
 
 enum class Shape { kNames, kEqualNames, kKeys, kOtherNames, kHalf, kChain };
 
+std::string NameOf(Shape shape) {
+    constexpr const char* kNamesOfShapes[] = {"Names",      "EqualNames",   "Keys",
+                                              "OtherNames", "HalfTheNames", "Chain"};
+    return kNamesOfShapes[static_cast<int>(shape)];
+}
+
+std::ostream& operator<<(std::ostream& stream, Shape shape) {
+    return stream << NameOf(shape);
+}
+
 /// Two trees of the shape; in the second, siblings come in the opposite order.
 std::size_t StepsOf(Shape shape, std::size_t count) {
     DistinctTexts texts;
@@ -89,7 +99,8 @@ TEST_P(CompareSteps, GrowAsTheNumberOfObjectsDoes) {
 
 INSTANTIATE_TEST_SUITE_P(Shapes, CompareSteps,
                          testing::Values(Shape::kNames, Shape::kEqualNames, Shape::kKeys, Shape::kOtherNames,
-                                         Shape::kHalf, Shape::kChain));
+                                         Shape::kHalf, Shape::kChain),
+                         [](const testing::TestParamInfo<Shape>& tested) { return NameOf(tested.param); });
 
 TEST(CompareSteps, OfTheOrderGrowAsTheNumberOfSiblingsDoes) {
     const auto stepsOf = [](std::size_t count, std::size_t stride) {
