@@ -2,6 +2,8 @@
 
 #include <CAEFunctions.h>
 #include <EmbeddedModel.h>
+#include <korvaneexchange/Compare.h>
+#include <korvaneexchange/Text.h>
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
 
@@ -12,7 +14,6 @@
 
 #include "Expect.h"
 #include "format/MemberNames.h"
-#include "host/document/DocumentComparison.h"
 #include "host/document/DocumentNode.h"
 
 namespace {
@@ -30,13 +31,34 @@ CAEObject& MakeTarget(CAEProject& project, CAEObject& other) {
     return target != nullptr ? *target : project;
 }
 
-void ExpectSame(const host::ComparedDocument& first, const host::ComparedDocument& second,
-                const char* expectation) {
-    const host::DocumentDifferences differences = host::CompareDocuments(first, second);
-    for (const std::string& difference : differences.differences) {
-        std::fprintf(stderr, "%s\n", difference.c_str());
+/// An object and its document.
+struct Exported {
+    JSONNode document;
+    CAEObject& object;
+};
+
+void ExpectNoDifference(const korvane::exchange::CompareReport& report, const char* expectation) {
+    for (const korvane::exchange::Entry& entry : report.entries) {
+        std::fprintf(stderr, "%s\n", entry.sentence.c_str());
     }
-    Expect(differences.differenceCount == 0, expectation);
+    Expect(report.IsSame(), expectation);
+}
+
+/// The objects are the same, and so are their documents, each compared with either of the other.
+void ExpectSame(const Exported& first, const Exported& second, const char* expectation) {
+    using korvane::exchange::Compare;
+    korvane::exchange::CompareOptions options;
+    options.displayNameOf = [](CAEProject& project) {
+        return korvane::exchange::ToUtf8(korvane::GetDisplayName(project));
+    };
+    const auto expect = [&](auto& left, auto& right) {
+        ExpectNoDifference(Compare(left, right, options), expectation);
+        ExpectNoDifference(Compare(right, left, options), expectation);
+    };
+    expect(first.object, second.object);
+    expect(first.document, second.document);
+    expect(first.object, second.document);
+    expect(first.document, second.object);
 }
 
 }  // namespace
@@ -88,10 +110,10 @@ void ExpectTrip(CAEObject& object) {
     if (target.getType() != object.getType() || object.getProject() == nullptr) {
         return;
     }
-    ExpectSame({first, &object}, {second, &target}, "a rebuilt object has the same document");
+    ExpectSame({first, object}, {second, target}, "a rebuilt object has the same document");
 
     const std::unique_ptr<CAEProject> again = MakeProject();
     CAEObject& third = MakeTarget(*again, object);
     caerest::json::DeserializeJsonToObject(second, &third);
-    ExpectSame({second, &target}, {ExportDocument(third), &third}, "a second trip changes nothing more");
+    ExpectSame({second, target}, {ExportDocument(third), third}, "a second trip changes nothing more");
 }

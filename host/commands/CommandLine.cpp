@@ -32,8 +32,9 @@ constexpr const char* kNotes =
     "  objects, fetch gets a document back from the server, and import rebuilds its objects.\n"
     "\n"
     "Exit status:\n"
-    "  0 success; 1 failure, an entry left out (with --strict) or differences (compare); 2 bad usage;\n"
-    "  3 the change was made, but the report or the answer about it could not be written\n"
+    "  0 success; 1 failure, or an entry left out (with --strict); 2 bad usage; 3 the change was made,\n"
+    "  but the report or the answer about it could not be written\n"
+    "  compare: 0 the same; 1 different; 2 failure or bad usage\n"
     "\n"
     "Examples:\n"
     "  korvane-json tree projects/bracket\n"
@@ -108,6 +109,10 @@ int Print(const std::string& text, Console& console) {
 }
 
 }  // namespace
+
+int FailureStatus(std::string_view command) {
+    return command == kCompareName ? kTrouble : kFailure;
+}
 
 int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     CLI::App program(kPurpose, "korvane-json");

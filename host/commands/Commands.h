@@ -34,8 +34,8 @@ void AddFetchCommand(CLI::App& program, Console& console, int& status);
 /// Adds `import`, which rebuilds the objects of a document in a project file.
 void AddImportCommand(CLI::App& program, Console& console, int& status);
 
-/// Adds `compare`, which says whether two projects or documents are the same, apart from what documents do
-/// not carry.
+inline constexpr const char* kCompareName = "compare";
+/// Adds `compare`, which says how two projects or documents differ, apart from what documents do not carry.
 void AddCompareCommand(CLI::App& program, Console& console, int& status);
 
 }  // namespace host

@@ -66,7 +66,8 @@ int RunProgram(int argumentCount, char** arguments) {
     } catch (const std::exception& error) {
         SayEnd({"korvane-json: the work could not be finished: ", error.what(), "\n"});
     }
-    return kFailure;
+    // There may be no memory for the arguments either.
+    return FailureStatus(argumentCount > 1 ? arguments[1] : "");
 }
 
 }  // namespace host

@@ -65,7 +65,7 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"Import", {"import", "given/other.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"ImportDryRun", {"import", "given/other.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
 
-        {"Compare", {"compare", "given/document.json", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
+        {"Compare", {"compare", "given/document.json", "work/p.kvp"}, FileUse::Reads, "p.kvp", 2},
     };
     return commands;
 }

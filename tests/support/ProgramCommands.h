@@ -38,6 +38,8 @@ struct ProgramCommand {
     FileUse use = FileUse::None;
     /// The file in `work`.
     std::string file = {};
+    /// The exit status where its work fails.
+    int failure = 1;
 
     bool IsChanging() const { return use != FileUse::None && use != FileUse::Reads; }
     /// Whether its file is there, with a project or documents in it, before it runs.

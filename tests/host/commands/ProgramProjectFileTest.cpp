@@ -44,7 +44,7 @@ TEST_F(ProgramProjectFile, NamesInBracketsAreNamesLikeOthers) {
     EXPECT_TRUE(std::filesystem::exists(folder / "[p]"));
     EXPECT_NE(OutputOf({"tree", "[p]"}).find("plan.csv"), std::string::npos);
     EXPECT_EQ(Run({"compare", "[a,b]", "[p]"}).status, 0);
-    EXPECT_EQ(Run({"compare", "[a]", "a"}).status, 1);
+    EXPECT_EQ(Run({"compare", "[a]", "a"}).status, 2);
 }
 
 TEST_F(ProgramProjectFile, NewAsksForWhatIsMissing) {
@@ -332,11 +332,70 @@ TEST_F(ProgramProjectFile, CompareTellsDifferencesOnItsOutput) {
     const ProcessResult different = Run({"compare", "a.json", "b.json"});
     EXPECT_EQ(different.status, 1);
     EXPECT_EQ(different.error, "");
-    EXPECT_EQ(different.output, "'A' (id '2') and 'B' (id '5') differ in name: 'A', 'B'\n1 difference\n");
+    EXPECT_EQ(different.output, "~ P/B: name changed from 'A' to 'B'\n1 difference: 1 changed\n");
     EXPECT_EQ(OutputOf({"compare", "a.json", "a.json"}),
               "the same, apart from what the format does not carry: 2 objects and 0 files compared\n");
+    // Trouble is told apart from a difference.
     EXPECT_EQ(Run({"compare", "a.json"}).status, 2);
-    EXPECT_EQ(Run({"compare", "a.json", "missing"}).status, 1);
+    EXPECT_EQ(Run({"compare", "a.json", "missing"}).status, 2);
+    EXPECT_EQ(Run({"compare", "missing", "a.json"}).status, 2);
+    folder.Write("empty.json", "{}");
+    const ProcessResult empty = Run({"compare", "a.json", "empty.json"});
+    EXPECT_EQ(empty.status, 2);
+    EXPECT_EQ(empty.output, "");
+}
+
+TEST_F(ProgramProjectFile, CompareMarksEveryKindOfDifference) {
+    const auto tag = [](const std::string& name, const std::string& key, const std::string& more = "") {
+        return R"({"type":"CAETAG","createdDate":"D","name":")" + name + R"(","dbkey":")" + key + "\"" +
+               more + "}";
+    };
+    const auto document = [](const std::string& children) {
+        return R"({"type":"SIMULATION","name":"P","createdDate":"D","children":[)" + children + "]}";
+    };
+    folder.Write("a.json", document(tag("moved", "M") + "," + tag("old", "O", R"(,"files":[{"name":"f"}])") +
+                                    "," + tag("kept", "K", R"(,"createdDate":"2026")")));
+    folder.Write("b.json", document(tag("new", "N") + "," +
+                                    tag("kept", "K", R"(,"children":[)" + tag("moved", "M") + "]")));
+    Do({"import", "b.json", "b.kvp"});
+    for (const char* const second : {"b.json", "b.kvp"}) {
+        EXPECT_EQ(Run({"compare", "a.json", second}).output,
+                  "- P/old: removed, with 1 file below it\n"
+                  "+ P/new: added\n"
+                  "~ P/kept: createdDate changed from '2026' to 'D'\n"
+                  "> P/kept/moved: moved from P/moved\n"
+                  "4 differences: 1 added, 1 removed, 1 moved, 1 changed\n");
+        const ProcessResult ignoring = Run({"compare", "a.json", second, "--ignore", "dates"});
+        EXPECT_EQ(ignoring.status, 1);
+        EXPECT_TRUE(ignoring.output.ends_with("\n3 differences: 1 added, 1 removed, 1 moved\n"))
+            << ignoring.output;
+    }
+}
+
+TEST_F(ProgramProjectFile, CompareShowsAllDifferencesOnRequest) {
+    const auto document = [](const std::string& names) {
+        std::string children;
+        for (int number = 0; number < 30; ++number) {
+            children += (number == 0 ? "" : ",") + std::string(R"({"type":"CAETAG","name":")") + names +
+                        std::to_string(number) + "\"}";
+        }
+        return R"({"type":"SIMULATION","children":[)" + children + "]}";
+    };
+    folder.Write("a.json", document("a"));
+    folder.Write("b.json", document("b"));
+    const ProcessResult first = Run({"compare", "a.json", "b.json"});
+    EXPECT_EQ(first.status, 1);
+    EXPECT_EQ(std::ranges::count(first.output, '\n'), 22);
+    EXPECT_TRUE(
+        first.output.ends_with("~ ''/b19: name changed from 'a19' to 'b19'\n"
+                               "and 10 more; --all lists them\n30 differences: 30 changed\n"))
+        << first.output;
+    const ProcessResult all = Run({"compare", "--all", "a.json", "b.json"});
+    EXPECT_EQ(all.status, 1);
+    EXPECT_EQ(std::ranges::count(all.output, '\n'), 31);
+    EXPECT_TRUE(
+        all.output.ends_with("~ ''/b29: name changed from 'a29' to 'b29'\n30 differences: 30 changed\n"))
+        << all.output;
 }
 
 TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
@@ -346,7 +405,7 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
         {"apply", {"ANSWER.json", "PROJECT.kvp", "--dry-run"}},
         {"fetch", {"KEY", "--db", "--output"}},
         {"import", {"DOCUMENT.json", "PROJECT.kvp", "--object", "--dry-run"}},
-        {"compare", {"PROJECTS"}},
+        {"compare", {"FIRST", "SECOND", "--all", "--ignore", "Exit status"}},
     };
     const std::string overview = OutputOf({"--help"});
     // A line for each command, however much its own help says.

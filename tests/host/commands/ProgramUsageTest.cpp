@@ -70,6 +70,21 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
     ExpectUsageError({"tree", "--strct"}, "there is no option '--strct'. See 'korvane-json tree --help'");
     ExpectUsageError({"compare", "-", "-"},
                      "only one of the two can be the standard input (-). See 'korvane-json compare --help'");
+    ExpectUsageError({"compare"},
+                     "give two projects or documents to compare. See 'korvane-json compare --help'");
+    ExpectUsageError({"compare", "a.json"},
+                     "give another project or document to compare 'a.json' with. See 'korvane-json compare "
+                     "--help'");
+    ExpectUsageError({"compare", "-"},
+                     "give another project or document to compare the standard input with. See 'korvane-json "
+                     "compare --help'");
+    ExpectUsageError({"compare", "a", "b", "c"},
+                     "'c' is one argument too many. See 'korvane-json compare --help'");
+    ExpectUsageError({"compare", "a", "--al"},
+                     "there is no option '--al'. See 'korvane-json compare --help'");
+    ExpectUsageError({"compare", "a", "b", "--ignore", "names"},
+                     "--ignore: 'names' is not dates, which is all that can be ignored. See 'korvane-json "
+                     "compare --help'");
 }
 
 TEST(ProgramUsage, FailsForARootThatCannotBeRead) {

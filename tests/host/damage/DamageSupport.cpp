@@ -113,7 +113,7 @@ void DamageTest::ExpectRightOrRefused(const ProgramCommand& command, const Outco
         EXPECT_TRUE(command.IsChanging() || outcome.bytes == bytes) << "the file was changed";
         return;
     }
-    EXPECT_EQ(outcome.status, 1) << "it crashed";
+    EXPECT_EQ(outcome.status, command.failure) << "it crashed";
     EXPECT_EQ(outcome.output, "");
     EXPECT_TRUE(outcome.error.starts_with("korvane-json: '")) << outcome.error;
     EXPECT_TRUE(outcome.bytes == bytes) << "the file was changed";

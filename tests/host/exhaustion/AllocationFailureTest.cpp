@@ -79,7 +79,7 @@ protected:
                 ExpectDone(wanted, result, after);
             }
         } else {
-            EXPECT_EQ(result.status, 1);
+            EXPECT_EQ(result.status, GetParam().failure);
             ExpectMessages(result.error);
             EXPECT_EQ(result.output, "");
             EXPECT_TRUE(after == state.Before()) << "files were changed";

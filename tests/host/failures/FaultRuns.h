@@ -27,7 +27,7 @@ inline Outcome RunHere(const std::vector<std::string>& arguments) {
     try {
         outcome.status = host::RunCommandLine(arguments, kept.console);
     } catch (const std::exception& error) {
-        outcome.status = 1;
+        outcome.status = host::FailureStatus(arguments.front());
         kept.said += std::string("exception: ") + error.what();
     }
     outcome.said = kept.said;

@@ -105,7 +105,7 @@ TEST_P(ReadingFaults, LeaveTheChangeToBeUndoneOrUndoIt) {
                     EXPECT_EQ(outcome.said, whole.said);
                     EXPECT_TRUE(Output() == output) << "other output";
                 } else {
-                    EXPECT_EQ(outcome.status, 1);
+                    EXPECT_EQ(outcome.status, GetParam().failure);
                     EXPECT_FALSE(HasWritten());
                 }
                 EXPECT_TRUE(folder_.Text() == folder_.TextBefore()) << "the change is not undone";
