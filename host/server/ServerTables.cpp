@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 
+#include "ServerReferences.h"
 #include "format/Kinds.h"
 #include "host/system/CheckedInsert.h"
 
@@ -92,6 +93,9 @@ void CheckReferences(Database& database) {
         RefuseDamaged("something that the node " + std::to_string(lost.Number(0)) +
                       " refers to is missing, or is below it");
     }
+}
+
+void CheckOrigin(Database& database) {
     Statement origin(database, "SELECT count(*) FROM origin");
     origin.Begin().Next();
     if (origin.Number(0) != 1) {
@@ -123,8 +127,12 @@ bool HasTables(Database& database) {
 
 void CheckServerTables(Database& database, CheckDepth depth) {
     const ReadingLimits limits(database);
-    CheckDatabase(database, (std::string(kTables) + kIndexes).c_str(), depth);
-    CheckReferences(database);
+    ReferenceReader references;
+    CheckDatabase(database, (std::string(kTables) + kIndexes).c_str(), depth, &references);
+    if (!references.IsSound()) {
+        CheckReferences(database);
+    }
+    CheckOrigin(database);
 }
 
 void CreateServerTables(Database& database, RowSum& sum) {

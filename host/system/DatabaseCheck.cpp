@@ -9,7 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "DatabaseChecksum.h"
 #include "DatabaseSettings.h"
 #include "Text.h"
 
@@ -123,11 +122,11 @@ int ReadingLimits::CountSteps(void* limits) {
     return self.stepsLeft_ < 0 ? 1 : 0;
 }
 
-void CheckDatabase(Database& database, const char* tables, CheckDepth depth) {
+void CheckDatabase(Database& database, const char* tables, CheckDepth depth, RowReader* reader) {
     const bool hasChecksum = NumberOf(database, "PRAGMA user_version") >= kFirstFormatWithChecksum;
     CheckTables(database, std::string(tables) + (hasChecksum ? kChecksumTable : ""));
     EnlargeCache(database.Handle());
-    const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()));
+    const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()), reader);
     if (hasChecksum && ReadChecksum(database) != sum) {
         RefuseDamaged("its content does not have the checksum that was written with it");
     }

@@ -2,43 +2,90 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "RowHash.h"
 #include "Text.h"
 
 namespace host {
 namespace {
 
+/// A sum over the entries of an index, in which their order does not matter. It is compared and not kept, so
+/// it can be a faster one than that of the rows: it takes eight bytes at once.
+class EntrySum {
+public:
+    void Begin() { hash_ = kStart; }
+    void Add(const ColumnValue& value) {
+        Mix((value.HasBytes() ? value.bytes.size() : value.number) ^
+            (static_cast<std::uint64_t>(value.type) << 56U));
+        for (std::string_view rest = value.bytes; !rest.empty();) {
+            std::uint64_t word = 0;
+            const std::size_t size = std::min(rest.size(), sizeof(word));
+            std::memcpy(&word, rest.data(), size);
+            Mix(word);
+            rest.remove_prefix(size);
+        }
+    }
+    void End() { sum_ += hash_ ^ (hash_ >> 32U); }
+    std::uint64_t Value() const { return sum_; }
+
+private:
+    static constexpr std::uint64_t kStart = 0xCBF29CE484222325;
+    static constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+
+    void Mix(std::uint64_t number) {
+        hash_ = (hash_ ^ number) * kFactor;
+        hash_ ^= hash_ >> 29U;
+    }
+
+    std::uint64_t hash_ = kStart;
+    std::uint64_t sum_ = 0;
+};
+
 /// An index of a table, and the sum over what its entries should be.
 struct IndexSum {
     std::string name;
-    /// The numbers of its columns in the table.
-    std::vector<int> columns;
-    RowSum expected;
+    /// The numbers of its columns in the table, the rowid at the end.
+    std::vector<std::size_t> columns;
+    EntrySum expected;
 };
+
+std::int64_t SizeOfTexts(const Row& row) {
+    std::int64_t size = 0;
+    for (const ColumnValue& value : row) {
+        size += static_cast<std::int64_t>(value.bytes.size());
+    }
+    return size;
+}
 
 /// Adds up all rows, in whatever order they are, and compares them with the indexes.
 class ContentSum {
 public:
-    /// `mostText` is the size that all texts together can have; 0 if there is no limit.
-    ContentSum(Database& database, std::int64_t mostText) : database_(database), mostText_(mostText) {}
+    /// `mostText` is the size that all texts together can have; 0 if there is no limit. `reader` may be null.
+    ContentSum(Database& database, std::int64_t mostText, RowReader* reader)
+        : database_(database), mostText_(mostText), reader_(reader) {}
 
     std::uint64_t Run();
 
 private:
     std::vector<std::string> NamesOfTables();
-    std::vector<IndexSum> IndexesOf(const std::string& table);
+    std::vector<IndexSum> IndexesOf(const std::string& table, std::size_t rowid);
+    std::size_t CountColumns(const std::string& table);
     void AddTable(const std::string& table);
     void CheckIndex(const std::string& table, IndexSum& index);
     void CountText(std::int64_t size);
+    void ReadRow(const Statement& rows);
 
     Database& database_;
     std::int64_t mostText_;
+    RowReader* reader_;
     std::int64_t texts_ = 0;
     RowSum sum_;
+    /// The row that is read now.
+    Row row_;
 };
 
 std::uint64_t ContentSum::Run() {
@@ -50,9 +97,10 @@ std::uint64_t ContentSum::Run() {
 
 std::vector<std::string> ContentSum::NamesOfTables() {
     std::vector<std::string> names;
+    // As they were created, so that what a row refers to comes before it.
     Statement tables(database_,
                      "SELECT name FROM sqlite_schema WHERE type = 'table' AND name <> 'checksum'"
-                     " ORDER BY name");
+                     " ORDER BY rowid");
     tables.Begin();
     while (tables.Next()) {
         names.push_back(tables.Text(0));
@@ -60,7 +108,12 @@ std::vector<std::string> ContentSum::NamesOfTables() {
     return names;
 }
 
-std::vector<IndexSum> ContentSum::IndexesOf(const std::string& table) {
+std::size_t ContentSum::CountColumns(const std::string& table) {
+    Statement columns(database_, ("SELECT * FROM " + table).c_str());
+    return static_cast<std::size_t>(sqlite3_column_count(columns.Handle()));
+}
+
+std::vector<IndexSum> ContentSum::IndexesOf(const std::string& table, std::size_t rowid) {
     std::vector<IndexSum> indexes;
     Statement list(database_, ("PRAGMA index_list(" + table + ")").c_str());
     list.Begin();
@@ -74,8 +127,9 @@ std::vector<IndexSum> ContentSum::IndexesOf(const std::string& table) {
         Statement columns(database_, ("PRAGMA index_info(" + index.name + ")").c_str());
         columns.Begin();
         while (columns.Next()) {
-            index.columns.push_back(static_cast<int>(columns.Number(1)));
+            index.columns.push_back(static_cast<std::size_t>(columns.Number(1)));
         }
+        index.columns.push_back(rowid);
     }
     return indexes;
 }
@@ -88,28 +142,36 @@ void ContentSum::CountText(std::int64_t size) {
     }
 }
 
+void ContentSum::ReadRow(const Statement& rows) {
+    for (std::size_t column = 0; column < row_.size(); ++column) {
+        row_[column].Read(rows.Handle(), static_cast<int>(column));
+    }
+}
+
 void ContentSum::AddTable(const std::string& table) {
-    std::vector<IndexSum> indexes = IndexesOf(table);
+    std::vector<IndexSum> indexes = IndexesOf(table, CountColumns(table));
     // A rowid stands last in the entries of an index. Tables that have none have no other indexes either.
     const std::string rowid = indexes.empty() ? "" : ", rowid";
     Statement rows(database_, ("SELECT *" + rowid + " FROM " + table + " NOT INDEXED").c_str());
-    const int columnCount = sqlite3_column_count(rows.Handle());
+    row_.resize(static_cast<std::size_t>(sqlite3_column_count(rows.Handle())));
     rows.Begin();
     while (rows.Next()) {
+        ReadRow(rows);
+        CountText(SizeOfTexts(row_));
         sum_.Begin(table);
-        std::int64_t texts = 0;
-        for (int column = 0; column < columnCount; ++column) {
-            texts += sum_.AddColumn(rows.Handle(), column);
+        for (const ColumnValue& value : row_) {
+            sum_.Add(value);
         }
-        CountText(texts);
         sum_.End();
         for (IndexSum& index : indexes) {
-            index.expected.Begin({});
-            for (const int column : index.columns) {
-                index.expected.AddColumn(rows.Handle(), column);
+            index.expected.Begin();
+            for (const std::size_t column : index.columns) {
+                index.expected.Add(row_[column]);
             }
-            index.expected.AddColumn(rows.Handle(), columnCount - 1);
             index.expected.End();
+        }
+        if (reader_ != nullptr) {
+            reader_->Read(table, row_);
         }
     }
     for (IndexSum& index : indexes) {
@@ -126,17 +188,19 @@ void ContentSum::CheckIndex(const std::string& table, IndexSum& index) {
     }
     Statement entries(database_,
                       ("SELECT " + names + "rowid FROM " + table + " INDEXED BY " + index.name).c_str());
-    const int columnCount = sqlite3_column_count(entries.Handle());
-    RowSum sum;
+    row_.resize(static_cast<std::size_t>(sqlite3_column_count(entries.Handle())));
+    EntrySum sum;
     std::int64_t texts = 0;
     entries.Begin();
     while (entries.Next()) {
-        sum.Begin({});
-        for (int column = 0; column < columnCount; ++column) {
-            texts += sum.AddColumn(entries.Handle(), column);
-        }
+        ReadRow(entries);
+        texts += SizeOfTexts(row_);
         if (mostText_ != 0 && texts > mostText_) {
             break;
+        }
+        sum.Begin();
+        for (const ColumnValue& value : row_) {
+            sum.Add(value);
         }
         sum.End();
     }
@@ -147,8 +211,8 @@ void ContentSum::CheckIndex(const std::string& table, IndexSum& index) {
 
 }  // namespace
 
-std::int64_t ChecksumOf(Database& database, std::int64_t mostText) {
-    return static_cast<std::int64_t>(ContentSum(database, mostText).Run());
+std::int64_t ChecksumOf(Database& database, std::int64_t mostText, RowReader* reader) {
+    return static_cast<std::int64_t>(ContentSum(database, mostText, reader).Run());
 }
 
 }  // namespace host

@@ -16,17 +16,29 @@ constexpr std::size_t kLongestWaiting = 65'536;
 
 }  // namespace
 
+void ColumnValue::Read(sqlite3_stmt* row, int column) {
+    type = sqlite3_column_type(row, column);
+    number = 0;
+    bytes = {};
+    if (type == SQLITE_INTEGER) {
+        number = static_cast<std::uint64_t>(sqlite3_column_int64(row, column));
+    } else if (type == SQLITE_FLOAT) {
+        number = std::bit_cast<std::uint64_t>(sqlite3_column_double(row, column));
+    } else if (type != SQLITE_NULL) {
+        const auto* const first = static_cast<const char*>(sqlite3_column_blob(row, column));
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, column));
+        // SQLite has no address for an empty value.
+        bytes = first != nullptr ? std::string_view(first, size) : std::string_view("");
+    }
+}
+
 void RowSum::Begin(std::string_view table) {
     row_ = RowHash();
     row_.AddBytes(table);
     hasRest_ = false;
 }
 
-void RowSum::AddNumber(std::uint64_t number) {
-    if (!hasRest_) {
-        row_.AddNumber(number);
-        return;
-    }
+void RowSum::AddToRest(std::uint64_t number) {
     std::array<char, sizeof(number)> bytes{};
     for (std::size_t index = 0; index < bytes.size(); ++index) {
         bytes.at(index) = static_cast<char>(number >> (8 * index));
@@ -63,23 +75,14 @@ void RowSum::Add(std::string_view text) {
     AddBytes(text);
 }
 
-std::int64_t RowSum::AddColumn(sqlite3_stmt* row, int column) {
-    const int type = sqlite3_column_type(row, column);
-    AddNumber(static_cast<std::uint64_t>(type));
-    if (type == SQLITE_INTEGER) {
-        AddNumber(static_cast<std::uint64_t>(sqlite3_column_int64(row, column)));
-    } else if (type == SQLITE_FLOAT) {
-        AddNumber(std::bit_cast<std::uint64_t>(sqlite3_column_double(row, column)));
-    } else if (type != SQLITE_NULL) {
-        const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
-        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, column));
-        AddNumber(size);
-        if (bytes != nullptr) {
-            AddBytes(std::string_view(bytes, size));
-        }
-        return static_cast<std::int64_t>(size);
+void RowSum::Add(const ColumnValue& value) {
+    AddNumber(static_cast<std::uint64_t>(value.type));
+    if (value.HasBytes()) {
+        AddNumber(value.bytes.size());
+        AddBytes(value.bytes);
+    } else if (value.type != SQLITE_NULL) {
+        AddNumber(value.number);
     }
-    return 0;
 }
 
 void RowSum::End() {
