@@ -1,9 +1,9 @@
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 
 #include "Commands.h"
 #include "ExitStatus.h"
-#include "KeepUntilExit.h"
 #include "Options.h"
 #include "Output.h"
 #include "host/server/Server.h"
@@ -24,21 +24,23 @@ int FetchToOutput(const FetchOptions& options, Console& console) {
         return kFailure;
     }
     const std::string name = Quoted(options.database);
-    JSONNode document(JSON_NODE);
     try {
         Server server = Server::OpenForFetching(PathFromUtf8(options.database));
-        if (!server.Fetch(options.key, document, console)) {
+        const std::optional<FetchedRoot> root = server.Find(options.key);
+        if (!root) {
             console.Say("there is no object with the key " + Quoted(options.key) + " in " + name +
                         "; the answer from 'korvane-json store' lists the keys");
             return kFailure;
         }
+        const auto writeLine = [&](const WritePiece& write) {
+            const std::error_code error = server.Fetch(*root, write, console);
+            return error ? error : write("\n");
+        };
+        return WriteOutput(options.output, writeLine, console) ? kSuccess : kFailure;
     } catch (const DatabaseError& error) {
         console.Say(name + " " + error.what());
         return kFailure;
     }
-    const bool isWritten = WriteOutput(options.output, CompactText(document), console);
-    KeepUntilExit(document);
-    return isWritten ? kSuccess : kFailure;
 }
 
 }  // namespace

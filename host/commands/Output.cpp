@@ -8,7 +8,6 @@
 #include "host/document/ProjectObjects.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
-#include "host/system/OutputFile.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -115,8 +114,19 @@ bool WriteOutput(const std::string& file, std::string_view text, Console& consol
     if (file == kStandardStream) {
         return WriteToStandardOutput(text, console);
     }
+    return WriteOutput(
+        file, [text](const WritePiece& write) { return write(text); }, console);
+}
+
+bool WriteOutput(const std::string& file, const WriteText& write, Console& console) {
+    if (file == kStandardStream) {
+        std::string text;
+        // Memory takes every piece.
+        static_cast<void>(CollectText(write, text));
+        return WriteToStandardOutput(text, console);
+    }
     const std::filesystem::path target = PathFromUtf8(file);
-    const std::error_code error = WriteOutputFile(target, text);
+    const std::error_code error = WriteOutputFile(target, write);
     if (!error || error == std::errc::broken_pipe) {
         return true;
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/system/Console.h"
+#include "host/system/OutputFile.h"
 
 /// Writing to files that the command line names; - is the standard output.
 namespace host {
@@ -27,6 +28,9 @@ bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& cons
 /// Writes the whole text to the file, or nothing. If that fails, it says why and returns false. A reader of
 /// the standard output that stops reading is not a failure.
 bool WriteOutput(const std::string& file, std::string_view text, Console& console);
+/// The same for a text that comes in pieces. What `write` throws reaches the caller, and then nothing is
+/// written.
+bool WriteOutput(const std::string& file, const WriteText& write, Console& console);
 
 /// The same for the standard output.
 bool WriteToStandardOutput(std::string_view text, Console& console);

@@ -4,7 +4,6 @@
 #include <system_error>
 #include <utility>
 
-#include "ServerFetch.h"
 #include "ServerStore.h"
 #include "ServerTables.h"
 #include "host/system/DatabaseJournal.h"
@@ -95,8 +94,12 @@ JSONNode Server::Store(const JSONNode& document, const std::string& project, Sto
     return answer;
 }
 
-bool Server::Fetch(const std::string& key, JSONNode& document, Console& console) {
-    return FetchDocument(*state_->database, key, document, console);
+std::optional<FetchedRoot> Server::Find(const std::string& key) {
+    return FindRoot(*state_->database, key);
+}
+
+std::error_code Server::Fetch(const FetchedRoot& root, const WritePiece& write, Console& console) {
+    return FetchDocument(*state_->database, root, write, console);
 }
 
 }  // namespace host

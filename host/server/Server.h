@@ -4,11 +4,15 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
+#include <system_error>
 
+#include "ServerFetch.h"
 #include "StoreReport.h"
 #include "host/system/Console.h"
 #include "host/system/Database.h"
+#include "host/system/OutputFile.h"
 
 /// A stand-in for the data-management server: it stores documents in a SQLite database and gives every object
 /// in them a database key.
@@ -46,9 +50,13 @@ public:
     JSONNode Store(const JSONNode& document, const std::string& project, StoreReport& report,
                    Console& console);
 
-    /// Writes the object with the key, and everything below it, as a document. Returns false, and no
-    /// document, if there is no such object. Throws DatabaseError.
-    bool Fetch(const std::string& key, JSONNode& document, Console& console);
+    /// The object with the key, which Fetch takes; nothing if there is no such object. Throws DatabaseError,
+    /// also if anything in the database is damaged.
+    std::optional<FetchedRoot> Find(const std::string& key);
+    /// Writes the object, and everything below it, as the compact text of a document, piece by piece. Memory
+    /// does not grow with the text, but with the depth and with the number of nodes that are still to come in
+    /// those that contain the current one. An error of `write` ends it and is returned. Throws DatabaseError.
+    std::error_code Fetch(const FetchedRoot& root, const WritePiece& write, Console& console);
 
 private:
     struct State;

@@ -1,6 +1,5 @@
 #include "ServerDocument.h"
 
-#include <stdexcept>
 #include <utility>
 
 #include "format/Kinds.h"
@@ -95,43 +94,6 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot) {
     }
     const auto text = kept.write();
     return {text.c_str(), text.size()};
-}
-
-JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, const JSONNode& children,
-                     const JSONNode& files) {
-    const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
-    if (kept.type() != JSON_NODE) {
-        throw std::invalid_argument("they are not an object");
-    }
-    const JSONNode keyMember(member::kDatabaseKey.c_str(), key.c_str());
-    const bool hasKey = FindMember(kept, member::kDatabaseKey) != nullptr;
-    const bool hasType = FindMember(kept, member::kType) != nullptr;
-    bool isKeyWritten = false;
-    JSONNode node(JSON_NODE);
-    const auto writeKey = [&] {
-        if (!std::exchange(isKeyWritten, true)) {
-            node.push_back(keyMember);
-        }
-    };
-    for (const JSONNode& value : kept) {
-        const std::string name = NameOfMember(value);
-        if (name == member::kDatabaseKey) {
-            writeKey();
-        } else if (name == member::kChildren && IsContainer(value)) {
-            node.push_back(children);
-        } else if (name == member::kFiles && IsContainer(value)) {
-            node.push_back(files);
-        } else {
-            node.push_back(value);
-        }
-        if (name == member::kType && !hasKey) {
-            writeKey();
-        }
-    }
-    if (!hasKey && !hasType) {
-        writeKey();
-    }
-    return node;
 }
 
 JSONNode MakeAnswer(const std::vector<StoredNode>& nodes) {

@@ -48,11 +48,6 @@ std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes);
 /// of either, and without the "subType" of the root.
 std::string KeptMembers(const StoredNode& stored, bool isRoot);
 
-/// The node with these members, and its key, children and files in their places. If there is no place for the
-/// key, it comes after "type". Throws std::invalid_argument if the members cannot be read.
-JSONNode RestoreNode(const std::string& keptMembers, const std::string& key, const JSONNode& children,
-                     const JSONNode& files);
-
 /// An empty array with the name.
 JSONNode NamedArray(format::MemberName name);
 

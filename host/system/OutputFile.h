@@ -1,10 +1,18 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <string_view>
 #include <system_error>
 
 namespace host {
+
+/// Takes the next piece of a text.
+using WritePiece = std::function<std::error_code(std::string_view)>;
+/// Writes a text, piece by piece, and ends with the error of a piece. It may be called more than once, and
+/// writes the same text each time.
+using WriteText = std::function<std::error_code(const WritePiece&)>;
 
 /// Writes the whole text to a path, or nothing.
 ///
@@ -14,6 +22,13 @@ namespace host {
 /// system, or the next run that writes in the folder, if the program is killed. If the path is a link, its
 /// target is written. A write-protected file is not changed, which is an error, and so is a directory.
 /// Devices and pipes (`/dev/null`, `/dev/stdout`, `NUL`) are written to directly.
+///
+/// What `write` throws reaches the caller, and then nothing is written. The text is in memory as a whole only
+/// for devices and pipes.
+std::error_code WriteOutputFile(const std::filesystem::path& target, const WriteText& write);
 std::error_code WriteOutputFile(const std::filesystem::path& target, std::string_view text);
+
+/// The whole text, or the error of `write`.
+std::error_code CollectText(const WriteText& write, std::string& text);
 
 }  // namespace host

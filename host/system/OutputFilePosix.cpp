@@ -41,7 +41,7 @@ std::error_code WriteBytes(int descriptor, std::string_view bytes) {
     return {};
 }
 
-std::error_code WriteDirectly(const path& target, std::string_view text) {
+std::error_code WriteDirectly(const path& target, const std::string& text) {
     Descriptor device(::open(target.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
     if (!device.IsOpen()) {
         return LastError();
@@ -80,12 +80,13 @@ mode_t TakeOwner(int file, const struct stat& old) {
 }
 
 /// Writes everything about the file but its name.
-std::error_code Fill(int file, std::string_view text, const struct stat* old) {
+std::error_code Fill(int file, const WriteText& write, const struct stat* old) {
     const mode_t mode = old != nullptr ? TakeOwner(file, *old) : 0;
     if (old != nullptr && ::fchmod(file, mode & kPermissions) != 0) {
         return LastError();
     }
-    if (const std::error_code error = WriteBytes(file, text)) {
+    if (const std::error_code error =
+            write([file](std::string_view piece) { return WriteBytes(file, piece); })) {
         return error;
     }
     // Writing removes these bits.
@@ -107,8 +108,26 @@ bool HasName(int file) {
     return ::fstat(file, &status) == 0 && status.st_nlink > 0;
 }
 
+/// A file that is removed in the end, unless it has another name by then.
+class RemovedFile {
+public:
+    explicit RemovedFile(const path& name) : name_(name) {}
+    ~RemovedFile() {
+        if (isRemoved_) {
+            ::unlink(name_.c_str());
+        }
+    }
+    RemovedFile(const RemovedFile&) = delete;
+    RemovedFile& operator=(const RemovedFile&) = delete;
+    void Keep() { isRemoved_ = false; }
+
+private:
+    const path& name_;
+    bool isRemoved_ = true;
+};
+
 /// Writes the file under a temporary name, and then gives it its own.
-std::error_code ReplaceThroughName(const path& folder, const path& target, std::string_view text,
+std::error_code ReplaceThroughName(const path& folder, const path& target, const WriteText& write,
                                    const struct stat* old) {
     for (int attempt = 0; attempt < kMostTries; ++attempt) {
         const path temporary = NewTemporaryName(folder);
@@ -123,14 +142,15 @@ std::error_code ReplaceThroughName(const path& folder, const path& target, std::
             // Another process found it before it was locked, and removes it.
             continue;
         }
-        std::error_code error = Fill(file.Get(), text, old);
-        if (!error && ::rename(temporary.c_str(), target.c_str()) != 0) {
-            error = LastError();
+        RemovedFile removed(temporary);
+        if (const std::error_code error = Fill(file.Get(), write, old)) {
+            return error;
         }
-        if (error) {
-            ::unlink(temporary.c_str());
+        if (::rename(temporary.c_str(), target.c_str()) != 0) {
+            return LastError();
         }
-        return error;
+        removed.Keep();
+        return {};
     }
     return std::make_error_code(std::errc::file_exists);
 }
@@ -150,7 +170,7 @@ Descriptor OpenUnnamed(const path& folder, const struct stat* old) {
 
 /// Writes the file without a name, and then gives it its own. Returns nothing where that cannot be done.
 std::optional<std::error_code> ReplaceThroughLink(const path& folder, const path& target,
-                                                  std::string_view text, const struct stat* old) {
+                                                  const WriteText& write, const struct stat* old) {
     const Descriptor file = OpenUnnamed(folder, old);
     if (!file.IsOpen()) {
         return std::nullopt;
@@ -162,7 +182,7 @@ std::optional<std::error_code> ReplaceThroughLink(const path& folder, const path
     // A link does not replace a file, so the new file has a temporary name for a moment.
     const path temporary = NewTemporaryName(folder);
     static_cast<void>(Lock(file.Get()));
-    if (const std::error_code error = Fill(file.Get(), text, old)) {
+    if (const std::error_code error = Fill(file.Get(), write, old)) {
         return error;
     }
     if (old == nullptr && link(target)) {
@@ -180,11 +200,11 @@ std::optional<std::error_code> ReplaceThroughLink(const path& folder, const path
     return error;
 }
 
-std::error_code ReplaceFile(const path& target, std::string_view text, const struct stat* old) {
+std::error_code ReplaceFile(const path& target, const WriteText& write, const struct stat* old) {
     const path folder = target.has_parent_path() ? target.parent_path() : path(".");
     RemoveLeftovers(folder);
-    const std::optional<std::error_code> linked = ReplaceThroughLink(folder, target, text, old);
-    const std::error_code error = linked ? *linked : ReplaceThroughName(folder, target, text, old);
+    const std::optional<std::error_code> linked = ReplaceThroughLink(folder, target, write, old);
+    const std::error_code error = linked ? *linked : ReplaceThroughName(folder, target, write, old);
     if (error) {
         return error;
     }
@@ -198,26 +218,27 @@ std::error_code ReplaceFile(const path& target, std::string_view text, const str
 
 }  // namespace
 
-std::error_code WriteOutputFile(const std::filesystem::path& target, std::string_view text) {
+std::error_code WriteOutputFile(const std::filesystem::path& target, const WriteText& write) {
     struct stat old {};
     if (::stat(target.c_str(), &old) != 0) {
-        return errno == ENOENT ? ReplaceFile(FollowToNewFile(target), text, nullptr) : LastError();
+        return errno == ENOENT ? ReplaceFile(FollowToNewFile(target), write, nullptr) : LastError();
     }
     if (S_ISDIR(old.st_mode)) {
         return std::make_error_code(std::errc::is_a_directory);
     }
-    if (IsStandardOutput(old)) {
-        return WriteAll(Stream::Output, text);
-    }
-    if (!S_ISREG(old.st_mode)) {
-        return WriteDirectly(target, text);
+    if (IsStandardOutput(old) || !S_ISREG(old.st_mode)) {
+        std::string text;
+        const std::error_code error = CollectText(write, text);
+        return error                   ? error
+               : IsStandardOutput(old) ? WriteAll(Stream::Output, text)
+                                       : WriteDirectly(target, text);
     }
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
         return LastError();
     }
     std::error_code error;
     const path whole = std::filesystem::canonical(target, error);
-    return error ? error : ReplaceFile(whole, text, &old);
+    return error ? error : ReplaceFile(whole, write, &old);
 }
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "FileSystem.h"
@@ -82,7 +83,7 @@ std::error_code PutInPlace(const path& temporary, const path& target, bool isThe
     return error;
 }
 
-std::error_code ReplaceFile(const path& target, std::string_view text, bool isThere) {
+std::error_code ReplaceFile(const path& target, const WriteText& write, bool isThere) {
     const path folder = target.has_parent_path() ? target.parent_path() : path(L".");
     RemoveLeftovers(folder);
     const path temporary = NewTemporaryName(folder);
@@ -96,7 +97,7 @@ std::error_code ReplaceFile(const path& target, std::string_view text, bool isTh
         return LastError();
     }
     RemoveWhenClosed(file.get(), true);
-    std::error_code error = WriteBytes(file.get(), text);
+    std::error_code error = write([&](std::string_view piece) { return WriteBytes(file.get(), piece); });
     if (!error && ::FlushFileBuffers(file.get()) == 0) {
         error = LastError();
     }
@@ -114,7 +115,7 @@ std::error_code ReplaceFile(const path& target, std::string_view text, bool isTh
 
 }  // namespace
 
-std::error_code WriteOutputFile(const std::filesystem::path& target, std::string_view text) {
+std::error_code WriteOutputFile(const std::filesystem::path& target, const WriteText& write) {
     const DWORD attributes = ::GetFileAttributesW(target.c_str());
     const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
     if (isThere && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
@@ -127,16 +128,18 @@ std::error_code WriteOutputFile(const std::filesystem::path& target, std::string
     if (!old) {
         const DWORD reason = ::GetLastError();
         return reason == ERROR_FILE_NOT_FOUND
-                   ? ReplaceFile(target, text, false)
+                   ? ReplaceFile(target, write, false)
                    : std::error_code(static_cast<int>(reason), std::system_category());
     }
     if (::GetFileType(old.get()) != FILE_TYPE_DISK) {
-        return WriteBytes(old.get(), text);
+        std::string text;
+        const std::error_code error = CollectText(write, text);
+        return error ? error : WriteBytes(old.get(), text);
     }
     old.reset();
     std::error_code error;
     const path whole = ResolvePath(target, error);
-    return error ? error : ReplaceFile(whole, text, true);
+    return error ? error : ReplaceFile(whole, write, true);
 }
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #include <regex>
 #include <set>
 
+#include "FetchSupport.h"
 #include "host/HostSupport.h"
 #include "host/server/Server.h"
 #include "host/server/ServerTables.h"
@@ -46,9 +47,7 @@ protected:
         return plain + "-" + origin.Text(0);
     }
     std::string FetchWhole(const std::string& plainKey) {
-        JSONNode document(JSON_NODE);
-        const bool isThere = Server::OpenForFetching(File()).Fetch(KeyOf(plainKey), document, kept.console);
-        return isThere ? ToText(document) : "none";
+        return FetchText(Server::OpenForFetching(File()), KeyOf(plainKey), kept.console);
     }
     std::string Fetch(const std::string& plainKey) { return Plain(FetchWhole(plainKey)); }
     std::string Said() {
@@ -335,9 +334,7 @@ TEST_F(ServerTest, FetchesTheStateOfOneMoment) {
                         return Console::Clock::time_point();
                     });
     isFetching = true;
-    JSONNode document(JSON_NODE);
-    EXPECT_TRUE(server.Fetch(key, document, console));
-    EXPECT_EQ(Plain(ToText(document)), whole);
+    EXPECT_EQ(Plain(FetchText(server, key, console)), whole);
     EXPECT_EQ(tries, 4U);
 }
 
@@ -355,8 +352,7 @@ TEST_F(ServerTest, RefusesDamagedContent) {
         // With a checksum, all of it would be refused for the checksum.
         Database(File(), DatabaseUse::Changing, kServerKind)
             .Run(("DROP TABLE checksum; PRAGMA user_version = 1;" + statement).c_str());
-        JSONNode document(JSON_NODE);
-        return ErrorOf([&] { Server::OpenForFetching(File()).Fetch(key, document, kept.console); });
+        return ErrorOf([&] { FetchText(Server::OpenForFetching(File()), key, kept.console); });
     };
     EXPECT_EQ(
         errorOf("UPDATE node SET members = '5' WHERE number = 1"),
@@ -377,6 +373,9 @@ TEST_F(ServerTest, RefusesDamagedContent) {
     EXPECT_EQ(
         errorOf("UPDATE node SET above = 2 WHERE number = 1"),
         "is damaged: something that the node 1 refers to is missing, or is below it. Restore it from a copy");
+    EXPECT_EQ(
+        errorOf("UPDATE node SET shown = 9 WHERE number = 3"),
+        "is damaged: something that the node 3 refers to is missing, or is below it. Restore it from a copy");
 }
 
 TEST_F(ServerTest, AnInterruptedStoreLeavesNothing) {

@@ -5,6 +5,7 @@
 #include "host/HostSupport.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/projectfile/ProjectTables.h"
+#include "host/server/FetchSupport.h"
 #include "host/server/Server.h"
 #include "host/server/ServerTables.h"
 #include "host/system/DatabaseCheck.h"
@@ -102,9 +103,8 @@ TEST_F(DatabaseCheckTest, AnIndexFitsItsTable) {
         std::string damaged = bytes;
         damaged[at + 4] = '7';
         folder.Write("s.db", damaged);
-        JSONNode fetched(JSON_NODE);
         const std::string error =
-            ErrorOf([&] { Server::OpenForFetching(file).Fetch(key, fetched, kept.console); });
+            ErrorOf([&] { FetchText(Server::OpenForFetching(file), key, kept.console); });
         EXPECT_TRUE(error.starts_with("is damaged: ")) << error;
         const std::string storing =
             ErrorOf([&] { Server::OpenForStoring(file, false).Store(document, "P", report, kept.console); });

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
+#include <stdexcept>
+#include <string>
 
 #include "host/system/OutputFile.h"
 #include "support/TemporaryDirectory.h"
@@ -45,6 +47,45 @@ TEST(OutputFile, WritesLargeTextsWhole) {
     const std::string text(5000000, 'a');
     EXPECT_FALSE(WriteOutputFile(folder / "out.json", text));
     EXPECT_EQ(ReadWholeFile(folder / "out.json"), text);
+}
+
+TEST(OutputFile, WritesATextInPieces) {
+    const TemporaryDirectory folder;
+    const std::filesystem::path file = folder.Write("out.json", "old");
+    std::string seen;
+    const auto write = [&](const WritePiece& writePiece) {
+        for (const std::string_view piece : {"{\"a\"", "", ":1}", "\n"}) {
+            if (const std::error_code error = writePiece(piece)) {
+                return error;
+            }
+            seen += ReadWholeFile(file);
+        }
+        return std::error_code();
+    };
+    EXPECT_FALSE(WriteOutputFile(file, write));
+    EXPECT_EQ(ReadWholeFile(file), "{\"a\":1}\n");
+    EXPECT_EQ(seen, "oldoldoldold");
+    EXPECT_EQ(CountEntries(folder), 1);
+}
+
+TEST(OutputFile, KeepsTheOldFileIfATextHasNoEnd) {
+    const TemporaryDirectory folder;
+    const std::filesystem::path file = folder.Write("out.json", "old");
+    const auto fail = [](const WritePiece& write) {
+        EXPECT_FALSE(write("new"));
+        return std::make_error_code(std::errc::protocol_error);
+    };
+    const auto raise = [](const WritePiece& write) {
+        EXPECT_FALSE(write("new"));
+        throw std::runtime_error("no more");
+        return std::error_code();
+    };
+    for (const std::filesystem::path& target : {file, folder / "new.json"}) {
+        EXPECT_EQ(WriteOutputFile(target, fail), std::errc::protocol_error);
+        EXPECT_THROW(WriteOutputFile(target, raise), std::runtime_error);
+    }
+    EXPECT_EQ(ReadWholeFile(file), "old");
+    EXPECT_EQ(CountEntries(folder), 1);
 }
 
 TEST(OutputFile, RefusesADirectory) {
