@@ -55,11 +55,6 @@ Server Server::OpenForStoring(const std::filesystem::path& file, bool isDryRun) 
     // A dry run fails if the real run would fail to open the database.
     if (!isNew || file.empty()) {
         Database original(file, DatabaseUse::Creating, kServerKind);
-        original.Run("BEGIN");
-        if (HasTables(original)) {
-            // The limits of reading are known for files only.
-            CheckServerTables(original, CheckDepth::ForChanging);
-        }
         copy->database->CopyFrom(original);
     } else {
         RefuseLongName(file);

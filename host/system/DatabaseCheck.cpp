@@ -24,21 +24,21 @@ constexpr std::int64_t kStepsForAByte = 64;
 constexpr std::int64_t kStepsForAnyFile = 20'000'000;
 constexpr int kStepsBetweenChecks = 100'000;
 
-/// The size of the file of a database; nothing if it is in memory.
-std::int64_t SizeOf(sqlite3* handle) {
-    sqlite3_file* file = nullptr;
-    sqlite3_int64 size = 0;
-    if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void*>(&file)) !=
-            SQLITE_OK ||
-        file == nullptr || file->pMethods == nullptr || file->pMethods->xFileSize(file, &size) != SQLITE_OK) {
-        return 0;
-    }
-    return size;
-}
-
 std::int64_t NumberOf(Database& database, const char* question) {
     Statement statement(database, question);
     return statement.Begin().Next() ? statement.Number(0) : 0;
+}
+
+/// The size of the file of a database; that of its pages if it is in memory, as the copy of a file is.
+std::int64_t SizeOf(Database& database) {
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(database.Handle(), "main", SQLITE_FCNTL_FILE_POINTER,
+                             static_cast<void*>(&file)) != SQLITE_OK ||
+        file == nullptr || file->pMethods == nullptr) {
+        return NumberOf(database, "PRAGMA page_count") * NumberOf(database, "PRAGMA page_size");
+    }
+    return file->pMethods->xFileSize(file, &size) == SQLITE_OK ? size : 0;
 }
 
 /// A table, an index or anything else that a database can have: its type and name, and then the table that it
@@ -97,7 +97,7 @@ void CheckPages(Database& database) {
 }  // namespace
 
 ReadingLimits::ReadingLimits(Database& database) : handle_(database.Handle()) {
-    const std::int64_t size = SizeOf(handle_);
+    const std::int64_t size = SizeOf(database);
     longestValue_ = sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, -1);
     if (size == 0) {
         return;
@@ -126,7 +126,7 @@ void CheckDatabase(Database& database, const char* tables, CheckDepth depth, Row
     const bool hasChecksum = NumberOf(database, "PRAGMA user_version") >= kFirstFormatWithChecksum;
     CheckTables(database, std::string(tables) + (hasChecksum ? kChecksumTable : ""));
     EnlargeCache(database.Handle());
-    const std::int64_t sum = ChecksumOf(database, SizeOf(database.Handle()), reader);
+    const std::int64_t sum = ChecksumOf(database, SizeOf(database), reader);
     if (hasChecksum && ReadChecksum(database) != sum) {
         RefuseDamaged("its content does not have the checksum that was written with it");
     }

@@ -66,8 +66,14 @@ TEST_F(DatabaseCheckTest, AWriteAheadLogIsRefusedBeforeItIsRead) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
-TEST_F(DatabaseCheckTest, ReadingHasAnEnd) {
-    Database database(MakeProjectFile(), DatabaseUse::Reading, kProjectFileKind);
+/// Reading the database has an end, and its texts have a longest one, as long as there are limits.
+void ExpectLimits(Database& database) {
+    EXPECT_EQ(ErrorOf([&] {
+                  const ReadingLimits limits(database);
+                  Statement(database, "SELECT zeroblob(2000000)").Run();
+              }),
+              "cannot be used: string or blob too big");
+    EXPECT_EQ(ErrorOf([&] { Statement(database, "SELECT zeroblob(2000000)").Run(); }), "no error");
     const char* const endless =
         "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n WHERE i < 0";
     EXPECT_EQ(ErrorOf([&] {
@@ -75,12 +81,18 @@ TEST_F(DatabaseCheckTest, ReadingHasAnEnd) {
                   Statement(database, endless).Run();
               }),
               "is damaged: reading it does not come to an end. Restore it from a copy");
-    EXPECT_EQ(ErrorOf([&] {
-                  const ReadingLimits limits(database);
-                  Statement(database, "SELECT zeroblob(2000000)").Run();
-              }),
-              "cannot be used: string or blob too big");
-    EXPECT_EQ(ErrorOf([&] { Statement(database, "SELECT zeroblob(2000000)").Run(); }), "no error");
+}
+
+TEST_F(DatabaseCheckTest, ReadingHasAnEnd) {
+    Database database(MakeProjectFile(), DatabaseUse::Reading, kProjectFileKind);
+    ExpectLimits(database);
+}
+
+TEST_F(DatabaseCheckTest, ReadingACopyHasAnEnd) {
+    Database database(MakeProjectFile(), DatabaseUse::Reading, kProjectFileKind);
+    Database copy;
+    copy.CopyFrom(database);
+    ExpectLimits(copy);
 }
 
 TEST_F(DatabaseCheckTest, AnIndexFitsItsTable) {
@@ -106,9 +118,11 @@ TEST_F(DatabaseCheckTest, AnIndexFitsItsTable) {
         const std::string error =
             ErrorOf([&] { FetchText(Server::OpenForFetching(file), key, kept.console); });
         EXPECT_TRUE(error.starts_with("is damaged: ")) << error;
-        const std::string storing =
-            ErrorOf([&] { Server::OpenForStoring(file, false).Store(document, "P", report, kept.console); });
-        EXPECT_TRUE(storing.starts_with("is damaged: ")) << storing;
+        for (const bool isDryRun : {false, true}) {
+            const std::string storing = ErrorOf(
+                [&] { Server::OpenForStoring(file, isDryRun).Store(document, "P", report, kept.console); });
+            EXPECT_TRUE(storing.starts_with("is damaged: ")) << storing;
+        }
         EXPECT_EQ(ReadWholeFile(file), damaged);
     }
     EXPECT_EQ(places, 2) << "the key stands in the table and in its index";
