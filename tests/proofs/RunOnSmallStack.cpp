@@ -1,35 +1,37 @@
 #include "RunOnSmallStack.h"
 
-#if defined(_WIN32)
-#include <string_view>
-
-#include "host/commands/CommandLine.h"
-#include "host/system/Console.h"
-#include "support/OutputTo.h"
-#include "support/SmallStack.h"
-
-CommandResult RunOnSmallStack(const std::vector<std::string>& arguments, const TemporaryDirectory& folder) {
-    CommandResult result;
-    host::Console console([&](std::string_view text) { result.said += text; }, false,
-                          &host::Console::Clock::now);
-    const CurrentFolder there(folder.Path());
-    const OutputTo output("output");
-    OnSmallStack([&] { result.status = host::RunCommandLine(arguments, console); });
-    return result;
-}
-
-#else
-
 #include "support/Process.h"
 
+namespace {
+
+/// What a program that starts is given, and the status that stands for success.
+struct Start {
+    std::filesystem::path program;
+    std::vector<std::string> firstArguments;
+    int success;
+};
+
+#if defined(_WIN32)
+Start SmallStackStart() {
+    // SmallStackProgram.cpp says why its success is not 0.
+    return {ProgramPath("korvane-json-on-small-stack"), {}, 100};
+}
+#else
+Start SmallStackStart() {
+    return {"/bin/sh", {"-c", R"(ulimit -s 256 && exec "$0" "$@")", ToUtf8(ProgramPath("korvane-json"))}, 0};
+}
+#endif
+
+}  // namespace
+
 CommandResult RunOnSmallStack(const std::vector<std::string>& arguments, const TemporaryDirectory& folder) {
+    const Start start = SmallStackStart();
     ProcessOptions options;
-    options.arguments = {"-c", R"(ulimit -s 256 && exec "$0" "$@")", ToUtf8(ProgramPath("korvane-json"))};
+    options.arguments = start.firstArguments;
     options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
     options.directory = folder.Path();
     options.output = folder / "output";
-    const ProcessResult result = RunProgram("/bin/sh", options);
-    return {result.status, result.error};
+    std::filesystem::remove(options.output);
+    const ProcessResult result = RunProgram(start.program, options);
+    return {result.status - start.success, result.error};
 }
-
-#endif

@@ -12,5 +12,5 @@ struct CommandResult {
 };
 
 /// Runs the program in the folder on 256 KiB of stack: the program itself, or on Windows, where a program
-/// cannot be given less, its code in a thread of that size.
+/// cannot be given less, one that has all its code in a thread of that size.
 CommandResult RunOnSmallStack(const std::vector<std::string>& arguments, const TemporaryDirectory& folder);
