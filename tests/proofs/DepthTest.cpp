@@ -37,6 +37,8 @@ struct Effort {
     long long allocations = 0;
     /// Openings, separators and lines in what it gave.
     long long marks = 0;
+    /// The names of levels in what it gave.
+    long long names = 0;
     /// Of the processor.
     std::clock_t time = 0;
 };
@@ -44,6 +46,16 @@ struct Effort {
 long long AllocationsSoFar() {
     const std::size_t calls = allocations::Calls(Source::kNew) + allocations::Calls(Source::kLibjson);
     return static_cast<long long>(calls);
+}
+
+long long CountNames(std::string_view text) {
+    const std::string_view name = kNameOfLevel;
+    long long count = 0;
+    for (std::size_t at = text.find(name); at != std::string_view::npos;
+         at = text.find(name, at + name.size())) {
+        ++count;
+    }
+    return count;
 }
 
 /// The call with everything around it, the making and the release of what it works on too, on a small stack.
@@ -66,6 +78,10 @@ Effort EffortOf(const Function& function, Shape shape, int levels) {
         effort.marks = std::ranges::count_if(outcome, [](char letter) {
             return std::string_view("{[,\n").find(letter) != std::string_view::npos;
         });
+        effort.names = CountNames(outcome);
+        if (function.expectInnermost != nullptr) {
+            function.expectInnermost(scene);
+        }
     });
     return effort;
 }
@@ -110,6 +126,7 @@ protected:
 
 TEST_P(DeepCall, NeedsNoStackAndTheSameForEveryLevel) {
     const auto& [function, shape] = GetParam();
+    const Reach reach = function->reaches.ofShapes[static_cast<std::size_t>(shape)];
     // Fills what is kept for the life of the process.
     EffortOf(*function, shape, kFew);
     const Effort few = EffortOf(*function, shape, kFew);
@@ -118,6 +135,7 @@ TEST_P(DeepCall, NeedsNoStackAndTheSameForEveryLevel) {
         const Effort deep = EffortOf(*function, shape, levels);
         EXPECT_EQ(deep.operations, Extrapolated(few.operations, twice.operations, levels));
         EXPECT_EQ(deep.marks, Extrapolated(few.marks, twice.marks, levels));
+        EXPECT_EQ(deep.names, static_cast<long long>(reach.ofEachLevel) * levels + reach.ofAll);
         // Identifiers with more digits make longer texts, and lists that grow in steps ask less often: less
         // than twice as much either way, where a step that went through all levels would take thousands of
         // times as much.

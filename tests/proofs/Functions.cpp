@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "Allocations.h"
 #include "objectjson/CAEObjectJson.h"
 #include "platform/korvane/Ask.h"
 
@@ -70,12 +71,13 @@ std::string Added(Scene& scene) {
     return WithoutIdentifiers(text);
 }
 
+/// Of files, too, which no walk over the children meets.
 std::string KeysOfObjects(Scene& scene) {
     std::string text = TextOf(korvane::GetDisplayName(*scene.project)) + "\n";
-    korvane::VisitTree(*scene.project, [&](CAEObject& object, int) {
-        text.append(std::to_string(object.getID())).append("=");
-        text.append(object.getDBKey().GetAnsiBuffer()).append("\n");
-    });
+    for (int id = 1; CAEObject* const object = scene.project->getCAEObject(id); ++id) {
+        const OuString key = object->getDBKey();
+        text.append(std::to_string(id)).append("=").append(key.GetAnsiBuffer()).append("\n");
+    }
     return text;
 }
 
@@ -101,44 +103,97 @@ JSONNode Holding(const JSONNode& section) {
     return holder;
 }
 
+/// The texts of documents that are like the scene's, but for one of their innermost levels.
+std::vector<json_string> WithOtherInnermost(const Scene& scene, std::string_view other) {
+    std::vector<json_string> texts;
+    const std::string whole = Text(scene.text);
+    for (std::size_t at = whole.find(Innermost()); at != std::string::npos;
+         at = whole.find(Innermost(), at + 1)) {
+        std::string changed = whole;
+        changed.replace(at, Innermost().size(), other);
+        texts.emplace_back(changed.data(), changed.size());
+    }
+    EXPECT_FALSE(texts.empty());
+    return texts;
+}
+
+void ExpectInnermostChecked(Scene& scene) {
+    for (const json_string& text : WithOtherInnermost(scene, R"({"type":"CAEPART",})")) {
+        EXPECT_FALSE(libjson::is_valid(text));
+    }
+}
+
+void ExpectInnermostCompared(Scene& scene) {
+    for (const json_string& text : WithOtherInnermost(scene, R"({"type":"CAETAG"})")) {
+        EXPECT_FALSE(scene.node == libjson::parse(text));
+    }
+}
+
+void ExpectInnermostFreed(Scene& scene) {
+    const std::size_t before = allocations::InUse(allocations::Source::kLibjson);
+    JSONNode node = libjson::parse(scene.text);
+    const std::size_t innermost = WithOtherInnermost(scene, "").size();
+    EXPECT_GE(allocations::InUse(allocations::Source::kLibjson), before + innermost);
+    node.clear();
+    EXPECT_EQ(allocations::InUse(allocations::Source::kLibjson), before);
+}
+
+constexpr Reaches kAllLevels = {{{1}, {1}, {1}, {1}}};
+/// The document has arrays and mixtures in four sections.
+constexpr Reaches kAllSections = {{{1}, {4}, {1}, {4}}};
+/// Arrays in the place of objects become nothing. Metadata is read one level deep, and so are file records,
+/// because their file is not in a project yet.
+constexpr Reaches kImported = {{{1}, {0}, {0, 1}, {1, 1}}};
+/// The same, and the project has every level besides.
+constexpr Reaches kImportedBesideObjects = {{{2}, {1}, {1, 1}, {2, 1}}};
+/// Answers are for objects, and metadata has none.
+constexpr Reaches kAnswered = {{{1}, {1}, {0, 1}, {1}}};
+constexpr Reaches kNotSeen = {};
+
 constexpr Function kFunctions[] = {
     {"GetJson", Asks::kObjectModel, Needs::kObjects,
-     [](Scene& s) { s.given = JsonSerializer(&*s.project).GetJson(); }, GivenDocument},
+     [](Scene& s) { s.given = JsonSerializer(&*s.project).GetJson(); }, GivenDocument, kAllLevels},
     {"GetJsonString", Asks::kObjectModel, Needs::kObjects,
-     [](Scene& s) { s.givenText = JsonSerializer(&*s.project).GetJsonString(); }, GivenText},
+     [](Scene& s) { s.givenText = JsonSerializer(&*s.project).GetJsonString(); }, GivenText, kAllLevels},
     {"ExportVersions", Asks::kObjectModel, Needs::kObjectsWithVersion,
-     [](Scene& s) { s.given = Holding(CAEObjectJson(&s.Subject()).ExportVersions(NodeOfVersion)); },
-     GivenDocument},
+     [](Scene& s) { s.given = Holding(CAEObjectJson(s.node, &s.Subject()).ExportVersions(NodeOfVersion)); },
+     GivenDocument, kAllLevels},
     {"DeserializeJsonToObject", Asks::kObjectModel, Needs::kDocument,
-     [](Scene& s) { caerest::json::DeserializeJsonToObject(s.node, &*s.project); }, Added},
+     [](Scene& s) { caerest::json::DeserializeJsonToObject(s.node, &*s.project); }, Added, kImported},
     {"ImportVersions", Asks::kObjectModel, Needs::kVersions,
      [](Scene& s) { CAEObjectJson(JSONNode(), &s.Subject()).ImportVersions(s.node); }, WholeProject,
+     kImportedBesideObjects,
      // What stands in the object's place when a record fails stays there.
      false},
     {"ApplyJsonResponseOnObject", Asks::kObjectModel, Needs::kAnswer,
-     [](Scene& s) { caerest::json::ApplyJsonResponseOnObject(s.node, &*s.project); }, KeysOfObjects},
+     [](Scene& s) { caerest::json::ApplyJsonResponseOnObject(s.node, &*s.project); }, KeysOfObjects,
+     kAnswered},
     {"ParseNode", Asks::kNobody, Needs::kAnswer,
-     [](Scene& s) { caerest::json::util::ParseNode(s.node, s.givenKeys); }, GivenKeys},
+     [](Scene& s) { caerest::json::util::ParseNode(s.node, s.givenKeys); }, GivenKeys, kAnswered},
     {"parse", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.given = libjson::parse(s.text); },
-     GivenDocument},
+     GivenDocument, kAllSections},
     {"is_valid", Asks::kNobody, Needs::kDocument,
-     [](Scene& s) { s.given = Holding(JSONNode("valid", libjson::is_valid(s.text))); }, GivenDocument},
-    {"write", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.givenJson = s.node.write(); }, GivenJson},
+     [](Scene& s) { s.given = Holding(JSONNode("valid", libjson::is_valid(s.text))); }, GivenDocument,
+     kNotSeen, true, ExpectInnermostChecked},
+    {"write", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.givenJson = s.node.write(); }, GivenJson,
+     kAllSections},
     {"write_formatted", Asks::kNobody, Needs::kDocument,
-     [](Scene& s) { s.givenJson = s.node.write_formatted(); }, GivenJson},
+     [](Scene& s) { s.givenJson = s.node.write_formatted(); }, GivenJson, kAllSections},
     {"duplicate", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.given = s.node.duplicate(); },
-     GivenDocument},
+     GivenDocument, kAllSections},
     {"operator_equal", Asks::kNobody, Needs::kDocument,
-     [](Scene& s) { s.given = Holding(JSONNode("same", s.node == libjson::parse(s.text))); }, GivenDocument},
+     [](Scene& s) { s.given = Holding(JSONNode("same", s.node == libjson::parse(s.text))); }, GivenDocument,
+     kNotSeen, true, ExpectInnermostCompared},
     {"as_array_as_node", Asks::kNobody, Needs::kDocument,
-     [](Scene& s) { s.given = Holding(s.node.as_array().as_node().as_array()); }, GivenDocument},
+     [](Scene& s) { s.given = Holding(s.node.as_array().as_node().as_array()); }, GivenDocument,
+     kAllSections},
     {"clear", Asks::kNobody, Needs::kDocument,
      [](Scene& s) {
          JSONNode copy = s.node.duplicate();
          copy.clear();
          s.given = copy;
      },
-     GivenDocument},
+     GivenDocument, kNotSeen, true, ExpectInnermostFreed},
 };
 
 const std::string& InputOf(const Material& material, Needs needs) {
@@ -167,6 +222,10 @@ Scene::Scene(const Material& material, Needs needs) {
     const std::string& input = InputOf(material, needs);
     text.assign(input.data(), input.size());
     node = libjson::parse(text);
+    if (needs == Needs::kObjectsWithVersion) {
+        // Its files are those of every version.
+        node = JsonSerializer(&Subject()).GetJson();
+    }
 }
 
 void Scene::Begin() {

@@ -14,7 +14,7 @@
 enum class Needs {
     /// A project with objects.
     kObjects,
-    /// The same, and the first child has a version.
+    /// The same, and the first child has a version. Its node is given.
     kObjectsWithVersion,
     /// A document as a node and as text, and a project without objects.
     kDocument,
@@ -49,6 +49,17 @@ struct Scene {
 /// Whether a function asks the object model anything.
 enum class Asks { kObjectModel, kNobody };
 
+/// How many of the names of levels are in what a call gave.
+struct Reach {
+    int ofEachLevel;
+    /// Besides those, however many levels there are.
+    int ofAll = 0;
+};
+/// The same for each shape, in their order.
+struct Reaches {
+    Reach ofShapes[kShapes];
+};
+
 /// A function of the library or of libjson.
 struct Function {
     const char* name;
@@ -57,8 +68,11 @@ struct Function {
     void (*call)(Scene& scene);
     /// What the call gave, as a text that is the same for every call that did all its work.
     std::string (*outcome)(Scene& scene);
+    Reaches reaches;
     /// A call that failed half-way may be made again and then does all its work.
     bool isRepeatable = true;
+    /// For a call whose outcome has no levels: fails the test unless the call reaches the innermost ones.
+    void (*expectInnermost)(Scene& scene) = nullptr;
 };
 
 /// For messages of GoogleTest.

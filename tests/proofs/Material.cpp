@@ -57,77 +57,95 @@ std::string Repeat(std::string_view text, int count) {
     return repeated;
 }
 
-/// The sections in which the levels of a shape lie, from level to level in turn.
+/// The sections in which the levels of a shape lie, from level to level in turn. Every closing has the name
+/// of a level: what reads it has come back from the levels within.
 struct Sections {
     std::string_view opening[4];
     std::string_view closing[4];
     int count;
 };
 
-Sections SectionsOf(Shape shape) {
-    switch (shape) {
-        case Shape::kArrays:
-            return {{"["}, {"]"}, 1};
-        case Shape::kMetadata:
-            return {{R"({"type":"x","a":)"}, {"}"}, 1};
-        case Shape::kMixed:
-            return {{R"({"type":"CAEMODEL","id":"2","dbkey":"K","children":[)", R"({"type":"P","files":[)",
-                     R"({"type":"P","metaData":{"a":)", "[[true,"},
-                    {"]}", R"(],"name":"f"})", "}}", "],2]"},
-                    4};
-        default:
-            return {{R"({"type":"CAEMODEL","id":"2","dbkey":"K","children":[)"}, {R"(],"name":"b"})"}, 1};
-    }
-}
+constexpr Sections kChildren = {
+    {R"({"type":"CAEMODEL","id":"2","dbkey":"K","children":[)"}, {R"(],"name":"level"})"}, 1};
+constexpr Sections kArrays = {{"["}, {R"(,"level"])"}, 1};
+constexpr Sections kMetadata = {{R"({"metaDataType":"kg","a":)"}, {R"(,"value":"level"})"}, 1};
+constexpr Sections kInTurn = {
+    {R"({"type":"CAEMODEL","id":"2","dbkey":"K","children":[)", R"({"type":"P","files":[)",
+     R"({"type":"P","metaData":{"a":)", "[[true,"},
+    {R"(],"name":"level"})", R"(],"name":"level"})", R"(},"name":"level"})", R"(],"level"])"},
+    4};
+/// Only children make an import go deeper. They may be in an object instead of an array.
+constexpr Sections kChildrenWithAll = {
+    {R"({"type":"CAEMODEL","metaData":{"m":{"value":"1"}},"files":[{"name":"f"}],"children":[)",
+     R"({"type":"CAEMODEL","metaData":{"m":{"value":"1"}},"files":{"f":{"name":"f"}},"children":{"m":)"},
+    {R"(],"name":"level"})", R"(},"name":"level"})"},
+    2};
 
-std::string NestedText(Shape shape, int levels) {
-    const Sections sections = SectionsOf(shape);
+std::string NestedText(const Sections& sections, int levels) {
     std::string text;
     for (int level = 0; level < levels; ++level) {
         text += sections.opening[level % sections.count];
     }
-    text += R"({"type":"CAEPART"})";
+    text += Innermost();
     for (int level = levels; level-- > 0;) {
         text += sections.closing[level % sections.count];
     }
     return text;
 }
 
-/// A document with the nested text in one section, or, where the shape has no section of its own, in all.
+/// The nested text in every section but the children.
+std::string InOtherSections(const std::string& nested) {
+    return R"("files":[)" + nested + R"(],"metaData":{"a":)" + nested + R"(},"unknown":)" + nested;
+}
+
+/// A document with the levels in the section of the shape, or, where it has no section of its own, in all.
 std::string DeepDocument(Shape shape, int levels, const std::string& head) {
-    const std::string nested = NestedText(shape, levels);
+    switch (shape) {
+        case Shape::kArrays: {
+            const std::string nested = NestedText(kArrays, levels);
+            return head + R"("children":[)" + nested + "]," + InOtherSections(nested) + "}";
+        }
+        case Shape::kMetadata:
+            return head + R"("metaData":{"a":)" + NestedText(kMetadata, levels) + "}}";
+        case Shape::kMixed:
+            return head + R"("children":[)" + NestedText(kChildrenWithAll, levels) + "]," +
+                   InOtherSections(NestedText(kInTurn, levels)) + "}";
+        default:
+            return head + R"("children":[)" + NestedText(kChildren, levels) + "]}";
+    }
+}
+
+/// The section of an answer in which the next level lies.
+std::string_view AnsweredSection(Shape shape, int level) {
     if (shape == Shape::kMetadata) {
-        return head + R"("metaData":)" + nested + "}";
+        return R"(,"metaData":[)";
     }
-    std::string text = head + R"("children":[)" + nested + "]";
-    if (shape != Shape::kChildren) {
-        text += R"(,"files":[)" + nested + R"(],"metaData":{"a":)" + nested + R"(},"unknown":)" + nested;
-    }
-    return text + "}";
+    const bool isFile = shape == Shape::kArrays || (shape == Shape::kMixed && level % 2 == 1);
+    return isFile ? R"(,"files":[)" : R"(,"children":[)";
 }
 
 /// An answer for as many objects of their own, from identifier 2 on.
 std::string DeepAnswer(Shape shape, int levels) {
     std::string text;
     for (int level = 0; level < levels; ++level) {
-        const bool isFile = shape == Shape::kArrays || (shape == Shape::kMixed && level % 2 == 1);
         const std::string id = std::to_string(level + 2);
-        text.append(R"({"id":")").append(id).append(R"(","dbkey":"K)").append(id);
-        text.append(isFile ? R"(","files":[)" : R"(","children":[)");
+        text.append(R"({"id":")").append(id).append(R"(","dbkey":"level)").append(id).append("\"");
+        text.append(AnsweredSection(shape, level));
     }
     return text + Repeat("]}", levels);
 }
 
 void FillDeep(TestProject& project, Shape shape, int levels) {
-    CAEObject* object = &project.Add(CAE_MODEL, L"a");
+    const OuString name(kNameOfLevel, 0);
+    CAEObject* object = &project.Add(CAE_MODEL, name);
     for (int level = 1; level < levels; ++level) {
         if (shape == Shape::kMetadata) {
-            SetMetadata(*object, OuString(std::to_string(level).c_str(), 0), L"v");
+            SetMetadata(*object, OuString((kNameOfLevel + std::to_string(level)).c_str(), 0), L"v");
             continue;
         }
         const bool isFile = shape == Shape::kArrays || (shape == Shape::kMixed && level % 2 == 1);
         object =
-            isFile ? &project.AddFile(*object, L"a", CAE_FILE_DECK) : &project.Add(*object, CAE_MODEL, L"a");
+            isFile ? &project.AddFile(*object, name, CAE_FILE_DECK) : &project.Add(*object, CAE_MODEL, name);
         if (shape == Shape::kMixed) {
             SetMetadata(*object, L"m", L"v");
         }
@@ -135,6 +153,12 @@ void FillDeep(TestProject& project, Shape shape, int levels) {
 }
 
 }  // namespace
+
+const std::string& Innermost() {
+    static const std::string text =
+        R"({"type":"CAEPART","createdBy":")" + std::string(kLongText, '.') + "\"}";
+    return text;
+}
 
 Material MiddleSized() {
     TestProject project;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -26,14 +27,22 @@ Material MiddleSized();
 enum class Shape {
     /// Objects below objects.
     kChildren,
-    /// Arrays in arrays, under every section; in the object model files of files.
+    /// Arrays in arrays, under every section; in the object model and in answers files of files.
     kArrays,
     /// Objects in the metadata of objects; in the object model, where metadata has no levels, as many
     /// entries.
     kMetadata,
-    /// All of them in turn.
+    /// All of them in turn, and children that have all of them.
     kMixed,
 };
+inline constexpr std::size_t kShapes = 4;
+
+/// Each level has this once for each section that has levels: it is the name of an object, file or metadata
+/// entry, a text, or the beginning of a key.
+inline constexpr const char* kNameOfLevel = "level";
+/// What the innermost level of a document has. Its text is so long that libjson takes a block of its own for
+/// it.
+const std::string& Innermost();
 
 /// Nested that many levels deep.
 Material Deep(Shape shape, int levels);
