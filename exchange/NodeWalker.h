@@ -37,6 +37,10 @@ template <typename Node, typename State>
 struct NodeVisit {
     Node& node;
     NodePlace place;
+    /// The array that the node is an element of, or the object that takes its place; null for a root.
+    Node* section;
+    /// The node's position there.
+    json_index_t position;
     /// The state that the visitor keeps for this node until the walk leaves it.
     State& own;
     /// The state of the node above; null for a root.
@@ -51,11 +55,11 @@ public:
         : order_(order), enter_(enter), leave_(leave) {}
 
     void Walk(Node& root) {
-        EnterNode(root, NodePlace::Root);
+        EnterNode(root, NodePlace::Root, nullptr, 0);
         while (!open_.empty()) {
             OpenNode& innermost = open_.back();
             if (Node* const element = NextElement(innermost)) {
-                EnterNode(*element, innermost.placeOfElements);
+                EnterNode(*element, innermost.placeOfElements, innermost.section, innermost.nextElement - 1);
             } else {
                 LeaveNode();
             }
@@ -65,9 +69,12 @@ public:
 private:
     /// A node that the walk has entered and not left, and what comes next in it.
     struct OpenNode {
-        OpenNode(Node& entered, NodePlace placeOfEntered) : node(entered), place(placeOfEntered) {}
+        OpenNode(Node& entered, NodePlace placeOfEntered, Node* sectionOfEntered, json_index_t positionThere)
+            : node(entered), place(placeOfEntered), sectionAbove(sectionOfEntered), position(positionThere) {}
         Node& node;
         NodePlace place;
+        Node* sectionAbove;
+        json_index_t position;
         State own{};
         /// If "children" and "files" are gone through separately, which of them it is now.
         NodePlace placeLookedFor = NodePlace::Child;
@@ -79,17 +86,22 @@ private:
 
     State* StateAbove(std::size_t depth) { return depth == 0 ? nullptr : &open_[depth - 1].own; }
 
-    void EnterNode(Node& node, NodePlace place) {
+    NodeVisit<Node, State> VisitInnermost() {
+        OpenNode& innermost = open_.back();
+        return {innermost.node,     innermost.place, innermost.sectionAbove,
+                innermost.position, innermost.own,   StateAbove(open_.size() - 1)};
+    }
+
+    void EnterNode(Node& node, NodePlace place, Node* section, json_index_t position) {
         // Entered nodes keep their addresses while others are added and removed at the end.
-        OpenNode& entered = open_.emplace_back(node, place);
-        if (!enter_(NodeVisit<Node, State>{node, place, entered.own, StateAbove(open_.size() - 1)})) {
+        open_.emplace_back(node, place, section, position);
+        if (!enter_(VisitInnermost())) {
             open_.pop_back();
         }
     }
 
     void LeaveNode() {
-        OpenNode& left = open_.back();
-        leave_(NodeVisit<Node, State>{left.node, left.place, left.own, StateAbove(open_.size() - 1)});
+        leave_(VisitInnermost());
         open_.pop_back();
     }
 
