@@ -59,6 +59,11 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"Apply", {"apply", "given/answer.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"ApplyDryRun", {"apply", "given/answer.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
 
+        {"ImportUpdate",
+         {"import", "--update", "--remove", "given/other.json", "work/p.kvp"},
+         FileUse::Changes,
+         "p.kvp"},
+
         {"Fetch", {"fetch", "KEY", "--db", "work/s.db", "-o", "out/document.json"}, FileUse::Reads, "s.db"},
 
         {"ImportNew", {"import", "given/document.json", "work/p.kvp"}, FileUse::Creates, "p.kvp"},

@@ -24,7 +24,7 @@ TEST_F(ProgramInputTest, ADeviceWithoutAnEndIsNotADocument) {
         "cannot read '/dev/zero': it is a device that gives more than a megabyte. Give a file with the "
         "document";
     ExpectRefused({"tree", "/dev/zero"}, message);
-    ExpectRefused({"compare", "/dev/zero", "p.kvp"}, message);
+    ExpectRefused({"compare", "/dev/zero", "p.kvp"}, message, 2);
     ExpectRefused({"import", "/dev/zero", "p.kvp"}, message);
     ExpectRefused({"import", "/dev/zero", "new.kvp"}, message);
     ExpectRefused({"apply", "/dev/zero", "p.kvp"}, message);

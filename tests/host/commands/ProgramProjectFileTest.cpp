@@ -101,8 +101,7 @@ TEST_F(ProgramProjectFile, NewRefusesBadUsageAndWhatCannotBeRead) {
 TEST_F(ProgramProjectFile, ImportMakesAProjectFileOrAddsToOne) {
     folder.Write("a.json", kSmall);
     EXPECT_EQ(DoAfterDryRun({"import", "a.json", "p.kvp"}),
-              "korvane-json: 'p.kvp': 1 object and 0 files created, 0 of the files attached, 0 keys set\n"
-              "korvane-json: 'p.kvp': members without effect (2): 'id' 2 times\n");
+              "korvane-json: 'p.kvp': 1 object and 0 files created, 0 of the files attached, 0 keys set\n");
     folder.Write("b.json", R"({"name":"B","type":"CAEPART","files":[{"name":"b.step","fileType":"CAD"}]})");
     EXPECT_EQ(DoAfterDryRun({"import", "b.json", "p.kvp", "--object", "2"}),
               "korvane-json: 'p.kvp': 0 objects and 1 file created, 1 of the files attached, 0 keys set\n");
@@ -119,6 +118,58 @@ TEST_F(ProgramProjectFile, ImportMakesAProjectFileOrAddsToOne) {
     // Files are expected beside the project file.
     folder.Write("b.step", "12345");
     EXPECT_NE(OutputOf({"tree", "p.kvp"}).find("5 B"), std::string::npos);
+}
+
+TEST_F(ProgramProjectFile, ImportUpdatesWhatIsThere) {
+    folder.Write("a.json", R"({"name":"P","type":"SIMULATION","children":[)"
+                           R"({"name":"A","type":"CAEPART","dbkey":"K1","metaData":{"Mass":{"value":"3",)"
+                           R"("metaDataType":"kg"}}},{"name":"B","type":"CAEPART","dbkey":"K2"}]})");
+    Do({"import", "a.json", "p.kvp"});
+    const std::string before = Read("p.kvp");
+    EXPECT_EQ(Do({"import", "--update", "a.json", "p.kvp"}), "korvane-json: 'p.kvp': nothing has changed\n");
+    EXPECT_EQ(Read("p.kvp"), before);
+    folder.Write("b.json", R"({"name":"P","type":"SIMULATION","children":[)"
+                           R"({"name":"S","type":"CAEMODEL","children":[{"name":"A2","type":"CAEPART",)"
+                           R"("dbkey":"K1","metaData":{"Mass":{"value":"4","metaDataType":"kg"}}}]}]})");
+    EXPECT_EQ(
+        DoAfterDryRun({"import", "--update", "b.json", "p.kvp"}),
+        "korvane-json: 'p.kvp': 1 object and 0 files added, 2 values changed, 1 object moved, 0 removed\n"
+        "korvane-json: 'p.kvp': added (1): 'S'\n"
+        "korvane-json: 'p.kvp': moved (1): 'A' (id 2) moves from 'P' (id 1) to 'S' (id 4)\n"
+        "korvane-json: 'p.kvp': changed (2): 'name' of 'A' (id 2): 'A' becomes 'A2'; the metadata entry "
+        "'Mass' of 'A2' (id 2): '3' becomes '4'\n"
+        "korvane-json: 'p.kvp': not in the document, and kept (1): 'B' (id 3)\n");
+    EXPECT_EQ(
+        DoAfterDryRun({"import", "--update", "--remove", "b.json", "p.kvp"}),
+        "korvane-json: 'p.kvp': 0 objects and 0 files added, 0 values changed, 0 objects moved, 1 removed\n"
+        "korvane-json: 'p.kvp': removed (1): 'B' (id 3)\n");
+    EXPECT_EQ(OutputOf({"tree", "p.kvp"}),
+              "P         Project  #1  SIMULATION\n"
+              "`- S      Model    #4\n"
+              "   `- A2  Part     #2  key K1\n"
+              "         Mass: 4\n"
+              "\n"
+              "1 study, 1 part, 0 files (0 B)\n");
+}
+
+TEST_F(ProgramProjectFile, StrictAllowsNothingToBeSkipped) {
+    folder.Write("a.json", kSmall);
+    Do({"import", "--strict", "a.json", "p.kvp"});
+    folder.Write("b.json", R"({"name":"P","type":"SIMULATION","children":[{"name":"n"}],"foo":1})");
+    for (const std::string target : {"p.kvp", "new.kvp"}) {
+        ExpectRefused({"import", "--strict", "b.json", target},
+                      "2 values of 'b.json' cannot be used, which --strict does not allow, the first at "
+                      "'/children/0': 'n' is left out with everything below it, because it has no \"type\". "
+                      "Nothing was changed; without --strict the rest is taken");
+    }
+    folder.Write("answer.json", R"([{"id":"2","dbkey":"K"},{"id":"99","dbkey":"L"}])");
+    ExpectRefused(
+        {"apply", "--strict", "answer.json", "p.kvp"},
+        "1 value of 'answer.json' cannot be used, which --strict does not allow, the first at '': no object "
+        "has the identifier '99' with the key 'L'. Nothing was changed; without --strict the rest is taken");
+    Do({"apply", "answer.json", "p.kvp"});
+    ExpectRefused({"import", "--remove", "a.json", "p.kvp"},
+                  "--remove requires --update. See 'korvane-json import --help'", 2);
 }
 
 TEST_F(ProgramProjectFile, ImportRefusesWithoutChangingAnything) {
@@ -181,9 +232,9 @@ TEST_F(ProgramProjectFile, ApplyRefusesWithoutChangingAnything) {
     EXPECT_EQ(broken.status, 1);
     EXPECT_TRUE(broken.error.starts_with("korvane-json: cannot read 'broken.json': line 3, column 3: "))
         << broken.error;
-    ExpectRefused(
-        {"apply", "number.json", "p.kvp"},
-        "cannot use 'number.json': an answer is an object or an array of objects. Nothing was changed");
+    ExpectRefused({"apply", "number.json", "p.kvp"},
+                  "cannot use 'number.json': an answer is an object or an array of objects. Give the answer "
+                  "to a document of this project. Nothing was changed");
     ExpectRefused({"apply", "answer.json", "missing.kvp"},
                   "'missing.kvp' does not exist. Nothing was changed");
     ExpectRefused({"apply", "answer.json", "answer.json"},

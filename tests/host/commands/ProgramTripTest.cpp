@@ -49,12 +49,11 @@ TEST_F(ProgramTrip, OfTheExamples) {
     Do({"new", KORVANEJSON_EXAMPLES "/bracket-project", "first.kvp"});
     const std::string said = GoOn();
     EXPECT_EQ(applied, "korvane-json: 'first.kvp': 44 keys set, 0 unchanged\n");
-    EXPECT_TRUE(
-        said.starts_with("korvane-json: 'second.kvp': 22 objects and 21 files created, 19 of the files "
-                         "attached and 2 as children, 44 keys set\n"
-                         "korvane-json: 'second.kvp': members without effect ("))
-        << said;
-    EXPECT_EQ(std::ranges::count(said, '\n'), 2) << said;
+    // What every document has and no import uses is no news.
+    EXPECT_EQ(
+        said,
+        "korvane-json: 'second.kvp': 22 objects and 21 files created, 19 of the files attached and 2 as "
+        "children, 44 keys set\n");
     EXPECT_EQ(compared,
               "the same, apart from what the format does not carry: 23 objects and 21 files compared\n");
     SaveDocument(Read("doc.json"));
