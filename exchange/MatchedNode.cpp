@@ -31,6 +31,11 @@ std::string SignOf(Kind kind, const OuString& name) {
     return Sign('k', static_cast<int>(kind), name);
 }
 
+std::string SignOfType(const OuString& type, const OuString& name) {
+    const std::string typeText = ComparedName(type);
+    return Sign('t', static_cast<int>(typeText.size()), name) + typeText;
+}
+
 std::string SignOfLink(const OuString& key, const OuString& name) {
     const std::string keyText = Utf8Of(key);
     return Sign('l', static_cast<int>(keyText.size()), name) + keyText;
@@ -85,6 +90,10 @@ const std::vector<CAEObject*>& MatchedNode::ListedChildren() {
                 continue;
             }
             children_.Add(SignOf(kind, name), *child, !IsEmpty(key));
+            if (auto* const project = dynamic_cast<CAEProject*>(child)) {
+                children_.Add(SignOfType(project->getAdditionalType(), ExportedName(*child)), *child,
+                              !IsEmpty(key));
+            }
             // What is exported under another name is recognised by that, too.
             if (const OuString exported = ExportedName(*child); !AreEqual(exported, name)) {
                 children_.Add(SignOf(kind, exported), *child, !IsEmpty(key));
@@ -106,9 +115,6 @@ const std::vector<CAEFile*>& MatchedNode::ListedFiles() {
         for (CAEFile* const file : listedFiles_) {
             const OuString key = file->getDBKey();
             fileSet_.insert(file);
-            KeyOwners& owners = filesByKey_[Utf8Of(key)];
-            owners.file = file;
-            ++owners.count;
             if (!keys_.HasFile(key)) {
                 files_.Add(SignOfFile(FileTypeOf(*file), ExportedName(*file)), *file, !IsEmpty(key));
             }
@@ -120,12 +126,6 @@ const std::vector<CAEFile*>& MatchedNode::ListedFiles() {
 Candidates& MatchedNode::Files() {
     ListedFiles();
     return files_;
-}
-
-MatchedNode::KeyOwners MatchedNode::FilesWith(const OuString& key) {
-    ListedFiles();
-    const auto found = filesByKey_.find(Utf8Of(key));
-    return found == filesByKey_.end() ? KeyOwners() : found->second;
 }
 
 bool MatchedNode::HasFile(const CAEFile& file) {

@@ -56,12 +56,6 @@ public:
     Candidates& Files();
     const std::vector<CAEFile*>& ListedFiles();
 
-    struct KeyOwners {
-        CAEFile* file = nullptr;
-        std::size_t count = 0;
-    };
-    /// Those of the listed files that have the key.
-    KeyOwners FilesWith(const OuString& key);
     bool HasFile(const CAEFile& file);
 
     struct Entry {
@@ -95,7 +89,6 @@ private:
     std::vector<CAEFile*> listedFiles_;
     Candidates children_;
     Candidates files_;
-    std::unordered_map<std::string, KeyOwners> filesByKey_;
     std::unordered_set<const CAEFile*> fileSet_;
     std::unordered_map<std::string, Entry> entries_;
     std::vector<std::string> listedEntries_;
@@ -103,6 +96,8 @@ private:
 
 /// By what an object is recognised, without a key: its kind and name.
 std::string SignOf(format::Kind kind, const OuString& name);
+/// The same for a project by the "type" that an export writes for it, which no import reads as a kind.
+std::string SignOfType(const OuString& type, const OuString& name);
 /// The same for a view item with the key of what it shows.
 std::string SignOfLink(const OuString& key, const OuString& name);
 /// The same for a file, by its type and name.

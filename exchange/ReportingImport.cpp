@@ -46,6 +46,10 @@ std::string Of(const JSONNode& node) {
 
 }  // namespace
 
+bool IsAssembly(Kind kind) {
+    return kind == Kind::kSubAssembly || kind == Kind::kIterationModel;
+}
+
 ReportingImport::ReportingImport(const ImportOptions& options, ImportReport& report, std::size_t total)
     : options_(options), report_(report), builder_(report), total_(total) {}
 
@@ -94,7 +98,8 @@ const std::string& ReportingImport::Component() {
 void ReportingImport::Tell(Reason reason, const std::string& component, int identifier,
                            const std::string& subject, const std::string& sentence) {
     if (builder_.IsListing()) {
-        builder_.Add(reason, Pointer() + component, identifier, subject, sentence);
+        const int told = identifier == 0 ? frames_.back().identifier : identifier;
+        builder_.Add(reason, Pointer() + component, told, subject, sentence);
     } else {
         builder_.CountUnlisted(reason);
     }
@@ -116,7 +121,8 @@ bool ReportingImport::EnterRoot(const ImportTarget& target, const JSONNode& node
     if (!HasType(node)) {
         return false;
     }
-    report_.root = target.object->getID();
+    frame.identifier = target.object->getID();
+    report_.root = frame.identifier;
     report_.hasRoot = true;
     return true;
 }
@@ -237,13 +243,28 @@ void ReportingImport::TellOfText(const JSONNode& value, const std::string& compo
 
 bool ReportingImport::SetsMember(const ImportTarget& target, format::MemberName member,
                                  const OuString& value) {
-    if (member == format::member::kDatabaseKey) {
-        if (isNullKey_) {
-            return false;
-        }
-        report_.keys += IsEmpty(value) ? 0 : 1;
+    if (member == format::member::kDatabaseKey && isNullKey_) {
+        return false;
     }
-    return target.object != nullptr && (!options_.dryRun || frames_.back().isFileRecord);
+    CountKey(member, value);
+    return Sets(target, member, value);
+}
+
+void ReportingImport::CountKey(format::MemberName member, const OuString& value) {
+    report_.keys += member == format::member::kDatabaseKey && !IsEmpty(value) ? 1 : 0;
+}
+
+bool ReportingImport::Sets(const ImportTarget& target, format::MemberName member, const OuString& value) {
+    Frame& frame = frames_.back();
+    if (options_.dryRun && member == format::member::kDatabaseKey && !frame.isFileRecord) {
+        if (target.Kind() == Kind::kViewItem) {
+            frame.linkKey = value;
+        } else if (IsAssembly(target.Kind())) {
+            assemblyKeys_.insert(Utf8Of(value));
+            assembliesWithOtherKeys_.insert(frame.identifier);
+        }
+    }
+    return target.object != nullptr && (!options_.dryRun || frame.isFileRecord);
 }
 
 // Metadata
@@ -338,6 +359,7 @@ std::optional<ImportTarget> ReportingImport::Make(const ImportTarget& parent, co
     if (options_.dryRun ? kind != Kind::kUnknown : made.object != nullptr) {
         Frame& frame = frames_.back();
         frame.isNew = true;
+        frame.identifier = made.object == nullptr ? 0 : made.object->getID();
         ++report_.membersTaken;
         if (made.Kind() == Kind::kFile) {
             ++report_.filesAdded;
@@ -375,21 +397,42 @@ std::optional<ImportTarget> ReportingImport::EnterChild(const ImportTarget& pare
         Leave();
         return std::nullopt;
     }
-    TellAdded(child->object == nullptr ? 0 : child->object->getID());
+    TellAdded();
     if (frames_.size() == 2 && frames_.front().node == nullptr) {
         report_.hasRoot = true;
-        report_.root = child->object == nullptr ? 0 : child->object->getID();
+        report_.root = frames_.back().identifier;
     }
     return child;
 }
 
-void ReportingImport::TellAdded(int) {
+void ReportingImport::TellAdded() {
     builder_.Count(Reason::kAdded);
 }
 
 bool ReportingImport::ResolvesReference(const ImportTarget& viewItem) {
     ++report_.viewItems;
-    return viewItem.object != nullptr && !options_.dryRun;
+    if (!options_.dryRun) {
+        return viewItem.object != nullptr;
+    }
+    const Frame& frame = frames_.back();
+    const OuString key = frame.linkKey                ? *frame.linkKey
+                         : viewItem.object != nullptr ? viewItem.object->getLinkDBKey()
+                                                      : OuString();
+    if (HasMasterAssembly(viewItem.project, key)) {
+        ++report_.viewItemsLinked;
+    } else {
+        TellNoMasterAssembly(frame.identifier, key);
+    }
+    return false;
+}
+
+bool ReportingImport::HasMasterAssembly(CAEProject* project, const OuString& key) const {
+    if (IsEmpty(key) || project == nullptr) {
+        return false;
+    }
+    int master = 0;
+    getMasterAssemblyCAEIDByITEMID(project, key, master);
+    return (master != 0 && !assembliesWithOtherKeys_.contains(master)) || assemblyKeys_.contains(Utf8Of(key));
 }
 
 void ReportingImport::LeaveReference(const ImportTarget& viewItem, bool isFound) {
@@ -397,10 +440,17 @@ void ReportingImport::LeaveReference(const ImportTarget& viewItem, bool isFound)
         ++report_.viewItemsLinked;
         return;
     }
+    TellNoMasterAssembly(viewItem.object->getID(), viewItem.object->getLinkDBKey());
+}
+
+void ReportingImport::TellNoMasterAssembly(int identifier, const OuString& key) {
     const Frame& frame = frames_.back();
-    Tell(Reason::kNoMasterAssembly, {}, viewItem.object->getID(), [&] {
-        const std::string subject =
-            Describe(*frame.node) + " with the key " + Excerpt(Utf8Of(viewItem.object->getLinkDBKey()));
+    Tell(Reason::kNoMasterAssembly, {}, identifier, [&] {
+        const std::string node = Describe(*frame.node);
+        if (IsEmpty(key)) {
+            return std::pair(node, node + " shows nothing, because it has no key");
+        }
+        const std::string subject = node + " with the key " + Excerpt(Utf8Of(key));
         return std::pair(subject,
                          subject + " shows nothing, because no assembly with its key came before it");
     });
@@ -449,23 +499,33 @@ bool ReportingImport::SetsPath(CAEFile&, const OuString&) {
 }
 
 bool ReportingImport::AttachesFile(const ImportTarget& owner, CAEFile& file) {
+    Frame& frame = frames_.back();
     ++report_.filesAdded;
-    TellAdded(0);
-    if (IsAttached(FileTypeOf(file), owner.Kind())) {
-        ++report_.filesAttached;
-    } else {
-        const Frame& frame = frames_.back();
-        Tell(Reason::kUnattached, {}, 0, [&] {
-            const Frame& above = frames_[frames_.size() - 2];
-            const std::string subject = Describe(*frame.node) + " at " + Describe(*above.node);
-            return std::pair(subject, "the file " + subject +
-                                          " is attached to no object, because its type has no role there");
-        });
-    }
+    frame.isUnattached = !IsAttached(FileTypeOf(file), owner.Kind());
+    report_.filesAttached += frame.isUnattached ? 0 : 1;
+    // It gets its identifier when it has been attached.
+    frame.madeFile = options_.dryRun ? nullptr : &file;
     return !options_.dryRun;
 }
 
+void ReportingImport::TellUnattached() {
+    Tell(Reason::kUnattached, {}, 0, [&] {
+        const std::string subject =
+            Describe(*frames_.back().node) + " at " + Describe(*AboveInnermost().node);
+        return std::pair(
+            subject, "the file " + subject + " is attached to no object, because its type has no role there");
+    });
+}
+
 void ReportingImport::LeaveFile(const ImportTarget&) {
+    Frame& frame = frames_.back();
+    if (frame.isNew) {
+        frame.identifier = frame.madeFile == nullptr ? 0 : frame.madeFile->getID();
+        TellAdded();
+    }
+    if (frame.isUnattached) {
+        TellUnattached();
+    }
     Leave();
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_set>
 
@@ -64,6 +65,13 @@ protected:
         bool isFileRecord = false;
         /// Whether the object or file is made for this node.
         bool isNew = false;
+        /// The identifier of the object or file that it is read onto; 0 as long as there is none.
+        int identifier = 0;
+        /// The new file, as soon as it has been read.
+        const CAEFile* madeFile = nullptr;
+        bool isUnattached = false;
+        /// In a dry run, the key that the view item would get for what it shows.
+        std::optional<OuString> linkKey = {};
 
         // What is being read in it.
         std::string_view openSection = {};
@@ -93,7 +101,8 @@ protected:
     Frame& Enter(const JSONNode& element, bool isFileRecord);
     void Leave() { frames_.pop_back(); }
 
-    /// Lists something about the innermost node, or about what the component leads to from there.
+    /// Lists something about the innermost node, or about what the component leads to from there. Without an
+    /// identifier it is that of the node's object.
     void Tell(Reason reason, const std::string& component, int identifier, const std::string& subject,
               const std::string& sentence);
     /// The same, where the texts are made only if the entry is listed. `texts` gives subject and sentence.
@@ -107,9 +116,18 @@ protected:
     /// A new object for the element; nothing, after an entry, if the object model makes none.
     std::optional<ImportTarget> Make(const ImportTarget& parent, const JSONNode& element);
     /// Something was made for the innermost node. This import counts it, and does not list it.
-    virtual void TellAdded(int identifier);
+    virtual void TellAdded();
     /// Whether the name of a file record leads out of the directory; if so, an entry says it.
     bool IsStray(const JSONNode& record);
+    /// Counts a key of the document.
+    void CountKey(format::MemberName member, const OuString& value);
+    /// Whether the value, which is not there yet, is set now. In a dry run, notes what follows from it.
+    bool Sets(const ImportTarget& target, format::MemberName member, const OuString& value);
+    /// Whether a view item with the key, which is not empty, shows something; in a dry run also, whether it
+    /// would.
+    bool HasMasterAssembly(CAEProject* project, const OuString& key) const;
+    /// Tells that the view item that was read shows nothing.
+    void TellNoMasterAssembly(int identifier, const OuString& key);
     /// A step of the work, for the progress callback. Throws StopImport where that ends the import.
     void CountStep();
     std::string Pointer() const;
@@ -123,6 +141,7 @@ private:
     void TellOfTaken(const JSONNode& member, const format::MemberEffect& known);
     void TellOfText(const JSONNode& value, const std::string& component, const std::string& name);
     void TellOfRecordMembers(const JSONNode& record, const std::string& component, const std::string& name);
+    void TellUnattached();
     const ImportOptions& options_;
     ImportReport& report_;
     ReportBuilder builder_;
@@ -134,7 +153,13 @@ private:
     bool isNullKey_ = false;
     std::size_t nextRecord_ = 0;
     std::string recordComponent_;
+    /// In a dry run, the keys that assemblies would get, and the assemblies that would get another.
+    std::unordered_set<std::string> assemblyKeys_;
+    std::unordered_set<int> assembliesWithOtherKeys_;
 };
+
+/// Whether view items can show an object of the kind.
+bool IsAssembly(format::Kind kind);
 
 /// Ends an import between two objects.
 struct StopImport {};

@@ -40,16 +40,34 @@ std::vector<CAEFile*> FilesOf(CAEObject& object) {
 }
 
 TreeIndex::TreeIndex(CAEObject& root) {
-    std::unordered_set<const CAEObject*> known;
-    std::vector<CAEObject*> open = {&root};
+    AddTree(root, nullptr);
+    CAEObject* top = &root;
+    while (CAEObject* const above = top->getParent()) {
+        top = above;
+    }
+    if (top != &root) {
+        AddTree(*top, &root);
+    }
+}
+
+void TreeIndex::AddTree(CAEObject& top, const CAEObject* without) {
+    const bool isOutside = without != nullptr;
+    std::vector<CAEObject*> open = {&top};
     while (!open.empty()) {
         CAEObject& object = *open.back();
         open.pop_back();
-        Add(KindOf(object) == Kind::kViewItem ? viewItems_ : objects_, object);
+        if (&object == without) {
+            continue;
+        }
+        if (KindOf(object) != Kind::kViewItem) {
+            Add(objects_, object, isOutside);
+        } else if (!isOutside) {
+            Add(viewItems_, object, false);
+        }
         for (CAEFile* const file : FilesOf(object)) {
             // A file may be attached to several objects.
-            if (known.insert(file).second) {
-                Add(files_, *file);
+            if (knownFiles_.insert(file).second) {
+                Add(files_, *file, false);
             }
         }
         const std::vector<CAEObject*> children = ChildrenOf(object);
@@ -57,7 +75,7 @@ TreeIndex::TreeIndex(CAEObject& root) {
     }
 }
 
-void TreeIndex::Add(Map& map, CAEObject& object) {
+void TreeIndex::Add(Map& map, CAEObject& object, bool isOutside) {
     const OuString key = object.getDBKey();
     if (IsEmpty(key)) {
         return;
@@ -65,6 +83,7 @@ void TreeIndex::Add(Map& map, CAEObject& object) {
     Owners& owners = map[Utf8Of(key)];
     if (owners.object == nullptr && owners.several.empty()) {
         owners.object = &object;
+        owners.isOutside = isOutside;
         return;
     }
     if (owners.several.empty()) {
@@ -96,7 +115,7 @@ DocumentKeys::DocumentKeys(const JSONNode& root) {
         const bool isFile = visit.place == NodePlace::FileRecord;
         elements_ += visit.place == NodePlace::Root ? 0 : 1;
         if (isFile) {
-            files_.insert(Utf8Of(TextOf(LastMembers(visit.node).key)));
+            ReadFile(visit.node);
         } else {
             Read(visit.node);
         }
@@ -113,9 +132,18 @@ void DocumentKeys::Read(const JSONNode& node) {
     }
 }
 
+void DocumentKeys::ReadFile(const JSONNode& record) {
+    const OuString key = TextOf(LastMembers(record).key);
+    if (!IsEmpty(key)) {
+        FileRecords& records = files_[Utf8Of(key)];
+        records.first = records.first == nullptr ? &record : records.first;
+        records.areDifferent = records.areDifferent || *records.first != record;
+    }
+}
+
 bool DocumentKeys::HasTwice(const OuString& key) const {
     const auto found = counts_.find(Utf8Of(key));
-    return found != counts_.end() && found->second > 1;
+    return found != counts_.end() && (found->second > 1 || HasFile(key));
 }
 
 bool DocumentKeys::Has(const OuString& key) const {
@@ -124,6 +152,11 @@ bool DocumentKeys::Has(const OuString& key) const {
 
 bool DocumentKeys::HasFile(const OuString& key) const {
     return !IsEmpty(key) && files_.contains(Utf8Of(key));
+}
+
+bool DocumentKeys::HasFileTwice(const OuString& key) const {
+    const auto found = files_.find(Utf8Of(key));
+    return Has(key) || (found != files_.end() && found->second.areDifferent);
 }
 
 LastMembers::LastMembers(const JSONNode& node) {

@@ -17,10 +17,10 @@ std::vector<CAEObject*> ChildrenOf(CAEObject& object);
 /// The files attached to the object that its project knows.
 std::vector<CAEFile*> FilesOf(CAEObject& object);
 
-/// What has a database key: the objects of a tree, view items left out, and their files.
+/// What has a database key: the objects of a tree and their files.
 class TreeIndex {
 public:
-    /// The object and everything below it.
+    /// The object, everything below it, and the rest of the tree that it hangs in.
     explicit TreeIndex(CAEObject& root);
 
     struct Owners {
@@ -28,39 +28,55 @@ public:
         CAEObject* object = nullptr;
         /// All of them, where there are several.
         std::vector<CAEObject*> several = {};
+        /// Whether it is neither the root of this index nor below that. Not said of files.
+        bool isOutside = false;
     };
+    /// View items left out.
     const Owners& ObjectsWith(const OuString& key) const;
-    /// The same for view items, by their own key.
+    /// The same for view items at the root or below it, by their own key.
     const Owners& ViewItemsWith(const OuString& key) const;
     const Owners& FilesWith(const OuString& key) const;
 
 private:
     using Map = std::unordered_map<std::string, Owners>;
-    static void Add(Map& map, CAEObject& object);
+    /// Goes through the tree of the object, `without` and what is below that left out.
+    void AddTree(CAEObject& top, const CAEObject* without);
+    static void Add(Map& map, CAEObject& object, bool isOutside);
     static const Owners& Find(const Map& map, const OuString& key);
 
     Map objects_;
     Map viewItems_;
     Map files_;
+    std::unordered_set<const CAEObject*> knownFiles_;
 };
 
-/// The keys that a document's object nodes have, view items left out, and how many elements there are.
+/// The keys that a document's object nodes and file records have, those of view items left out, and how many
+/// elements there are.
 class DocumentKeys {
 public:
     explicit DocumentKeys(const JSONNode& root);
 
     /// Whether objects have the key, file records left out.
     bool Has(const OuString& key) const;
+    /// Whether the key is one of several objects, or of an object and a file.
     bool HasTwice(const OuString& key) const;
     bool HasFile(const OuString& key) const;
+    /// Whether the key is one of an object and a file, or of files that are not alike: an export writes a
+    /// file that several objects have several times.
+    bool HasFileTwice(const OuString& key) const;
     /// Objects and file records.
     std::size_t ElementCount() const { return elements_; }
 
 private:
     void Read(const JSONNode& node);
+    void ReadFile(const JSONNode& record);
 
     std::unordered_map<std::string, std::size_t> counts_;
-    std::unordered_set<std::string> files_;
+    struct FileRecords {
+        const JSONNode* first = nullptr;
+        bool areDifferent = false;
+    };
+    std::unordered_map<std::string, FileRecords> files_;
     std::size_t elements_ = 0;
 };
 

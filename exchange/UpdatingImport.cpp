@@ -2,6 +2,7 @@
 
 #include <korvaneexchange/PrintableText.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -16,10 +17,6 @@ using format::Kind;
 
 namespace korvane::exchange {
 namespace {
-
-bool IsAssembly(Kind kind) {
-    return kind == Kind::kSubAssembly || kind == Kind::kIterationModel;
-}
 
 std::string Became(const OuString& from, const OuString& to) {
     return Excerpt(Utf8Of(from)) + " becomes " + Excerpt(Utf8Of(to));
@@ -36,21 +33,11 @@ format::FileType FileTypeOfRecord(const LastMembers& last) {
                                     : static_cast<format::FileType>(GetCAEFileType(TextOf(last.fileType)));
 }
 
-/// Whether one of the files of the object, or of those below it, is among these.
-bool HasFileAmong(CAEObject& root, const std::unordered_set<const CAEObject*>& files) {
-    std::vector<CAEObject*> open = {&root};
-    while (!files.empty() && !open.empty()) {
-        CAEObject& object = *open.back();
-        open.pop_back();
-        for (const CAEFile* const file : FilesOf(object)) {
-            if (files.contains(file)) {
-                return true;
-            }
-        }
-        const std::vector<CAEObject*> children = ChildrenOf(object);
-        open.insert(open.end(), children.begin(), children.end());
-    }
-    return false;
+/// Whether an export writes the "type" for the object: for a project its own, which no import reads as a
+/// kind.
+bool IsOfType(CAEObject& object, const OuString& type) {
+    const auto* const project = dynamic_cast<CAEProject*>(&object);
+    return project != nullptr && AreEqualInAnyCase(project->getAdditionalType(), type);
 }
 
 bool IsInLineWithKey(CAEObject& object, const OuString& value, OuString& present) {
@@ -94,6 +81,7 @@ UpdatingImport::UpdatingImport(const ImportOptions& options, ImportReport& repor
 void UpdatingImport::Match(CAEObject& object, const JSONNode& element) {
     landed_.insert(&object);
     open_.insert(&object);
+    Innermost().identifier = object.getID();
     Innermost().matching = std::make_unique<MatchedNode>(object, element, keys_);
 }
 
@@ -137,7 +125,9 @@ UpdatingImport::Found UpdatingImport::Conflict(const JSONNode& element, CAEObjec
     return {.isConflict = true};
 }
 
-UpdatingImport::Found UpdatingImport::FindByKey(const JSONNode& element, const OuString& key, Kind kind) {
+UpdatingImport::Found UpdatingImport::FindByKey(const JSONNode& element, const OuString& key,
+                                                const OuString& type) {
+    const Kind kind = format::KindOfType(AnsiFormOf(type));
     const std::string shown = "the key " + Excerpt(Utf8Of(key));
     const TreeIndex::Owners& owners = index_.ObjectsWith(key);
     if (keys_.HasTwice(key)) {
@@ -147,12 +137,23 @@ UpdatingImport::Found UpdatingImport::FindByKey(const JSONNode& element, const O
         inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
         return Conflict(element, nullptr, shown + " belongs to several objects");
     }
+    if (const TreeIndex::Owners& files = index_.FilesWith(key);
+        files.object != nullptr || !files.several.empty()) {
+        inConflict_.insert(inConflict_.end(), files.several.begin(), files.several.end());
+        return Conflict(element, files.object, shown + " belongs to a file");
+    }
     if (owners.object == nullptr) {
         return {};
     }
-    if (KindOf(*owners.object) != kind) {
+    if (owners.isOutside) {
         return Conflict(element, owners.object,
-                        shown + " belongs to an object of another kind, " + Describe(*owners.object));
+                        shown + " belongs to an object that is not below the target of the import, " +
+                            DescribeAsItWas(*owners.object));
+    }
+    const bool isOfType = kind == Kind::kUnknown && IsOfType(*owners.object, type);
+    if (KindOf(*owners.object) != kind && !isOfType) {
+        return Conflict(element, owners.object,
+                        shown + " belongs to an object of another kind, " + DescribeAsItWas(*owners.object));
     }
     if (open_.contains(owners.object)) {
         return Conflict(element, owners.object, shown + " belongs to an object that it lies below");
@@ -176,7 +177,8 @@ UpdatingImport::Found UpdatingImport::FindObject(const JSONNode& element, const 
             return {.object = linked};
         }
     } else if (!IsEmpty(key)) {
-        if (const Found found = FindByKey(element, key, kind); found.isConflict || found.object != nullptr) {
+        if (const Found found = FindByKey(element, key, TextOf(last.type));
+            found.isConflict || found.object != nullptr) {
             return found;
         }
     }
@@ -184,6 +186,9 @@ UpdatingImport::Found UpdatingImport::FindObject(const JSONNode& element, const 
         return {};
     }
     const bool withoutKey = !IsEmpty(key) && kind != Kind::kViewItem;
+    if (kind == Kind::kUnknown) {
+        return {.object = parent->Children().Find(SignOfType(TextOf(last.type), name), withoutKey, landed_)};
+    }
     if (kind != Kind::kProject) {
         return {.object = parent->Children().Find(SignOf(kind, name), withoutKey, landed_)};
     }
@@ -213,11 +218,11 @@ bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
     }
     ++Result().objectsMoved;
     Tell(Reason::kMoved, {}, object.getID(), [&] {
-        const std::string subject = Describe(object);
-        return std::pair(
-            subject,
-            subject + " moves from " + (from == nullptr ? "nowhere" : Describe(*from)) + " to " +
-                (parent.object == nullptr ? Describe(*AboveInnermost().node) : Describe(*parent.object)));
+        const std::string subject = DescribeAsItWas(object);
+        return std::pair(subject, subject + " moves from " +
+                                      (from == nullptr ? "nowhere" : DescribeAsItWas(*from)) + " to " +
+                                      (parent.object == nullptr ? Describe(*AboveInnermost().node)
+                                                                : DescribeAsItWas(*parent.object)));
     });
     return true;
 }
@@ -242,24 +247,32 @@ std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& paren
                 if (child->object != nullptr) {
                     open_.insert(child->object);
                 }
-                TellAdded(child->object == nullptr ? 0 : child->object->getID());
+                TellAdded();
             }
         }
     }
     if (!child) {
+        KeepOwnerOfKey(element);
         Leave();
         return std::nullopt;
     }
     if (isRoot) {
         Result().hasRoot = true;
-        Result().root = child->object == nullptr ? 0 : child->object->getID();
+        Result().root = Innermost().identifier;
     }
     return child;
 }
 
-void UpdatingImport::TellAdded(int identifier) {
+void UpdatingImport::KeepOwnerOfKey(const JSONNode& element) {
+    const TreeIndex::Owners& owners = index_.ObjectsWith(TextOf(LastMembers(element).key));
+    if (owners.object != nullptr) {
+        inConflict_.push_back(owners.object);
+    }
+}
+
+void UpdatingImport::TellAdded() {
     const Frame& frame = Innermost();
-    Tell(Reason::kAdded, {}, identifier, [&] {
+    Tell(Reason::kAdded, {}, 0, [&] {
         const std::string subject = (frame.isFileRecord ? "the file " : "") + Describe(*frame.node);
         return std::pair(subject, subject + " is new");
     });
@@ -273,7 +286,7 @@ void UpdatingImport::LeaveMatched(Frame& frame) {
     CAEObject& object = match->Object();
     const auto tellKept = [&](format::MemberName section, const std::string& what) {
         Tell(Reason::kKept, PointerTo(section.View()), object.getID(), [&] {
-            const std::string subject = what + " of " + Describe(object);
+            const std::string subject = what + " of " + DescribeAsItWas(object);
             return std::pair(subject, subject + " is not in the document, and stays");
         });
     };
@@ -288,7 +301,7 @@ void UpdatingImport::LeaveMatched(Frame& frame) {
     if (frame.hasFiles) {
         for (CAEFile* const file : match->ListedFiles()) {
             if (!landed_.contains(file)) {
-                tellKept(member::kFiles, "the file " + Describe(*file));
+                tellKept(member::kFiles, "the file " + DescribeAsItWas(*file));
             }
         }
     }
@@ -317,7 +330,7 @@ void UpdatingImport::Finish() {
     // Nothing is done for objects in conflict, so what they lie below stays too.
     std::unordered_set<const CAEObject*> staying;
     for (CAEObject* object : inConflict_) {
-        while (object != nullptr && staying.insert(object).second) {
+        while (object != nullptr && !landed_.contains(object) && staying.insert(object).second) {
             object = object->getParent();
         }
     }
@@ -327,13 +340,14 @@ void UpdatingImport::Finish() {
             continue;
         }
         const int identifier = object->getID();
-        const std::string subject = Describe(*object);
-        const bool isRemoved =
-            Options().remove && !staying.contains(object) && !HasFileAmong(*object, staying);
+        const std::string subject = DescribeAsItWas(*object);
+        const std::optional<std::size_t> removed =
+            Options().remove && !staying.contains(object) ? CountRemoved(*object, staying) : std::nullopt;
+        const bool isRemoved = removed.has_value();
         if (isRemoved && !Options().dryRun) {
             object->getParent()->detachChild(object, true);
         }
-        Result().objectsRemoved += isRemoved ? 1 : 0;
+        Result().objectsRemoved += removed.value_or(0);
         Builder().Add(
             isRemoved ? Reason::kRemoved : Reason::kKept, std::move(missing.pointer), identifier, subject,
             subject + (isRemoved ? " is not in the document, and is removed with everything below it"
@@ -341,12 +355,39 @@ void UpdatingImport::Finish() {
     }
 }
 
+std::optional<std::size_t> UpdatingImport::CountRemoved(
+    CAEObject& root, const std::unordered_set<const CAEObject*>& staying) const {
+    std::size_t count = 0;
+    std::vector<CAEObject*> open = {&root};
+    while (!open.empty()) {
+        CAEObject& object = *open.back();
+        open.pop_back();
+        // In a dry run, what moves away still hangs there.
+        if (landed_.contains(&object)) {
+            continue;
+        }
+        const std::vector<CAEFile*> files = FilesOf(object);
+        if (std::ranges::any_of(files, [&](const CAEFile* file) { return staying.contains(file); })) {
+            return std::nullopt;
+        }
+        count += KindOf(object) == Kind::kFile ? 0 : 1;
+        const std::vector<CAEObject*> children = ChildrenOf(object);
+        open.insert(open.end(), children.begin(), children.end());
+    }
+    return count;
+}
+
 // What is set
+
+std::string UpdatingImport::DescribeAsItWas(CAEObject& object) const {
+    const auto found = describedBefore_.find(&object);
+    return found == describedBefore_.end() ? Describe(object) : found->second;
+}
 
 void UpdatingImport::TellChange(CAEObject& object, const std::string& component, const std::string& what,
                                 const OuString& from, const OuString& to) {
     Tell(Reason::kChanged, component, object.getID(), [&] {
-        const std::string subject = what + " of " + Describe(object);
+        const std::string subject = what + " of " + DescribeAsItWas(object);
         return std::pair(subject, subject + ": " + Became(from, to));
     });
 }
@@ -397,10 +438,13 @@ bool UpdatingImport::IsInLine(CAEObject& object, format::MemberName member, cons
 
 bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName member,
                                 const OuString& value) {
-    const bool isSet = ReportingImport::SetsMember(target, member, value);
     MatchedNode* const match = MatchOf(Innermost());
+    const bool isFlag = member == member::kIsInCoordinateGlobalFrame || member == member::kIsFileDownloaded;
     if (match == nullptr) {
-        return isSet;
+        if (isFlag && isMadeAlready_) {
+            return TellNotComparable(PointerTo(member.View()), std::string(member.View()));
+        }
+        return ReportingImport::SetsMember(target, member, value);
     }
     CAEObject& object = *target.object;
     const bool isProject = KindOf(object) == Kind::kProject;
@@ -409,12 +453,13 @@ bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName m
     if (IsNullKey() && member == member::kDatabaseKey) {
         return false;
     }
+    CountKey(member, value);
     // An earlier one would be set and overwritten in every update.
     if (isHeader && !IsCurrentMemberLast(*match, member, isProject)) {
         return false;
     }
     const std::string component = PointerTo(member.View());
-    if (member == member::kIsInCoordinateGlobalFrame || member == member::kIsFileDownloaded) {
+    if (isFlag) {
         return TellNotComparable(component, std::string(member.View()));
     }
     OuString present;
@@ -425,12 +470,15 @@ bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName m
         return TellNotComparable(component, std::string(member.View()));
     }
     TellChange(object, component, Excerpt(member.View()), present, value);
-    match->isNameChanged = match->isNameChanged || member == member::kName || member == member::kDisplayName;
+    if (member == member::kName || member == member::kDisplayName) {
+        match->isNameChanged = true;
+        describedBefore_.emplace(&object, Describe(object));
+    }
     match->isTypeChanged = match->isTypeChanged || member == member::kFileType;
     match->isLinkChanged = match->isLinkChanged || member == member::kDatabaseKey;
     haveAssembliesChanged_ =
         haveAssembliesChanged_ || (member == member::kDatabaseKey && IsAssembly(KindOf(object)));
-    return !Options().dryRun;
+    return Sets(target, member, value) && !Options().dryRun;
 }
 
 ImportPolicy::EntrySetting UpdatingImport::EnterRecord(const ImportTarget& target, const JSONNode& record,
@@ -466,46 +514,63 @@ ImportPolicy::EntrySetting UpdatingImport::EnterRecord(const ImportTarget& targe
 }
 
 bool UpdatingImport::ResolvesReference(const ImportTarget& viewItem) {
-    const bool resolves = ReportingImport::ResolvesReference(viewItem);
     const MatchedNode* const match = MatchOf(Innermost());
-    if (match == nullptr || match->isLinkChanged || haveAssembliesChanged_ || !resolves) {
-        return resolves;
+    if (match == nullptr || match->isLinkChanged) {
+        return ReportingImport::ResolvesReference(viewItem);
     }
-    int master = 0;
-    getMasterAssemblyCAEIDByITEMID(viewItem.project, viewItem.object->getLinkDBKey(), master);
-    Result().viewItemsLinked += master != 0 ? 1 : 0;
+    ++Result().viewItems;
+    const OuString key = viewItem.object->getLinkDBKey();
+    if (HasMasterAssembly(viewItem.project, key)) {
+        ++Result().viewItemsLinked;
+        return haveAssembliesChanged_ && !Options().dryRun;
+    }
+    // What an export writes is the view item's own key, and asks for nothing to be shown.
+    if (!IsEmpty(key) && AreEqual(TextOf(match->Last().key), key)) {
+        TellNoMasterAssembly(0, key);
+    }
     return false;
+}
+
+void UpdatingImport::LeaveReference(const ImportTarget& viewItem, bool isFound) {
+    const MatchedNode* const match = MatchOf(Innermost());
+    if (match == nullptr || match->isLinkChanged) {
+        ReportingImport::LeaveReference(viewItem, isFound);
+    }
 }
 
 // Files
 
+UpdatingImport::Found UpdatingImport::FindFileByKey(const JSONNode& record, const OuString& key) {
+    const std::string shown = "the key " + Excerpt(Utf8Of(key));
+    const TreeIndex::Owners& owners = index_.FilesWith(key);
+    if (keys_.HasFileTwice(key)) {
+        return Conflict(record, owners.object, shown + " occurs twice in the document");
+    }
+    const TreeIndex::Owners& objects = index_.ObjectsWith(key);
+    if (!owners.several.empty() || !objects.several.empty() || objects.object != nullptr) {
+        inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
+        inConflict_.insert(inConflict_.end(), objects.several.begin(), objects.several.end());
+        return Conflict(record, objects.object, shown + " belongs to several files or to another object");
+    }
+    if (owners.object != nullptr) {
+        return {.object = owners.object};
+    }
+    const auto made = madeFiles_.find(Utf8Of(key));
+    isMadeAlready_ = made != madeFiles_.end();
+    return {.object = isMadeAlready_ ? made->second : nullptr};
+}
+
 UpdatingImport::Found UpdatingImport::FindFile(const ImportTarget& owner, const JSONNode& record,
                                                const LastMembers& last) {
     const OuString key = TextOf(last.key);
-    MatchedNode* const match = MatchOf(AboveInnermost());
+    isMadeAlready_ = false;
     if (!IsEmpty(key)) {
-        if (match != nullptr) {
-            const MatchedNode::KeyOwners own = match->FilesWith(key);
-            if (own.count > 1 || (own.count == 1 && landed_.contains(own.file))) {
-                return Conflict(record, own.file, "the key " + Excerpt(Utf8Of(key)) + " occurs twice");
-            }
-            if (own.count == 1) {
-                return {.object = own.file};
-            }
-        }
-        const TreeIndex::Owners& owners = index_.FilesWith(key);
-        const TreeIndex::Owners& objects = index_.ObjectsWith(key);
-        if (!owners.several.empty() || !objects.several.empty() || objects.object != nullptr) {
-            inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
-            inConflict_.insert(inConflict_.end(), objects.several.begin(), objects.several.end());
-            return Conflict(
-                record, objects.object,
-                "the key " + Excerpt(Utf8Of(key)) + " belongs to several files or to another object");
-        }
-        if (owners.object != nullptr) {
-            return {.object = owners.object};
+        const Found found = FindFileByKey(record, key);
+        if (found.isConflict || found.object != nullptr || isMadeAlready_) {
+            return found;
         }
     }
+    MatchedNode* const match = MatchOf(AboveInnermost());
     if (match == nullptr || owner.object == nullptr) {
         return {};
     }
@@ -513,8 +578,17 @@ UpdatingImport::Found UpdatingImport::FindFile(const ImportTarget& owner, const 
     return {.object = match->Files().Find(sign, !IsEmpty(key), landed_)};
 }
 
-bool UpdatingImport::HasRole(const ImportTarget& owner, const JSONNode& record) {
-    if (IsAttached(FileTypeOfRecord(LastMembers(record)), owner.Kind())) {
+bool UpdatingImport::IsAttachedAbove(const CAEFile* file, const OuString& key) {
+    MatchedNode* const above = MatchOf(AboveInnermost());
+    return (file != nullptr && above != nullptr && above->HasFile(*file)) ||
+           (!IsEmpty(key) && attached_.contains({AboveInnermost().node, Utf8Of(key)}));
+}
+
+bool UpdatingImport::HasRole(const ImportTarget& owner, const JSONNode& record, CAEFile* file) {
+    const LastMembers last(record);
+    const format::FileType type =
+        last.fileType == nullptr && file != nullptr ? FileTypeOf(*file) : FileTypeOfRecord(last);
+    if (IsAttached(type, owner.Kind())) {
         return true;
     }
     Tell(Reason::kNoRole, {}, 0, [&] {
@@ -529,27 +603,25 @@ ImportPolicy::FileLanding UpdatingImport::EnterFile(const ImportTarget& owner, c
     if (landing.isLeftOut) {
         return landing;
     }
-    const Found found = FindFile(owner, record, LastMembers(record));
-    if (found.isConflict) {
+    const LastMembers last(record);
+    const Found found = FindFile(owner, record, last);
+    auto* const file = static_cast<CAEFile*>(found.object);
+    const bool isAttached = IsAttachedAbove(file, TextOf(last.key));
+    if (found.isConflict || (!isAttached && !HasRole(owner, record, file))) {
         Untake();
         Leave();
         return {.isLeftOut = true};
     }
-    if (found.object == nullptr && !HasRole(owner, record)) {
-        Untake();
-        Leave();
-        return {.isLeftOut = true};
-    }
-    if (found.object == nullptr) {
+    if (file == nullptr && !isMadeAlready_) {
         return landing;
     }
-    auto* const file = static_cast<CAEFile*>(found.object);
-    MatchedNode* const above = MatchOf(AboveInnermost());
-    Innermost().isNew = false;
-    Match(*file, record);
-    MatchedNode& match = *MatchOf(Innermost());
-    match.isAttached = above != nullptr && above->HasFile(*file);
     ++Result().filesMatched;
+    Innermost().isNew = false;
+    if (file == nullptr) {
+        return landing;
+    }
+    Match(*file, record);
+    MatchOf(Innermost())->isAttached = isAttached;
     return {.isLeftOut = false, .file = file};
 }
 
@@ -561,25 +633,40 @@ bool UpdatingImport::SetsPath(CAEFile& file, const OuString& path) {
 
 bool UpdatingImport::AttachesFile(const ImportTarget& owner, CAEFile& file) {
     const MatchedNode* const match = MatchOf(Innermost());
-    if (match == nullptr) {
-        return ReportingImport::AttachesFile(owner, file);
+    const std::string key = Utf8Of(file.getDBKey());
+    const bool isAttachedNow = !key.empty() && !attached_.emplace(AboveInnermost().node, key).second;
+    if (match != nullptr) {
+        if (match->isAttached && !match->isTypeChanged) {
+            return false;
+        }
+        TellAttached(DescribeAsItWas(file));
+        return !Options().dryRun && owner.object != nullptr;
     }
-    if (match->isAttached && !match->isTypeChanged) {
+    if (!Innermost().isNew) {
+        if (!isAttachedNow) {
+            TellAttached(Describe(*Innermost().node));
+        }
         return false;
     }
-    Tell(Reason::kChanged, {}, file.getID(), [&] {
-        const std::string subject = "the file " + Describe(file);
-        return std::pair(subject, subject + " is attached to " + Describe(*AboveInnermost().node));
-    });
-    return !Options().dryRun && owner.object != nullptr;
+    if (!key.empty()) {
+        madeFiles_.emplace(key, Options().dryRun ? nullptr : &file);
+    }
+    return ReportingImport::AttachesFile(owner, file);
 }
 
-void UpdatingImport::LeaveFile(const ImportTarget&) {
+void UpdatingImport::TellAttached(const std::string& file) {
+    Tell(Reason::kChanged, {}, 0, [&] {
+        const std::string subject = "the file " + file;
+        return std::pair(subject, subject + " is attached to " + Describe(*AboveInnermost().node));
+    });
+}
+
+void UpdatingImport::LeaveFile(const ImportTarget& owner) {
     LeaveMatched(Innermost());
     if (const MatchedNode* const match = MatchOf(Innermost())) {
         open_.erase(&match->Object());
     }
-    Leave();
+    ReportingImport::LeaveFile(owner);
 }
 
 }  // namespace korvane::exchange

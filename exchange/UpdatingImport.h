@@ -1,7 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <set>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "MatchedNode.h"
@@ -26,6 +31,7 @@ public:
                              const OuString& type, const OuString& value) override;
     std::optional<ImportTarget> EnterChild(const ImportTarget& parent, const JSONNode& element) override;
     bool ResolvesReference(const ImportTarget& viewItem) override;
+    void LeaveReference(const ImportTarget& viewItem, bool isFound) override;
     void LeaveChild(const ImportTarget& child) override;
     FileLanding EnterFile(const ImportTarget& owner, const JSONNode& record) override;
     bool SetsPath(CAEFile& file, const OuString& path) override;
@@ -44,14 +50,26 @@ private:
         std::string pointer;
     };
 
-    void TellAdded(int identifier) override;
+    void TellAdded() override;
     static MatchedNode* MatchOf(Frame& frame) { return static_cast<MatchedNode*>(frame.matching.get()); }
 
     Found FindObject(const JSONNode& element, const LastMembers& last);
-    Found FindByKey(const JSONNode& element, const OuString& key, format::Kind kind);
+    Found FindByKey(const JSONNode& element, const OuString& key, const OuString& type);
     Found FindFile(const ImportTarget& owner, const JSONNode& record, const LastMembers& last);
-    /// If not, an entry says it.
-    bool HasRole(const ImportTarget& owner, const JSONNode& record);
+    /// Sets also `isMadeAlready_`.
+    Found FindFileByKey(const JSONNode& record, const OuString& key);
+    /// Whether a file, or the new one where it is null, is attached to the object above already.
+    bool IsAttachedAbove(const CAEFile* file, const OuString& key);
+    /// Whether the file, or a new one where it is null, has a role at the owner. If not, an entry says it.
+    bool HasRole(const ImportTarget& owner, const JSONNode& record, CAEFile* file);
+    void TellAttached(const std::string& file);
+    /// An object whose element is left out is not missing.
+    void KeepOwnerOfKey(const JSONNode& element);
+    /// How many objects go with the object, files left out; nothing if one of them stays.
+    std::optional<std::size_t> CountRemoved(CAEObject& root,
+                                            const std::unordered_set<const CAEObject*>& staying) const;
+    /// With the name that the object had before, so that a dry run says the same.
+    std::string DescribeAsItWas(CAEObject& object) const;
     Found Conflict(const JSONNode& element, CAEObject* object, const std::string& why);
     /// False, after an entry, where the object model does not let it hang there.
     bool Move(const ImportTarget& parent, CAEObject& object);
@@ -74,6 +92,13 @@ private:
     std::unordered_set<const CAEObject*> open_;
     std::vector<CAEObject*> inConflict_;
     std::vector<Missing> missing_;
+    std::unordered_map<const CAEObject*, std::string> describedBefore_;
+    /// New files by their keys, null in a dry run.
+    std::unordered_map<std::string, CAEFile*> madeFiles_;
+    /// Whether the file record that is being read is another one of a new file.
+    bool isMadeAlready_ = false;
+    /// Keys of files that were attached to the objects of nodes.
+    std::set<std::pair<const JSONNode*, std::string>> attached_;
     /// Whether view items may have something to show that they had not before.
     bool haveAssembliesChanged_ = false;
 };

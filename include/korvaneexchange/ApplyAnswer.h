@@ -11,8 +11,6 @@
 
 class CAEObject;
 
-class CAEObject;
-
 namespace korvane::exchange {
 
 struct AnswerOptions {

@@ -13,8 +13,6 @@
 class CAEObject;
 class CAEProject;
 
-class CAEObject;
-
 namespace korvane::exchange {
 
 struct CompareOptions {

@@ -11,8 +11,6 @@
 
 class CAEObject;
 
-class CAEObject;
-
 namespace korvane::exchange {
 
 enum class Match {
@@ -26,8 +24,7 @@ enum class Place {
     /// The root of the document is read onto the target, whatever their kinds are.
     kOnTarget,
     /// The root is read onto a target of its kind, and onto any where its kind is not known; otherwise it
-    /// becomes a
-    /// child of the target.
+    /// becomes a child of the target.
     kByKind,
 };
 
@@ -53,6 +50,7 @@ struct ImportReport : Report {
     std::size_t objectsAdded = 0;
     std::size_t objectsMatched = 0;
     std::size_t objectsMoved = 0;
+    /// With all objects below them. Entries with kRemoved name the topmost ones.
     std::size_t objectsRemoved = 0;
     std::size_t filesAdded = 0;
     std::size_t filesMatched = 0;
@@ -85,13 +83,20 @@ struct ImportReport : Report {
 ///
 /// With Match::kByKey it updates. An element whose key an object below the target has becomes that object,
 /// and moves where it hangs elsewhere. Any other element becomes the first object under its parent that has
-/// its kind and name, that no element names by key, and that has no other key; else it is made. Names, keys,
-/// dates, metadata, files and children are brought in line: a value is set only where it differs from what is
-/// there and from what an export would write. Files are matched by key, else by name and type, among those of
-/// their object; a file with the key that is attached elsewhere is attached here too. A key that occurs twice
-/// among the elements or the objects, that belongs to an object of another kind or to one that the element
-/// lies below, is a conflict: nothing is done for such an element. The order of objects that are there
-/// already stays as it is, and so do metadata entries and files that the document lacks.
+/// its kind and name, that no element names by key, and that has no other key; else it is made. An inner
+/// project is recognised by the "type" that an export writes for it, too. Names, keys, dates, metadata, files
+/// and children are brought in line: a value is set only where it differs from what is there and from what an
+/// export would write. Files are matched by key, else by name and type, among those of their object; a file
+/// with the key that is attached elsewhere is attached here too, and several records of one file that are
+/// alike make one file.
+///
+/// A key is a conflict, and nothing is done for an element with it, where it occurs twice among the elements
+/// or in the tree, where file records with it differ, and where it belongs to an object of another kind, to a
+/// file and an object, to an object that the element lies below or to one outside the target. So is the key
+/// of a root whose target has another. What is in conflict or left out is not removed.
+///
+/// The order of objects that are there already stays as it is, and so do metadata entries and files that the
+/// document lacks.
 ///
 /// The document's node is never changed. What was done when something is thrown (std::bad_alloc, what the
 /// object model or the callback throws) stays done.
