@@ -88,9 +88,10 @@ void TreeReader::ReadHeaderMember(format::MemberName name, const char* value) {
     } else if (name == member::kType) {
         ReadType(value);
     } else if (node.place == NodePlace::FileRecord) {
-        const auto* const found = std::ranges::find(kCarriedFileMembers, name);
+        const auto found = std::ranges::find(kCarriedFileMembers, name);
         if (found != kCarriedFileMembers.end()) {
-            builder_.FileTextsOf(open_.back().node)[found - kCarriedFileMembers.begin()] = read();
+            const auto number = static_cast<std::size_t>(found - kCarriedFileMembers.begin());
+            builder_.FileTextsOf(open_.back().node)[number] = read();
         }
     }
 }
