@@ -1,4 +1,4 @@
-#include <korvanejson/JsonSerializer.h>
+#include <korvaneexchange/WriteDocument.h>
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -14,6 +14,8 @@
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
+namespace exchange = korvane::exchange;
+
 namespace host {
 namespace {
 
@@ -27,17 +29,40 @@ struct ExportOptions {
     bool IsToStandardOutput() const { return output == kStandardStream; }
 };
 
-/// The text of the document, ending with a line feed.
-std::string MakeDocument(CAEObject& object, const ExportOptions& options) {
-    JsonSerializer serializer(&object);
-    serializer.SetExportMode(OuString(options.mode.c_str(), 0));
-    const JSONNode document = serializer.GetJson();
-    const auto text = options.text == "indented" ? document.write_formatted() : document.write();
-    std::string lines(text.c_str(), text.size());
-    if (lines.empty() || lines.back() != '\n') {
-        lines += '\n';
+exchange::WriteOptions WriteOptionsOf(const ExportOptions& options, Console& console) {
+    // Progress and document must not come to the same terminal.
+    const bool isSilent = options.IsToStandardOutput() && IsTerminal(Stream::Output);
+    return {.mode = options.mode == "PROJECT" ? exchange::ExportMode::kProject
+                    : options.mode == "STUDY" ? exchange::ExportMode::kStudy
+                                              : exchange::ExportMode::kEverything,
+            .layout = options.text == "indented" ? exchange::Layout::kIndented : exchange::Layout::kCompact,
+            .progress = [&console, isSilent](const exchange::Progress& progress) {
+                if (!isSilent) {
+                    console.ShowProgress("Writing the document", progress.objects, 0);
+                }
+                return true;
+            }};
+}
+
+/// Ends the writing where the output takes no more.
+struct OutputError {
+    std::error_code error;
+};
+
+/// Puts the document of the object as text that ends with a line feed, page by page.
+std::error_code PutDocument(CAEObject& object, const exchange::WriteOptions& options, const WritePiece& put) {
+    char last = '\0';
+    try {
+        exchange::WriteDocument(object, options, [&put, &last](std::string_view page) {
+            if (const std::error_code error = put(page)) {
+                throw OutputError{error};
+            }
+            last = page.back();
+        });
+    } catch (const OutputError& end) {
+        return end.error;
     }
-    return lines;
+    return last == '\n' ? std::error_code() : put("\n");
 }
 
 /// The file that the document is written to, if it exists.
@@ -71,10 +96,11 @@ int ExportProject(const ExportOptions& options, Console& console) {
             return kFailure;
         }
     }
-    console.ShowProgress("Creating the document", 0, 0);
-    const std::string text = MakeDocument(*object, options);
+    const exchange::WriteOptions writing = WriteOptionsOf(options, console);
+    const bool isWritten = WriteOutput(
+        options.output, [&](const WritePiece& put) { return PutDocument(*object, writing, put); }, console);
     console.ClearProgress();
-    if (!WriteOutput(options.output, text, console)) {
+    if (!isWritten) {
         Finish(options.from, *reading, console);
         return kFailure;
     }

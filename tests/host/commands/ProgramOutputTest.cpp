@@ -2,7 +2,13 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 
+#if !defined(_WIN32)
+#include <sys/resource.h>
+#endif
+
+#include "support/LongRun.h"
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
 
@@ -49,6 +55,33 @@ TEST_F(ProgramOutputTest, PrintsTheTree) {
               "\n"
               "1 study, 1 iteration, 3 files (41 B)\n");
 }
+
+#if !defined(_WIN32)
+/// The most memory that a program took of all that were run, in kilobytes.
+long MostMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    return usage.ru_maxrss;
+}
+
+TEST_F(ProgramOutputTest, ADocumentTakesNoMemoryOfItsOwn) {
+    // Freed memory stays with the address sanitizer.
+    constexpr long kMostForTheDocument = kIsSanitized ? 200'000 : 4'000;
+    const std::string longName(180, 'x');
+    for (int file = 0; file < 10'000; ++file) {
+        folder.Write("plant/study/" + std::to_string(file) + longName + ".txt", "");
+    }
+    const std::string plant = ToUtf8(folder / "plant");
+    const std::string document = ToUtf8(folder / "plant.json");
+    // Both read the whole directory.
+    ASSERT_EQ(RunHost({"export", plant, "--mode", "PROJECT", "-o", document}).status, 0);
+    EXPECT_LT(std::filesystem::file_size(folder / "plant.json"), 1'000U);
+    const long before = MostMemory();
+    ASSERT_EQ(RunHost({"export", plant, "-o", document}).status, 0);
+    EXPECT_GT(std::filesystem::file_size(folder / "plant.json"), 3'500'000U);
+    EXPECT_LT(MostMemory() - before, kMostForTheDocument);
+}
+#endif
 
 TEST_F(ProgramOutputTest, TheDocumentIsOneLineOfAsciiUnlessIndented) {
     const ProcessResult compact = RunHost({"export", Root()});
