@@ -1,20 +1,25 @@
 // Builds object trees from the bytes, with every kind, name and file that they say, and sees them make the
-// trip: export, import, export.
+// trip: export, import, export. Texts that are written without nodes are compared with those of the nodes.
 
 #include <CAEFile.h>
 #include <CAEFunctions.h>
 #include <EmbeddedModel.h>
 #include <fuzzer/FuzzedDataProvider.h>
+#include <korvaneexchange/WriteDocument.h>
 #include <korvanejson/JsonSerializer.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Expect.h"
 #include "Trip.h"
 #include "support/ModelBuilders.h"
+
+namespace exchange = korvane::exchange;
 
 namespace {
 
@@ -102,6 +107,35 @@ private:
     std::vector<CAEFile*> files_;
 };
 
+std::string Written(CAEObject& object, exchange::ExportMode mode, exchange::Layout layout) {
+    std::string text;
+    const exchange::WriteReport report =
+        exchange::WriteDocument(object, {.mode = mode, .layout = layout}, [&text](std::string_view page) {
+            Expect(!page.empty(), "no page is empty");
+            text += page;
+        });
+    Expect(report.bytes == text.size(), "the bytes are counted");
+    return text;
+}
+
+/// In every mode, from the serializer and from KorvaneExchange.
+void ExpectTextsOfNodes(CAEObject& object) {
+    const std::pair<const wchar_t*, exchange::ExportMode> modes[] = {
+        {L"PROJECT", exchange::ExportMode::kProject},
+        {L"STUDY", exchange::ExportMode::kStudy},
+        {L"", exchange::ExportMode::kEverything}};
+    for (const auto& [text, mode] : modes) {
+        JsonSerializer serializer(&object);
+        serializer.SetExportMode(text);
+        const JSONNode node = serializer.GetJson();
+        Expect(node.write() == serializer.GetJsonString().GetAnsiBuffer(), "text and node are one document");
+        Expect(node.write() == Written(object, mode, exchange::Layout::kCompact),
+               "what is written into a sink is the node's document");
+        Expect(node.write_formatted() == Written(object, mode, exchange::Layout::kIndented),
+               "so it is when it is indented");
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -111,11 +145,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     builder.Build();
     ExpectTrip(*project);
     ExpectTrip(builder.AnyObject());
-    for (const wchar_t* const mode : {L"PROJECT", L"STUDY", L""}) {
-        JsonSerializer serializer(project.get());
-        serializer.SetExportMode(mode);
-        OuString text = serializer.GetJsonString();
-        Expect(serializer.GetJson().write() == text.GetAnsiBuffer(), "text and node are one document");
-    }
+    ExpectTextsOfNodes(*project);
     return 0;
 }

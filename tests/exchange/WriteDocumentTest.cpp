@@ -265,7 +265,8 @@ TEST_F(WriteDocumentTest, PassesOnWhatTheCallbackThrows) {
 }
 
 TEST_F(WriteDocumentTest, WritesAMillionLevelsOnASmallStack) {
-    constexpr std::size_t kLevels = 1'000'000;
+    // An installed JSON library makes every node first.
+    constexpr std::size_t kLevels = kHasPages ? 1'000'000 : 100'000;
     CAEObject* object = &*project_;
     for (std::size_t level = 1; level < kLevels; ++level) {
         object = &project_.Add(*object, CAE_ASSEMBLY_FOLDER, L"a");

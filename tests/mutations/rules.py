@@ -7,7 +7,7 @@ import dataclasses
 import pathlib
 import re
 
-FOLDERS = ("objectjson", "rest", "serializer", "module", "format")
+FOLDERS = ("objectjson", "rest", "serializer", "module", "exchange", "format")
 
 # Files of Windows alone are not compiled here.
 LEFT_OUT = ("module/AttachHandler.cpp", "module/AttachHandler.h")
