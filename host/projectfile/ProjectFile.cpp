@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include "ProjectTables.h"
 #include "host/system/DatabaseJournal.h"
@@ -14,23 +15,25 @@ using std::filesystem::path;
 
 namespace {
 
-std::unique_ptr<CAEProject> Read(Database& database, CheckDepth depth, Console& console) {
+std::unique_ptr<CAEProject> Read(Database& database, const path& file, CheckDepth depth, Console& console) {
     const ReadingLimits limits(database);
     console.ShowProgress("Checking the project file", 0, 0);
     CheckProjectTables(database, depth);
-    return ReadProjectTables(database, console);
+    return ReadProjectTables(database, file, console);
 }
 
 }  // namespace
 
 struct ProjectFile::State {
-    State(const path& file, bool forChange)
-        : database(file, forChange ? DatabaseUse::Changing : DatabaseUse::Reading, kProjectFileKind) {
+    State(const path& name, bool forChange)
+        : file(name),
+          database(name, forChange ? DatabaseUse::Changing : DatabaseUse::Reading, kProjectFileKind) {
         if (forChange) {
             transaction.emplace(database);
         }
     }
 
+    path file;
     Database database;
     std::optional<Transaction> transaction;
     std::unique_ptr<CAEProject> project;
@@ -38,7 +41,7 @@ struct ProjectFile::State {
 
 std::unique_ptr<CAEProject> ReadProjectFile(const path& file, Console& console) {
     Database database(file, DatabaseUse::Reading, kProjectFileKind);
-    return Read(database, CheckDepth::ForReading, console);
+    return Read(database, file, CheckDepth::ForReading, console);
 }
 
 ProjectFile::ProjectFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -50,7 +53,7 @@ ProjectFile ProjectFile::Open(const path& file, bool forChange, Console& console
     auto state = std::make_unique<State>(file, forChange);
     // Without a change too: a dry run fails if the real run would.
     RefuseLongName(file);
-    state->project = Read(state->database, CheckDepth::ForChanging, console);
+    state->project = Read(state->database, file, CheckDepth::ForChanging, console);
     return ProjectFile(std::move(state));
 }
 
@@ -67,11 +70,21 @@ void ProjectFile::Save(Console& console) {
 }
 
 void ProjectFile::Save(CAEProject& project, Console& console) {
-    state_->transaction->Complete([&] { WriteProjectTables(state_->database, project, console); });
+    Save({project, state_->file}, console);
+}
+
+void ProjectFile::SaveWithout(std::unordered_set<int> files, Console& console) {
+    Save({*state_->project, state_->file, std::move(files)}, console);
+}
+
+void ProjectFile::Save(const ProjectWriting& writing, Console& console) {
+    state_->transaction->Complete([&] { WriteProjectTables(state_->database, writing, console); });
 }
 
 void ProjectFile::SaveKeys(Console& console) {
-    state_->transaction->Complete([&] { UpdateProjectTables(state_->database, *state_->project, console); });
+    state_->transaction->Complete([&] {
+        UpdateProjectTables(state_->database, {*state_->project, state_->file}, console);
+    });
 }
 
 void RefuseNewName(const path& file) {
@@ -90,7 +103,7 @@ void CreateProjectFile(const path& file, CAEProject& project, Console& console) 
     NewDatabase database(file, kProjectFileKind);
     database.Fill([&](Database& tables) {
         CreateProjectTables(tables);
-        WriteProjectTables(tables, project, console);
+        WriteProjectTables(tables, {project, file}, console);
     });
     if (!database.PutInPlace()) {
         throw DatabaseError("already exists");

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <unordered_set>
 
 #include "host/system/Console.h"
 #include "host/system/Database.h"
@@ -20,10 +21,19 @@
 /// The file is trusted in nothing: it is refused if it has any other table, index, view or trigger than this
 /// program creates, or damage. Formats are
 ///
-/// - 1: the tables without a checksum. Such files are read, and become files of format 2 when they are saved.
+/// - 1: the tables without a checksum.
 /// - 2: also the table "checksum" with a sum over all rows (DatabaseCheck.cpp), written with every save. The
 ///   number is new because a program that knows only format 1 would leave the old sum.
+/// - 3: also the table "place", with the relative paths from the project file to the directories of projects.
+///   Files of formats 1 and 2 become files of this format when the whole project is saved.
+///
+/// Directories and files are kept with their full paths. If there is a directory under the relative path,
+/// that is the project's: the two were moved, or copied, together. It does not count if the first file that
+/// the project has in its directory is missing there and is still found under its full path, because then the
+/// project file alone was copied.
 namespace host {
+
+struct ProjectWriting;
 
 /// The project in the file. Throws DatabaseError.
 std::unique_ptr<CAEProject> ReadProjectFile(const std::filesystem::path& file, Console& console);
@@ -44,6 +54,9 @@ public:
     /// unchanged.
     void Save(Console& console);
     void Save(CAEProject& project, Console& console);
+    /// Saves the project without these files, of which no object has one attached and which have nothing
+    /// below them.
+    void SaveWithout(std::unordered_set<int> files, Console& console);
     /// The same if only keys of objects and display names of projects have changed since the file was opened.
     void SaveKeys(Console& console);
 
@@ -53,6 +66,7 @@ public:
 private:
     struct State;
     explicit ProjectFile(std::unique_ptr<State> state);
+    void Save(const ProjectWriting& writing, Console& console);
     std::unique_ptr<State> state_;
 };
 

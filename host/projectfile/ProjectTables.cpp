@@ -1,5 +1,7 @@
 #include "ProjectTables.h"
 
+#include <string>
+
 namespace host {
 namespace {
 
@@ -64,15 +66,35 @@ CREATE TABLE view_item (
 );
 )";
 
+// Where the directories of projects are, seen from the folder of the project file; empty where the two have
+// no folder in common.
+constexpr const char* kPlaceTable = R"(
+CREATE TABLE place (
+    object INTEGER PRIMARY KEY REFERENCES project (object),
+    directory_from_here TEXT NOT NULL
+);
+)";
+
 }  // namespace
+
+bool HasPlaces(Database& database) {
+    Statement format(database, "PRAGMA user_version");
+    return format.Begin().Next() && format.Number(0) >= kFirstFormatWithPlaces;
+}
+
+void CreatePlaceTable(Database& database) {
+    database.Run(kPlaceTable);
+}
 
 void CreateProjectTables(Database& database) {
     database.SetKind(kProjectFileKind);
     database.Run(kTables);
+    CreatePlaceTable(database);
 }
 
 void CheckProjectTables(Database& database, CheckDepth depth) {
-    CheckDatabase(database, kTables, depth);
+    const std::string tables = std::string(kTables) + (HasPlaces(database) ? kPlaceTable : "");
+    CheckDatabase(database, tables.c_str(), depth);
 }
 
 }  // namespace host

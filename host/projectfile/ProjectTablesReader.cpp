@@ -6,6 +6,7 @@
 
 #include "Columns.h"
 #include "FileNesting.h"
+#include "ProjectPlace.h"
 #include "ProjectTables.h"
 #include "host/system/DatabaseError.h"
 #include "objectjson/RepeatedTexts.h"
@@ -39,7 +40,8 @@ private:
 
 class Reader {
 public:
-    Reader(Database& database, Console& console) : database_(database), console_(console) {}
+    Reader(Database& database, const std::filesystem::path& file, Console& console)
+        : database_(database), file_(file), console_(console) {}
 
     std::unique_ptr<CAEProject> Read();
 
@@ -47,6 +49,7 @@ private:
     void ReadObjects();
     CAEObject& MakeObject(const Statement& row, int id, _tagCAEObjectType kind);
     void ReadProjects();
+    void ReadPlaces();
     void ReadFiles();
     void ReadAttachedFiles();
     void ReadMetadata();
@@ -71,6 +74,7 @@ private:
     }
 
     Database& database_;
+    const std::filesystem::path& file_;
     Console& console_;
     std::unique_ptr<CAEProject> project_;
     std::map<int, std::size_t> countOfKind_;
@@ -86,6 +90,9 @@ std::unique_ptr<CAEProject> Reader::Read() {
     ReadAttachedFiles();
     ReadMetadata();
     ReadViewItems();
+    if (HasPlaces(database_)) {
+        ReadPlaces();
+    }
     Statement numbering(database_, "SELECT next_id FROM numbering");
     if (!numbering.Begin().Next()) {
         RefuseDamaged("it does not say which identifier comes next");
@@ -180,6 +187,18 @@ void Reader::ReadProjects() {
     CheckCount(CAE_PROJECT, count, "projects");
 }
 
+/// Directories that have moved together with the file are where they are now, and so are their files.
+void Reader::ReadPlaces() {
+    Statement rows(database_, "SELECT object, directory_from_here FROM place");
+    std::vector<ProjectPlace> places;
+    rows.Begin();
+    while (rows.Next()) {
+        places.push_back({&Find<CAEProject>(rows, "project"), std::string(NarrowText(rows, 1))});
+    }
+    CheckCount(CAE_PROJECT, places.size(), "places of projects");
+    MoveToPlaces(*project_, places, file_);
+}
+
 void Reader::ReadFiles() {
     Statement rows(database_,
                    "SELECT object, path, path_at_first, location_type, type, format, is_in_global_frame,"
@@ -266,8 +285,9 @@ void Reader::ReadViewItems() {
 
 }  // namespace
 
-std::unique_ptr<CAEProject> ReadProjectTables(Database& database, Console& console) {
-    return Reader(database, console).Read();
+std::unique_ptr<CAEProject> ReadProjectTables(Database& database, const std::filesystem::path& file,
+                                              Console& console) {
+    return Reader(database, file, console).Read();
 }
 
 }  // namespace host

@@ -106,14 +106,14 @@ private:
 
 }  // namespace
 
-void UpdateProjectTables(Database& database, CAEProject& project, Console& console) {
+void UpdateProjectTables(Database& database, const ProjectWriting& writing, Console& console) {
     const std::optional<std::int64_t> sum = ReadChecksum(database);
     if (!sum) {
-        WriteProjectTables(database, project, console);
+        WriteProjectTables(database, writing, console);
         return;
     }
     console.ShowProgress("Writing the keys", 0, 0);
-    Updater updater(database, project);
+    Updater updater(database, writing.project);
     updater.Update("object", kKeys, [](const CAEObject& object) { return object.getDBKey(); });
     updater.Update("project", kDisplayNames, [](const CAEObject& object) {
         return korvane::GetDisplayName(dynamic_cast<const CAEProject&>(object));

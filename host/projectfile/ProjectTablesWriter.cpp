@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "ProjectPlace.h"
 #include "ProjectTables.h"
 #include "host/document/ProjectObjects.h"
 #include "host/system/CheckedInsert.h"
@@ -21,10 +22,12 @@ std::string_view Bytes(const OuString& text) {
 
 class Writer {
 public:
-    Writer(Database& database, Console& console)
-        : console_(console),
+    Writer(Database& database, const ProjectWriting& writing, Console& console)
+        : writing_(writing),
+          console_(console),
           object_(database, "object", 10, true, sum_),
           project_(database, "project", 5, false, sum_),
+          place_(database, "place", 2, false, sum_),
           file_(database, "file", 8, false, sum_),
           attachedFile_(database, "attached_file", 9, false, sum_),
           metadata_(database, "metadata", 6, false, sum_),
@@ -32,7 +35,7 @@ public:
           numbering_(database, "numbering", 1, false, sum_) {}
 
     /// Returns the checksum of all tables.
-    std::int64_t Write(CAEProject& root);
+    std::int64_t Write();
 
 private:
     void WriteObject(const CAEObject& object, const ObjectPlace& place);
@@ -42,25 +45,30 @@ private:
     void WriteAttachedFiles(const CAEObject& object);
     void WriteMetadata(const CAEObject& object);
 
+    const ProjectWriting& writing_;
     Console& console_;
     RowSum sum_;
     CheckedInsert object_;
     CheckedInsert project_;
+    CheckedInsert place_;
     CheckedInsert file_;
     CheckedInsert attachedFile_;
     CheckedInsert metadata_;
     CheckedInsert viewItem_;
     CheckedInsert numbering_;
-    std::int64_t place_ = 0;
+    std::int64_t objectCount_ = 0;
 };
 
-std::int64_t Writer::Write(CAEProject& root) {
+std::int64_t Writer::Write() {
+    CAEProject& root = writing_.project;
     // The tables that are ordered by identifiers are written in that order, so that SQLite only appends to
     // them.
     std::vector<std::pair<int, const CAEObject*>> objects;
     VisitProject(root, [&](const CAEObject& object, const ObjectPlace& place) {
-        WriteObject(object, place);
-        objects.emplace_back(object.getID(), &object);
+        if (!place.isProjectFile || !writing_.leftOut.contains(object.getID())) {
+            WriteObject(object, place);
+            objects.emplace_back(object.getID(), &object);
+        }
     });
     std::ranges::sort(objects);
     for (const auto& [id, object] : objects) {
@@ -81,9 +89,10 @@ void Writer::WriteObject(const CAEObject& object, const ObjectPlace& place) {
     const OuString linkKey = object.getLinkDBKey();
     const std::optional<std::int64_t> above =
         place.above != nullptr ? std::optional<std::int64_t>(place.above->getID()) : std::nullopt;
-    object_.Run(++place_, object.getID(), above, place.isProjectFile, static_cast<int>(object.getType()),
-                Bytes(name), Bytes(key), Bytes(linkKey), Bytes(createdDate), Bytes(createdBy));
-    console_.ShowProgress("Writing the project", static_cast<std::uint64_t>(place_), 0);
+    object_.Run(++objectCount_, object.getID(), above, place.isProjectFile,
+                static_cast<int>(object.getType()), Bytes(name), Bytes(key), Bytes(linkKey),
+                Bytes(createdDate), Bytes(createdBy));
+    console_.ShowProgress("Writing the project", static_cast<std::uint64_t>(objectCount_), 0);
 }
 
 void Writer::WriteDetails(const CAEObject& object) {
@@ -105,6 +114,7 @@ void Writer::WriteProject(const CAEProject& project) {
     const OuString additionalType = project.getAdditionalType();
     project_.Run(project.getID(), Bytes(displayName), Bytes(additionalType), Bytes(directory),
                  korvane::GetProgramReference(project));
+    place_.Run(project.getID(), DirectoryFrom(writing_.file, directory));
 }
 
 void Writer::WriteFile(const CAEFile& file) {
@@ -141,13 +151,17 @@ void Writer::WriteMetadata(const CAEObject& object) {
 
 }  // namespace
 
-void WriteProjectTables(Database& database, CAEProject& project, Console& console) {
+void WriteProjectTables(Database& database, const ProjectWriting& writing, Console& console) {
+    if (!HasPlaces(database)) {
+        CreatePlaceTable(database);
+        database.SetKind(kProjectFileKind);
+    }
     for (const char* const text :
-         {"DELETE FROM view_item", "DELETE FROM metadata", "DELETE FROM attached_file", "DELETE FROM file",
-          "DELETE FROM project", "DELETE FROM object", "DELETE FROM numbering"}) {
+         {"DELETE FROM place", "DELETE FROM view_item", "DELETE FROM metadata", "DELETE FROM attached_file",
+          "DELETE FROM file", "DELETE FROM project", "DELETE FROM object", "DELETE FROM numbering"}) {
         database.Run(text);
     }
-    const std::int64_t sum = Writer(database, console).Write(project);
+    const std::int64_t sum = Writer(database, writing, console).Write();
     WriteChecksum(database, kProjectFileKind, sum);
     console.ClearProgress();
 }

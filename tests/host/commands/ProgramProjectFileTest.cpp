@@ -311,13 +311,13 @@ TEST_F(ProgramProjectFile, ANewerFormatIsRefusedByName) {
     Do({"new", "--empty", "p.kvp"});
     std::string bytes = Read("p.kvp");
     // The number of the format is at byte 60 of the header and has four bytes.
-    ASSERT_EQ(bytes.at(63), '\x02');
-    bytes[63] = '\x03';
+    ASSERT_EQ(bytes.at(63), '\x03');
+    bytes[63] = '\x04';
     folder.Write("p.kvp", bytes);
     folder.Write("a.json", kSmall);
     const std::string reason =
-        "'p.kvp' was written by a newer korvane-json: it has format 3, and this version reads formats up to "
-        "2. Use the newer version";
+        "'p.kvp' was written by a newer korvane-json: it has format 4, and this version reads formats up to "
+        "3. Use the newer version";
     ExpectRefused({"tree", "p.kvp"}, reason);
     ExpectRefused({"export", "p.kvp"}, reason);
     ExpectRefused({"import", "a.json", "p.kvp"}, reason + ". Nothing was changed");

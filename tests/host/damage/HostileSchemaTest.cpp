@@ -165,16 +165,20 @@ constexpr Hostility kHostilities[] = {
     {kDatabase, "DELETE FROM node WHERE number > 20"},
     {kDatabase, "UPDATE node SET members = '{'"},
     // The same in files of the first format, which have no checksum.
-    {kProject, "DROP TABLE checksum; PRAGMA user_version = 1"},
+    {kProject, "DROP TABLE checksum; DROP TABLE place; PRAGMA user_version = 1"},
     {kDatabase, "DROP TABLE checksum; PRAGMA user_version = 1"},
-    {kProject, "DROP TABLE checksum; PRAGMA user_version = 1; UPDATE object SET above = id"},
     {kProject,
-     "DROP TABLE checksum; PRAGMA user_version = 1; UPDATE object SET id = 9223372036854775807"
+     "DROP TABLE checksum; DROP TABLE place; PRAGMA user_version = 1; UPDATE object SET above = id"},
+    {kProject,
+     "DROP TABLE checksum; DROP TABLE place; PRAGMA user_version = 1; UPDATE object SET id = "
+     "9223372036854775807"
      " WHERE place = 2"},
     {kProject,
-     "DROP TABLE checksum; PRAGMA user_version = 1; UPDATE metadata SET value = value || char(0) ||"
+     "DROP TABLE checksum; DROP TABLE place; PRAGMA user_version = 1; UPDATE metadata SET value = value || "
+     "char(0) ||"
      " 'hidden'"},
-    {kProject, "DROP TABLE checksum; PRAGMA user_version = 1; DELETE FROM file WHERE object > 50"},
+    {kProject,
+     "DROP TABLE checksum; DROP TABLE place; PRAGMA user_version = 1; DELETE FROM file WHERE object > 50"},
     {kDatabase, "DROP TABLE checksum; PRAGMA user_version = 1; UPDATE node SET above = number"},
     {kDatabase, "DROP TABLE checksum; PRAGMA user_version = 1; UPDATE node SET above = 30 WHERE number = 2"},
     {kDatabase, "DROP TABLE checksum; PRAGMA user_version = 1; DELETE FROM object WHERE number > 20"},
@@ -185,6 +189,12 @@ constexpr Hostility kHostilities[] = {
     {kProject, "PRAGMA page_size = 512; VACUUM"},
     {kDatabase, "PRAGMA page_size = 65536; VACUUM"},
     {kProject, "PRAGMA user_version = 1"},
+    {kProject, "PRAGMA user_version = 2"},
+    {kProject, "DROP TABLE place"},
+    {kProject, "DELETE FROM place"},
+    {kProject, "UPDATE place SET directory_from_here = '/'"},
+    {kProject, "ALTER TABLE place RENAME TO p; CREATE VIEW place AS SELECT * FROM p"},
+    {kProject, "CREATE TRIGGER t AFTER INSERT ON place BEGIN DELETE FROM metadata; END"},
     {kDatabase, "PRAGMA user_version = 1"},
     {kProject, "PRAGMA schema_version = 77"},
 };

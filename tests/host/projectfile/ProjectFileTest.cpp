@@ -126,7 +126,8 @@ protected:
     }
 
     /// Makes a project file one of the first format.
-    static constexpr const char* kWithoutChecksum = "DROP TABLE checksum; PRAGMA user_version = 1;";
+    static constexpr const char* kWithoutChecksum =
+        "DROP TABLE checksum; DROP TABLE place; PRAGMA user_version = 1;";
 
     TemporaryDirectory folder;
     KeptConsole kept;
@@ -366,8 +367,8 @@ TEST_F(ProjectFileTest, RefusesWhatIsNoProjectFile) {
     EXPECT_EQ(ErrorOfReading(folder.Write("long.kvp", std::string(10000, 'x'))), "is not a SQLite database");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA application_id = 5")),
               "is a database of another kind, not a project file");
-    EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 3")),
-              "was written by a newer korvane-json: it has format 3, and this version reads formats up to 2. "
+    EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 4")),
+              "was written by a newer korvane-json: it has format 4, and this version reads formats up to 3. "
               "Use the newer version");
     EXPECT_EQ(ErrorOfReading(KeepDamaged("PRAGMA user_version = 0")),
               "is damaged: it does not say which format it has. Restore it from a copy");
