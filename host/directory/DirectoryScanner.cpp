@@ -7,6 +7,7 @@
 #include "FileFormat.h"
 #include "FileKinds.h"
 #include "InputKinds.h"
+#include "OwnFiles.h"
 #include "SolverInputReader.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
@@ -32,10 +33,15 @@ bool HasSeparator(const path& name) {
     return name.native().find('\\') != path::string_type::npos;
 }
 
+enum class FileContent { Simulation, OwnDatabase, Unreadable };
+
 class Scanner {
 public:
     Scanner(const ScanOptions& options, Console& console, DirectoryTree& tree)
-        : options_(options), console_(console), tree_(tree) {}
+        : options_(options), console_(console), tree_(tree) {
+        std::error_code error;
+        sizeOfLeftOut_ = options_.leftOut ? std::filesystem::file_size(*options_.leftOut, error) : 0;
+    }
 
     std::error_code ReadDirectories(const path& root);
     /// Reads the beginnings of the files that ReadDirectories found. Returns those that may be solver input.
@@ -48,14 +54,17 @@ private:
     void AddEntry(std::size_t directory, Entry entry, std::vector<std::size_t>& directories,
                   std::vector<ScannedFile>& files);
     bool FollowLink(const path& link, Entry& entry);
-    bool IsLeftOut(const path& file) const;
-    bool ReadFile(std::size_t directory, std::size_t index, ScannedFile& file);
+    bool IsLeftOut(const path& file, std::uint64_t size) const;
+    std::vector<ScannedFile> ReadFilesOf(std::size_t directory);
+    FileContent ReadFile(std::size_t directory, std::size_t index, ScannedFile& file);
 
     const ScanOptions& options_;
     Console& console_;
     DirectoryTree& tree_;
+    std::uintmax_t sizeOfLeftOut_ = 0;
     std::vector<InputCandidate> candidates_;
     std::uint64_t fileCount_ = 0;
+    std::uint64_t readCount_ = 0;
 };
 
 void Scanner::NameUnreadable(const path& entry, const std::string& reason) {
@@ -96,9 +105,12 @@ bool Scanner::FollowLink(const path& link, Entry& entry) {
     return true;
 }
 
-bool Scanner::IsLeftOut(const path& file) const {
+/// The file may have another name too, by a link. It must not be opened under any: closing it would end the
+/// locks that this program holds on it.
+bool Scanner::IsLeftOut(const path& file, std::uint64_t size) const {
     if (!options_.leftOut ||
-        ToOuString(file.filename()).CompareNoCase(ToOuString(options_.leftOut->filename())) != 0) {
+        (size != sizeOfLeftOut_ &&
+         ToOuString(file.filename()).CompareNoCase(ToOuString(options_.leftOut->filename())) != 0)) {
         return false;
     }
     std::error_code error;
@@ -121,7 +133,7 @@ void Scanner::AddEntry(std::size_t directory, Entry entry, std::vector<std::size
         added.owner = entry.owner;
     } else if (entry.type == EntryType::Other) {
         NameUnreadable(whole, "it is neither a file nor a directory");
-    } else if (!IsLeftOut(whole)) {
+    } else if (!IsLeftOut(whole, entry.size)) {
         ScannedFile& added = files.emplace_back();
         added.name = std::move(entry.name);
         added.size = entry.size;
@@ -180,8 +192,7 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
     tree_.directories[directory].files = std::move(files);
 }
 
-/// Returns false if the file cannot be read.
-bool Scanner::ReadFile(std::size_t directory, std::size_t index, ScannedFile& file) {
+FileContent Scanner::ReadFile(std::size_t directory, std::size_t index, ScannedFile& file) {
     const path whole = tree_.directories[directory].path / file.name;
     const FileKind kind = KindOfFileName(file.name);
     const bool isLookedInto = kind.look != Look::None;
@@ -190,7 +201,10 @@ bool Scanner::ReadFile(std::size_t directory, std::size_t index, ScannedFile& fi
                                              isLookedInto ? kInputTailSize : 0, sample);
     if (error) {
         NameUnreadable(whole, error.message());
-        return false;
+        return FileContent::Unreadable;
+    }
+    if (IsOwnDatabase(sample.head)) {
+        return FileContent::OwnDatabase;
     }
     file.format = DetectFormat(std::string_view(sample.head).substr(0, kFormatSampleSize));
     file.solver = kind.solver;
@@ -205,21 +219,34 @@ bool Scanner::ReadFile(std::size_t directory, std::size_t index, ScannedFile& fi
     } else if (isLookedInto && kind.binaryType == CAE_FILE_OTHER) {
         file.solver = Solver::None;
     }
-    return true;
+    return FileContent::Simulation;
+}
+
+std::vector<ScannedFile> Scanner::ReadFilesOf(std::size_t directory) {
+    std::vector<ScannedFile> readable;
+    std::vector<path> databases;
+    if (options_.leftOut) {
+        databases.push_back(options_.leftOut->filename());
+    }
+    readable.reserve(tree_.directories[directory].files.size());
+    for (ScannedFile& file : tree_.directories[directory].files) {
+        // In the order of the names, a journal comes after its database.
+        if (!IsBesideDatabase(file.name, databases)) {
+            const FileContent content = ReadFile(directory, readable.size(), file);
+            if (content == FileContent::Simulation) {
+                readable.push_back(std::move(file));
+            } else if (content == FileContent::OwnDatabase) {
+                databases.push_back(std::move(file.name));
+            }
+        }
+        console_.ShowProgress("Reading files", ++readCount_, fileCount_);
+    }
+    return readable;
 }
 
 std::vector<InputCandidate> Scanner::ReadFiles() {
-    std::uint64_t done = 0;
     for (std::size_t index = 0; index < tree_.directories.size(); ++index) {
-        std::vector<ScannedFile> readable;
-        readable.reserve(tree_.directories[index].files.size());
-        for (ScannedFile& file : tree_.directories[index].files) {
-            if (ReadFile(index, readable.size(), file)) {
-                readable.push_back(std::move(file));
-            }
-            console_.ShowProgress("Reading files", ++done, fileCount_);
-        }
-        tree_.directories[index].files = std::move(readable);
+        tree_.directories[index].files = ReadFilesOf(index);
     }
     console_.ClearProgress();
     return std::move(candidates_);

@@ -17,12 +17,13 @@ struct ScanOptions {
 /// Reads everything below a root, which must be a full path without links, and settles the kinds of the
 /// files.
 ///
-/// Hidden entries are left out. A link to a file below the root counts as a file of the directory that has
-/// the link, because a deck includes it from there. A link to a directory below the root is not followed: its
-/// target is read in its own place. Links out of the root are left out, and the console says so. Entries that
-/// cannot be read, those that are neither files nor directories nor links, and on Linux those that have a
-/// backslash in their names, are reported on the console, counted and left out. The depth of nesting needs no
-/// stack. Returns an error for the root itself only.
+/// Hidden entries are left out, and so are databases of this program, whatever their names are, with the
+/// journals beside them. A link to a file below the root counts as a file of the directory that has the link,
+/// because a deck includes it from there. A link to a directory below the root is not followed: its target is
+/// read in its own place. Links out of the root are left out, and the console says so. Entries that cannot be
+/// read, those that are neither files nor directories nor links, and on Linux those that have a backslash in
+/// their names, are reported on the console, counted and left out. The depth of nesting
+/// needs no stack. Returns an error for the root itself only.
 std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptions& options, Console& console,
                               DirectoryTree& tree);
 
