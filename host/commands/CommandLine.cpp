@@ -30,7 +30,8 @@ constexpr const char* kNotes =
     "The round trip:\n"
     "  new creates a project file, export writes its document, store gives the document to a stand-in\n"
     "  for the server and writes its answer, apply sets the keys from the answer on the project's\n"
-    "  objects, fetch gets a document back from the server, and import rebuilds its objects.\n"
+    "  objects, fetch gets a document back from the server, and import rebuilds its objects. When the\n"
+    "  directory has changed, update reads it again, and what is still there keeps its keys.\n"
     "\n"
     "Exit status:\n"
     "  0 success; 1 failure, or an entry left out (with --strict); 2 bad usage; 3 the change was made,\n"
@@ -41,6 +42,7 @@ constexpr const char* kNotes =
     "  korvane-json tree projects/bracket\n"
     "  korvane-json export projects/bracket -o bracket.json\n"
     "  korvane-json new projects/bracket bracket.kvp\n"
+    "  korvane-json update projects/bracket bracket.kvp\n"
     "  korvane-json import bracket.json rebuilt.kvp\n"
     "  korvane-json compare bracket.kvp rebuilt.kvp\n"
     "  korvane-json export --help\n";
@@ -48,7 +50,7 @@ constexpr const char* kNotes =
 using AddCommand = void (*)(CLI::App& program, Console& console, int& status);
 /// The commands, in the order in which the help lists them.
 constexpr AddCommand kCommands[] = {
-    AddTreeCommand,  AddExportCommand, AddNewCommand,    AddStoreCommand,
+    AddTreeCommand,  AddExportCommand, AddNewCommand,    AddUpdateCommand,  AddStoreCommand,
     AddApplyCommand, AddFetchCommand,  AddImportCommand, AddCompareCommand,
 };
 

@@ -22,6 +22,9 @@ void AddExportCommand(CLI::App& program, Console& console, int& status);
 /// Adds `new`, which creates a project file from a directory, or one without objects.
 void AddNewCommand(CLI::App& program, Console& console, int& status);
 
+/// Adds `update`, which reads a directory again into its project file.
+void AddUpdateCommand(CLI::App& program, Console& console, int& status);
+
 /// Adds `store`, which acts as a data-management server: it stores a document and answers with its keys.
 void AddStoreCommand(CLI::App& program, Console& console, int& status);
 

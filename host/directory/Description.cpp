@@ -128,6 +128,9 @@ std::string DescribeDirectory(const ScannedDirectory& directory) {
             if (!isText || !ToUpperAscii(name.GetAnsiBuffer()).starts_with(beginning)) {
                 continue;
             }
+            if (file.isRemembered) {
+                return {};
+            }
             FileSample sample;
             if (ReadSample(directory.path / file.name, kMostRead, 0, sample)) {
                 continue;

@@ -14,7 +14,8 @@ namespace host {
 std::string FirstHeading(std::string_view text);
 
 /// What the directory is about: the first heading or line of its README, or of its notes. If there are
-/// several such files, the first by name that has words is used. Empty if there is none.
+/// several such files, the first by name that has words is used. Empty if there is none, or if the one that
+/// may have them cannot be read now.
 std::string DescribeDirectory(const ScannedDirectory& directory);
 
 }  // namespace host

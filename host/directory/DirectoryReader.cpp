@@ -146,7 +146,7 @@ std::vector<int> ProjectBuilder::AddFileChildren(const ScannedDirectory& root) {
         added.m_fullPathCopy = ToOuString(root.path / file.name);
         added.setFileType(file.type);
         added.setFileFormat(file.format);
-        added.SetFileDownloadFlag(true);
+        added.SetFileDownloadFlag(!file.isRemembered);
         SetOrigin(added, file);
         identifiers.push_back(added.getID());
     }
@@ -167,7 +167,8 @@ void ProjectBuilder::SetProjectMetadata() {
 }  // namespace
 
 DirectoryReading ReadDirectory(const std::filesystem::path& root,
-                               const std::optional<std::filesystem::path>& leftOut, Console& console) {
+                               const std::optional<std::filesystem::path>& leftOut, Console& console,
+                               const KnownFiles* known) {
     DirectoryReading reading;
     const path whole = ResolvePath(root, reading.error);
     if (reading.error) {
@@ -180,7 +181,7 @@ DirectoryReading ReadDirectory(const std::filesystem::path& root,
     }
     DirectoryTree tree;
     if (!reading.error) {
-        reading.error = ScanDirectory(whole, {leftOut}, console, tree);
+        reading.error = ScanDirectory(whole, {leftOut, known}, console, tree);
     }
     if (reading.error) {
         return reading;

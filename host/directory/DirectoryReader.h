@@ -8,6 +8,7 @@
 #include <optional>
 #include <system_error>
 
+#include "KnownFiles.h"
 #include "host/system/Console.h"
 
 namespace host {
@@ -41,8 +42,14 @@ struct DirectoryReading {
 /// - Dates are the times of the last change, in UTC. Users are the owners in the file system, where it names
 ///   them.
 ///
-/// The file `leftOut` is not read, because the document is written to it. The console says what was left out.
+/// Databases of this program and their journals are left out without a word, and so is the file `leftOut`,
+/// because the command works on it. The console says what else was left out.
+///
+/// Files in `known`, if it is not null, that cannot be read now are read as they were known: these are not
+/// marked as downloaded, and studies that have one, or a directory with one, get no metadata that count
+/// files.
 DirectoryReading ReadDirectory(const std::filesystem::path& root,
-                               const std::optional<std::filesystem::path>& leftOut, Console& console);
+                               const std::optional<std::filesystem::path>& leftOut, Console& console,
+                               const KnownFiles* known = nullptr);
 
 }  // namespace host

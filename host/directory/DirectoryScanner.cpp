@@ -41,6 +41,7 @@ public:
         : options_(options), console_(console), tree_(tree) {
         std::error_code error;
         sizeOfLeftOut_ = options_.leftOut ? std::filesystem::file_size(*options_.leftOut, error) : 0;
+        ThrowIfOutOfMemory(error);
     }
 
     std::error_code ReadDirectories(const path& root);
@@ -69,6 +70,7 @@ private:
 
 void Scanner::NameUnreadable(const path& entry, const std::string& reason) {
     ++tree_.unreadableCount;
+    tree_.unreadable.push_back(entry);
     console_.Say(Quoted(entry) + " cannot be read and is left out: " + reason);
 }
 
@@ -278,6 +280,9 @@ std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptio
     }
     SettleInput(scanner.ReadFiles(), tree);
     SettleUndecidedSolvers(tree);
+    if (options.known != nullptr && !tree.unreadable.empty()) {
+        Remember(*options.known, tree);
+    }
     SumUp(tree);
     return {};
 }

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "DirectoryTree.h"
+#include "KnownFiles.h"
 #include "host/system/Console.h"
 
 namespace host {
@@ -12,6 +13,8 @@ namespace host {
 struct ScanOptions {
     /// A file that is not read: the one that the document is written to.
     std::optional<std::filesystem::path> leftOut;
+    /// What an earlier reading found, for entries that cannot be read now; may be null.
+    const KnownFiles* known = nullptr;
 };
 
 /// Reads everything below a root, which must be a full path without links, and settles the kinds of the
@@ -22,8 +25,8 @@ struct ScanOptions {
 /// because a deck includes it from there. A link to a directory below the root is not followed: its target is
 /// read in its own place. Links out of the root are left out, and the console says so. Entries that cannot be
 /// read, those that are neither files nor directories nor links, and on Linux those that have a backslash in
-/// their names, are reported on the console, counted and left out. The depth of nesting
-/// needs no stack. Returns an error for the root itself only.
+/// their names, are reported on the console, counted and left out, unless they are known. The depth of
+/// nesting needs no stack. Returns an error for the root itself only.
 std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptions& options, Console& console,
                               DirectoryTree& tree);
 

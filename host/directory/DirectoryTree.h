@@ -20,6 +20,8 @@ struct ScannedFile {
     std::optional<std::uint32_t> owner;
     /// The file is elsewhere below the root, and its bytes are counted there.
     bool isLink = false;
+    /// It cannot be read now, and is as an earlier reading found it; size, time and owner are unknown.
+    bool isRemembered = false;
     _tagFileType type = CAE_FILE_OTHER;
     _tagFileFormat format = CAE_FORMAT_UNKNOWN;
     Solver solver = Solver::None;
@@ -47,6 +49,8 @@ struct DirectoryTree {
     std::vector<ScannedDirectory> directories;
     /// Entries that could not be read or named in a document; the console has named each.
     std::size_t unreadableCount = 0;
+    /// The paths of those that could not be read, beginning with that of the root.
+    std::vector<std::filesystem::path> unreadable;
 };
 
 }  // namespace host

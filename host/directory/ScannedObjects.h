@@ -17,12 +17,20 @@ struct Totals {
     std::size_t files = 0;
     std::uint64_t bytes = 0;
     std::set<std::string> solvers;
+    /// There are files that cannot be read now.
+    bool isUncertain = false;
 
     void Add(const ScannedFile& file);
 };
 
-/// Sets the metadata of a study or the project. An empty description is left out.
+/// Sets the metadata of a study or the project. An empty description is left out, and so is everything else
+/// if the totals are uncertain.
 void SetTotals(CAEObject& object, const std::string& description, const Totals& totals);
+
+/// Gives a study or the project the metadata that a new reading of its directory has for it, and leaves its
+/// other entries. A description that the directory does not have any more stays, because a user may have
+/// given it. Returns whether anything was changed.
+bool UpdateMetadata(CAEObject& object, const CAEObject& read);
 
 /// Gives an object the date and the user of its file or directory.
 void SetOrigin(CAEObject& object, const ScannedFile& file);

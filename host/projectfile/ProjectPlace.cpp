@@ -25,10 +25,12 @@ path FolderOf(const path& file) {
     if (!error) {
         return whole.parent_path();
     }
+    ThrowIfOutOfMemory(error);
     whole = std::filesystem::absolute(file, error);
     ThrowIfOutOfMemory(error);
     path folder = (error ? file : whole).lexically_normal().parent_path();
     whole = ResolvePath(folder, error);
+    ThrowIfOutOfMemory(error);
     return error ? folder : whole;
 }
 
@@ -93,13 +95,17 @@ void ForEachFile(CAEProject& root, const Work& work) {
 
 bool Exists(const std::string& file) {
     std::error_code error;
-    return std::filesystem::exists(PathFromUtf8(file), error);
+    const bool isThere = std::filesystem::exists(PathFromUtf8(file), error);
+    ThrowIfOutOfMemory(error);
+    return isThere;
 }
 
 /// Whether the project's directory is found at `to`.
 bool IsAt(CAEProject& root, const path& to) {
     std::error_code error;
-    if (!std::filesystem::is_directory(to, error)) {
+    const bool isDirectory = std::filesystem::is_directory(to, error);
+    ThrowIfOutOfMemory(error);
+    if (!isDirectory) {
         return false;
     }
     const OuString old = DirectoryOf(root);

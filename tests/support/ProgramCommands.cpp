@@ -35,6 +35,17 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"NewFromFile", {"new", "work/p.kvp", "out/copy.kvp"}, FileUse::Reads, "p.kvp"},
         {"NewDryRun", {"new", "work/p.kvp", "--force", "--dry-run", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
 
+        // The directory of the project is another one in some folders.
+        {"Update", {"update", "--moved", "given/other", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"UpdateRemove",
+         {"update", "--moved", "--remove", "given/other", "work/p.kvp"},
+         FileUse::Changes,
+         "p.kvp"},
+        {"UpdateDryRun",
+         {"update", "--moved", "--dry-run", "given/other", "work/p.kvp"},
+         FileUse::Reads,
+         "p.kvp"},
+
         {"StoreNew",
          {"store", "given/document.json", "--db", "work/s.db", "-o", "out/answer.json"},
          FileUse::Creates,

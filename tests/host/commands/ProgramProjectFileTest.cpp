@@ -452,6 +452,7 @@ TEST_F(ProgramProjectFile, CompareShowsAllDifferencesOnRequest) {
 TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
         {"new", {"--empty", "--force", "--strict", "--dry-run", "PROJECT.kvp"}},
+        {"update", {"DIR", "PROJECT.kvp", "--remove", "--moved", "--strict", "--dry-run"}},
         {"store", {"DOCUMENT.json", "--db", "--project", "--output", "--dry-run"}},
         {"apply", {"ANSWER.json", "PROJECT.kvp", "--dry-run"}},
         {"fetch", {"KEY", "--db", "--output"}},
@@ -463,7 +464,7 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
     const std::size_t list = overview.find("ommands:\n");
     ASSERT_NE(list, std::string::npos) << overview;
     const std::string listed = overview.substr(list, overview.find("\n\n", list) - list);
-    EXPECT_EQ(std::ranges::count(listed, '\n'), 8) << overview;
+    EXPECT_EQ(std::ranges::count(listed, '\n'), 9) << overview;
     for (const auto& [command, words] : commands) {
         EXPECT_NE(overview.find(std::string("\n  ") + command + " "), std::string::npos) << overview;
         const std::string help = OutputOf({command, "--help"});

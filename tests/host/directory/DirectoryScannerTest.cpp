@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "WithoutPrivileges.h"
 #include "host/HostSupport.h"
 #include "host/directory/DirectoryScanner.h"
 #include "support/TemporaryDirectory.h"
@@ -282,22 +283,6 @@ TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutNamesWithABackslash) {
     EXPECT_EQ(kept.said, "korvane-json: '" + ToUtf8(folder / "a\\b.inp") + kReason + "korvane-json: '" +
                              ToUtf8(folder / "c\\d") + kReason);
 }
-
-/// Takes the rights of the superuser away from the test for a while, where it has them.
-class WithoutPrivileges {
-public:
-    WithoutPrivileges() { isRoot_ = ::geteuid() == 0 && ::seteuid(65534) == 0; }
-    ~WithoutPrivileges() {
-        if (isRoot_ && ::seteuid(0) != 0) {
-            std::abort();
-        }
-    }
-    WithoutPrivileges(const WithoutPrivileges&) = delete;
-    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-
-private:
-    bool isRoot_ = false;
-};
 
 TEST_F(DirectoryScannerTest, NamesCountsAndLeavesOutWhatMayNotBeRead) {
     folder.Write("a.txt", "x");

@@ -22,7 +22,7 @@ protected:
     /// The names of the files that are read from the folder.
     std::string Names(const std::optional<path>& leftOut = {}) {
         DirectoryTree tree;
-        EXPECT_FALSE(ScanDirectory(folder.Path(), {leftOut}, kept.console, tree));
+        EXPECT_FALSE(ScanDirectory(folder.Path(), {leftOut, nullptr}, kept.console, tree));
         EXPECT_EQ(tree.unreadableCount, 0U);
         std::string names;
         for (const ScannedDirectory& directory : tree.directories) {

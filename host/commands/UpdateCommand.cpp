@@ -1,0 +1,137 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "Commands.h"
+#include "DatabaseCommand.h"
+#include "Done.h"
+#include "ExitStatus.h"
+#include "KeepUntilExit.h"
+#include "Options.h"
+#include "ProjectInput.h"
+#include "host/directory/DirectoryReader.h"
+#include "host/directory/ProjectUpdate.h"
+#include "host/projectfile/ProjectFile.h"
+#include "host/system/FileSystem.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+using std::filesystem::path;
+
+struct UpdateOptions {
+    std::string directory;
+    std::string file;
+    bool isRemoving = false;
+    bool isMoved = false;
+    bool isStrict = false;
+    bool isDryRun = false;
+};
+
+bool IsDirectory(const path& candidate) {
+    std::error_code error;
+    const bool isDirectory = std::filesystem::is_directory(candidate, error);
+    ThrowIfOutOfMemory(error);
+    return isDirectory;
+}
+
+/// Whether the directory has more than half of the files.
+bool HasMostOf(const KnownFiles& known, const path& directory) {
+    const auto count = std::ranges::count_if(known, [&](const auto& file) {
+        std::error_code error;
+        const bool isThere = std::filesystem::exists(directory / PathFromUtf8(file.second.path), error);
+        ThrowIfOutOfMemory(error);
+        return isThere;
+    });
+    return 2 * static_cast<std::size_t>(count) > known.size();
+}
+
+/// Whether the directory is the project's: the one that it has, or that one moved. Otherwise says so: reading
+/// another directory would make everything in the project missing.
+bool IsDirectoryOf(const CAEProject& project, const KnownFiles& known, const UpdateOptions& options,
+                   Console& console) {
+    OuString text;
+    project.getDirectory(text);
+    const path own = ToPath(text);
+    const path given = PathFromUtf8(options.directory);
+    std::error_code error;
+    if (options.isMoved || std::filesystem::equivalent(given, own, error)) {
+        return true;
+    }
+    ThrowIfOutOfMemory(error);
+    if (!IsDirectory(own) && HasMostOf(known, given)) {
+        return true;
+    }
+    console.Say(
+        Quoted(options.file) + " is the project of " + Quoted(own) + ", and " + Quoted(options.directory) +
+        " is another directory. Nothing was changed; give that directory, or --moved if it is this one "
+        "now");
+    return false;
+}
+
+int UpdateProjectFile(const UpdateOptions& options, Console& console) {
+    return ChangeDatabase(options.file, console, [&] {
+        const path name = PathFromUtf8(options.file);
+        const path directory = PathFromUtf8(options.directory);
+        ProjectFile file = ProjectFile::Open(name, !options.isDryRun, console);
+        CAEProject& project = file.Project();
+        const KnownFiles known = KnownFilesOf(project);
+        if (IsDirectory(directory) && !IsDirectoryOf(project, known, options, console)) {
+            return kFailure;
+        }
+        DirectoryReading reading = ReadDirectory(directory, name, console, &known);
+        if (reading.project == nullptr) {
+            console.Say("cannot read " + Quoted(options.directory) + ": " + reading.error.message() +
+                        ". Nothing was changed; give the directory of the project");
+            return kFailure;
+        }
+        ProjectUpdate update = UpdateProject(project, *reading.project, options.isRemoving);
+        if (!options.isDryRun && update.report.isChanged) {
+            file.SaveWithout(std::move(update.removedFiles), console);
+        }
+        const int status = ReportDone(options.isDryRun, console, [&] {
+            update.report.Say(Quoted(options.file), options.isRemoving, console);
+            SayDryRun(options.isDryRun, console);
+            return Finish({{}, options.isStrict}, {nullptr, reading.unreadableCount}, console);
+        });
+        KeepUntilExit(file.TakeProject());
+        KeepUntilExit(std::move(reading.project));
+        return status;
+    });
+}
+
+}  // namespace
+
+void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<UpdateOptions>();
+    CLI::App& command =
+        *program.add_subcommand("update", "Read a directory of studies again into its project file");
+    command.add_option("DIR", options->directory, "The directory of the project")->required()->type_name("");
+    command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
+    command.add_flag("--remove", options->isRemoving,
+                     "Remove what came from the directory and is not there any more");
+    command.add_flag("--moved", options->isMoved,
+                     "DIR is the directory of the project now, although it was another one before.\n"
+                     "Needed only if most of its files are not in DIR, or the old one is still there");
+    command.add_flag("--strict", options->isStrict,
+                     "End with status 1 if an entry of the directory cannot be read, or has a name\n"
+                     "that a document cannot carry.\n"
+                     "The project file is updated without that entry");
+    AddDryRun(command, options->isDryRun);
+    AddExamples(
+        command,
+        "  korvane-json update projects/bracket bracket.kvp --dry-run\n"
+        "  korvane-json update projects/bracket bracket.kvp\n"
+        "  korvane-json update projects/bracket bracket.kvp --remove\n",
+        "What is still there keeps its identifier, its key and its metadata, apart from the entries that\n"
+        "come from the directory (Description, Files, Size, Solver, Studies). Files are recognised by\n"
+        "their path in the directory, objects by their kind and their path. What is new gets new\n"
+        "identifiers. What is missing is listed and stays, unless --remove is given; a study, part or file\n"
+        "with another path is missing and new. Objects that did not come from the directory, as those of\n"
+        "import, stay as they are, and so does what cannot be read now.");
+    command.callback([options, &console, &status] { status = UpdateProjectFile(*options, console); });
+}
+
+}  // namespace host

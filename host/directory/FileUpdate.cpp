@@ -1,0 +1,94 @@
+#include "FileUpdate.h"
+
+#include <EmbeddedModel.h>
+
+#include "ObjectTexts.h"
+
+namespace host {
+
+FileUpdate::FileUpdate(CAEProject& project, const ProjectOrigins& origins, const ProjectOrigins& reading,
+                       const ProjectMatching& matching, UpdateReport& report)
+    : project_(project), reading_(reading), report_(report) {
+    for (std::size_t place = 0; place < reading.Files().size(); ++place) {
+        const FileOrigin& read = reading.Files()[place];
+        if (const std::optional<std::size_t> matched = matching.Files()[place]) {
+            CAEFile& file = *origins.Files()[*matched].file;
+            identifiers_.emplace(read.file->getID(), file.getID());
+            isThere_.insert(file.getID());
+            Update(file, *read.file);
+        } else {
+            Add(read);
+        }
+    }
+}
+
+void FileUpdate::Add(const FileOrigin& read) {
+    const CAEFile& from = *read.file;
+    CAEFile* file = nullptr;
+    if (read.isChild) {
+        file = dynamic_cast<CAEFile*>(korvane::CreateObject(project_, CAE_FILE, NameOf(from)));
+        file->setFullPathName(PathOf(from));
+        file->setFileType(from.getFileType());
+        file->setFileFormat(from.getFileFormat());
+    } else {
+        file = korvane::CreateFile(project_, PathOf(from), from.getFileType(), from.getFileFormat());
+    }
+    file->m_fullPathCopy = from.m_fullPathCopy;
+    file->SetFileDownloadFlag(korvane::IsDownloaded(from));
+    file->setCreatedDate(DateOf(from));
+    korvane::SetCreatedUserName(*file, CreatorOf(from));
+    identifiers_.emplace(from.getID(), file->getID());
+    isThere_.insert(file->getID());
+    isAdded_.insert(file->getID());
+    ++report_.added.files;
+    report_.isChanged = true;
+}
+
+void FileUpdate::Update(CAEFile& file, const CAEFile& read) {
+    const bool isRead = korvane::IsDownloaded(read);
+    if (!isRead) {
+        report_.notes.Add("cannot be read now, so it stays as it was",
+                          [&] { return DescribeFile(file, DirectoryOf(project_)); });
+    }
+    if (!(PathOf(file) == PathOf(read))) {
+        file.setFullPathName(PathOf(read));
+        report_.isChanged = true;
+    }
+    // A file that an import created has no creator. From now on it is one of the directory.
+    const bool isImported = CreatorOf(file).IsEmpty();
+    if (!isRead || (!isImported && file.getFileType() == read.getFileType() &&
+                    file.getFileFormat() == read.getFileFormat() && korvane::IsDownloaded(file) &&
+                    DateOf(file) == DateOf(read))) {
+        return;
+    }
+    file.setFileType(read.getFileType());
+    file.setFileFormat(read.getFileFormat());
+    file.SetFileDownloadFlag(true);
+    file.setCreatedDate(DateOf(read));
+    if (isImported) {
+        korvane::SetCreatedUserName(file, CreatorOf(read));
+        file.m_fullPathCopy = read.m_fullPathCopy;
+    }
+    ++report_.changed.files;
+    report_.isChanged = true;
+    report_.notes.Add("changed", [&] { return DescribeFile(file, DirectoryOf(project_)); });
+}
+
+void FileUpdate::ReportAdded(const std::function<bool(const CAEObject& read)>& isAdded) {
+    std::unordered_set<int> isOfAdded;
+    for (const ObjectOrigin& read : reading_.Objects()) {
+        if (isAdded(*read.object)) {
+            const std::vector<int> files = korvane::GetFileRoles(*read.object).files;
+            isOfAdded.insert(files.begin(), files.end());
+        }
+    }
+    for (const FileOrigin& read : reading_.Files()) {
+        const int identifier = IdentifierOf(read.file->getID());
+        if (isAdded_.contains(identifier) && !isOfAdded.contains(read.file->getID())) {
+            report_.notes.Add(
+                "added", [&] { return DescribeFile(*project_.getFile(identifier), DirectoryOf(project_)); });
+        }
+    }
+}
+
+}  // namespace host
