@@ -21,7 +21,7 @@ namespace {
 struct StoreOptions {
     std::string document;
     std::string database;
-    std::string project;
+    StoreRequest request;
     std::string output = kStandardStream;
     bool isDryRun = false;
 };
@@ -34,9 +34,9 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
     if (!document || !IsImportable(*document, options.document, console)) {
         return kFailure;
     }
-    const std::string project =
-        options.project.empty() ? MemberText(*document, format::member::kName) : options.project;
-    if (project.empty()) {
+    const bool hasName =
+        !options.request.project.empty() || !MemberText(*document, format::member::kName).empty();
+    if (!hasName && MemberText(*document, format::member::kDatabaseKey).empty()) {
         console.Say("the root of " + InputName(options.document) +
                     " has no name: give the name of the project with --project. Nothing was changed");
         return kFailure;
@@ -44,9 +44,9 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
     return ChangeDatabase(options.database, console, [&] {
         StoreReport report;
         Server server = Server::OpenForStoring(PathFromUtf8(options.database), options.isDryRun);
-        const JSONNode answer = server.Store(*document, project, report, console);
+        const JSONNode answer = server.Store(*document, options.request, report, console);
         constexpr std::string_view kStoredWithoutAnswer =
-            "the document was stored: store it again to get the answer, which will be the same";
+            "the document was stored: store it again with --again to get the answer, which will be the same";
         const auto answerAndReport = [&] {
             report.Say(Quoted(options.database), console);
             SayDryRun(options.isDryRun, console);
@@ -78,10 +78,13 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
         ->required()
         ->type_name("FILE");
     command
-        .add_option("--project", options->project,
-                    "The name of the project that the identifiers belong to, if the document's\n"
-                    "root has another name: --project bracket")
+        .add_option("--project", options->request.project,
+                    "The name of the document's project, if the document's root has another name:\n"
+                    "--project bracket")
         ->type_name("NAME");
+    command.add_flag("--again", options->request.isAgain,
+                     "The document is of the project of this name that the database has already.\n"
+                     "Needed if the document's root has no key");
     command
         .add_option("-o,--output", options->output,
                     "The file for the answer; - is the standard output (the default):\n"
@@ -91,10 +94,17 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
     AddExamples(
         command,
         "  korvane-json store bracket.json --db server.db -o answer.json\n"
-        "  korvane-json store study.json --db server.db --project bracket -o answer.json\n",
+        "  korvane-json store bracket.json --db server.db --again -o answer.json\n"
+        "  korvane-json store study.json --db server.db --project bracket --again -o answer.json\n",
         "An object that has a key of the database is stored under it again. Any other object is stored\n"
-        "under the key that its identifier got earlier in the project of this name. Children and files\n"
-        "that the document no longer has are detached from their object; they can still be fetched.");
+        "under the key of the object at the same path: the names and kinds on the way from the root of the\n"
+        "project, and the order of equal names; for files also their type. Objects at other paths get new\n"
+        "keys. Identifiers do not count.\n"
+        "Projects of the same name can be different projects, so a document whose root has no key is\n"
+        "refused if the database has a project of its name, except with --again. The document of a single\n"
+        "object is recognised if the project has only one of its kind and name.\n"
+        "Children and files that the document no longer has are detached from their object; they can still\n"
+        "be fetched, and are recognised if they come back.");
     command.callback([options, &console, &status] { status = StoreFromFile(*options, console); });
 }
 

@@ -66,12 +66,12 @@ Server Server::OpenForFetching(const std::filesystem::path& file) {
     return Server(std::make_unique<State>(file, DatabaseUse::Reading));
 }
 
-JSONNode Server::Store(const JSONNode& document, const std::string& project, StoreReport& report,
+JSONNode Server::Store(const JSONNode& document, const StoreRequest& request, StoreReport& report,
                        Console& console) {
     JSONNode answer(JSON_NODE);
     const auto store = [&](Database& database) {
         report = StoreReport();
-        answer = StoreDocument(database, document, project, report, console);
+        answer = StoreDocument(database, document, request, report, console);
     };
     if (state_->fresh) {
         state_->fresh->Fill(store);

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "ServerFetch.h"
+#include "ServerProject.h"
 #include "StoreReport.h"
 #include "host/system/Console.h"
 #include "host/system/Database.h"
@@ -20,13 +21,22 @@
 /// Every object node and file record is stored with all its members. A key such as `PRT-12-3f9a20` shows the
 /// kind of the object, and is given only once, in one database. A node belongs to
 ///
-/// - the object with the node's "dbkey", if this database gave that key. The "dbkey" of a view item counts as
-///   its own only if it is the key of a view item; if it is the key of an assembly or an iteration model, the
-///   view item shows that object.
-/// - otherwise, the object that was stored with the same identifier and the same "type" in a project of the
-///   same name. If a document has an identifier twice, the nodes are different objects, unless they are
-///   files: a file can be attached to several objects. A node without "id" is identified by its place.
+/// - the object with the node's "dbkey", if this database gave that key to an object of the same kind, and no
+///   other node of the document has it. Files may have it several times, because a file can be attached to
+///   several objects. If the "dbkey" of a view item is the key of an assembly or an iteration model, the view
+///   item shows that object.
+/// - otherwise, the object that was stored last at the same path: below the same object, with the same kind
+/// and
+///   "name", and for files the same "fileType". Equal siblings are told apart by their order. An object that
+///   was detached is found at the path that it had.
 /// - otherwise, a new object.
+///
+/// Identifiers only say which nodes of one document are the same file, and carry the keys back in the answer.
+///
+/// The path begins at the root. A root without a key is new, if its project is new. Otherwise it is the root
+/// of the project, or the only object of the project with its kind and name; StoreRequest says which project
+/// it is. A document whose root could be several objects, or none, is refused: no key goes to an object by a
+/// guess.
 ///
 /// If an object is stored again, its members, children and files are replaced by those in the document. A
 /// child or a file that the document no longer has is detached from the object. The database keeps it, with
@@ -46,8 +56,9 @@ public:
     Server& operator=(Server&&) noexcept;
 
     /// Stores the document in one transaction, and answers with the tree of "id" and "dbkey", nested in
-    /// "children" and "files". Throws DatabaseError, and then nothing is stored.
-    JSONNode Store(const JSONNode& document, const std::string& project, StoreReport& report,
+    /// "children" and "files". Throws DatabaseError, also for a document that is refused, and then nothing is
+    /// stored.
+    JSONNode Store(const JSONNode& document, const StoreRequest& request, StoreReport& report,
                    Console& console);
 
     /// The object with the key, which Fetch takes; nothing if there is no such object. Throws DatabaseError,

@@ -1,5 +1,6 @@
 #include "ServerDocument.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "format/Kinds.h"
@@ -51,6 +52,7 @@ JSONNode NamedArray(format::MemberName name) {
 
 std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
     std::vector<StoredNode> nodes;
+    std::unordered_map<std::string, std::size_t> files;
     // The state of a node is its index in the list.
     using Visit = NodeVisit<const JSONNode, std::size_t>;
     const auto enter = [&](const Visit& visit) {
@@ -62,6 +64,10 @@ std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes) {
         }
         visit.own = nodes.size();
         StoredNode& stored = nodes.emplace_back(MakeStored(visit.node, visit.place));
+        // Within one document an identifier is one object, and a file can be attached to several objects.
+        stored.first = stored.IsFile() && stored.identifier
+                           ? files.emplace(*stored.identifier, visit.own).first->second
+                           : visit.own;
         if (visit.above != nullptr) {
             StoredNode& above = nodes[*visit.above];
             std::vector<std::size_t>& list =
@@ -94,6 +100,14 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot) {
     }
     const auto text = kept.write();
     return {text.c_str(), text.size()};
+}
+
+JSONNode ParseKeptMembers(const std::string& keptMembers) {
+    const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
+    if (kept.type() != JSON_NODE) {
+        throw std::invalid_argument("they are not an object");
+    }
+    return kept;
 }
 
 JSONNode MakeAnswer(const std::vector<StoredNode>& nodes) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "ServerPath.h"
 #include "format/MemberName.h"
 #include "host/document/NodeWalker.h"
 #include "host/system/Notes.h"
@@ -29,11 +30,18 @@ struct StoredNode {
     /// The "dbkey" in the document; empty if there is none.
     std::string givenKey;
 
+    /// The index of the first node of the same file: one with the same "id". Its own index otherwise.
+    std::size_t first = 0;
+    /// How many equal siblings come before it.
+    std::int64_t ordinal = 0;
+
+    /// The object, or 0 if it is not known yet.
     std::int64_t object = 0;
     std::string key;
     std::optional<std::int64_t> shown;
     std::int64_t number = 0;
 
+    NodeName Name() const { return NameOf(node, type); }
     bool IsFile() const;
     bool IsViewItem() const;
     /// Whether a view item can show it.
@@ -41,12 +49,15 @@ struct StoredNode {
 };
 
 /// The object nodes and file records of a document: each comes before what is in it, children before files.
-/// Elements that are not objects are noted and left out.
+/// Elements that are not objects are noted and left out. The nodes have no objects and no ordinals yet.
 std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes);
 
 /// The members of a node as the database stores them: with empty "children" and "files", without a second one
 /// of either, and without the "subType" of the root.
 std::string KeptMembers(const StoredNode& stored, bool isRoot);
+
+/// Reads what KeptMembers wrote. Throws std::invalid_argument if it cannot be read.
+JSONNode ParseKeptMembers(const std::string& keptMembers);
 
 /// An empty array with the name.
 JSONNode NamedArray(format::MemberName name);

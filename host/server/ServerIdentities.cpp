@@ -1,180 +1,234 @@
 #include "ServerIdentities.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
+#include "ServerSiblings.h"
 #include "ServerTables.h"
-#include "host/document/NodeWalker.h"
+#include "host/document/DocumentNode.h"
 #include "host/system/CheckedInsert.h"
 
 namespace host {
 namespace {
 
-/// What identifies a node in its project: its identifier, or its place. `above` is null for a root.
-std::string IdentifierOf(const StoredNode& stored, const StoredNode* above) {
-    if (stored.identifier) {
-        return "id " + *stored.identifier;
-    }
-    return above == nullptr ? "root"
-                            : "place " + std::to_string(above->object) + "/" +
-                                  SectionOf(stored.place).c_str() + "/" + std::to_string(stored.position);
-}
+constexpr std::string_view kKeyOfAnotherKind =
+    "\"dbkey\" not used, because it is the key of an object of another kind";
+constexpr std::string_view kKeyInUse =
+    "\"dbkey\" not used, because another object of the document has the same";
 
 /// Finds the objects that the nodes of a document belong to, and creates new ones.
 class Identification {
 public:
-    Identification(Database& database, const std::string& project, std::size_t count, RowSum& sum,
-                   StoreReport& report);
+    Identification(Database& database, std::vector<StoredNode>& nodes, RowSum& sum, StoreReport& report);
 
-    /// Gives every node its object and its key.
-    void Run(std::vector<StoredNode>& nodes);
+    /// Gives every node its ordinal, its object and its key.
+    void Run(const StoreRequest& request);
 
 private:
-    struct Known {
-        std::int64_t object;
-        std::string key;
-        std::string type;
-    };
-
-    std::int64_t FindProject(Database& database, const std::string& name);
+    void TakeByKeys();
     void TakeByKey(StoredNode& stored);
-    void TakeByIdentity(StoredNode& stored, const StoredNode& above);
-    void Make(StoredNode& stored, const std::string& identifier, std::int64_t occurrence);
-    void LinkByGivenKeys(std::vector<StoredNode>& nodes);
-    /// Gives the object to the node, if it may have it, and returns whether it may. An object is given once,
-    /// a file as often as it occurs.
-    bool Take(StoredNode& stored, const Known& known);
-    static Known Row(const Statement& statement) {
-        return {statement.Number(0), statement.Text(1), statement.Text(2)};
-    }
+    void JoinNodesOfFile(std::size_t index);
+    void FindProject(const StoreRequest& request);
+    void TakeByPaths();
+    void TakeBelow(std::size_t owner);
+    void Make(std::int64_t project);
+    void LinkByGivenKeys();
+    void Take(StoredNode& stored, const KnownObject& known);
+    bool IsFree(std::int64_t object) const { return !taken_.contains(object); }
+    /// The node that a file has its object from, if it has not got one by its own key.
+    StoredNode& FirstOf(const StoredNode& stored) { return nodes_[stored.first]; }
 
+    Database& database_;
+    std::vector<StoredNode>& nodes_;
+    RowSum& sum_;
     StoreReport& report_;
     Statement byKey_;
-    Statement byIdentity_;
-    CheckedInsert insertProject_;
-    CheckedInsert insert_;
+    Statement ownedBy_;
     Statement retype_;
-    /// Whether the database had no object of the project before.
-    bool isNewProject_ = false;
-    std::int64_t project_;
-    std::int64_t nextObject_;
-    std::string origin_;
+    std::int64_t project_ = 0;
     std::unordered_set<std::int64_t> taken_;
-    /// For identifiers that occurred before, which object with the identifier is next.
-    std::unordered_map<std::string, std::int64_t> nextOccurrence_;
+    /// The first nodes of the files that have keys, and the other nodes of the files that have several.
+    std::unordered_map<std::int64_t, std::size_t> fileOfObject_;
+    std::unordered_map<std::size_t, std::vector<std::size_t>> otherNodes_;
 };
 
-Identification::Identification(Database& database, const std::string& project, std::size_t count, RowSum& sum,
+Identification::Identification(Database& database, std::vector<StoredNode>& nodes, RowSum& sum,
                                StoreReport& report)
-    : report_(report),
+    : database_(database),
+      nodes_(nodes),
+      sum_(sum),
+      report_(report),
       byKey_(database, "SELECT number, key, type FROM object WHERE key = ?"),
-      byIdentity_(database,
-                  "SELECT number, key, type FROM object"
-                  " WHERE project = ? AND identifier = ? AND occurrence = ?"),
-      insertProject_(database, "project", 2, true, sum),
-      insert_(database, "object", 6, true, sum),
-      retype_(database, "UPDATE object SET type = ? WHERE number = ?"),
-      project_(FindProject(database, project)),
-      nextObject_(NextNumber(database, "object", count)) {
-    Statement origin(database, "SELECT text FROM origin");
-    if (!origin.Begin().Next()) {
-        RefuseDamaged("it does not say how its keys end");
-    }
-    origin_ = origin.Text(0);
+      ownedBy_(database, StoredSiblings::kOwnedBy),
+      retype_(database, "UPDATE object SET type = ? WHERE number = ?") {}
+
+void Identification::Run(const StoreRequest& request) {
+    // Keys first: an object with a key must not go to a node that only has the same path.
+    TakeByKeys();
+    FindProject(request);
+    TakeByPaths();
+    Make(project_);
+    LinkByGivenKeys();
 }
 
-std::int64_t Identification::FindProject(Database& database, const std::string& name) {
-    Statement find(database, "SELECT number FROM project WHERE name = ?");
-    if (find.Begin(name).Next()) {
-        return find.Number(0);
-    }
-    find.Reset();
-    isNewProject_ = true;
-    const std::int64_t number = NextNumber(database, "project", 1);
-    insertProject_.Run(number, name);
-    return number;
-}
-
-void Identification::Run(std::vector<StoredNode>& nodes) {
-    // Keys first: an object with a key must not go to a node that has only the same identifier.
-    for (StoredNode& stored : nodes) {
-        if (!stored.givenKey.empty()) {
-            TakeByKey(stored);
-        }
-    }
-    for (StoredNode& stored : nodes) {
-        if (stored.object == 0) {
-            TakeByIdentity(stored, nodes[stored.above]);
-        }
-    }
-    LinkByGivenKeys(nodes);
-}
-
-bool Identification::Take(StoredNode& stored, const Known& known) {
-    if (!taken_.insert(known.object).second && !stored.IsFile()) {
-        return false;
-    }
+void Identification::Take(StoredNode& stored, const KnownObject& known) {
+    taken_.insert(known.object);
     stored.object = known.object;
     stored.key = known.key;
     if (stored.type != known.type) {
+        // Another type of project, which is the same kind.
         retype_.Run(stored.type, known.object);
     }
-    return true;
+}
+
+void Identification::TakeByKeys() {
+    for (std::size_t index = 0; index < nodes_.size(); ++index) {
+        StoredNode& stored = nodes_[index];
+        if (!stored.givenKey.empty()) {
+            TakeByKey(stored);
+        }
+        if (stored.IsFile()) {
+            JoinNodesOfFile(index);
+        }
+    }
+}
+
+/// Nodes with the same identifier are one file, but for those that have keys of different files.
+void Identification::JoinNodesOfFile(std::size_t index) {
+    StoredNode& stored = nodes_[index];
+    stored.first = FirstOf(stored).first;
+    if (stored.object != 0) {
+        if (const StoredNode& first = FirstOf(stored); first.object != 0 && first.object != stored.object) {
+            stored.first = index;
+        }
+        stored.first = fileOfObject_.emplace(stored.object, stored.first).first->second;
+        FirstOf(stored).object = stored.object;
+        FirstOf(stored).key = stored.key;
+    }
+    if (stored.first != index) {
+        otherNodes_[stored.first].push_back(index);
+    }
 }
 
 void Identification::TakeByKey(StoredNode& stored) {
     if (!byKey_.Begin(stored.givenKey).Next()) {
         return;
     }
-    const Known known = Row(byKey_);
+    const KnownObject known{byKey_.Number(0), byKey_.Text(1), byKey_.Text(2)};
     byKey_.Reset();
     StoredNode found;
     found.type = known.type;
     if (stored.IsViewItem() && found.IsMasterAssembly()) {
         stored.shown = known.object;
-    } else if (stored.IsViewItem() == found.IsViewItem() && stored.IsFile() == found.IsFile()) {
+    } else if (KeyPrefix(stored.type) != KeyPrefix(known.type)) {
+        report_.notes.Add(kKeyOfAnotherKind, [&] { return Describe(stored.node); });
+    } else if (!IsFree(known.object) && !stored.IsFile()) {
+        report_.notes.Add(kKeyInUse, [&] { return Describe(stored.node); });
+    } else {
         Take(stored, known);
     }
 }
 
-void Identification::TakeByIdentity(StoredNode& stored, const StoredNode& above) {
-    const std::string identifier = IdentifierOf(stored, &stored == &above ? nullptr : &above);
-    const auto [next, isFirst] = nextOccurrence_.emplace(identifier, 0);
-    std::int64_t& occurrence = next->second;
-    if (isFirst && isNewProject_) {
-        Make(stored, identifier, occurrence);
+void Identification::FindProject(const StoreRequest& request) {
+    StoredNode& root = nodes_.front();
+    if (root.object != 0) {
+        project_ = FindProjectOfRoot(database_, root, request).number;
         return;
     }
-    while (byIdentity_.Begin(project_, identifier, occurrence).Next()) {
-        const Known known = Row(byIdentity_);
-        if (known.type == stored.type && Take(stored, known)) {
-            byIdentity_.Reset();
-            return;
-        }
-        ++occurrence;
+    const ProjectOfDocument found = FindProjectByName(database_, root, request, taken_, sum_);
+    project_ = found.number;
+    if (found.root) {
+        Take(root, *found.root);
     }
-    byIdentity_.Reset();
-    Make(stored, identifier, occurrence);
 }
 
-void Identification::Make(StoredNode& stored, const std::string& identifier, std::int64_t occurrence) {
-    stored.object = nextObject_++;
-    stored.key = MakeKey(stored.type, stored.object, origin_);
-    insert_.Run(stored.object, stored.key, stored.type, project_, identifier, occurrence);
-    taken_.insert(stored.object);
-    ++report_.newKeys;
+void Identification::TakeByPaths() {
+    // First what is below objects only: a file can be recognised wherever it is attached, and what is below a
+    // file follows when that is done.
+    std::vector<bool> isInFile(nodes_.size());
+    for (std::size_t index = 0; index < nodes_.size(); ++index) {
+        const StoredNode& stored = nodes_[index];
+        isInFile[index] = stored.IsFile() || (index != 0 && isInFile[stored.above]);
+        if (!isInFile[index]) {
+            TakeBelow(index);
+        }
+    }
+    for (std::size_t index = 0; index < nodes_.size(); ++index) {
+        if (isInFile[index] && nodes_[index].first == index) {
+            TakeBelow(index);
+        }
+    }
 }
 
-void Identification::LinkByGivenKeys(std::vector<StoredNode>& nodes) {
+/// Gives all that is in the nodes of one object its ordinals, and its objects if the database has them.
+void Identification::TakeBelow(std::size_t owner) {
+    std::optional<StoredSiblings> siblings;
+    SiblingCounts counts;
+    const auto takeAll = [&](const std::vector<std::size_t>& elements) {
+        for (const std::size_t element : elements) {
+            StoredNode& stored = nodes_[element];
+            const std::string name = stored.Name().Text();
+            stored.ordinal = counts.Count(name);
+            StoredNode& first = FirstOf(stored);
+            if (nodes_[owner].object == 0 || stored.object != 0 || first.object != 0) {
+                continue;
+            }
+            if (!siblings) {
+                siblings.emplace(ownedBy_, nodes_[owner].object);
+            }
+            if (const KnownObject* const known = siblings->Find(
+                    name, stored.ordinal, [&](std::int64_t object) { return IsFree(object); })) {
+                Take(first, *known);
+            }
+        }
+    };
+    const auto takeNode = [&](const StoredNode& node) {
+        takeAll(node.children);
+        takeAll(node.files);
+    };
+    takeNode(nodes_[owner]);
+    if (const auto others = otherNodes_.find(owner); others != otherNodes_.end()) {
+        for (const std::size_t other : others->second) {
+            takeNode(nodes_[other]);
+        }
+    }
+}
+
+void Identification::Make(std::int64_t project) {
+    Statement origin(database_, "SELECT text FROM origin");
+    if (!origin.Begin().Next()) {
+        RefuseDamaged("it does not say how its keys end");
+    }
+    const std::string endOfKeys = origin.Text(0);
+    std::int64_t next = NextNumber(database_, "object", nodes_.size());
+    CheckedInsert insert(database_, "object", 4, true, sum_);
+    for (StoredNode& stored : nodes_) {
+        if (const StoredNode& first = FirstOf(stored); stored.object == 0 && first.object != 0) {
+            stored.object = first.object;
+            stored.key = first.key;
+        }
+        if (stored.object != 0) {
+            continue;
+        }
+        stored.object = next++;
+        stored.key = MakeKey(stored.type, stored.object, endOfKeys);
+        insert.Run(stored.object, stored.key, stored.type, project);
+        ++report_.newKeys;
+    }
+}
+
+void Identification::LinkByGivenKeys() {
     // Keys of another server connect view items with their assemblies in the document.
     std::unordered_map<std::string, std::int64_t> assemblies;
-    for (const StoredNode& stored : nodes) {
+    for (const StoredNode& stored : nodes_) {
         if (stored.IsMasterAssembly() && !stored.givenKey.empty() && stored.givenKey != stored.key) {
             assemblies.emplace(stored.givenKey, stored.object);
         }
     }
-    for (StoredNode& stored : nodes) {
+    for (StoredNode& stored : nodes_) {
         const auto found =
             stored.IsViewItem() && !stored.shown ? assemblies.find(stored.givenKey) : assemblies.end();
         if (found != assemblies.end()) {
@@ -185,9 +239,9 @@ void Identification::LinkByGivenKeys(std::vector<StoredNode>& nodes) {
 
 }  // namespace
 
-void IdentifyNodes(Database& database, const std::string& project, std::vector<StoredNode>& nodes,
+void IdentifyNodes(Database& database, const StoreRequest& request, std::vector<StoredNode>& nodes,
                    RowSum& sum, StoreReport& report) {
-    Identification(database, project, nodes.size(), sum, report).Run(nodes);
+    Identification(database, nodes, sum, report).Run(request);
 }
 
 }  // namespace host

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "ServerCarryOver.h"
 #include "ServerDocument.h"
 #include "ServerIdentities.h"
 #include "ServerTables.h"
@@ -12,6 +13,10 @@
 
 namespace host {
 namespace {
+
+std::optional<std::int64_t> OptionalNumber(const Statement& row, int column) {
+    return row.IsNull(column) ? std::nullopt : std::optional(row.Number(column));
+}
 
 /// Replaces what the database has for the objects of a document by the nodes of the document.
 class Placement {
@@ -24,17 +29,21 @@ public:
     void Fill(std::vector<StoredNode>& nodes, Console& console) { Insert(nodes, {}, console); }
 
 private:
-    struct PlaceOfRoot {
+    /// Where a node is.
+    struct Place {
         std::optional<std::int64_t> above;
         std::int64_t section = 0;
         std::int64_t position = 0;
+        std::optional<std::int64_t> owner;
+        std::int64_t ordinal = 0;
     };
 
     void ListStored(const std::vector<StoredNode>& nodes);
-    PlaceOfRoot FindRoot(const StoredNode& root);
+    void UpdateProjects(const StoredNode& root);
+    Place FindRoot(const StoredNode& root);
     std::size_t RemoveOld();
     void UpdateFilesElsewhere(const std::vector<StoredNode>& nodes);
-    void Insert(std::vector<StoredNode>& nodes, const PlaceOfRoot& root, Console& console);
+    void Insert(std::vector<StoredNode>& nodes, const Place& root, Console& console);
 
     Database& database_;
     RowSum& sum_;
@@ -54,13 +63,25 @@ void Placement::ListStored(const std::vector<StoredNode>& nodes) {
         "temp.stored)");
 }
 
-Placement::PlaceOfRoot Placement::FindRoot(const StoredNode& root) {
+/// What has moved here from another project is of this one now.
+void Placement::UpdateProjects(const StoredNode& root) {
+    Statement update(database_,
+                     "UPDATE object SET project = (SELECT project FROM object WHERE number = ?1)"
+                     " WHERE number IN (SELECT object FROM temp.stored)"
+                     " AND project <> (SELECT project FROM object WHERE number = ?1)");
+    update.Run(root.object);
+}
+
+/// The place that the root has below an object that is not in the document, or had when it was detached.
+Placement::Place Placement::FindRoot(const StoredNode& root) {
     Statement find(database_,
-                   "SELECT above, section, position FROM node WHERE object = ? AND above IS NOT NULL"
-                   " AND above NOT IN (SELECT number FROM temp.stored_node) ORDER BY number");
-    PlaceOfRoot place;
+                   "SELECT above, section, position, owner, ordinal FROM node WHERE object = ?"
+                   " AND (above IS NULL OR above NOT IN (SELECT number FROM temp.stored_node))"
+                   " ORDER BY above IS NULL, number");
+    Place place;
     if (find.Begin(root.object).Next()) {
-        place = {find.Number(0), find.Number(1), find.Number(2)};
+        place = {OptionalNumber(find, 0), find.Number(1), find.Number(2), OptionalNumber(find, 3),
+                 find.Number(4)};
     }
     return place;
 }
@@ -91,10 +112,12 @@ void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
         return;
     }
     count.Reset();
-    Statement update(database_, "UPDATE node SET members = ? WHERE object = ? AND section = ?");
+    Statement update(database_,
+                     "UPDATE node SET members = ?, name = ?, file_type = ? WHERE object = ? AND section = ?");
     for (std::size_t index = 1; index < nodes.size(); ++index) {
         if (nodes[index].IsFile()) {
-            update.Run(KeptMembers(nodes[index], false), nodes[index].object,
+            const NodeName name = nodes[index].Name();
+            update.Run(KeptMembers(nodes[index], false), name.name, name.fileType, nodes[index].object,
                        NumberOfSection(nodes[index].place));
         }
     }
@@ -102,32 +125,35 @@ void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
 
 void Placement::Replace(std::vector<StoredNode>& nodes, StoreReport& report, Console& console) {
     ListStored(nodes);
-    const PlaceOfRoot root = FindRoot(nodes.front());
+    UpdateProjects(nodes.front());
+    const Place root = FindRoot(nodes.front());
     report.detached = RemoveOld();
     UpdateFilesElsewhere(nodes);
     Insert(nodes, root, console);
 }
 
-void Placement::Insert(std::vector<StoredNode>& nodes, const PlaceOfRoot& root, Console& console) {
+void Placement::Insert(std::vector<StoredNode>& nodes, const Place& root, Console& console) {
     std::int64_t number = NextNumber(database_, "node", nodes.size());
-    CheckedInsert insert(database_, "node", 7, true, sum_);
+    CheckedInsert insert(database_, "node", 11, true, sum_);
     for (std::size_t index = 0; index < nodes.size(); ++index) {
         StoredNode& stored = nodes[index];
+        const StoredNode& above = nodes[stored.above];
         const bool isRoot = index == 0;
+        const Place place = isRoot ? root
+                                   : Place{above.number, NumberOfSection(stored.place), stored.position,
+                                           above.object, stored.ordinal};
+        const NodeName name = stored.Name();
         const std::string members = KeptMembers(stored, isRoot);
-        const int section = NumberOfSection(stored.place);
         stored.number = number++;
-        insert.Run(stored.number, stored.object,
-                   isRoot ? root.above : std::optional<std::int64_t>(nodes[stored.above].number),
-                   isRoot ? root.section : section, isRoot ? root.position : stored.position, stored.shown,
-                   members);
+        insert.Run(stored.number, stored.object, place.above, place.section, place.position, stored.shown,
+                   place.owner, name.name, name.fileType, place.ordinal, members);
         console.ShowProgress("Storing the document", index, nodes.size());
     }
 }
 
 }  // namespace
 
-JSONNode StoreDocument(Database& database, const JSONNode& document, const std::string& project,
+JSONNode StoreDocument(Database& database, const JSONNode& document, const StoreRequest& request,
                        StoreReport& report, Console& console) {
     JSONNode taken = document;
     RemoveNullKeys(taken, report.notes);
@@ -137,12 +163,16 @@ JSONNode StoreDocument(Database& database, const JSONNode& document, const std::
     if (HasTables(database)) {
         console.ShowProgress("Checking the database", 0, 0);
         CheckServerTables(database, CheckDepth::ForChanging);
-        IdentifyNodes(database, project, nodes, sum, report);
+        report.isCarriedOver = HasOlderTables(database);
+        if (report.isCarriedOver) {
+            CarryOver(database);
+        }
+        IdentifyNodes(database, request, nodes, sum, report);
         Placement(database, sum).Replace(nodes, report, console);
         WriteChecksum(database, kServerKind);
     } else {
         CreateServerTables(database, sum);
-        IdentifyNodes(database, project, nodes, sum, report);
+        IdentifyNodes(database, request, nodes, sum, report);
         Placement(database, sum).Fill(nodes, console);
         CreateServerIndexes(database);
         WriteChecksum(database, kServerKind, static_cast<std::int64_t>(sum.Value()));

@@ -2,8 +2,7 @@
 
 #include <libjson.h>
 
-#include <string>
-
+#include "ServerProject.h"
 #include "StoreReport.h"
 #include "host/system/Console.h"
 #include "host/system/Database.h"
@@ -11,7 +10,7 @@
 namespace host {
 
 /// Stores the document and returns the answer; see Server::Store. The caller has begun a transaction.
-JSONNode StoreDocument(Database& database, const JSONNode& document, const std::string& project,
+JSONNode StoreDocument(Database& database, const JSONNode& document, const StoreRequest& request,
                        StoreReport& report, Console& console);
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "host/document/NodeWalker.h"
 #include "host/system/Database.h"
@@ -14,9 +15,19 @@ namespace host {
 
 /// "KvSv" as a number.
 ///
-/// Format 1 has no checksum; the first store into such a database makes it one of format 2 (see
-/// ProjectFile.h).
-inline constexpr DatabaseKind kServerKind = {0x4B765376, 2, "server database"};
+/// Formats are
+///
+/// - 1: objects are recognised by their identifiers; there is no checksum.
+/// - 2: the same with a checksum (see ProjectFile.h).
+/// - 3: objects are recognised by their paths (Server.h). Databases of older formats are read as they are;
+/// the
+///   first store into one carries it over (ServerCarryOver.h).
+inline constexpr DatabaseKind kServerKind = {0x4B765376, 3, "server database"};
+inline constexpr std::int64_t kFirstFormatWithPaths = 3;
+
+/// The ordinal of a node that an older format has below no other: it is a root, or was detached from an
+/// object that is no longer known.
+inline constexpr std::int64_t kUnknownPlace = -1;
 
 /// How the tables number the sections that nodes are in.
 constexpr int NumberOfSection(NodePlace place) {
@@ -25,6 +36,9 @@ constexpr int NumberOfSection(NodePlace place) {
 constexpr NodePlace PlaceOfSection(std::int64_t number) {
     return number == 1 ? NodePlace::FileRecord : NodePlace::Child;
 }
+
+/// What the keys of a kind begin with, which is the same for every type of project.
+std::string_view KeyPrefix(std::string_view type);
 
 /// The key of an object: its kind, its number in the database, and the text that is different in every
 /// database.
@@ -39,11 +53,15 @@ std::int64_t NextNumber(Database& database, const std::string& table, std::size_
 /// every row.
 void CreateServerTables(Database& database, RowSum& sum);
 void CreateServerIndexes(Database& database);
+/// Creates only the tables that older formats have in another form.
+void CreateTablesWithPaths(Database& database);
 
 /// Whether the tables were created. A database that has a kind and no tables is damaged.
 bool HasTables(Database& database);
+/// Whether they are those of a format without paths.
+bool HasOlderTables(Database& database);
 
-/// Throws DatabaseError unless the database has exactly these tables, undamaged.
+/// Throws DatabaseError unless the database has exactly the tables of its format, undamaged.
 void CheckServerTables(Database& database, CheckDepth depth);
 
 }  // namespace host

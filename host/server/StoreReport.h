@@ -17,6 +17,8 @@ struct StoreReport {
     std::size_t newKeys = 0;
     /// Children and files that an object had before and does not have in the document.
     std::size_t detached = 0;
+    /// Whether the database had an older format.
+    bool isCarriedOver = false;
     Notes notes;
 
     void Say(const std::string& what, Console& console) const;

@@ -59,7 +59,11 @@ const std::vector<ProgramCommand>& AllCommands() {
          FileUse::Changes,
          "s.db"},
         {"StoreUnderProject",
-         {"store", "given/document.json", "--db", "work/s.db", "--project", "P", "-o", "out/answer.json"},
+         {"store", "given/document.json", "--db", "work/s.db", "--project", "Q", "-o", "out/answer.json"},
+         FileUse::Changes,
+         "s.db"},
+        {"StoreAgain",
+         {"store", "given/study.json", "--db", "work/s.db", "--again", "-o", "out/answer.json"},
          FileUse::Changes,
          "s.db"},
         {"StoreDryRun",
@@ -95,6 +99,7 @@ std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const Program
 void CompleteCommandFolder(const TemporaryDirectory& folder,
                            const std::function<void(const std::vector<std::string>&)>& run) {
     run({"export", "given/p.kvp", "-o", "given/document.json"});
+    run({"export", "given/p.kvp", "--mode", "STUDY", "-o", "given/study.json"});
     run({"store", "given/document.json", "--db", "given/s.db", "-o", "given/answer.json"});
     folder.MakeDirectory("work");
     folder.MakeDirectory("out");

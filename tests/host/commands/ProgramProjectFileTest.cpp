@@ -453,7 +453,7 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
         {"new", {"--empty", "--force", "--strict", "--dry-run", "PROJECT.kvp"}},
         {"update", {"DIR", "PROJECT.kvp", "--remove", "--moved", "--strict", "--dry-run"}},
-        {"store", {"DOCUMENT.json", "--db", "--project", "--output", "--dry-run"}},
+        {"store", {"DOCUMENT.json", "--db", "--project", "--again", "--output", "--dry-run"}},
         {"apply", {"ANSWER.json", "PROJECT.kvp", "--dry-run"}},
         {"fetch", {"KEY", "--db", "--output"}},
         {"import", {"DOCUMENT.json", "PROJECT.kvp", "--object", "--dry-run"}},

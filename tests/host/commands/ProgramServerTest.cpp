@@ -26,21 +26,74 @@ TEST_F(ProgramServer, StoresAndAnswers) {
     EXPECT_EQ(answer["children"][0]["files"][0]["id"], "3");
     EXPECT_TRUE(Read("answer.json").ends_with("}\n"));
 
-    const ProcessResult again = Run({"store", "-", "--db", "s.db"}, "a.json");
+    const ProcessResult again = Run({"store", "-", "--db", "s.db", "--again"}, "a.json");
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(again.error, "korvane-json: 's.db': 2 objects and 1 file stored, 0 of them under new keys\n");
     EXPECT_EQ(again.output, Read("answer.json"));
 }
 
-TEST_F(ProgramServer, TheProjectsNameTellsIdentifiersApart) {
+constexpr const char* kIsThere =
+    "already, and the root of the document does not have its key. If the document is of that project, use "
+    "--again: its objects are then recognised by their names. If it is of another project, give that another "
+    "name with --project. Nothing was changed";
+
+TEST_F(ProgramServer, AProjectOfAKnownNameIsStoredAgainOnlyIfTheUserSaysSo) {
     Do({"store", "a.json", "--db", "s.db", "-o", "first.json"});
-    folder.Write("part.json", R"({"id":"2","name":"A","type":"CAEPART"})");
-    // The part of another project, named after itself, and the one of the project.
-    Do({"store", "part.json", "--db", "s.db", "-o", "other.json"});
-    Do({"store", "part.json", "--db", "s.db", "--project", "P", "-o", "same.json"});
+    const std::string refused = std::string("'s.db' has a project 'P' ") + kIsThere;
+    ExpectRefused({"store", "a.json", "--db", "s.db"}, refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "--dry-run"}, refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "--project", "P"}, refused);
+    ExpectRefused({"store", "a.json", "--db", "s.db", "--project", "Q", "--again"},
+                  "'s.db' has no project 'Q': leave out --again to store a new one. Nothing was changed");
+    ExpectRefused({"store", "a.json", "--db", "t.db", "--again"},
+                  "'t.db' has no project 'P': leave out --again to store a new one. Nothing was changed");
+
+    EXPECT_EQ(DoAfterDryRun({"store", "a.json", "--db", "s.db", "--again", "-o", "again.json"}),
+              "korvane-json: 's.db': 2 objects and 1 file stored, 0 of them under new keys\n");
+    EXPECT_EQ(Read("again.json"), Read("first.json"));
+    EXPECT_EQ(DoAfterDryRun({"store", "a.json", "--db", "s.db", "--project", "Q", "-o", "other.json"}),
+              "korvane-json: 's.db': 2 objects and 1 file stored, 3 of them under new keys\n");
+    Do({"store", "a.json", "--db", "s.db", "--project", "Q", "--again", "-o", "again.json"});
+    EXPECT_EQ(Read("again.json"), Read("other.json"));
+
+    // The key of the root says which project it is.
+    const std::string key = ordered_json::parse(Read("other.json"))["dbkey"];
+    Do({"fetch", key, "--db", "s.db", "-o", "fetched.json"});
+    EXPECT_EQ(DoAfterDryRun({"store", "fetched.json", "--db", "s.db", "-o", "keyed.json"}),
+              "korvane-json: 's.db': 2 objects and 1 file stored, 0 of them under new keys\n");
+    EXPECT_EQ(Read("keyed.json"), Read("other.json"));
+    ExpectRefused({"store", "fetched.json", "--db", "s.db", "--project", "P"},
+                  "'s.db' has the root of the document, by its key, in the project 'Q' and not in 'P': leave "
+                  "out --project. Nothing was changed");
+}
+
+TEST_F(ProgramServer, TheDocumentOfOneObjectIsStoredInItsProject) {
+    Do({"store", "a.json", "--db", "s.db", "-o", "first.json"});
+    folder.Write("part.json", R"({"id":"7","name":"A","type":"CAEPART"})");
     const ordered_json first = ordered_json::parse(Read("first.json"));
-    EXPECT_NE(ordered_json::parse(Read("other.json"))["dbkey"], first["children"][0]["dbkey"]);
+    ExpectRefused({"store", "part.json", "--db", "s.db", "--project", "P"},
+                  std::string("'s.db' has a project 'P' ") + kIsThere);
+    Do({"store", "part.json", "--db", "s.db", "--project", "P", "--again", "-o", "same.json"});
     EXPECT_EQ(ordered_json::parse(Read("same.json"))["dbkey"], first["children"][0]["dbkey"]);
+    // Without the project it is one by itself.
+    Do({"store", "part.json", "--db", "s.db", "-o", "other.json"});
+    EXPECT_NE(ordered_json::parse(Read("other.json"))["dbkey"], first["children"][0]["dbkey"]);
+    const std::string advice =
+        ". Store the document of the whole project, or one whose root has its key: 'korvane-json apply' sets "
+        "the keys. Nothing was changed";
+    folder.Write("new.json", R"({"id":"7","name":"B","type":"CAEPART"})");
+    ExpectRefused({"store", "new.json", "--db", "s.db", "--project", "P", "--again"},
+                  "'s.db' has no 'B' (CAEPART) in the project 'P', and the document does not say where its "
+                  "root belongs" +
+                      advice);
+    folder.Write(
+        "two.json",
+        R"({"name":"P","type":"X","children":[{"name":"A","type":"CAEPART"},{"name":"A","type":"CAEPART"}]})");
+    Do({"store", "two.json", "--db", "s.db", "--again", "-o", "two-answer.json"});
+    ExpectRefused({"store", "part.json", "--db", "s.db", "--project", "P", "--again"},
+                  "'s.db' has more than one 'A' (CAEPART) in the project 'P', and the document does not say "
+                  "which of them its root is" +
+                      advice);
 }
 
 TEST_F(ProgramServer, FetchesWhatWasStored) {
@@ -64,6 +117,7 @@ TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
     folder.Write("broken.json", R"({"type":"X",})");
     folder.Write("no-type.json", R"({"name":"P"})");
     folder.Write("no-name.json", R"({"type":"X"})");
+    folder.Write("no-name-but-key.json", R"({"type":"X","dbkey":"PRJ-1"})");
     folder.Write("text", "x");
     for (const bool isThere : {false, true}) {
         const ProcessResult broken = Run({"store", "broken.json", "--db", "s.db"});
@@ -78,6 +132,9 @@ TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
                       "the root of 'no-name.json' has no name: give the name of the project with --project. "
                       "Nothing was "
                       "changed");
+        ExpectRefused({"store", "no-name-but-key.json", "--db", "s.db"},
+                      "'s.db' did not give the key that the root of the document has, and the root has no "
+                      "name: give the name of the project with --project. Nothing was changed");
         if (!isThere) {
             ExpectRefused({"fetch", "PRJ-1", "--db", "s.db"}, "'s.db' does not exist");
             EXPECT_FALSE(std::filesystem::exists(folder / "s.db"));
@@ -146,8 +203,10 @@ TEST_F(ProgramServer, AnAnswerThatCannotBeWrittenCanBeHadAgain) {
     const ProcessResult result = Run({"store", "a.json", "--db", "s.db", "-o", "missing/answer.json"});
     EXPECT_EQ(result.status, 3);
     EXPECT_NE(result.error.find("cannot write 'missing/answer.json': "), std::string::npos) << result.error;
-    EXPECT_NE(result.error.find("the document was stored"), std::string::npos);
-    EXPECT_EQ(Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"}),
+    EXPECT_NE(result.error.find("the document was stored: store it again with --again to get the answer, "
+                                "which will be the same"),
+              std::string::npos);
+    EXPECT_EQ(Do({"store", "a.json", "--db", "s.db", "--again", "-o", "answer.json"}),
               "korvane-json: 's.db': 2 objects and 1 file stored, 0 of them under new keys\n");
 }
 

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
+#include <regex>
+#include <sstream>
 
 #include "host/commands/ProgramSupport.h"
 #include "support/Documents.h"
@@ -35,9 +38,12 @@ protected:
         const ProcessResult fetched = Run({"compare", "doc2.json", "first.kvp"});
         EXPECT_EQ(fetched.status, 0) << fetched.output;
         EXPECT_EQ(Run({"compare", "doc.json", "second.kvp"}).status, 1);
-        // Stored again, the document gets the same answer.
-        Do({"store", "doc.json", "--db", "server.db", "-o", "answer2.json"});
+        // Stored again, the document gets the same answer, and so does the one with the keys.
+        Do({"store", "doc.json", "--db", "server.db", "--again", "-o", "answer2.json"});
         EXPECT_EQ(Read("answer2.json"), Read("answer.json"));
+        Do({"export", "first.kvp", "-o", "doc3.json"});
+        Do({"store", "doc3.json", "--db", "server.db", "-o", "answer3.json"});
+        EXPECT_EQ(Read("answer3.json"), Read("answer.json"));
         return said;
     }
 
@@ -64,6 +70,47 @@ TEST_F(ProgramTrip, OfTheExamples) {
                                    "Solver: CalculiX, LS-DYNA, Nastran", "key PRJ-1-", "key FIL-"}) {
         EXPECT_NE(tree.find(line), std::string::npos) << line << "\n" << tree;
     }
+}
+
+TEST_F(ProgramTrip, AStudyThatIsAddedInTheMiddleMovesNoKey) {
+    const auto writeStudy = [&](const std::string& name) {
+        folder.Write("root/" + name + "/arm.step", "ISO-10303-21;");
+        folder.Write("root/" + name + "/job.inp", "*STEP\n*STATIC\n*END STEP\n");
+        folder.Write("root/" + name + "/notes.txt", name);
+    };
+    // The lines of the tree with keys and without identifiers.
+    const auto keysOf = [&](const char* project) {
+        std::vector<std::string> lines;
+        std::istringstream tree(OutputOf({"tree", project}));
+        for (std::string line; std::getline(tree, line);) {
+            if (line.find(" key ") != std::string::npos) {
+                lines.push_back(std::regex_replace(line, std::regex("#[0-9]+ *"), ""));
+            }
+        }
+        return lines;
+    };
+    writeStudy("alpha");
+    writeStudy("zeta");
+    Do({"new", "root", "p.kvp"});
+    Do({"export", "p.kvp", "-o", "doc.json"});
+    Do({"store", "doc.json", "--db", "s.db", "-o", "answer.json"});
+    Do({"apply", "answer.json", "p.kvp"});
+    const std::vector<std::string> before = keysOf("p.kvp");
+    EXPECT_EQ(before.size(), 17U);
+    writeStudy("bravo");
+    // Read from the beginning, the directory has other identifiers and no keys.
+    Do({"new", "root", "q.kvp"});
+    Do({"export", "q.kvp", "-o", "doc.json"});
+    EXPECT_TRUE(Do({"store", "doc.json", "--db", "s.db", "--again", "-o", "answer.json"})
+                    .ends_with(", 8 of them under new keys\n"));
+    Do({"apply", "answer.json", "q.kvp"});
+    const std::vector<std::string> after = keysOf("q.kvp");
+    EXPECT_EQ(after.size(), before.size() + 8);
+    std::vector<std::string> kept;
+    std::ranges::copy_if(after, std::back_inserter(kept), [&](const std::string& line) {
+        return std::ranges::find(before, line) != before.end();
+    });
+    EXPECT_EQ(kept, before);
 }
 
 TEST_F(ProgramTrip, OfAnEmptyProject) {

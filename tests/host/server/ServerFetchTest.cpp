@@ -117,7 +117,7 @@ protected:
 
     void Store(const std::string& document) {
         StoreReport report;
-        Server::OpenForStoring(File(), false).Store(Parse(document), "P", report, kept.console);
+        Server::OpenForStoring(File(), false).Store(Parse(document), {"P", true}, report, kept.console);
     }
     /// Changes the database as no store does, and leaves it without a checksum.
     void Change(const std::string& statements) {

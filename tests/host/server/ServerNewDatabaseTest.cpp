@@ -21,8 +21,8 @@ constexpr const char* kDocument =
 class ServerNewDatabaseTest : public testing::Test {
 protected:
     std::filesystem::path File() const { return folder / "server.db"; }
-    void Store(const std::string& document = kDocument, const std::string& project = "P") {
-        Server::OpenForStoring(File(), false).Store(Parse(document), project, report, kept.console);
+    void Store(const std::string& document = kDocument, const StoreRequest& request = {"P"}) {
+        Server::OpenForStoring(File(), false).Store(Parse(document), request, report, kept.console);
     }
     /// A console whose progress fails, which stands for everything that can fail in between.
     static Console FailingConsole() {
@@ -57,7 +57,7 @@ TEST_F(ServerNewDatabaseTest, HasItsNameOnlyWhenItIsComplete) {
                         wasThere = wasThere || std::filesystem::exists(File());
                         return Console::Clock::time_point();
                     });
-    Server::OpenForStoring(File(), false).Store(Parse(kDocument), "P", report, console);
+    Server::OpenForStoring(File(), false).Store(Parse(kDocument), {"P"}, report, console);
     EXPECT_FALSE(wasThere);
     EXPECT_EQ(CountObjects(), 2);
     EXPECT_EQ(CountFiles(), 1U);
@@ -65,39 +65,41 @@ TEST_F(ServerNewDatabaseTest, HasItsNameOnlyWhenItIsComplete) {
 
 TEST_F(ServerNewDatabaseTest, OfTwoProgramsThatCreateItTheSecondStoresInTheDatabaseOfTheFirst) {
     Server second = Server::OpenForStoring(File(), false);
-    Store(R"({"id":"7","name":"P","type":"SIMULATION"})");
-    second.Store(Parse(kDocument), "P", report, kept.console);
+    Store(R"({"id":"7","name":"Q","type":"SIMULATION"})", {});
+    second.Store(Parse(kDocument), {"P"}, report, kept.console);
     EXPECT_EQ(report.newKeys, 2U);
     EXPECT_EQ(CountObjects(), 3);
     EXPECT_EQ(CountFiles(), 1U);
     // The server can store again.
-    second.Store(Parse(kDocument), "P", report, kept.console);
+    second.Store(Parse(kDocument), {"P", true}, report, kept.console);
     EXPECT_EQ(report.newKeys, 0U);
 }
 
 TEST_F(ServerNewDatabaseTest, AServerThatCreatedItStoresAgain) {
     Server server = Server::OpenForStoring(File(), false);
-    server.Store(Parse(kDocument), "P", report, kept.console);
+    server.Store(Parse(kDocument), {"P"}, report, kept.console);
     EXPECT_EQ(report.newKeys, 2U);
-    server.Store(Parse(kDocument), "Q", report, kept.console);
+    server.Store(Parse(kDocument), {"Q"}, report, kept.console);
     EXPECT_EQ(report.newKeys, 2U);
     EXPECT_EQ(CountObjects(), 4);
 }
 
 TEST_F(ServerNewDatabaseTest, AFailureLeavesNothing) {
     Console console = FailingConsole();
-    EXPECT_EQ(
-        ErrorOf([&] { Server::OpenForStoring(File(), false).Store(Parse(kDocument), "P", report, console); }),
-        "is gone");
+    EXPECT_EQ(ErrorOf([&] {
+                  Server::OpenForStoring(File(), false).Store(Parse(kDocument), {"P"}, report, console);
+              }),
+              "is gone");
     EXPECT_EQ(CountFiles(), 0U);
 }
 
 TEST_F(ServerNewDatabaseTest, AnEmptyFileBecomesTheDatabaseAndStaysEmptyIfThatFails) {
     folder.Write("server.db", "");
     Console console = FailingConsole();
-    EXPECT_EQ(
-        ErrorOf([&] { Server::OpenForStoring(File(), false).Store(Parse(kDocument), "P", report, console); }),
-        "is gone");
+    EXPECT_EQ(ErrorOf([&] {
+                  Server::OpenForStoring(File(), false).Store(Parse(kDocument), {"P"}, report, console);
+              }),
+              "is gone");
     EXPECT_EQ(std::filesystem::file_size(File()), 0U);
     EXPECT_EQ(CountFiles(), 1U);
     Store();
@@ -108,6 +110,25 @@ TEST_F(ServerNewDatabaseTest, AJournalThatIsLeftOverFromAnOlderDatabaseIsNotTake
     folder.Write("server.db-journal", "x");
     EXPECT_NE(ErrorOf([&] { Store(); }).find("'-journal'"), std::string::npos);
     EXPECT_EQ(ReadWholeFile(folder / "server.db-journal"), "x");
+    EXPECT_EQ(CountFiles(), 1U);
+}
+
+TEST_F(ServerNewDatabaseTest, ARefusalLeavesNothing) {
+    EXPECT_EQ(ErrorOf([&] {
+                  Store(kDocument, {"P", true});
+              }),
+              "has no project 'P': leave out --again to store a new one");
+    EXPECT_EQ(CountFiles(), 0U);
+}
+
+TEST_F(ServerNewDatabaseTest, OfTwoProgramsThatCreateItWithTheSameProjectTheSecondIsRefused) {
+    Server second = Server::OpenForStoring(File(), false);
+    Store();
+    const std::string bytes = ReadWholeFile(File());
+    EXPECT_TRUE(ErrorOf([&] {
+                    second.Store(Parse(kDocument), {"P"}, report, kept.console);
+                }).starts_with("has a project 'P' already"));
+    EXPECT_TRUE(ReadWholeFile(File()) == bytes);
     EXPECT_EQ(CountFiles(), 1U);
 }
 
@@ -136,7 +157,7 @@ TEST_F(ServerNewDatabaseTest, RefusesADatabaseWhoseNumbersLeaveNoRoom) {
         Store();
         Database(File(), DatabaseUse::Changing, kServerKind).Run(change.c_str());
         const std::string bytes = ReadWholeFile(File());
-        EXPECT_TRUE(ErrorOf([&] { Store(kLarger, "Q"); }).starts_with("is damaged: ")) << change;
+        EXPECT_TRUE(ErrorOf([&] { Store(kLarger, {"Q"}); }).starts_with("is damaged: ")) << change;
         EXPECT_TRUE(ReadWholeFile(File()) == bytes) << change;
     }
 }

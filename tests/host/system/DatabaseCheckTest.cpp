@@ -100,7 +100,7 @@ TEST_F(DatabaseCheckTest, AnIndexFitsItsTable) {
     const JSONNode document = libjson::parse(
         R"({"id":"1","type":"SIMULATION","children":[{"id":"3","type":"CAEPART","name":"Arm"}]})");
     StoreReport report;
-    Server::OpenForStoring(file, false).Store(document, "P", report, kept.console);
+    Server::OpenForStoring(file, false).Store(document, {"P"}, report, kept.console);
     const std::string bytes = ReadWholeFile(file);
     std::string key;
     {
@@ -120,7 +120,7 @@ TEST_F(DatabaseCheckTest, AnIndexFitsItsTable) {
         EXPECT_TRUE(error.starts_with("is damaged: ")) << error;
         for (const bool isDryRun : {false, true}) {
             const std::string storing = ErrorOf(
-                [&] { Server::OpenForStoring(file, isDryRun).Store(document, "P", report, kept.console); });
+                [&] { Server::OpenForStoring(file, isDryRun).Store(document, {"P"}, report, kept.console); });
             EXPECT_TRUE(storing.starts_with("is damaged: ")) << storing;
         }
         EXPECT_EQ(ReadWholeFile(file), damaged);
@@ -197,7 +197,7 @@ TEST_F(DatabaseCheckTest, ADatabaseThatLostItsTablesIsNotANewOne) {
     StoreReport report;
     EXPECT_EQ(ErrorOf([&] {
                   Server::OpenForStoring(file, false)
-                      .Store(libjson::parse(R"({"type":"X"})"), "P", report, kept.console);
+                      .Store(libjson::parse(R"({"type":"X"})"), {"P"}, report, kept.console);
               }),
               "is damaged or was made by another program: the table 'project' is missing. Restore it from a "
               "copy");

@@ -129,7 +129,7 @@ TEST_F(DatabaseJournalTest, AnInterruptedCreationIsUndoneAndTheFileUsed) {
     EXPECT_FALSE(std::filesystem::exists(folder / "s.db-journal"));
     EXPECT_EQ(ErrorOf([&] {
                   const Database database(folder / "s.db", DatabaseUse::Reading,
-                                          DatabaseKind{0x4B765376, 2, "server database"});
+                                          DatabaseKind{0x4B765376, 3, "server database"});
               }),
               "no error");
 }

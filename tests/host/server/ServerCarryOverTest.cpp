@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include "ServerNodes.h"
+
+namespace host {
+namespace {
+
+/// What a version with format 2 wrote when it had stored a project, then the project without its study
+/// "gone", and then another project with a view item. Both studies have the name "S" and both parts the name
+/// "A".
+constexpr const char* kOlderTables = R"(
+CREATE TABLE origin (text TEXT NOT NULL);
+CREATE TABLE project (
+    number INTEGER PRIMARY KEY,
+    name TEXT NOT NULL UNIQUE
+);
+CREATE TABLE object (
+    number INTEGER PRIMARY KEY,
+    key TEXT NOT NULL UNIQUE,
+    type TEXT NOT NULL,
+    project INTEGER NOT NULL REFERENCES project (number),
+    identifier TEXT NOT NULL,
+    occurrence INTEGER NOT NULL,
+    UNIQUE (project, identifier, occurrence)
+);
+CREATE TABLE node (
+    number INTEGER PRIMARY KEY,
+    object INTEGER NOT NULL REFERENCES object (number),
+    above INTEGER REFERENCES node (number),
+    section INTEGER NOT NULL,
+    position INTEGER NOT NULL,
+    shown INTEGER REFERENCES object (number),
+    members TEXT NOT NULL
+);
+CREATE INDEX node_of_object ON node (object);
+CREATE INDEX node_below ON node (above, section, position);
+CREATE TABLE checksum (value INTEGER NOT NULL);
+)";
+constexpr const char* kOlderRows = R"(
+INSERT INTO origin VALUES('ae9187');
+INSERT INTO project VALUES(1,'P');
+INSERT INTO project VALUES(2,'view');
+INSERT INTO object VALUES(1,'PRJ-1-ae9187','SIMULATION',1,'id 1',0);
+INSERT INTO object VALUES(2,'MOD-2-ae9187','CAEMODEL',1,'id 2',0);
+INSERT INTO object VALUES(3,'PRT-3-ae9187','CAEPART',1,'id 3',0);
+INSERT INTO object VALUES(4,'FIL-4-ae9187','CAEFILE',1,'id 4',0);
+INSERT INTO object VALUES(5,'PRT-5-ae9187','CAEPART',1,'id 5',0);
+INSERT INTO object VALUES(6,'FIL-6-ae9187','CAEFILE',1,'id 6',0);
+INSERT INTO object VALUES(7,'MOD-7-ae9187','CAEMODEL',1,'id 7',0);
+INSERT INTO object VALUES(8,'PRT-8-ae9187','CAEPART',1,'id 8',0);
+INSERT INTO object VALUES(9,'MOD-9-ae9187','CAEMODEL',1,'id 9',0);
+INSERT INTO object VALUES(10,'PRT-10-ae9187','CAEPART',1,'id 10',0);
+INSERT INTO object VALUES(11,'PRJ-11-ae9187','SIMULATION',2,'id 1',0);
+INSERT INTO object VALUES(12,'ITM-12-ae9187','CAEVIEWITEM',2,'id 2',0);
+INSERT INTO object VALUES(13,'SUB-13-ae9187','CAESUBASSEMBLY',2,'id 3',0);
+INSERT INTO node VALUES(10,9,NULL,0,2,NULL,'{"id":"9","name":"gone","type":"CAEMODEL","children":[]}');
+INSERT INTO node VALUES(11,10,10,0,0,NULL,'{"id":"10","name":"A","type":"CAEPART"}');
+INSERT INTO node VALUES(12,1,NULL,0,0,NULL,'{"id":"1","name":"P","type":"SIMULATION","children":[]}');
+INSERT INTO node VALUES(13,2,12,0,0,NULL,'{"id":"2","name":"S","type":"CAEMODEL","children":[]}');
+INSERT INTO node VALUES(14,3,13,0,0,NULL,'{"id":"3","name":"A","type":"CAEPART","files":[]}');
+INSERT INTO node VALUES(15,4,14,1,0,NULL,'{"id":"4","name":"f","type":"CAEFILE","fileType":"CAD"}');
+INSERT INTO node VALUES(16,5,13,0,1,NULL,'{"id":"5","name":"A","type":"CAEPART","files":[]}');
+INSERT INTO node VALUES(17,4,16,1,0,NULL,'{"id":"4","name":"f","type":"CAEFILE","fileType":"CAD"}');
+INSERT INTO node VALUES(18,6,16,1,1,NULL,'{"id":"6","name":"f","type":"CAEFILE","fileType":"Mesh"}');
+INSERT INTO node VALUES(19,7,12,0,1,NULL,'{"id":"7","name":"S","type":"CAEMODEL","children":[]}');
+INSERT INTO node VALUES(20,8,19,0,0,NULL,'{"id":"8","name":"A","type":"CAEPART"}');
+INSERT INTO node VALUES(21,11,NULL,0,0,NULL,'{"id":"1","name":"view","type":"SIMULATION","children":[]}');
+INSERT INTO node VALUES(22,12,21,0,0,13,'{"id":"2","name":"v","type":"CAEVIEWITEM","dbkey":"I"}');
+INSERT INTO node VALUES(23,13,21,0,1,NULL,'{"id":"3","name":"a","type":"CAESUBASSEMBLY","dbkey":"I"}');
+INSERT INTO checksum VALUES(-2884225859934802323);
+)";
+constexpr DatabaseKind kOlderKind = {kServerKind.application, 2, kServerKind.name};
+
+class ServerCarryOver : public ServerIdentity {
+protected:
+    void SetUp() override {
+        Database database(File(), DatabaseUse::Creating, kOlderKind);
+        database.Run(kOlderTables);
+        database.Run(kOlderRows);
+        database.SetKind(kOlderKind);
+    }
+    std::int64_t Format() const {
+        Database database(File(), DatabaseUse::Reading, kServerKind);
+        Statement format(database, "PRAGMA user_version");
+        return format.Begin().Next() ? format.Number(0) : 0;
+    }
+    /// Changes the older database; with its checksum, unless it is of format 1.
+    void ChangeOlder(const std::string& statements) {
+        Database database(File(), DatabaseUse::Changing, kOlderKind);
+        Transaction(database).Complete([&] {
+            database.Run(statements.c_str());
+            if (ReadChecksum(database)) {
+                WriteChecksum(database, kOlderKind);
+            }
+        });
+    }
+    static ordered_json Document() {
+        const ordered_json file = With(FileOf("f", "CAD"), "id", "4");
+        return Project({Study("S", {Part("A", {file}), Part("A", {file, FileOf("f", "Mesh")})}),
+                        Study("S", {Part("A")})});
+    }
+    const Keys keys = {"PRJ-1", "MOD-2", "PRT-3", "FIL-4", "PRT-5", "FIL-4", "FIL-6", "MOD-7", "PRT-8"};
+};
+
+TEST_F(ServerCarryOver, AnOlderDatabaseIsFetchedFromAsItIs) {
+    const std::string bytes = ReadWholeFile(File());
+    EXPECT_EQ(KeysIn(ordered_json::parse(Fetch("PRJ-1"))), keys);
+    EXPECT_EQ(Fetch("MOD-9"),
+              R"({"id":"9","name":"gone","type":"CAEMODEL","dbkey":"MOD-9","children":[)"
+              R"({"id":"10","name":"A","type":"CAEPART","dbkey":"PRT-10"}],"subType":"SDM"})");
+    EXPECT_TRUE(ReadWholeFile(File()) == bytes);
+    ChangeOlder("DROP TABLE checksum; PRAGMA user_version = 1");
+    EXPECT_EQ(KeysIn(ordered_json::parse(Fetch("PRJ-1"))), keys);
+}
+
+TEST_F(ServerCarryOver, StoringCarriesItOverWithAllKeysAndPaths) {
+    for (const bool isFirstFormat : {false, true}) {
+        std::filesystem::remove(File());
+        SetUp();
+        if (isFirstFormat) {
+            ChangeOlder("DROP TABLE checksum; PRAGMA user_version = 1");
+        }
+        const std::string whole = Fetch("PRJ-1");
+        const std::string gone = Fetch("MOD-9");
+        const std::string view = Fetch("PRJ-11");
+        const ordered_json more =
+            Project({Study("R", {Part("A")}), Document()["children"][0], Study("S", {Part("A"), Part("A")})});
+        EXPECT_EQ(KeysOf(more, {"", true}), (Keys{"PRJ-1", "MOD-14", "PRT-15", "MOD-2", "PRT-3", "FIL-4",
+                                                  "PRT-5", "FIL-4", "FIL-6", "MOD-7", "PRT-8", "PRT-16"}));
+        EXPECT_TRUE(Said().starts_with(
+            "korvane-json: s: carried over to a new format with all its keys; older versions of korvane-json "
+            "cannot read it any more\nkorvane-json: s: 9 objects and 3 files stored, 3 of them under new "
+            "keys\n"))
+            << Said();
+        EXPECT_EQ(Format(), kServerKind.format);
+        EXPECT_EQ(Fetch("MOD-9"), gone);
+        EXPECT_EQ(Fetch("PRJ-11"), view);
+        EXPECT_EQ(KeysAgain(Document()), keys);
+        EXPECT_EQ(Said().find("carried over"), std::string::npos);
+        EXPECT_EQ(KeysOf(ordered_json::parse(FetchWhole("PRJ-11")), {}),
+                  (Keys{"PRJ-11", "ITM-12", "SUB-13"}));
+        EXPECT_EQ(Fetch("PRJ-11"), view);
+    }
+}
+
+TEST_F(ServerCarryOver, WhereADetachedObjectWasIsNotKnownAndNotGuessed) {
+    EXPECT_EQ(KeysAgain(Project({Study("gone", {Part("A")})})), (Keys{"PRJ-1", "MOD-14", "PRT-15"}));
+    EXPECT_TRUE(RefusalOfNode(Study("gone", {}), {"P", true}).starts_with("has more than one 'gone'"));
+    // What is detached from now on is known.
+    EXPECT_EQ(KeysAgain(Project({})), (Keys{"PRJ-1"}));
+    EXPECT_EQ(KeysAgain(Document()), keys);
+}
+
+TEST_F(ServerCarryOver, WhatIsDetachedAfterwardsIsRecognisedByTheOrderThatItHad) {
+    EXPECT_EQ(KeysAgain(Project({Document()["children"][0]})),
+              (Keys{"PRJ-1", "MOD-2", "PRT-3", "FIL-4", "PRT-5", "FIL-4", "FIL-6"}));
+    EXPECT_EQ(KeysAgain(Document()), keys);
+}
+
+TEST_F(ServerCarryOver, ARefusalOrADryRunLeavesTheOlderDatabase) {
+    const std::string bytes = ReadWholeFile(File());
+    EXPECT_TRUE(RefusalOfNode(Document(), {}).starts_with("has a project 'P' already"));
+    Server server = Server::OpenForStoring(File(), true);
+    const JSONNode answer = server.Store(Parse(Document().dump()), {"P", true}, report, kept.console);
+    EXPECT_EQ(KeysIn(ordered_json::parse(Plain(ToText(answer)))), keys);
+    EXPECT_TRUE(report.isCarriedOver);
+    EXPECT_TRUE(ReadWholeFile(File()) == bytes);
+}
+
+TEST_F(ServerCarryOver, DamageIsRefused) {
+    const auto errorOf = [&](const std::string& statement) {
+        std::filesystem::remove(File());
+        SetUp();
+        ChangeOlder(statement);
+        return RefusalOfNode(Document(), {"P", true});
+    };
+    EXPECT_EQ(
+        errorOf("UPDATE node SET members = '5' WHERE number = 23"),
+        "is damaged: the members of a node cannot be read: they are not an object. Restore it from a copy");
+    EXPECT_TRUE(errorOf("UPDATE node SET members = '{' WHERE number = 23")
+                    .starts_with("is damaged: the members of a node cannot be read: line 1, column 2"));
+    EXPECT_EQ(errorOf("UPDATE node SET object = 14 WHERE number = 23"),
+              "is damaged: something that the node 23 refers to is missing, or is below it. Restore it from "
+              "a copy");
+    EXPECT_TRUE(errorOf("ALTER TABLE object ADD COLUMN more TEXT").starts_with("is damaged or was made by"));
+    EXPECT_EQ(
+        errorOf("UPDATE object SET key = 'PRT-9-ae9187' WHERE number = 3; DROP TABLE checksum;"
+                "CREATE TABLE checksum (value INTEGER NOT NULL)"),
+        "is damaged: its content does not have the checksum that was written with it. Restore it from a "
+        "copy");
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include "ServerNodes.h"
+
+namespace host {
+namespace {
+
+constexpr const char* kAdvice =
+    ". Store the document of the whole project, or one whose root has its key: 'korvane-json apply' sets the "
+    "keys";
+
+/// Documents of single objects, whose path from the root of the project is not in the document.
+class ServerPart : public ServerIdentity {
+protected:
+    std::string Refusal(const std::string& problem) const { return problem + kAdvice; }
+};
+
+TEST_F(ServerPart, IsRecognisedWhereTheProjectHasOneOfItsKindAndName) {
+    KeysOf(Project({Study("S", {Part("A")}), Study("T", {Part("B")}), Part("S")}));
+    EXPECT_EQ(KeysAgain(Study("S", {Part("A"), Part("C")})), (Keys{"MOD-2", "PRT-3", "PRT-7"}));
+    EXPECT_EQ(KeysAgain(Part("B")), (Keys{"PRT-5"}));
+    // They are where they were.
+    EXPECT_EQ(KeysAgain(Project({Study("S", {Part("A"), Part("C")}), Study("T", {Part("B")}), Part("S")})),
+              (Keys{"PRJ-1", "MOD-2", "PRT-3", "PRT-7", "MOD-4", "PRT-5", "PRT-6"}));
+    EXPECT_EQ(report.detached, 0U);
+    // Its key says where it is, whatever it is called.
+    EXPECT_EQ(KeysOf(With(Study("U", {Part("A")}), "dbkey", KeyOf("MOD-2")), {}), (Keys{"MOD-2", "PRT-3"}));
+    EXPECT_EQ(KeysAgain(Study("U", {Part("A")})), (Keys{"MOD-2", "PRT-3"}));
+}
+
+TEST_F(ServerPart, IsRefusedWhereItCouldBeSeveralOrNone) {
+    KeysOf(Project({Study("S", {Part("A")}), Study("T", {Part("A"), Study("T", {})})}));
+    EXPECT_EQ(RefusalOfNode(Part("A"), {"P", true}),
+              Refusal("has more than one 'A' (CAEPART) in the project 'P', and the document does not say "
+                      "which of them its root is"));
+    EXPECT_EQ(RefusalOfNode(Study("T", {}), {"P", true}),
+              Refusal("has more than one 'T' (CAEMODEL) in the project 'P', and the document does not say "
+                      "which of them its root is"));
+    EXPECT_EQ(RefusalOfNode(Study("U", {}), {"P", true}),
+              Refusal("has no 'U' (CAEMODEL) in the project 'P', and the document does not say where its "
+                      "root belongs"));
+    // A project of another name could be this one under a new name, or one in it.
+    EXPECT_EQ(RefusalOfNode(With(Project({}), "name", "Q"), {"P", true}),
+              Refusal("has no 'Q' (SIMULATION) in the project 'P', and the document does not say where its "
+                      "root belongs"));
+    // The object of which there is one belongs to another node of the document.
+    ordered_json inner = Study("S", {With(Study("S", {}), "dbkey", KeyOf("MOD-2"))});
+    EXPECT_TRUE(RefusalOfNode(inner, {"P", true}).starts_with("has no 'S'"));
+    // What was detached counts as well.
+    KeysAgain(Project({Study("V", {Part("S")})}));
+    KeysAgain(Project({Study("W", {Part("S")})}));
+    EXPECT_TRUE(RefusalOfNode(Part("S"), {"P", true}).starts_with("has more than one 'S'"));
+}
+
+TEST_F(ServerPart, TheRootOfTheProjectIsItselfAlsoWhereAnotherProjectInItHasItsName) {
+    const ordered_json document = Project({Project({Part("A")}), Part("A")});
+    const Keys keys = {"PRJ-1", "PRJ-2", "PRT-3", "PRT-4"};
+    EXPECT_EQ(KeysOf(document), keys);
+    EXPECT_EQ(KeysAgain(document), keys);
+    const ordered_json part = Part("X");
+    EXPECT_EQ(KeysOf(part, {}), (Keys{"PRT-5"}));
+    EXPECT_EQ(KeysAgain(part, "X"), (Keys{"PRT-5"}));
+}
+
+TEST_F(ServerPart, AProjectCanConsistOfParts) {
+    EXPECT_EQ(KeysOf(Study("S", {Study("S", {})})), (Keys{"MOD-1", "MOD-2"}));
+    EXPECT_EQ(KeysAgain(Study("S", {Study("S", {})})), (Keys{"MOD-1", "MOD-2"}));
+    EXPECT_EQ(KeysAgain(Study("T", {})), (Keys{"MOD-3"}));
+    // The project itself is new then. Whether its studies are the ones that were stored alone is not known.
+    const ordered_json whole = Project({Study("S", {}), Study("T", {})});
+    EXPECT_EQ(KeysAgain(whole), (Keys{"PRJ-4", "MOD-5", "MOD-6"}));
+    EXPECT_EQ(KeysOf(WithKeys(whole, {{"/P", "PRJ-4"}, {"/P/S", "MOD-1"}, {"/P/T", "MOD-3"}}), {}),
+              (Keys{"PRJ-4", "MOD-1", "MOD-3"}));
+    EXPECT_EQ(KeysAgain(whole), (Keys{"PRJ-4", "MOD-1", "MOD-3"}));
+}
+
+TEST_F(ServerPart, ADetachedOneIsRecognisedInItsOldPlace) {
+    KeysOf(Project({Study("S", {Part("A")})}));
+    KeysAgain(Project({}));
+    EXPECT_EQ(KeysOf(With(Study("S", {Part("A"), Part("B")}), "dbkey", KeyOf("MOD-2")), {}),
+              (Keys{"MOD-2", "PRT-3", "PRT-4"}));
+    EXPECT_EQ(Fetch("PRJ-1").find("MOD-2"), std::string::npos);
+    EXPECT_EQ(KeysAgain(Project({Study("S", {Part("A"), Part("B")})})),
+              (Keys{"PRJ-1", "MOD-2", "PRT-3", "PRT-4"}));
+}
+
+TEST_F(ServerPart, TheKnownNameOfAProjectFollowsItsRoot) {
+    const ordered_json document = Project({Part("A")});
+    KeysOf(document, {});
+    KeysOf(With(document, "name", "Q"), {});
+    KeysOf(With(document, "name", "other root"), {"named by the user"});
+    const auto rename = [&](const char* key, const char* name) {
+        return KeysOf(With(With(document, "name", name), "dbkey", KeyOf(key)), {}).front();
+    };
+    EXPECT_EQ(rename("PRJ-1", "R"), "PRJ-1");
+    EXPECT_EQ(KeysAgain(With(document, "name", "R"), ""), (Keys{"PRJ-1", "PRT-2"}));
+    // The old name is free for another project.
+    EXPECT_EQ(KeysOf(document, {}), (Keys{"PRJ-7", "PRT-8"}));
+    // Names of other projects, and those that users gave, stay.
+    EXPECT_EQ(rename("PRJ-1", "Q"), "PRJ-1");
+    EXPECT_EQ(KeysAgain(With(document, "name", "Q"), ""), (Keys{"PRJ-3", "PRT-4"}));
+    EXPECT_EQ(KeysAgain(With(document, "name", "Q"), "R"), (Keys{"PRJ-1", "PRT-2"}));
+    EXPECT_EQ(rename("PRJ-5", "S"), "PRJ-5");
+    EXPECT_EQ(KeysAgain(With(document, "name", "S"), "named by the user"), (Keys{"PRJ-5", "PRT-6"}));
+    EXPECT_EQ(KeysOf(With(document, "name", "S"), {}), (Keys{"PRJ-9", "PRT-10"}));
+}
+
+TEST_F(ServerPart, AnObjectThatMovedToAnotherProjectIsFoundThere) {
+    KeysOf(Project({Study("S", {Part("A")})}));
+    EXPECT_EQ(KeysOf(WithKeys(Project({Study("S", {Part("A")})}), {{"/P/S", "MOD-2"}}), {"Q"}),
+              (Keys{"PRJ-4", "MOD-2", "PRT-3"}));
+    EXPECT_TRUE(RefusalOfNode(Study("S", {}), {"P", true}).starts_with("has no 'S'"));
+    EXPECT_EQ(KeysAgain(Study("S", {Part("A")}), "Q"), (Keys{"MOD-2", "PRT-3"}));
+}
+
+TEST_F(ServerPart, WhatAnExportModeLeavesOutComesBackWithItsKeys) {
+    const auto study = [](bool hasModels) {
+        std::vector<ordered_json> models;
+        if (hasModels) {
+            models = {Node("CAEITERATIONMODEL", "m", {}, {FileOf("f", "Deck")}),
+                      Node("CAEITERATIONMODEL", "m", {Part("A")})};
+        }
+        return Study("S", {Node("CAEITERATION", "I", models), Part("A")});
+    };
+    const Keys keys = {"PRJ-1", "MOD-2", "ITR-3", "RUN-4", "FIL-5", "RUN-6", "PRT-7", "PRT-8"};
+    EXPECT_EQ(KeysOf(Project({study(true)})), keys);
+    EXPECT_EQ(KeysAgain(Project({study(false)})), (Keys{"PRJ-1", "MOD-2", "ITR-3", "PRT-8"}));
+    EXPECT_EQ(KeysAgain(study(false)), (Keys{"MOD-2", "ITR-3", "PRT-8"}));
+    EXPECT_EQ(KeysAgain(Project({study(true)})), keys);
+}
+
+}  // namespace
+}  // namespace host
