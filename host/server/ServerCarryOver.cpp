@@ -1,10 +1,7 @@
 #include "ServerCarryOver.h"
 
-#include <libjson.h>
-
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 #include "ServerDocument.h"
@@ -31,14 +28,6 @@ std::optional<std::int64_t> OptionalNumber(const Statement& row, int column) {
     return row.IsNull(column) ? std::nullopt : std::optional(row.Number(column));
 }
 
-JSONNode ParseMembers(const std::string& members) {
-    try {
-        return ParseKeptMembers(members);
-    } catch (const std::invalid_argument& error) {
-        RefuseDamaged(std::string("the members of a node cannot be read: ") + error.what());
-    }
-}
-
 void CopyNodes(Database& database) {
     Statement older(database, kOlderNodes);
     Statement insert(database, "INSERT INTO node VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
@@ -52,7 +41,7 @@ void CopyNodes(Database& database) {
             lastAbove = above;
         }
         const std::string members = older.Text(8);
-        const NodeName name = NameOf(ParseMembers(members), older.Text(7));
+        const NodeName name = NameOf(ParseKeptMembers(members), older.Text(7));
         const std::int64_t ordinal = above ? counts.Count(name.Text()) : kUnknownPlace;
         insert.Run(older.Number(0), older.Number(1), above, older.Number(3), older.Number(4),
                    OptionalNumber(older, 5), OptionalNumber(older, 6), name.name, name.fileType, ordinal,

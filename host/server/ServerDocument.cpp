@@ -1,11 +1,13 @@
 #include "ServerDocument.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 #include "format/Kinds.h"
 #include "format/MemberNames.h"
 #include "host/document/DocumentNode.h"
+#include "host/system/DatabaseError.h"
 #include "objectjson/NodeReading.h"
 
 namespace member = format::member;
@@ -103,11 +105,27 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot) {
 }
 
 JSONNode ParseKeptMembers(const std::string& keptMembers) {
-    const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
-    if (kept.type() != JSON_NODE) {
-        throw std::invalid_argument("they are not an object");
+    try {
+        const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
+        if (kept.type() == JSON_NODE) {
+            return kept;
+        }
+    } catch (const std::invalid_argument& error) {
+        RefuseDamaged(std::string("the members of a node cannot be read: ") + error.what());
     }
-    return kept;
+    RefuseDamaged("the members of a node cannot be read: they are not an object");
+}
+
+void AddMissingMembers(JSONNode& node, const std::string& keptMembers) {
+    const JSONNode kept = ParseKeptMembers(keptMembers);
+    for (const JSONNode& value : kept) {
+        const std::string name = NameOfMember(value);
+        const bool isThere = std::ranges::any_of(
+            std::as_const(node), [&](const JSONNode& own) { return NameOfMember(own) == name; });
+        if (!isThere) {
+            node.push_back(value);
+        }
+    }
 }
 
 JSONNode MakeAnswer(const std::vector<StoredNode>& nodes) {

@@ -56,8 +56,12 @@ std::vector<StoredNode> ListNodes(const JSONNode& document, Notes& notes);
 /// of either, and without the "subType" of the root.
 std::string KeptMembers(const StoredNode& stored, bool isRoot);
 
-/// Reads what KeptMembers wrote. Throws std::invalid_argument if it cannot be read.
+/// Reads what KeptMembers wrote. Throws DatabaseError if it cannot be read.
 JSONNode ParseKeptMembers(const std::string& keptMembers);
+
+/// Adds the members that a node does not have and that another one has, which KeptMembers wrote. Throws
+/// DatabaseError if they cannot be read.
+void AddMissingMembers(JSONNode& node, const std::string& keptMembers);
 
 /// An empty array with the name.
 JSONNode NamedArray(format::MemberName name);

@@ -42,6 +42,7 @@ private:
     void UpdateProjects(const StoredNode& root);
     Place FindRoot(const StoredNode& root);
     std::size_t RemoveOld();
+    void UpdateFile(StoredNode& root, const Place& place);
     void UpdateFilesElsewhere(const std::vector<StoredNode>& nodes);
     void Insert(std::vector<StoredNode>& nodes, const Place& root, Console& console);
 
@@ -77,7 +78,7 @@ Placement::Place Placement::FindRoot(const StoredNode& root) {
     Statement find(database_,
                    "SELECT above, section, position, owner, ordinal FROM node WHERE object = ?"
                    " AND (above IS NULL OR above NOT IN (SELECT number FROM temp.stored_node))"
-                   " ORDER BY above IS NULL, number");
+                   " ORDER BY above IS NULL, above, section, position, number DESC");
     Place place;
     if (find.Begin(root.object).Next()) {
         place = {OptionalNumber(find, 0), find.Number(1), find.Number(2), OptionalNumber(find, 3),
@@ -123,12 +124,40 @@ void Placement::UpdateFilesElsewhere(const std::vector<StoredNode>& nodes) {
     }
 }
 
+/// A file that is stored alone stays attached where it is. Its document does not have the members of a file
+/// record, so its records keep them.
+void Placement::UpdateFile(StoredNode& root, const Place& place) {
+    Statement update(database_,
+                     "UPDATE node SET members = ?, name = ?, file_type = ? WHERE object = ? AND section = ?");
+    const auto updateAll = [&](const StoredNode& file, NodePlace section) {
+        const NodeName name = file.Name();
+        update.Run(KeptMembers(file, true), name.name, name.fileType, file.object, NumberOfSection(section));
+    };
+    updateAll(root, NodePlace::Child);
+    Statement find(database_, "SELECT members FROM node WHERE object = ? AND section = ? ORDER BY number");
+    if (find.Begin(root.object, NumberOfSection(NodePlace::FileRecord)).Next()) {
+        StoredNode record = root;
+        AddMissingMembers(record.node, find.Text(0));
+        find.Reset();
+        updateAll(record, NodePlace::FileRecord);
+        if (PlaceOfSection(place.section) == NodePlace::FileRecord) {
+            root.node = record.node;
+        }
+    }
+    // The new node of the root takes the place of this one.
+    Statement(database_, "DELETE FROM node WHERE object = ? AND above IS ? AND section = ? AND position = ?")
+        .Run(root.object, place.above, place.section, place.position);
+}
+
 void Placement::Replace(std::vector<StoredNode>& nodes, StoreReport& report, Console& console) {
     ListStored(nodes);
     UpdateProjects(nodes.front());
     const Place root = FindRoot(nodes.front());
     report.detached = RemoveOld();
     UpdateFilesElsewhere(nodes);
+    if (nodes.front().IsFile()) {
+        UpdateFile(nodes.front(), root);
+    }
     Insert(nodes, root, console);
 }
 

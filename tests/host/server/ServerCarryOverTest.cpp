@@ -75,9 +75,11 @@ class ServerCarryOver : public ServerIdentity {
 protected:
     void SetUp() override {
         Database database(File(), DatabaseUse::Creating, kOlderKind);
-        database.Run(kOlderTables);
-        database.Run(kOlderRows);
-        database.SetKind(kOlderKind);
+        Transaction(database).Complete([&] {
+            database.Run(kOlderTables);
+            database.Run(kOlderRows);
+            database.SetKind(kOlderKind);
+        });
     }
     std::int64_t Format() const {
         Database database(File(), DatabaseUse::Reading, kServerKind);

@@ -84,6 +84,39 @@ TEST_F(ServerPart, ADetachedOneIsRecognisedInItsOldPlace) {
               (Keys{"PRJ-1", "MOD-2", "PRT-3", "PRT-4"}));
 }
 
+TEST_F(ServerPart, AFileStaysAttachedAndKeepsTheMembersOfItsRecords) {
+    Store(
+        R"({"id":"1","name":"P","type":"X","children":[{"id":"2","name":"f","type":"CAEFILE"},)"
+        R"({"id":"3","name":"A","type":"CAEPART","files":[{"id":"2","name":"f","type":"CAEFILE","fileType":"CAD"}]},)"
+        R"({"id":"4","name":"B","type":"CAEPART","files":[{"id":"5","name":"g"},)"
+        R"({"id":"2","name":"f","type":"CAEFILE","fileType":"CAD"}]}]})");
+    const std::string file = R"({"id":"9","name":"h","type":"CAEFILE","dbkey":")" + KeyOf("FIL-2") +
+                             R"(","files":[{"id":"10","name":"i"}],"subType":"SDM"})";
+    EXPECT_EQ(Store(file), R"({"id":"9","dbkey":"FIL-2","files":[{"id":"10","dbkey":"FIL-6"}]})");
+    EXPECT_EQ(report.detached, 0U);
+    // What is in the file is in the place that comes first.
+    const std::string whole =
+        R"({"id":"1","name":"P","type":"X","dbkey":"PRJ-1","children":[)"
+        R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[{"id":"10","name":"i","dbkey":"FIL-6"}]},)"
+        R"({"id":"3","name":"A","type":"CAEPART","dbkey":"PRT-3","files":[)"
+        R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[],"fileType":"CAD"}]},)"
+        R"({"id":"4","name":"B","type":"CAEPART","dbkey":"PRT-4","files":[{"id":"5","name":"g","dbkey":"FIL-5"},)"
+        R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[],"fileType":"CAD"}]}],"subType":"SDM"})";
+    EXPECT_EQ(Fetch("PRJ-1"), whole);
+    EXPECT_EQ(Store(file), R"({"id":"9","dbkey":"FIL-2","files":[{"id":"10","dbkey":"FIL-6"}]})");
+    EXPECT_EQ(Fetch("PRJ-1"), whole);
+    // By its new name it is found in each of its places.
+    EXPECT_EQ(KeysAgain(Project({Part("B", {FileOf("h", "CAD")})})), (Keys{"PRJ-1", "PRT-4", "FIL-2"}));
+
+    // Where it is attached only, it keeps them too.
+    Store(R"({"name":"Q","type":"X","files":[{"name":"r","fileType":"Mesh"}]})", {"Q"});
+    EXPECT_EQ(Again(R"({"name":"r","type":"CAEFILE","metaData":{}})", "Q"), R"({"dbkey":"FIL-8"})");
+    EXPECT_EQ(
+        Fetch("PRJ-7"),
+        R"({"name":"Q","type":"X","dbkey":"PRJ-7","files":[)"
+        R"({"name":"r","type":"CAEFILE","dbkey":"FIL-8","metaData":{},"fileType":"Mesh"}],"subType":"SDM"})");
+}
+
 TEST_F(ServerPart, TheKnownNameOfAProjectFollowsItsRoot) {
     const ordered_json document = Project({Part("A")});
     KeysOf(document, {});
