@@ -157,6 +157,10 @@ TEST_F(ServerCarryOver, WhatIsDetachedAfterwardsIsRecognisedByTheOrderThatItHad)
     EXPECT_EQ(KeysAgain(Project({Document()["children"][0]})),
               (Keys{"PRJ-1", "MOD-2", "PRT-3", "FIL-4", "PRT-5", "FIL-4", "FIL-6"}));
     EXPECT_EQ(KeysAgain(Document()), keys);
+    std::filesystem::remove(File());
+    SetUp();
+    EXPECT_EQ(KeysAgain(Project({Study("S", {}), Study("S", {})})), (Keys{"PRJ-1", "MOD-2", "MOD-7"}));
+    EXPECT_EQ(KeysAgain(Document()), keys);
 }
 
 TEST_F(ServerCarryOver, ARefusalOrADryRunLeavesTheOlderDatabase) {

@@ -249,6 +249,12 @@ TEST_F(ServerIdentity, WhatIsInAFileIsRecognisedInEachOfItsPlaces) {
                        "PRT-7", "FIL-3", "PRT-8", "FIL-9", "FIL-10"};
     EXPECT_EQ(KeysOf(document), keys);
     EXPECT_EQ(KeysAgain(document), keys);
+    const std::string bytes = ReadWholeFile(File());
+    // A new place comes first. What is in the file is told apart by its order through all places.
+    EXPECT_EQ(KeysAgain(Project({Part("0", {at("x")}), Part("A", {at("x")}), Part("B", {at("x")})})),
+              (Keys{"PRJ-1", "PRT-11", "FIL-3", "PRT-4", "FIL-5", "FIL-6", "PRT-2", "FIL-3", "PRT-8", "FIL-9",
+                    "FIL-10", "PRT-7", "FIL-3", "PRT-12", "FIL-13", "FIL-14"}));
+    folder.Write("server.db", bytes);
     // Also if only the key says that it is one file.
     ordered_json byKey = document;
     byKey["children"][0]["files"][0]["dbkey"] = KeyOf("FIL-3");

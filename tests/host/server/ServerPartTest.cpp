@@ -84,11 +84,18 @@ TEST_F(ServerPart, ADetachedOneIsRecognisedInItsOldPlace) {
               (Keys{"PRJ-1", "MOD-2", "PRT-3", "PRT-4"}));
 }
 
+TEST_F(ServerPart, KeepsItsOrderAmongEqualSiblings) {
+    KeysOf(Project({Part("A"), Part("A")}));
+    EXPECT_EQ(KeysOf(With(Part("A"), "dbkey", KeyOf("PRT-3")), {}), (Keys{"PRT-3"}));
+    EXPECT_EQ(KeysAgain(Project({})), (Keys{"PRJ-1"}));
+    EXPECT_EQ(KeysAgain(Project({Part("A"), Part("A")})), (Keys{"PRJ-1", "PRT-2", "PRT-3"}));
+}
+
 TEST_F(ServerPart, AFileStaysAttachedAndKeepsTheMembersOfItsRecords) {
     Store(
         R"({"id":"1","name":"P","type":"X","children":[{"id":"2","name":"f","type":"CAEFILE"},)"
         R"({"id":"3","name":"A","type":"CAEPART","files":[{"id":"2","name":"f","type":"CAEFILE","fileType":"CAD"}]},)"
-        R"({"id":"4","name":"B","type":"CAEPART","files":[{"id":"5","name":"g"},)"
+        R"({"id":"4","name":"B","type":"CAEPART","children":[{"id":"2","name":"f","type":"CAEFILE"}],"files":[{"id":"5","name":"g"},)"
         R"({"id":"2","name":"f","type":"CAEFILE","fileType":"CAD"}]}]})");
     const std::string file = R"({"id":"9","name":"h","type":"CAEFILE","dbkey":")" + KeyOf("FIL-2") +
                              R"(","files":[{"id":"10","name":"i"}],"subType":"SDM"})";
@@ -100,7 +107,8 @@ TEST_F(ServerPart, AFileStaysAttachedAndKeepsTheMembersOfItsRecords) {
         R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[{"id":"10","name":"i","dbkey":"FIL-6"}]},)"
         R"({"id":"3","name":"A","type":"CAEPART","dbkey":"PRT-3","files":[)"
         R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[],"fileType":"CAD"}]},)"
-        R"({"id":"4","name":"B","type":"CAEPART","dbkey":"PRT-4","files":[{"id":"5","name":"g","dbkey":"FIL-5"},)"
+        R"({"id":"4","name":"B","type":"CAEPART","dbkey":"PRT-4","children":[)"
+        R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[]}],"files":[{"id":"5","name":"g","dbkey":"FIL-5"},)"
         R"({"id":"9","name":"h","type":"CAEFILE","dbkey":"FIL-2","files":[],"fileType":"CAD"}]}],"subType":"SDM"})";
     EXPECT_EQ(Fetch("PRJ-1"), whole);
     EXPECT_EQ(Store(file), R"({"id":"9","dbkey":"FIL-2","files":[{"id":"10","dbkey":"FIL-6"}]})");
