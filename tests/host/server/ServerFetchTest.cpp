@@ -5,29 +5,17 @@
 #include <utility>
 #include <vector>
 
-#include "FetchSupport.h"
+#include "ServerSupport.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
-#include "host/HostSupport.h"
 #include "host/commands/ProgramSupport.h"
 #include "host/server/ServerDocument.h"
-#include "host/server/ServerTables.h"
-#include "support/TemporaryDirectory.h"
 #include "support/TextUnits.h"
 
 namespace member = format::member;
 
 namespace host {
 namespace {
-
-JSONNode Parse(const std::string& text) {
-    return libjson::parse(json_string(text.data(), text.size()));
-}
-
-std::string ToText(const JSONNode& node) {
-    const json_string text = node.write();
-    return {text.data(), text.size()};
-}
 
 /// The node with these members, and its key, children and files in their places.
 JSONNode RestoreNode(const JSONNode& kept, const std::string& key, const JSONNode& children,
@@ -111,18 +99,24 @@ std::map<std::string, std::string> DocumentsByNodes(const std::filesystem::path&
     return documents;
 }
 
-class ServerFetchTest : public testing::Test {
+class ServerFetchTest : public ServerInFolder {
 protected:
-    std::filesystem::path File() const { return folder / "server.db"; }
-
+    /// Stores each document as a project of its own.
     void Store(const std::string& document) {
-        StoreReport report;
-        Server::OpenForStoring(File(), false).Store(Parse(document), {"P", true}, report, kept.console);
+        ServerInFolder::Store(document, {"P" + std::to_string(++projects_)});
     }
-    /// Changes the database as no store does, and leaves it without a checksum.
-    void Change(const std::string& statements) {
-        Database(File(), DatabaseUse::Changing, kServerKind)
-            .Run(("DROP TABLE IF EXISTS checksum; PRAGMA user_version = 1;" + statements).c_str());
+    /// Stores a part of the last project.
+    void StorePart(const std::string& document) {
+        ServerInFolder::Store(document, {"P" + std::to_string(projects_)});
+    }
+    /// The key of the object that was stored under the name.
+    std::string KeyOfName(const std::string& name) {
+        Database database(File(), DatabaseUse::Reading, kServerKind);
+        Statement find(database,
+                       "SELECT object.key FROM node JOIN object ON object.number = node.object"
+                       " WHERE node.name = ?");
+        EXPECT_TRUE(find.Begin(name).Next()) << name;
+        return find.Text(0);
     }
     /// Every object, or the first few, fetched in both ways.
     void ExpectSame(std::size_t most = 1'000'000) {
@@ -138,8 +132,8 @@ protected:
         }
     }
 
-    TemporaryDirectory folder;
-    KeptConsole kept;
+private:
+    int projects_ = 0;
 };
 
 /// Members in every order and form, texts in every writing.
@@ -164,13 +158,17 @@ TEST_F(ServerFetchTest, GivesTheTextThatNodesGive) {
 TEST_F(ServerFetchTest, GivesItForPartsThatWereStoredAgain) {
     Store(kRich);
     Store(
-        R"({"id":"1","type":"SIMULATION","children":[{"id":"50","type":"CAEMODEL","files":[{"id":"11","name":"f"}],)"
-        R"("children":[{"id":"51","type":"CAEPART"},{"id":"52","type":"CAEPART"}]},{"id":"53","type":"CAEMODEL",)"
-        R"("children":[{"id":"54","type":"CAEPART"}]}]})");
+        R"({"type":"SIMULATION","children":[{"name":"A","type":"CAEMODEL","files":[{"name":"f"}],"children":[)"
+        R"({"name":"B","type":"CAEPART"},{"name":"C","type":"CAEPART"}]},{"name":"D","type":"CAEMODEL",)"
+        R"("children":[{"name":"E","type":"CAEPART"}]}]})");
+    const auto part = [&](const std::string& name, const std::string& type) {
+        return R"({"name":")" + name + R"(","type":")" + type + R"(","dbkey":")" + KeyOfName(name) + "\"";
+    };
     // The rows of the part come after those that follow it in the document.
-    Store(R"({"id":"50","type":"CAEMODEL","files":[{"id":"11","name":"g"},{"id":"12"}],"children":[)"
-          R"({"id":"54","type":"CAEPART","files":[{"id":"12"}]},{"id":"51","type":"CAEPART"}]})");
-    Store(R"({"id":"51","type":"CAEPART","children":[{"type":"CAETAG"}],"files":[]})");
+    StorePart(part("A", "CAEMODEL") + R"(,"files":[{"name":"f","dbkey":")" + KeyOfName("f") +
+              R"("},{"name":"g"}],"children":[)" + part("E", "CAEPART") + R"(,"files":[{"name":"h"}]},)" +
+              part("B", "CAEPART") + "}]}");
+    StorePart(part("B", "CAEPART") + R"(,"children":[{"type":"CAETAG"}],"files":[]})");
     ExpectSame();
 }
 
@@ -277,11 +275,12 @@ TEST_F(FetchDamageTest, WritesAllOrNothing) {
     ASSERT_EQ(Run({"store", "d.json", "--db", "s.db", "-o", "answer.json"}).status, 0);
     std::string root;
     {
-        // Without a checksum, which would be wrong.
         Database database(folder / "s.db", DatabaseUse::Changing, kServerKind);
-        database.Run(
-            "DROP TABLE checksum; PRAGMA user_version = 1;"
-            "UPDATE node SET members = '{\"type\":}' WHERE number = 20001");
+        Transaction(database).Complete([&] {
+            database.Run("UPDATE node SET members = '{\"type\":}' WHERE number = 20001");
+            // With the old one, all of it would be refused for the checksum.
+            WriteChecksum(database, kServerKind);
+        });
         Statement find(database, "SELECT key FROM object WHERE number = 1");
         ASSERT_TRUE(find.Begin().Next());
         root = find.Text(0);
@@ -388,7 +387,6 @@ TEST_F(ServerFetchTest, GivesItForRandomDocuments) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::filesystem::remove(File());
         Store(RandomMembers(seed).Node(0));
-        // The root again, with other things below it.
         Store(RandomMembers(seed + 1000).Node(0));
         ExpectSame();
         if (HasFatalFailure()) {
