@@ -6,8 +6,6 @@
 #include "IncreasingRun.h"
 #include "format/MemberNames.h"
 
-using format::Kind;
-
 namespace korvane::exchange {
 namespace {
 

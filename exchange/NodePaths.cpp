@@ -76,7 +76,7 @@ ExcerptPair ExcerptsOf(std::string_view first, std::string_view second) {
         return excerpts;
     }
     const auto different = std::ranges::mismatch(first, second).in1 - first.begin();
-    std::size_t begin = static_cast<std::size_t>(different);
+    auto begin = static_cast<std::size_t>(different);
     begin -= std::min(begin, kBeforeDifference);
     // Not in the middle of a character.
     while (begin > 0 && (static_cast<unsigned char>(first[begin]) & 0xC0U) == 0x80) {
