@@ -80,14 +80,8 @@ Alignment::Group Alignment::KeyOf(const CarriedNode& node) {
     return {node.key == kEmptyText, node.key, static_cast<std::uint32_t>(NumberOf(node.place))};
 }
 
-/// The name of a file among the children is that of its path, and an imported one has none; the name of a
-/// project becomes its display name. Both may be empty where the other tree has them.
-bool Alignment::HasNoLastingName(const CarriedNode& node) {
-    return node.name == kEmptyText && (node.IsFile() || node.IsProject());
-}
-
 Alignment::Group Alignment::NameOf(const CarriedNode& node) {
-    return {HasNoLastingName(node), node.name, static_cast<std::uint32_t>(node.kind)};
+    return {!node.hasOwnName, node.name, static_cast<std::uint32_t>(node.kind)};
 }
 
 void Alignment::AlignKeys() {

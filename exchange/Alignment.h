@@ -64,7 +64,6 @@ private:
 
     static Group KeyOf(const CarriedNode& node);
     static Group NameOf(const CarriedNode& node);
-    static bool HasNoLastingName(const CarriedNode& node);
     void Align(NodeIndex first, NodeIndex second);
     void AlignKeys();
     void AlignBelow(NodeIndex first, NodeIndex second, NodePlace place);

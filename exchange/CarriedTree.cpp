@@ -73,6 +73,9 @@ void CarriedTreeBuilder::FinishHeader(NodeIndex index) {
     } else if (node.name == kEmptyText && !node.IsFile() && !node.IsProject()) {
         node.name = texts_.IdOf(format::kNameless);
     }
+    const bool isNameless =
+        node.name == kEmptyText || (node.IsProject() && texts_.TextOf(node.name) == format::kNameless);
+    node.hasOwnName = !(isNameless && (node.IsFile() || node.IsProject()));
     if (node.kind == Kind::kViewItem) {
         // It is that of what the item shows, and no document has it again.
         node.key = kEmptyText;

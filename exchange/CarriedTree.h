@@ -75,6 +75,9 @@ struct CarriedNode {
     TextId type = kEmptyText;
     /// As an export would write it after an import.
     TextId name = kEmptyText;
+    /// False for files and projects that have none. A file among the children has that of its path, which an
+    /// import does not set, and the name of a project becomes its display name: so the other may have one.
+    bool hasOwnName = true;
     TextId createdDate = kEmptyText;
     /// Of a view item, whose key is that of what it shows, always empty.
     TextId key = kEmptyText;

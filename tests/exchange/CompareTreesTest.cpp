@@ -33,7 +33,7 @@ struct Rebuilt {
 };
 
 TEST(CompareTrees, ARebuiltTreeIsTheSame) {
-    for (unsigned seed = 1; seed <= 300; ++seed) {
+    for (unsigned seed = 1; seed <= 3000; ++seed) {
         const RandomTree tree(seed);
         const Rebuilt rebuilt(*tree);
         const CompareReport report = CompareBothWays(*tree, *rebuilt.copy, WithDisplayNames());
