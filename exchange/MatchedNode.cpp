@@ -15,7 +15,7 @@ std::string Sign(char what, int number, const OuString& text) {
     std::string sign(1, what);
     sign += std::to_string(number);
     sign += ' ';
-    sign += Utf8Of(text);
+    sign += AnsiFormOf(text);
     return sign;
 }
 
@@ -23,6 +23,12 @@ OuString NameOf(CAEObject& object) {
     OuString name;
     object.getName(name);
     return name;
+}
+
+/// What is read back from what an export writes.
+format::FileType ExportedFileType(CAEFile& file) {
+    const char* const name = CAEGetFileTypeName(static_cast<int>(FileTypeOf(file)));
+    return static_cast<format::FileType>(GetCAEFileType(TextOfModel(name)));
 }
 
 }  // namespace
@@ -37,7 +43,7 @@ std::string SignOfType(const OuString& type, const OuString& name) {
 }
 
 std::string SignOfLink(const OuString& key, const OuString& name) {
-    const std::string keyText = Utf8Of(key);
+    const std::string keyText = AnsiFormOf(key);
     return Sign('l', static_cast<int>(keyText.size()), name) + keyText;
 }
 
@@ -78,29 +84,32 @@ const std::vector<CAEObject*>& MatchedNode::ListedChildren() {
         areChildrenRead_ = true;
         listedChildren_ = ChildrenOf(object_);
         for (CAEObject* const child : listedChildren_) {
-            const Kind kind = KindOf(*child);
-            const OuString key = child->getDBKey();
             const OuString name = NameOf(*child);
-            if (kind == Kind::kViewItem) {
-                children_.Add(SignOfLink(child->getLinkDBKey(), name), *child, false);
-                children_.Add(SignOf(kind, name), *child, false);
-                continue;
-            }
-            if (keys_.Has(key)) {
-                continue;
-            }
-            children_.Add(SignOf(kind, name), *child, !IsEmpty(key));
-            if (auto* const project = dynamic_cast<CAEProject*>(child)) {
-                children_.Add(SignOfType(project->getAdditionalType(), ExportedName(*child)), *child,
-                              !IsEmpty(key));
-            }
+            AddChild(*child, name);
             // What is exported under another name is recognised by that, too.
-            if (const OuString exported = ExportedName(*child); !AreEqual(exported, name)) {
-                children_.Add(SignOf(kind, exported), *child, !IsEmpty(key));
+            if (const OuString exported = ExportedName(*child); !IsWrittenAs(exported, name)) {
+                AddChild(*child, exported);
             }
         }
     }
     return listedChildren_;
+}
+
+void MatchedNode::AddChild(CAEObject& child, const OuString& name) {
+    const Kind kind = KindOf(child);
+    const OuString key = child.getDBKey();
+    if (kind == Kind::kViewItem) {
+        children_.Add(SignOfLink(child.getLinkDBKey(), name), child, false);
+        children_.Add(SignOf(kind, name), child, false);
+        return;
+    }
+    if (keys_.Has(key)) {
+        return;
+    }
+    children_.Add(SignOf(kind, name), child, !IsEmpty(key));
+    if (auto* const project = dynamic_cast<CAEProject*>(&child)) {
+        children_.Add(SignOfType(project->getAdditionalType(), name), child, !IsEmpty(key));
+    }
 }
 
 Candidates& MatchedNode::Children() {
@@ -116,7 +125,7 @@ const std::vector<CAEFile*>& MatchedNode::ListedFiles() {
             const OuString key = file->getDBKey();
             fileSet_.insert(file);
             if (!keys_.HasFile(key)) {
-                files_.Add(SignOfFile(FileTypeOf(*file), ExportedName(*file)), *file, !IsEmpty(key));
+                files_.Add(SignOfFile(ExportedFileType(*file), ExportedName(*file)), *file, !IsEmpty(key));
             }
         }
     }

@@ -57,6 +57,8 @@ public:
     const std::vector<CAEFile*>& ListedFiles();
 
     bool HasFile(const CAEFile& file);
+    /// Those that a record has become.
+    std::unordered_set<const CAEObject*>& TakenFiles() { return takenFiles_; }
 
     struct Entry {
         OuString name;
@@ -76,6 +78,7 @@ public:
     bool isAttached = true;
 
 private:
+    void AddChild(CAEObject& child, const OuString& name);
     void ReadRecords(const JSONNode& section);
 
     CAEObject& object_;
@@ -90,6 +93,7 @@ private:
     Candidates children_;
     Candidates files_;
     std::unordered_set<const CAEFile*> fileSet_;
+    std::unordered_set<const CAEObject*> takenFiles_;
     std::unordered_map<std::string, Entry> entries_;
     std::vector<std::string> listedEntries_;
 };

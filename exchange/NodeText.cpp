@@ -4,6 +4,7 @@
 #include <korvaneexchange/Text.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "format/MemberNames.h"
 #include "format/Values.h"
@@ -65,10 +66,14 @@ std::string PointerTo(std::string_view name) {
     return component;
 }
 
+bool IsWrittenAs(const OuString& text, const OuString& value) {
+    return AreEqual(text, value) || std::strcmp(AnsiFormOf(text), AnsiFormOf(value)) == 0;
+}
+
 std::string ComparedName(const OuString& name) {
-    OuString upper = name;
+    OuString upper = TextFromAnsi(AnsiFormOf(name));
     upper.MakeUpper();
-    return Utf8Of(upper);
+    return AnsiFormOf(upper);
 }
 
 OuString ExportedName(CAEObject& object) {

@@ -25,6 +25,10 @@ std::string Describe(CAEObject& object);
 /// The text as a component of a JSON Pointer, behind its slash.
 std::string PointerTo(std::string_view name);
 
+/// Whether a document has the text of the object model as this value: the code page may lack some of its
+/// characters.
+bool IsWrittenAs(const OuString& text, const OuString& value);
+
 /// The text as the object model compares the names of metadata entries: in any letter case.
 std::string ComparedName(const OuString& name);
 

@@ -260,7 +260,7 @@ bool ReportingImport::Sets(const ImportTarget& target, format::MemberName member
         if (target.Kind() == Kind::kViewItem) {
             frame.linkKey = value;
         } else if (IsAssembly(target.Kind())) {
-            assemblyKeys_.insert(Utf8Of(value));
+            assemblyKeys_.insert(AnsiFormOf(value));
             assembliesWithOtherKeys_.insert(frame.identifier);
         }
     }
@@ -432,7 +432,8 @@ bool ReportingImport::HasMasterAssembly(CAEProject* project, const OuString& key
     }
     int master = 0;
     getMasterAssemblyCAEIDByITEMID(project, key, master);
-    return (master != 0 && !assembliesWithOtherKeys_.contains(master)) || assemblyKeys_.contains(Utf8Of(key));
+    return (master != 0 && !assembliesWithOtherKeys_.contains(master)) ||
+           assemblyKeys_.contains(AnsiFormOf(key));
 }
 
 void ReportingImport::LeaveReference(const ImportTarget& viewItem, bool isFound) {

@@ -80,7 +80,7 @@ void TreeIndex::Add(Map& map, CAEObject& object, bool isOutside) {
     if (IsEmpty(key)) {
         return;
     }
-    Owners& owners = map[Utf8Of(key)];
+    Owners& owners = map[AnsiFormOf(key)];
     if (owners.object == nullptr && owners.several.empty()) {
         owners.object = &object;
         owners.isOutside = isOutside;
@@ -93,7 +93,7 @@ void TreeIndex::Add(Map& map, CAEObject& object, bool isOutside) {
 }
 
 const TreeIndex::Owners& TreeIndex::Find(const Map& map, const OuString& key) {
-    const auto found = map.find(Utf8Of(key));
+    const auto found = map.find(AnsiFormOf(key));
     static const Owners kNobody;
     return found == map.end() ? kNobody : found->second;
 }
@@ -127,35 +127,35 @@ DocumentKeys::DocumentKeys(const JSONNode& root) {
 void DocumentKeys::Read(const JSONNode& node) {
     const LastMembers last(node);
     const OuString key = TextOf(last.key);
-    if (!IsEmpty(key) && format::KindOfType(Utf8Of(TextOf(last.type))) != Kind::kViewItem) {
-        ++counts_[Utf8Of(key)];
+    if (!IsEmpty(key) && format::KindOfType(AnsiFormOf(TextOf(last.type))) != Kind::kViewItem) {
+        ++counts_[AnsiFormOf(key)];
     }
 }
 
 void DocumentKeys::ReadFile(const JSONNode& record) {
     const OuString key = TextOf(LastMembers(record).key);
     if (!IsEmpty(key)) {
-        FileRecords& records = files_[Utf8Of(key)];
+        FileRecords& records = files_[AnsiFormOf(key)];
         records.first = records.first == nullptr ? &record : records.first;
         records.areDifferent = records.areDifferent || *records.first != record;
     }
 }
 
 bool DocumentKeys::HasTwice(const OuString& key) const {
-    const auto found = counts_.find(Utf8Of(key));
+    const auto found = counts_.find(AnsiFormOf(key));
     return found != counts_.end() && (found->second > 1 || HasFile(key));
 }
 
 bool DocumentKeys::Has(const OuString& key) const {
-    return counts_.contains(Utf8Of(key));
+    return counts_.contains(AnsiFormOf(key));
 }
 
 bool DocumentKeys::HasFile(const OuString& key) const {
-    return !IsEmpty(key) && files_.contains(Utf8Of(key));
+    return !IsEmpty(key) && files_.contains(AnsiFormOf(key));
 }
 
 bool DocumentKeys::HasFileTwice(const OuString& key) const {
-    const auto found = files_.find(Utf8Of(key));
+    const auto found = files_.find(AnsiFormOf(key));
     return Has(key) || (found != files_.end() && found->second.areDifferent);
 }
 

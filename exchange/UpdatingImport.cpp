@@ -33,30 +33,37 @@ format::FileType FileTypeOfRecord(const LastMembers& last) {
                                     : static_cast<format::FileType>(GetCAEFileType(TextOf(last.fileType)));
 }
 
+OuString ExportedType(const CAEProject& project) {
+    OuString type = project.getAdditionalType();
+    type.MakeUpper();
+    return type;
+}
+
 /// Whether an export writes the "type" for the object: for a project its own, which no import reads as a
 /// kind.
 bool IsOfType(CAEObject& object, const OuString& type) {
     const auto* const project = dynamic_cast<CAEProject*>(&object);
-    return project != nullptr && AreEqualInAnyCase(project->getAdditionalType(), type);
+    return project != nullptr &&
+           (IsWrittenAs(project->getAdditionalType(), type) || IsWrittenAs(ExportedType(*project), type));
 }
 
 bool IsInLineWithKey(CAEObject& object, const OuString& value, OuString& present) {
     present = object.getDBKey();
-    if (AreEqual(present, value)) {
+    if (IsWrittenAs(present, value)) {
         return true;
     }
     if (KindOf(object) == Kind::kViewItem) {
         // An export writes the view item's own key, an import takes it for the key of what it shows.
         present = object.getLinkDBKey();
     }
-    return AreEqual(present, value);
+    return IsWrittenAs(present, value);
 }
 
 bool IsInLineWithRecord(CAEFile& file, format::MemberName member, const OuString& value, OuString& present) {
     const std::string text = AnsiFormOf(value);
     if (member == member::kFileType) {
         present = TextOfModel(CAEGetFileTypeName(static_cast<int>(FileTypeOf(file))));
-        return GetCAEFileType(value) == file.getFileType();
+        return GetCAEFileType(value) == file.getFileType() || IsWrittenAs(present, value);
     }
     if (member == member::kFileFormat) {
         const char* const name = format::NameOfFileFormat(FileFormatOf(file));
@@ -67,7 +74,7 @@ bool IsInLineWithRecord(CAEFile& file, format::MemberName member, const OuString
         return true;
     }
     present = file.m_locationType;
-    return AreEqual(present, value);
+    return IsWrittenAs(present, value);
 }
 
 }  // namespace
@@ -96,7 +103,7 @@ bool UpdatingImport::EnterRoot(const ImportTarget& target, const JSONNode& node)
         const OuString own = object.getDBKey();
         const TreeIndex::Owners& owners = index_.ObjectsWith(key);
         if (!owners.several.empty() || (owners.object != nullptr && owners.object != &object) ||
-            (!IsEmpty(own) && !AreEqual(own, key))) {
+            (!IsEmpty(own) && !IsWrittenAs(own, key))) {
             Conflict(node, &object, "the target of the import has another key, " + Excerpt(Utf8Of(own)));
             return false;
         }
@@ -115,9 +122,6 @@ void UpdatingImport::EnterParentOfRoot(const ImportTarget& target) {
 
 UpdatingImport::Found UpdatingImport::Conflict(const JSONNode& element, CAEObject* object,
                                                const std::string& why) {
-    if (object != nullptr) {
-        inConflict_.push_back(object);
-    }
     Tell(Reason::kConflict, {}, object == nullptr ? 0 : object->getID(), [&] {
         return std::pair(Describe(element),
                          Describe(element) + " is left out with everything below it: " + why);
@@ -134,12 +138,10 @@ UpdatingImport::Found UpdatingImport::FindByKey(const JSONNode& element, const O
         return Conflict(element, owners.object, shown + " occurs twice in the document");
     }
     if (!owners.several.empty()) {
-        inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
         return Conflict(element, nullptr, shown + " belongs to several objects");
     }
     if (const TreeIndex::Owners& files = index_.FilesWith(key);
         files.object != nullptr || !files.several.empty()) {
-        inConflict_.insert(inConflict_.end(), files.several.begin(), files.several.end());
         return Conflict(element, files.object, shown + " belongs to a file");
     }
     if (owners.object == nullptr) {
@@ -252,7 +254,8 @@ std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& paren
         }
     }
     if (!child) {
-        KeepOwnerOfKey(element);
+        KeepOwnersOfKey(element);
+        KeepProjectWithoutType(element);
         Leave();
         return std::nullopt;
     }
@@ -263,10 +266,22 @@ std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& paren
     return child;
 }
 
-void UpdatingImport::KeepOwnerOfKey(const JSONNode& element) {
-    const TreeIndex::Owners& owners = index_.ObjectsWith(TextOf(LastMembers(element).key));
-    if (owners.object != nullptr) {
-        inConflict_.push_back(owners.object);
+void UpdatingImport::KeepOwnersOfKey(const JSONNode& element) {
+    const OuString key = TextOf(LastMembers(element).key);
+    for (const TreeIndex::Owners* const owners :
+         {&index_.ObjectsWith(key), &index_.ViewItemsWith(key), &index_.FilesWith(key)}) {
+        inConflict_.insert(inConflict_.end(), owners->several.begin(), owners->several.end());
+        if (owners->object != nullptr) {
+            inConflict_.push_back(owners->object);
+        }
+    }
+}
+
+void UpdatingImport::KeepProjectWithoutType(const JSONNode& element) {
+    MatchedNode* const parent = MatchOf(AboveInnermost());
+    const LastMembers last(element);
+    if (parent != nullptr && IsEmpty(TextOf(last.type))) {
+        landed_.insert(parent->Children().Find(SignOfType({}, TextOf(last.name)), false, landed_));
     }
 }
 
@@ -418,19 +433,18 @@ bool UpdatingImport::IsInLine(CAEObject& object, format::MemberName member, cons
                               OuString& present) const {
     if (member == member::kName || member == member::kDisplayName) {
         present = ExportedName(object);
-        return AreEqual(present, value) || AreEqual(NameOf(object), value);
+        return IsWrittenAs(present, value) || IsWrittenAs(NameOf(object), value);
     }
     if (member == member::kDatabaseKey) {
         return IsInLineWithKey(object, value, present);
     }
     if (member == member::kCreatedDate) {
         object.getCreatedDate(present);
-        return AreEqual(present, value);
+        return IsWrittenAs(present, value);
     }
     if (auto* const project = member == member::kType ? dynamic_cast<CAEProject*>(&object) : nullptr) {
-        // An export writes it in upper case.
         present = project->getAdditionalType();
-        return AreEqualInAnyCase(present, value);
+        return IsOfType(object, value);
     }
     auto* const file = dynamic_cast<CAEFile*>(&object);
     return file == nullptr || IsInLineWithRecord(*file, member, value, present);
@@ -497,13 +511,13 @@ ImportPolicy::EntrySetting UpdatingImport::EnterRecord(const ImportTarget& targe
     OuString presentType;
     OuString unit;
     if (entry.isThere) {
-        object.getMetadataType(name, presentType);
-        object.getMetadataUnitString(name, unit);
+        object.getMetadataType(entry.name, presentType);
+        object.getMetadataUnitString(entry.name, unit);
     }
     const std::string what = "the metadata entry " + Excerpt(Utf8Of(name));
     // An export writes the unit where an import reads the type.
-    const bool setsType = !entry.isThere || !(AreEqual(presentType, type) || AreEqual(unit, type));
-    const bool setsValue = !entry.isThere || !AreEqual(entry.value, value);
+    const bool setsType = !entry.isThere || !(IsWrittenAs(presentType, type) || IsWrittenAs(unit, type));
+    const bool setsValue = !entry.isThere || !IsWrittenAs(entry.value, value);
     if (setsValue) {
         TellChange(object, RecordComponent(), what, entry.value, value);
     } else if (setsType) {
@@ -525,7 +539,7 @@ bool UpdatingImport::ResolvesReference(const ImportTarget& viewItem) {
         return haveAssembliesChanged_ && !Options().dryRun;
     }
     // What an export writes is the view item's own key, and asks for nothing to be shown.
-    if (!IsEmpty(key) && AreEqual(TextOf(match->Last().key), key)) {
+    if (!IsEmpty(key) && IsWrittenAs(TextOf(match->Last().key), key)) {
         TellNoMasterAssembly(0, key);
     }
     return false;
@@ -548,14 +562,12 @@ UpdatingImport::Found UpdatingImport::FindFileByKey(const JSONNode& record, cons
     }
     const TreeIndex::Owners& objects = index_.ObjectsWith(key);
     if (!owners.several.empty() || !objects.several.empty() || objects.object != nullptr) {
-        inConflict_.insert(inConflict_.end(), owners.several.begin(), owners.several.end());
-        inConflict_.insert(inConflict_.end(), objects.several.begin(), objects.several.end());
         return Conflict(record, objects.object, shown + " belongs to several files or to another object");
     }
     if (owners.object != nullptr) {
         return {.object = owners.object};
     }
-    const auto made = madeFiles_.find(Utf8Of(key));
+    const auto made = madeFiles_.find(AnsiFormOf(key));
     isMadeAlready_ = made != madeFiles_.end();
     return {.object = isMadeAlready_ ? made->second : nullptr};
 }
@@ -575,13 +587,18 @@ UpdatingImport::Found UpdatingImport::FindFile(const ImportTarget& owner, const 
         return {};
     }
     const std::string sign = SignOfFile(FileTypeOfRecord(last), TextOf(last.anyName));
-    return {.object = match->Files().Find(sign, !IsEmpty(key), landed_)};
+    CAEObject* const file = match->Files().Find(sign, !IsEmpty(key), match->TakenFiles());
+    // A file of several objects has several records. Different ones would be set in turn in every update.
+    if (const auto found = fileRecords_.find(file); found != fileRecords_.end() && *found->second != record) {
+        return Conflict(record, file, "another record of the same file says something else");
+    }
+    return {.object = file};
 }
 
 bool UpdatingImport::IsAttachedAbove(const CAEFile* file, const OuString& key) {
     MatchedNode* const above = MatchOf(AboveInnermost());
     return (file != nullptr && above != nullptr && above->HasFile(*file)) ||
-           (!IsEmpty(key) && attached_.contains({AboveInnermost().node, Utf8Of(key)}));
+           (!IsEmpty(key) && attached_.contains({AboveInnermost().node, AnsiFormOf(key)}));
 }
 
 bool UpdatingImport::HasRole(const ImportTarget& owner, const JSONNode& record, CAEFile* file) {
@@ -608,6 +625,7 @@ ImportPolicy::FileLanding UpdatingImport::EnterFile(const ImportTarget& owner, c
     auto* const file = static_cast<CAEFile*>(found.object);
     const bool isAttached = IsAttachedAbove(file, TextOf(last.key));
     if (found.isConflict || (!isAttached && !HasRole(owner, record, file))) {
+        KeepOwnersOfKey(record);
         Untake();
         Leave();
         return {.isLeftOut = true};
@@ -621,7 +639,11 @@ ImportPolicy::FileLanding UpdatingImport::EnterFile(const ImportTarget& owner, c
         return landing;
     }
     Match(*file, record);
+    fileRecords_.emplace(file, &record);
     MatchOf(Innermost())->isAttached = isAttached;
+    if (MatchedNode* const above = MatchOf(AboveInnermost())) {
+        above->TakenFiles().insert(file);
+    }
     return {.isLeftOut = false, .file = file};
 }
 
@@ -633,7 +655,7 @@ bool UpdatingImport::SetsPath(CAEFile& file, const OuString& path) {
 
 bool UpdatingImport::AttachesFile(const ImportTarget& owner, CAEFile& file) {
     const MatchedNode* const match = MatchOf(Innermost());
-    const std::string key = Utf8Of(file.getDBKey());
+    const std::string key = AnsiFormOf(file.getDBKey());
     const bool isAttachedNow = !key.empty() && !attached_.emplace(AboveInnermost().node, key).second;
     if (match != nullptr) {
         if (match->isAttached && !match->isTypeChanged) {

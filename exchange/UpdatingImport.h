@@ -63,8 +63,10 @@ private:
     /// Whether the file, or a new one where it is null, has a role at the owner. If not, an entry says it.
     bool HasRole(const ImportTarget& owner, const JSONNode& record, CAEFile* file);
     void TellAttached(const std::string& file);
-    /// An object whose element is left out is not missing.
-    void KeepOwnerOfKey(const JSONNode& element);
+    /// What an element names that is left out is not missing.
+    void KeepOwnersOfKey(const JSONNode& element);
+    /// Such a project is exported without a "type" that could be read.
+    void KeepProjectWithoutType(const JSONNode& element);
     /// How many objects go with the object, files left out; nothing if one of them stays.
     std::optional<std::size_t> CountRemoved(CAEObject& root,
                                             const std::unordered_set<const CAEObject*>& staying) const;
@@ -95,6 +97,8 @@ private:
     std::unordered_map<const CAEObject*, std::string> describedBefore_;
     /// New files by their keys, null in a dry run.
     std::unordered_map<std::string, CAEFile*> madeFiles_;
+    /// The first record of every file that was there.
+    std::unordered_map<const CAEObject*, const JSONNode*> fileRecords_;
     /// Whether the file record that is being read is another one of a new file.
     bool isMadeAlready_ = false;
     /// Keys of files that were attached to the objects of nodes.

@@ -15,19 +15,24 @@
 
 /// What the tests of KorvaneExchange's imports and answers have in common.
 
-/// The calls of a recording that change the object model; those on objects without an identifier, which are
-/// read and thrown away, left out.
-inline Notes ChangingCalls(const Notes& recording) {
+/// The calls of a recording that change the object model.
+inline Notes AllChangingCalls(const Notes& recording) {
     Notes changes;
     for (const std::string& call : recording) {
         const std::size_t open = call.find('(');
         const std::size_t scope = call.find("::");
         const std::string name = call.substr(scope < open ? scope + 2 : 0);
-        const bool isAsking = name.starts_with("get") || name.starts_with("Get") || name.starts_with("CAE");
-        if (!isAsking && call.find("(#0") == std::string::npos) {
+        if (!name.starts_with("get") && !name.starts_with("Get") && !name.starts_with("CAE")) {
             changes.push_back(call);
         }
     }
+    return changes;
+}
+
+/// The same without those on objects that have no identifier: new files that are read and thrown away.
+inline Notes ChangingCalls(const Notes& recording) {
+    Notes changes = AllChangingCalls(recording);
+    std::erase_if(changes, [](const std::string& call) { return call.find("(#0") != std::string::npos; });
     return changes;
 }
 
@@ -69,6 +74,32 @@ inline std::string Whole(const korvane::exchange::Report& report) {
                 std::to_string(entry.identifier) + " " + entry.subject + ": " + entry.sentence + "\n";
     }
     return text;
+}
+
+/// The text without the identifiers of objects, which a dry run does not have for what it would make.
+inline std::string Unnumbered(const std::string& text) {
+    std::string left;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const std::string_view rest = std::string_view(text).substr(place);
+        if (rest.starts_with(" (id ")) {
+            place += rest.find(')');
+        } else if (rest.starts_with(" #")) {
+            place += rest.find(' ', 1) - 1;
+        } else {
+            left += text[place];
+        }
+    }
+    return left;
+}
+
+inline std::vector<std::size_t> Numbers(const korvane::exchange::ImportReport& report) {
+    std::vector<std::size_t> numbers(report.counts.begin(), report.counts.end());
+    numbers.insert(numbers.end(),
+                   {report.membersTaken, report.objectsAdded, report.objectsMatched, report.objectsMoved,
+                    report.objectsRemoved, report.filesAdded, report.filesMatched, report.filesAttached,
+                    report.filesAsChildren, report.keys, report.viewItems, report.viewItemsLinked,
+                    static_cast<std::size_t>(report.root), report.hasRoot ? 1U : 0U, report.unlisted});
+    return numbers;
 }
 
 /// The project, an object a line, indented by its depth: `#2 bracket K-1 {Mass=3} [#3 mesh.inp F-1]`; the
@@ -149,32 +180,6 @@ protected:
     }
     ImportReport Update(const std::string& text, const ImportOptions& options = {.match = Match::kByKey}) {
         return Update(text, *project_, options);
-    }
-
-    /// The text without the identifiers of objects, which a dry run does not have for what it would make.
-    static std::string Unnumbered(const std::string& text) {
-        std::string left;
-        for (std::size_t place = 0; place < text.size(); ++place) {
-            const std::string_view rest = std::string_view(text).substr(place);
-            if (rest.starts_with(" (id ")) {
-                place += rest.find(')');
-            } else if (rest.starts_with(" #")) {
-                place += rest.find(' ', 1) - 1;
-            } else {
-                left += text[place];
-            }
-        }
-        return left;
-    }
-
-    static std::vector<std::size_t> Numbers(const ImportReport& report) {
-        std::vector<std::size_t> numbers(report.counts.begin(), report.counts.end());
-        numbers.insert(numbers.end(),
-                       {report.membersTaken, report.objectsAdded, report.objectsMatched, report.objectsMoved,
-                        report.objectsRemoved, report.filesAdded, report.filesMatched, report.filesAttached,
-                        report.filesAsChildren, report.keys, report.viewItems, report.viewItemsLinked,
-                        static_cast<std::size_t>(report.root), report.hasRoot ? 1U : 0U, report.unlisted});
-        return numbers;
     }
 
     TestProject project_;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,8 @@ public:
     std::size_t Taken() const { return taken_; }
     /// The pointers of the report that lead to no value.
     const std::string& Lost() const { return lost_; }
+    /// Whether two values have the same pointer, so that the report may be about either.
+    bool IsAmbiguous() const { return isAmbiguous_; }
 
 private:
     enum class Place { kObject, kFileRecord, kMetadataRecord, kText, kObjects, kFileRecords, kMetadata };
@@ -72,6 +75,7 @@ private:
             const std::string pointer =
                 value.pointer + "/" +
                 (isObject ? Escaped(std::string_view(name.data(), name.size())) : std::to_string(index));
+            isAmbiguous_ = isAmbiguous_ || !met_.insert(pointer).second;
             if (!Consume(pointer)) {
                 ++taken_;
                 open_.push_back({&member, pointer, PlaceOf(value.place, {name.data(), name.size()})});
@@ -107,6 +111,8 @@ private:
     }
 
     std::map<std::string, std::size_t> leftOut_;
+    std::set<std::string> met_;
+    bool isAmbiguous_ = false;
     std::vector<Value> open_;
     std::size_t taken_ = 0;
     std::string lost_;

@@ -412,6 +412,19 @@ TEST_F(UpdateDocumentTest, AFileOfOneObjectMayStandInAnotherToo) {
     EXPECT_FALSE(report.HasChanged());
 }
 
+TEST_F(UpdateDocumentTest, AFileWithoutAKeyMayStandInTwoObjects) {
+    CAEFile& file = project_.AddFile(project_.Add(CAE_PART, L"p"), L"a.inp", CAE_FILE_DECK);
+    AttachFile(project_.Add(CAE_PART, L"q"), file.getID(), CAE_FILE_DECK);
+    const ImportReport own = Update(OwnDocument(*project_));
+    EXPECT_FALSE(own.HasChanged()) << Whole(own);
+    EXPECT_EQ(own.filesMatched, 2U);
+    const ImportReport report =
+        Update(R"({"type":"SIMULATION","children":[{"type":"CAEPART","name":"p","files":[)"
+               R"({"name":"a.inp","fileType":"Deck","fileFormat":"ASCII"}]},{"type":"CAEPART","name":"q",)"
+               R"("files":[{"name":"a.inp","fileType":"Deck","fileFormat":"Binary"}]}]})");
+    EXPECT_EQ(Listed(report), "/children/1/files/0 conflict #3\n");
+}
+
 TEST_F(UpdateDocumentTest, FileMembersAreBroughtInLine) {
     CAEObject& part = project_.Add(CAE_PART, L"p");
     CAEFile& file = project_.AddFile(part, L"a.inp", CAE_FILE_DECK);
@@ -640,6 +653,47 @@ TEST_F(UpdateDocumentTest, WhatIsLeftOutIsNotMissing) {
                                        {.remove = true});
     EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 a A\n  #3 b B\n");
     EXPECT_EQ(report.Count(Reason::kRemoved), 0U);
+}
+
+TEST_F(UpdateDocumentTest, AProjectWithoutATypeStays) {
+    project_.Add(project_.Add(CAE_PROJECT, L"inner"), CAE_PART, L"p");
+    project_.Add(CAE_PROJECT, L"inner");
+    const ImportReport report = Update(OwnDocument(*project_), {.remove = true});
+    EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 inner\n    #3 p\n  #4 inner\n");
+    EXPECT_EQ(report.Count(Reason::kNoType), 2U);
+    EXPECT_FALSE(report.HasChanged());
+}
+
+TEST_F(UpdateDocumentTest, ObjectsWithKeysInConflictStay) {
+    project_.Add(CAE_PART, L"a").setDBKey(L"K");
+    project_.Add(CAE_PART, L"b").setDBKey(L"K");
+    const ImportReport report = Update(OwnDocument(*project_), {.remove = true});
+    EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 a K\n  #3 b K\n");
+    EXPECT_EQ(report.Count(Reason::kConflict), 2U);
+}
+
+TEST_F(UpdateDocumentTest, NamelessViewItemsAreMatchedByTheNameOfTheirExport) {
+    project_.Add(CAE_VIEW_ITEM, L"");
+    const ImportReport report = Update(OwnDocument(*project_));
+    EXPECT_FALSE(report.HasChanged()) << Whole(report);
+}
+
+TEST_F(UpdateDocumentTest, WhatADocumentCannotSayIsNotLost) {
+    // Lone surrogates are written as the bytes that they stand for, and a text ends at its NUL character.
+    CAEObject& part = project_.Add(CAE_PART, OuString(L"\xDCC3\xDCBC"));
+    SetMetadata(part, L"Mass", OuString(L"\xDCC3\xDCBC"), OuString(L"\xDCC3\xDCBC"));
+    part.setDBKey(OuString(L"\xDCC3\xDCBC"));
+    const std::string text = OwnDocument(*project_);
+    const ImportReport report = Update(text, {.remove = true});
+    EXPECT_FALSE(report.HasChanged()) << Whole(report) << text;
+}
+
+TEST_F(UpdateDocumentTest, AFileOfAnUnnamedTypeIsTheOneOfItsRecord) {
+    CAEObject& part = project_.Add(CAE_PART, L"p");
+    project_.AddFile(part, L"a.inp", static_cast<_tagFileType>(99));
+    const ImportReport report = Update(OwnDocument(*project_));
+    EXPECT_FALSE(report.HasChanged()) << Whole(report);
+    EXPECT_EQ(project_->getFile(3)->getFileType(), static_cast<_tagFileType>(99));
 }
 
 TEST_F(UpdateDocumentTest, CountsEveryRemovedObject) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <korvaneexchange/ImportDocument.h>
 #include <korvanejson/CaeRest.h>
+#include <korvanejson/JsonSerializer.h>
 
 #include <algorithm>
 #include <chrono>
@@ -11,6 +12,8 @@
 #include "RandomDocuments.h"
 #include "RandomModel.h"
 #include "Show.h"
+#include "exchange/ImportSupport.h"
+#include "exchange/MemberCount.h"
 
 // KorvaneExchange's import of random documents onto random models, beside the library's own and beside
 // itself.
@@ -26,29 +29,6 @@ using korvane::exchange::Reason;
 /// A round counts if both sides did all of their work.
 constexpr int kLeastRounds = 20;
 constexpr double kSeconds = KORVANEJSON_COMPARISON_SECONDS / 2;
-
-/// The calls of a recording that change the object model.
-std::vector<std::string> ChangesOf(const std::vector<std::string>& recording) {
-    std::vector<std::string> changes;
-    for (const std::string& call : recording) {
-        const std::size_t scope = call.find("::");
-        const std::size_t open = call.find('(');
-        const std::string name = call.substr(scope < open ? scope + 2 : 0);
-        if (!name.starts_with("get") && !name.starts_with("Get") && !name.starts_with("CAEGet") &&
-            !name.starts_with("CAEFile")) {
-            changes.push_back(call);
-        }
-    }
-    return changes;
-}
-
-std::string Lines(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) {
-        text += line + "\n";
-    }
-    return text;
-}
 
 /// A model and an object of it that documents are imported onto. The same seed makes the same.
 class Subject {
@@ -99,7 +79,7 @@ int RunForSeconds(const Body& body) {
 }
 
 std::vector<std::string> RecordedChanges() {
-    return ChangesOf(korvane::TakeRecording());
+    return AllChangingCalls(korvane::TakeRecording());
 }
 
 }  // namespace
@@ -123,6 +103,25 @@ TEST(ExchangeImport, AddsAsTheLibraryDoes) {
                   EXPECT_EQ(Lines(changes), Lines(RecordedChanges())) << document.write_formatted();
                   EXPECT_EQ(Lines(StateOf(first.Model())), Lines(StateOf(second.Model())));
                   return true;
+              }),
+              kLeastRounds);
+}
+
+TEST(ExchangeImport, TakesWhatItDoesNotReport) {
+    EXPECT_GE(RunForSeconds([](std::uint64_t seed) {
+                  Subject subject(seed);
+                  const JSONNode document = RandomDocument(subject.Source());
+                  const bool isUpdate = subject.Source().OneIn(2);
+                  const ImportReport report =
+                      ImportDocument(document, subject.Object(),
+                                     {.match = isUpdate ? Match::kByKey : Match::kNever, .remove = true});
+                  const MemberCount count(document, report);
+                  if (count.IsAmbiguous()) {
+                      return false;
+                  }
+                  EXPECT_EQ(report.membersTaken, count.Taken()) << document.write_formatted();
+                  EXPECT_EQ(count.Lost(), "") << document.write_formatted();
+                  return report.hasRoot;
               }),
               kLeastRounds);
 }
@@ -154,34 +153,52 @@ TEST(ExchangeImport, SecondUpdateChangesNothing) {
 }
 
 TEST(ExchangeImport, DryRunChangesNothingAndSaysTheSame) {
-    EXPECT_GE(
-        RunForSeconds([](std::uint64_t seed) {
-            Subject dry(seed);
-            Subject real(seed);
-            const JSONNode document = RandomDocument(dry.Source());
-            static_cast<void>(RandomDocument(real.Source()));
-            ImportOptions options = {.remove = dry.Source().OneIn(2), .dryRun = true};
-            options.match = dry.Source().OneIn(2) ? Match::kByKey : Match::kNever;
-            const std::string before = Lines(StateOf(dry.Model()));
-            korvane::StartRecording();
-            const ImportReport said = ImportDocument(document, dry.Object(), options);
-            std::vector<std::string> changes = RecordedChanges();
-            // New files are read and thrown away.
-            std::erase_if(changes,
-                          [](const std::string& call) { return call.find("(#0") != std::string::npos; });
-            EXPECT_EQ(Lines(changes), "");
-            EXPECT_EQ(Lines(StateOf(dry.Model())), before);
-            options.dryRun = false;
-            const ImportReport done = ImportDocument(document, real.Object(), options);
-            if (done.Count(Reason::kRefused) != 0) {
-                return false;
-            }
-            for (const Reason reason : {Reason::kAdded, Reason::kChanged, Reason::kMoved, Reason::kRemoved,
-                                        Reason::kUnknownMember, Reason::kConflict, Reason::kWrongKind}) {
-                EXPECT_EQ(said.Count(reason), done.Count(reason)) << NameOf(reason) << "\n"
-                                                                  << document.write_formatted();
-            }
-            return said.hasRoot;
-        }),
-        kLeastRounds);
+    EXPECT_GE(RunForSeconds([](std::uint64_t seed) {
+                  Subject dry(seed);
+                  Subject real(seed);
+                  const JSONNode document = RandomDocument(dry.Source());
+                  static_cast<void>(RandomDocument(real.Source()));
+                  ImportOptions options = {.remove = dry.Source().OneIn(2), .dryRun = true};
+                  options.match = dry.Source().OneIn(2) ? Match::kByKey : Match::kNever;
+                  const std::string before = Lines(StateOf(dry.Model()));
+                  korvane::StartRecording();
+                  const ImportReport said = ImportDocument(document, dry.Object(), options);
+                  std::vector<std::string> changes = RecordedChanges();
+                  // New files are read and thrown away.
+                  std::erase_if(
+                      changes, [](const std::string& call) { return call.find("(#0") != std::string::npos; });
+                  EXPECT_EQ(Lines(changes), "");
+                  EXPECT_EQ(Lines(StateOf(dry.Model())), before);
+                  options.dryRun = false;
+                  const ImportReport done = ImportDocument(document, real.Object(), options);
+                  if (done.Count(Reason::kRefused) != 0) {
+                      return false;
+                  }
+                  EXPECT_EQ(Unnumbered(Whole(said)), Unnumbered(Whole(done))) << document.write_formatted();
+                  EXPECT_EQ(Numbers(said), Numbers(done)) << document.write_formatted();
+                  return said.hasRoot;
+              }),
+              kLeastRounds);
+}
+
+TEST(ExchangeImport, UpdateWithTheOwnDocumentChangesNothing) {
+    EXPECT_GE(RunForSeconds([](std::uint64_t seed) {
+                  Subject subject(seed);
+                  const JSONNode document = JsonSerializer(&subject.Object()).GetJson();
+                  if (!subject.IsSound()) {
+                      return false;
+                  }
+                  korvane::StartRecording();
+                  const ImportReport report =
+                      ImportDocument(document, subject.Object(), {.match = Match::kByKey, .remove = true});
+                  if (report.Count(Reason::kMerged) != 0) {
+                      // The names of entries differ behind a NUL character, which no document has.
+                      korvane::TakeRecording();
+                      return false;
+                  }
+                  EXPECT_EQ(Lines(RecordedChanges()), "") << document.write_formatted();
+                  EXPECT_EQ(ListedChanges(report), "") << Whole(report) << document.write_formatted();
+                  return report.hasRoot;
+              }),
+              kLeastRounds);
 }
