@@ -24,6 +24,10 @@ bool IsReadOntoTarget(const JSONNode& document, CAEObject& target, Place place) 
 void Read(const JSONNode& document, CAEObject& object, Place place, ReportingImport& import) {
     ImportTarget target = {&object, object.getProject(), &import};
     RepeatedTexts texts;
+    if (target.project == nullptr) {
+        import.RefuseRoot(document);
+        return;
+    }
     if (!IsReadOntoTarget(document, object, place)) {
         import.EnterParentOfRoot(target);
         ReadChild(target, document, texts);

@@ -15,6 +15,10 @@ public:
     /// Whether the next entry will be listed. If not, nobody needs to make its texts.
     bool IsListing() const { return bytes_ < kMostBytes; }
 
+    /// Keeps room for a text of an entry that is added later, and gives it back.
+    void Reserve(std::size_t bytes) { bytes_ += bytes; }
+    void Release(std::size_t bytes) { bytes_ -= bytes; }
+
     void Add(Reason reason, std::string pointer, int identifier, std::string subject, std::string sentence);
     /// Counts without listing: what the report does not list, or not any more.
     void Count(Reason reason) { ++report_.counts[static_cast<std::size_t>(reason)]; }

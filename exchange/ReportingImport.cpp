@@ -127,6 +127,18 @@ bool ReportingImport::EnterRoot(const ImportTarget& target, const JSONNode& node
     return true;
 }
 
+void ReportingImport::RefuseRoot(const JSONNode& node) {
+    Enter(node, false);
+    if (HasType(node)) {
+        Tell(Reason::kRefused, {}, 0, [&] {
+            return std::pair(Describe(node),
+                             Describe(node) +
+                                 " is left out with everything below it, because the target of "
+                                 "the import belongs to no project");
+        });
+    }
+}
+
 void ReportingImport::EnterParentOfRoot(const ImportTarget&) {
     frames_.emplace_back();
 }

@@ -31,6 +31,8 @@ public:
     virtual bool EnterRoot(const ImportTarget& target, const JSONNode& node);
     /// The target, when its node becomes a child of it.
     virtual void EnterParentOfRoot(const ImportTarget& target);
+    /// The root, where nothing can be read onto the target because that belongs to no project.
+    void RefuseRoot(const JSONNode& node);
     /// Behind everything else. Not called after a stop.
     virtual void Finish() {}
 

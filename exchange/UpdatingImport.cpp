@@ -324,9 +324,11 @@ void UpdatingImport::LeaveMatched(Frame& frame) {
         for (CAEObject* const child : match->ListedChildren()) {
             // Session objects are never written.
             if (!landed_.contains(child) && KindOf(*child) != Kind::kSessionObject) {
-                missing_.push_back({child, Builder().IsListing()
-                                               ? Pointer() + PointerTo(member::kChildren.View())
-                                               : std::string()});
+                missing_.push_back({child, std::nullopt});
+                if (Builder().IsListing()) {
+                    missing_.back().pointer = Pointer() + PointerTo(member::kChildren.View());
+                    Builder().Reserve(missing_.back().pointer->size());
+                }
             }
         }
     }
@@ -350,23 +352,32 @@ void UpdatingImport::Finish() {
         }
     }
     for (Missing& missing : missing_) {
-        CAEObject* object = missing.object;
-        if (landed_.contains(object)) {
-            continue;
+        if (missing.pointer) {
+            Builder().Release(missing.pointer->size());
         }
-        const int identifier = object->getID();
-        const std::string subject = DescribeAsItWas(*object);
-        const std::optional<std::size_t> removed =
-            Options().remove && !staying.contains(object) ? CountRemoved(*object, staying) : std::nullopt;
-        const bool isRemoved = removed.has_value();
-        if (isRemoved && !Options().dryRun) {
-            object->getParent()->detachChild(object, true);
+        if (!landed_.contains(missing.object)) {
+            KeepOrRemove(missing, staying);
         }
-        Result().objectsRemoved += removed.value_or(0);
-        Builder().Add(
-            isRemoved ? Reason::kRemoved : Reason::kKept, std::move(missing.pointer), identifier, subject,
-            subject + (isRemoved ? " is not in the document, and is removed with everything below it"
-                                 : " is not in the document, and stays"));
+    }
+}
+
+void UpdatingImport::KeepOrRemove(Missing& missing, const std::unordered_set<const CAEObject*>& staying) {
+    CAEObject& object = *missing.object;
+    const std::optional<std::size_t> removed =
+        Options().remove && !staying.contains(&object) ? CountRemoved(object, staying) : std::nullopt;
+    const Reason reason = removed ? Reason::kRemoved : Reason::kKept;
+    if (missing.pointer) {
+        const std::string subject = DescribeAsItWas(object);
+        Builder().Add(reason, std::move(*missing.pointer), object.getID(), subject,
+                      subject + (removed ? " is not in the document, and is removed with everything below it"
+                                         : " is not in the document, and stays"));
+    } else {
+        Builder().CountUnlisted(reason);
+    }
+    Result().objectsRemoved += removed.value_or(0);
+    if (removed && !Options().dryRun) {
+        CAEObject* leaving = &object;
+        object.getParent()->detachChild(leaving, true);
     }
 }
 

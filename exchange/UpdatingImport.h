@@ -47,7 +47,8 @@ private:
     /// A child of an updated object that no element has become so far.
     struct Missing {
         CAEObject* object;
-        std::string pointer;
+        /// None where it will not be listed.
+        std::optional<std::string> pointer;
     };
 
     void TellAdded() override;
@@ -84,6 +85,7 @@ private:
     bool IsInLine(CAEObject& object, format::MemberName member, const OuString& value,
                   OuString& present) const;
     void LeaveMatched(Frame& frame);
+    void KeepOrRemove(Missing& missing, const std::unordered_set<const CAEObject*>& staying);
 
     const JSONNode noNode_{JSON_NODE};
     const DocumentKeys& keys_;
