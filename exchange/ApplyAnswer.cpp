@@ -67,18 +67,30 @@ public:
     void Run();
 
 private:
-    struct Target {
-        const ResponseKey* key;
-        CAEObject* object;
+    /// What becomes of the first key of an identifier.
+    struct Outcome {
+        CAEObject* target = nullptr;
+        OuString oldKey = {};
+        bool isDone = false;
+        /// Whether the object got another key under another text of its identifier.
+        bool isOverridden = false;
+        bool isTold = false;
     };
 
-    void TellOfNodes();
-    void TellOfNode(const JSONNode& node, const AnswerPlace& place);
-    std::string PointerOf(const AnswerPlace& place) const;
-    const ResponseKey* FirstKeyOf(std::string_view id) const;
     void FindTargets();
     void Apply();
     bool GoesOn(std::size_t done);
+
+    void TellOfNodes();
+    void TellOfNode(const JSONNode& node, const AnswerPlace& place);
+    void TellOfKey(const JSONNode& node, const AnswerPlace& place, std::string_view id, std::string_view key);
+    void TellOfChange(const AnswerPlace& place, std::string_view id, const Outcome& outcome,
+                      std::string_view key);
+    void TellOfSections(const JSONNode& node, const AnswerPlace& place);
+    template <typename Texts>
+    void Tell(Reason reason, const AnswerPlace& place, int identifier, const Texts& texts);
+    std::string PointerOf(const AnswerPlace& place) const;
+    int IdentifierOf(std::string_view id) const;
     std::string WhyUseless() const;
 
     const JSONNode& original_;
@@ -88,20 +100,22 @@ private:
     AnswerReport& report_;
     ReportBuilder builder_;
     std::vector<ResponseKey> keys_;
-    std::vector<Target> targets_;
+    /// One for each of the keys.
+    std::vector<Outcome> outcomes_;
     std::size_t rootIndex_ = 0;
 };
 
 void AnswerApplication::Run() {
     keys_ = ReadResponseKeys(answer_);
-    TellOfNodes();
     FindTargets();
-    report_.hasFitted = !targets_.empty();
-    if (!report_.hasFitted) {
+    report_.hasFitted =
+        std::ranges::any_of(outcomes_, [](const Outcome& outcome) { return outcome.target != nullptr; });
+    if (report_.hasFitted) {
+        Apply();
+    } else {
         report_.whyUseless = WhyUseless();
-        return;
     }
-    Apply();
+    TellOfNodes();
 }
 
 // What is said of the nodes
@@ -144,39 +158,122 @@ std::string AnswerApplication::PointerOf(const AnswerPlace& place) const {
     return pointer;
 }
 
-const ResponseKey* AnswerApplication::FirstKeyOf(std::string_view id) const {
-    const ResponseKey sought{NodeText(id), NodeText(), 0};
-    const auto found = std::lower_bound(keys_.begin(), keys_.end(), sought);
-    return found != keys_.end() && found->Id() == id ? &*found : nullptr;
+int AnswerApplication::IdentifierOf(std::string_view id) const {
+    CAEProject* const project = object_.getProject();
+    const int number = ReadIdentifier(id);
+    return project == nullptr || project->getCAEObject(number) == nullptr ? 0 : number;
+}
+
+template <typename Texts>
+void AnswerApplication::Tell(Reason reason, const AnswerPlace& place, int identifier, const Texts& texts) {
+    if (!builder_.IsListing()) {
+        builder_.CountUnlisted(reason);
+        return;
+    }
+    const auto [subject, sentence] = texts();
+    builder_.Add(reason, PointerOf(place), identifier, subject, sentence);
 }
 
 void AnswerApplication::TellOfNode(const JSONNode& node, const AnswerPlace& place) {
-    const auto tell = [&](Reason reason, const std::string& subject, const std::string& sentence) {
-        builder_.Add(reason, builder_.IsListing() ? PointerOf(place) : std::string(), 0, subject, sentence);
-    };
     if (node.type() != JSON_NODE) {
-        tell(Reason::kNotAnObject, Describe(node),
-             "an element of the answer is ignored, because it is not an object");
+        Tell(Reason::kNotAnObject, place, 0, [&] {
+            return std::pair(Describe(node),
+                             std::string("an element of the answer is ignored, because it is not an object"));
+        });
         return;
     }
     const JSONNode* const id = FindMember(node, member::kId);
     const JSONNode* const key = FirstKey(node);
+    const NodeText idText = id == nullptr ? NodeText() : NodeValue(*id);
+    const std::string_view idRead = UpToNul(idText);
+    const int identifier = id == nullptr || key != nullptr ? 0 : IdentifierOf(idRead);
     if (HasNullKey(node)) {
-        tell(Reason::kNullKey, Describe(node), "the key of " + Describe(node) + " is null, and is left out");
+        Tell(Reason::kNullKey, place, identifier, [&] {
+            return std::pair(Describe(node), "the key of " + Describe(node) + " is null, and is left out");
+        });
     }
     if (id != nullptr && key == nullptr) {
-        tell(Reason::kNoKey, Describe(node), Describe(node) + " has no \"dbkey\", so no key is set");
+        Tell(Reason::kNoKey, place, identifier, [&] {
+            return std::pair(Describe(node), Describe(node) + " has no \"dbkey\", so no key is set");
+        });
     } else if (id == nullptr && key != nullptr) {
-        const std::string shown = Excerpt(Utf8OfValue(*key));
-        tell(Reason::kNoIdentifier, shown, "the key " + shown + " is not set, because there is no \"id\"");
+        Tell(Reason::kNoIdentifier, place, 0, [&] {
+            const std::string shown = Excerpt(Utf8OfValue(*key));
+            return std::pair(shown, "the key " + shown + " is not set, because there is no \"id\"");
+        });
     } else if (id != nullptr) {
-        const NodeText idText = NodeValue(*id);
         const NodeText keyText = NodeValue(*key);
-        const ResponseKey* const first = FirstKeyOf(UpToNul(idText));
-        if (first != nullptr && first->Key() != UpToNul(keyText)) {
-            const std::string subject = Describe(node) + " with the key " + Excerpt(Utf8OfValue(*key));
-            tell(Reason::kLaterKey, subject,
-                 subject + " is left out, because an earlier node with the identifier has another key");
+        TellOfKey(node, place, idRead, UpToNul(keyText));
+    }
+    TellOfSections(node, place);
+}
+
+void AnswerApplication::TellOfKey(const JSONNode& node, const AnswerPlace& place, std::string_view id,
+                                  std::string_view key) {
+    const ResponseKey sought{NodeText(id), NodeText(), 0};
+    const auto first = std::lower_bound(keys_.begin(), keys_.end(), sought);
+    if (first == keys_.end() || first->Id() != id) {
+        return;
+    }
+    Outcome& outcome = outcomes_[static_cast<std::size_t>(first - keys_.begin())];
+    const int identifier = outcome.target == nullptr ? 0 : outcome.target->getID();
+    if (std::exchange(outcome.isTold, true) ? first->Key() != key : outcome.isOverridden) {
+        Tell(Reason::kLaterKey, place, identifier, [&] {
+            const std::string subject = Describe(node) + " with the key " + Excerpt(Utf8OfAnsi(key));
+            return std::pair(subject,
+                             subject + " is left out, because " +
+                                 (first->Key() != key ? "an earlier node with the identifier"
+                                                      : "a node with another text for the identifier") +
+                                 " has another key");
+        });
+    } else if (outcome.target == nullptr) {
+        Tell(Reason::kNoSuchObject, place, 0, [&] {
+            const std::string subject = Excerpt(Utf8OfAnsi(id)) + " with the key " + Excerpt(Utf8OfAnsi(key));
+            return std::pair(subject, "no object has the identifier " + subject);
+        });
+    } else if (outcome.isDone) {
+        TellOfChange(place, id, outcome, key);
+        outcome.isDone = false;
+    }
+}
+
+void AnswerApplication::TellOfChange(const AnswerPlace& place, std::string_view id, const Outcome& outcome,
+                                     std::string_view key) {
+    CAEObject& object = *outcome.target;
+    const std::string number = std::to_string(ReadIdentifier(id));
+    const std::string shown = Excerpt(Utf8OfAnsi(id));
+    if (id != number) {
+        Tell(Reason::kNoNumber, place, object.getID(), [&] {
+            return std::pair(shown + " as " + number,
+                             "the identifier " + shown + " is not a number, and is read as " + number);
+        });
+    }
+    const OuString newKey = TextFromAnsi(key);
+    if (AreEqual(outcome.oldKey, newKey)) {
+        ++report_.keysKept;
+        return;
+    }
+    ++report_.keysSet;
+    if (key.empty()) {
+        Tell(Reason::kKeyRemoved, place, object.getID(),
+             [&] { return std::pair(shown, "the key of the object " + shown + " is removed"); });
+    }
+    Tell(Reason::kChanged, place, object.getID(), [&] {
+        const std::string subject = "the key of " + Describe(object);
+        return std::pair(subject, subject + ": " + Excerpt(Utf8Of(outcome.oldKey)) + " becomes " +
+                                      Excerpt(Utf8Of(newKey)));
+    });
+}
+
+void AnswerApplication::TellOfSections(const JSONNode& node, const AnswerPlace& place) {
+    for (const format::MemberName section : {member::kChildren, member::kFiles}) {
+        const auto count = std::count_if(node.begin(), node.end(),
+                                         [&](const JSONNode& value) { return section == NodeName(value); });
+        if (count > 1) {
+            Tell(Reason::kRepeatedMember, place, 0, [&] {
+                const std::string subject = Excerpt(section.View()) + " of " + Describe(node);
+                return std::pair(subject, subject + " occurs again; the first one counts");
+            });
         }
     }
 }
@@ -184,33 +281,16 @@ void AnswerApplication::TellOfNode(const JSONNode& node, const AnswerPlace& plac
 // What is set
 
 void AnswerApplication::FindTargets() {
+    outcomes_.resize(keys_.size());
     CAEProject* const project = object_.getProject();
-    std::unordered_map<const CAEObject*, std::size_t> known;
-    for (const ResponseKey& key : keys_) {
-        const int id = ReadIdentifier(key.Id());
-        CAEObject* const target = project == nullptr ? nullptr : project->getCAEObject(id);
-        const std::string shown = Excerpt(Utf8OfAnsi(key.Id()));
-        if (target == nullptr) {
-            const std::string subject = shown + " with the key " + Excerpt(Utf8OfAnsi(key.Key()));
-            builder_.Add(Reason::kNoSuchObject, {}, 0, subject, "no object has the identifier " + subject);
-            continue;
-        }
-        if (key.Id() != std::to_string(id)) {
-            builder_.Add(
-                Reason::kNoNumber, {}, id, shown + " as " + std::to_string(id),
-                "the identifier " + shown + " is not a number, and is read as " + std::to_string(id));
-        }
-        if (known.emplace(target, targets_.size()).second && key.Key().empty()) {
-            builder_.Add(Reason::kKeyRemoved, {}, id, shown,
-                         "the key of the object " + shown + " is removed");
-        }
-        targets_.push_back({&key, target});
+    for (std::size_t index = 0; project != nullptr && index < keys_.size(); ++index) {
+        outcomes_[index].target = project->getCAEObject(ReadIdentifier(keys_[index].Id()));
     }
 }
 
 bool AnswerApplication::GoesOn(std::size_t done) {
     return !options_.progress || done % kStepsBetweenCalls != 0 ||
-           options_.progress({.objects = done, .total = targets_.size()});
+           options_.progress({.objects = done, .total = keys_.size()});
 }
 
 void AnswerApplication::Apply() {
@@ -219,43 +299,30 @@ void AnswerApplication::Apply() {
     if (!options_.dryRun) {
         TakeDisplayName(answer_, object_);
     }
-    struct Change {
-        OuString oldKey;
-        const ResponseKey* newKey;
-    };
-    std::unordered_map<CAEObject*, Change> changes;
-    std::vector<CAEObject*> order;
-    for (std::size_t index = 0; index < targets_.size(); ++index) {
-        const Target& target = targets_[index];
+    // Of several texts for one identifier, 7 and 007, the last one counts.
+    std::unordered_map<const CAEObject*, Outcome*> counting;
+    for (std::size_t index = 0; index < keys_.size(); ++index) {
         if (!GoesOn(index)) {
             report_.isStopped = true;
-            break;
+            return;
         }
-        const auto [change, isFirst] =
-            changes.try_emplace(target.object, Change{target.object->getDBKey(), target.key});
-        change->second.newKey = target.key;
+        Outcome& outcome = outcomes_[index];
+        if (outcome.target == nullptr) {
+            continue;
+        }
+        const auto [found, isFirst] = counting.try_emplace(outcome.target, &outcome);
         if (isFirst) {
-            order.push_back(target.object);
+            outcome.oldKey = outcome.target->getDBKey();
+        } else {
+            Outcome& before = *std::exchange(found->second, &outcome);
+            outcome.oldKey = before.oldKey;
+            before.isDone = false;
+            before.isOverridden = true;
         }
+        outcome.isDone = true;
         if (!options_.dryRun) {
-            SetKey(*target.object, *target.key);
+            SetKey(*outcome.target, keys_[index]);
         }
-    }
-    for (CAEObject* const object : order) {
-        const Change& change = changes.find(object)->second;
-        const OuString key = TextFromAnsi(change.newKey->Key());
-        if (AreEqual(change.oldKey, key)) {
-            ++report_.keysKept;
-            continue;
-        }
-        ++report_.keysSet;
-        if (!builder_.IsListing()) {
-            builder_.CountUnlisted(Reason::kChanged);
-            continue;
-        }
-        const std::string subject = "the key of " + Describe(*object);
-        builder_.Add(Reason::kChanged, {}, object->getID(), subject,
-                     subject + ": " + Excerpt(Utf8Of(change.oldKey)) + " becomes " + Excerpt(Utf8Of(key)));
     }
 }
 

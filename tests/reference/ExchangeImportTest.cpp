@@ -1,5 +1,6 @@
 #include <EmbeddedRecording.h>
 #include <gtest/gtest.h>
+#include <korvaneexchange/ApplyAnswer.h>
 #include <korvaneexchange/ImportDocument.h>
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
@@ -20,6 +21,8 @@
 
 namespace {
 
+using korvane::exchange::AnswerReport;
+using korvane::exchange::ApplyAnswer;
 using korvane::exchange::ImportDocument;
 using korvane::exchange::ImportOptions;
 using korvane::exchange::ImportReport;
@@ -199,6 +202,37 @@ TEST(ExchangeImport, UpdateWithTheOwnDocumentChangesNothing) {
                   EXPECT_EQ(Lines(RecordedChanges()), "") << document.write_formatted();
                   EXPECT_EQ(ListedChanges(report), "") << Whole(report) << document.write_formatted();
                   return report.hasRoot;
+              }),
+              kLeastRounds);
+}
+
+TEST(ExchangeAnswer, SetsWhatTheLibrarySets) {
+    EXPECT_GE(RunForSeconds([](std::uint64_t seed) {
+                  Subject dry(seed);
+                  Subject first(seed);
+                  Subject second(seed);
+                  const JSONNode answer = RandomAnswer(first.Source());
+                  const std::string before = ShowNode(answer);
+                  const std::string untouched = Lines(StateOf(dry.Model()));
+                  const AnswerReport said = ApplyAnswer(answer, dry.Object(), {.dryRun = true});
+                  EXPECT_EQ(Lines(StateOf(dry.Model())), untouched);
+                  korvane::StartRecording();
+                  const AnswerReport done = ApplyAnswer(answer, first.Object());
+                  const std::vector<std::string> changes = RecordedChanges();
+                  EXPECT_EQ(ShowNode(answer), before);
+                  EXPECT_EQ(Whole(said), Whole(done)) << answer.write_formatted();
+                  EXPECT_EQ(said.keysSet, done.keysSet);
+                  EXPECT_EQ(said.keysKept, done.keysKept);
+                  EXPECT_EQ(done.keysSet, done.Count(Reason::kChanged));
+                  if (!done.hasFitted || done.Count(Reason::kNullKey) != 0) {
+                      EXPECT_TRUE(done.hasFitted || changes.empty()) << Lines(changes);
+                      return false;
+                  }
+                  korvane::StartRecording();
+                  caerest::json::ApplyJsonResponseOnObject(answer, &second.Object());
+                  EXPECT_EQ(Lines(changes), Lines(RecordedChanges())) << answer.write_formatted();
+                  EXPECT_EQ(Lines(StateOf(first.Model())), Lines(StateOf(second.Model())));
+                  return true;
               }),
               kLeastRounds);
 }
