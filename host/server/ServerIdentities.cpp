@@ -47,7 +47,6 @@ private:
     StoreReport& report_;
     Statement byKey_;
     Statement ownedBy_;
-    Statement retype_;
     std::int64_t project_ = 0;
     std::unordered_set<std::int64_t> taken_;
     /// The first nodes of the files that have keys, and the other nodes of the files that have several.
@@ -62,8 +61,7 @@ Identification::Identification(Database& database, std::vector<StoredNode>& node
       sum_(sum),
       report_(report),
       byKey_(database, "SELECT number, key, type FROM object WHERE key = ?"),
-      ownedBy_(database, StoredSiblings::kOwnedBy),
-      retype_(database, "UPDATE object SET type = ? WHERE number = ?") {}
+      ownedBy_(database, StoredSiblings::kOwnedBy) {}
 
 void Identification::Run(const StoreRequest& request) {
     // Keys first: an object with a key must not go to a node that only has the same path.
@@ -78,10 +76,6 @@ void Identification::Take(StoredNode& stored, const KnownObject& known) {
     taken_.insert(known.object);
     stored.object = known.object;
     stored.key = known.key;
-    if (stored.type != known.type) {
-        // Another type of project, which is the same kind.
-        retype_.Run(stored.type, known.object);
-    }
 }
 
 void Identification::TakeByKeys() {

@@ -23,11 +23,12 @@ CREATE TABLE project (
     name TEXT NOT NULL UNIQUE
 );
 )";
-// An object is what a key stands for. A node is an object at one place of a document; a file can have
-// several. Its members are JSON, with empty "children" and "files"; "shown" is what a view item shows. Nodes
-// without "above" are not part of another node. The path of a node is the object that owns it, the kind of
-// its own object, its name, the type of a file, and the ordinal among equal siblings when it was stored. A
-// node that was detached keeps its owner, and the root of a document has none.
+// An object is what a key stands for; its type is the one with which it was stored first. A node is an object
+// at one place of a document; a file can have several. Its members are JSON, with empty "children" and
+// "files"; "shown" is what a view item shows. Nodes without "above" are not part of another node. The path of
+// a node is the object that owns it, the kind of its own object, its name, the type of a file, and the
+// ordinal among equal siblings when it was stored. A node that was detached keeps its owner, and the root of
+// a document has none.
 constexpr const char* kTablesWithPaths = R"(
 CREATE TABLE object (
     number INTEGER PRIMARY KEY,

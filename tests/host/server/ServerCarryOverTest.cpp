@@ -173,6 +173,28 @@ TEST_F(ServerCarryOver, ARefusalOrADryRunLeavesTheOlderDatabase) {
     EXPECT_TRUE(ReadWholeFile(File()) == bytes);
 }
 
+TEST_F(ServerCarryOver, AnInterruptionLeavesTheOlderDatabase) {
+    const std::string bytes = ReadWholeFile(File());
+    // Progress is told when the database is checked, and between the nodes that are stored.
+    for (const int last : {1, 2, 5}) {
+        int calls = 0;
+        Console console([](std::string_view) {}, true,
+                        [&] {
+                            if (++calls > last) {
+                                throw DatabaseError("cannot be written: the disk is full");
+                            }
+                            return Console::Clock::time_point();
+                        });
+        EXPECT_EQ(ErrorOf([&] {
+                      Server::OpenForStoring(File(), false)
+                          .Store(Parse(Document().dump()), {"P", true}, report, console);
+                  }),
+                  "cannot be written: the disk is full");
+        EXPECT_TRUE(ReadWholeFile(File()) == bytes) << last;
+    }
+    EXPECT_EQ(KeysIn(ordered_json::parse(Fetch("PRJ-1"))), keys);
+}
+
 TEST_F(ServerCarryOver, DamageIsRefused) {
     const auto errorOf = [&](const std::string& statement) {
         std::filesystem::remove(File());

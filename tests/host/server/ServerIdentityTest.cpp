@@ -241,7 +241,7 @@ TEST_F(ServerIdentity, WhatIsInAFileIsRecognisedInEachOfItsPlaces) {
         ordered_json file = With(FileOf("f", "CAD"), "id", "7");
         // Nodes in a file have no identifiers here, so they are different ones in each place.
         file["files"] = {FileOf(name, "Mesh"), FileOf(name, "Mesh")};
-        file["children"] = {Part(name)};
+        file["children"] = ordered_json::array({Part(name)});
         return file;
     };
     const ordered_json document = Project({Part("A", {at("x")}), Part("B", {at("x")})});
