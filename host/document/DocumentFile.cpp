@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <system_error>
+#include <type_traits>
 
 #include "format/MemberNames.h"
 #include "host/system/InputFile.h"
@@ -10,6 +11,18 @@
 #include "objectjson/NodeReading.h"
 
 namespace host {
+namespace {
+
+JSONNode ParseText(const std::string& text) {
+    // Some builds of libjson have texts of another type.
+    if constexpr (std::is_same_v<json_string, std::string>) {
+        return libjson::parse(text);
+    } else {
+        return libjson::parse(json_string(text.data(), text.size()));
+    }
+}
+
+}  // namespace
 
 std::string InputName(const std::string& file) {
     return file == kStandardStream ? "the standard input" : Quoted(file);
@@ -26,7 +39,7 @@ std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
         return std::nullopt;
     }
     try {
-        return libjson::parse(json_string(text.data(), text.size()));
+        return ParseText(text);
     } catch (const std::invalid_argument& fault) {
         console.Say("cannot read " + InputName(file) + ": " + fault.what() + ". Nothing was changed");
         return std::nullopt;

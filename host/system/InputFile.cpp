@@ -78,8 +78,13 @@ std::error_code ReadInputFile(const std::filesystem::path& file, std::string& te
     if (std::filesystem::is_directory(status)) {
         return std::make_error_code(std::errc::is_a_directory);
     }
-    if (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, error) > limits.most) {
-        return error ? error : MakeError(InputFault::TooLong);
+    if (std::filesystem::is_regular_file(status)) {
+        const std::uintmax_t size = std::filesystem::file_size(file, error);
+        if (error || size > limits.most) {
+            return error ? error : MakeError(InputFault::TooLong);
+        }
+        // Otherwise the text would be copied each time that it becomes too large for its memory.
+        text.reserve(text.size() + static_cast<std::size_t>(size));
     }
     errno = 0;
     std::ifstream stream(file, std::ios::binary);
