@@ -1,6 +1,7 @@
 #include <korvaneexchange/ParseDocument.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <fstream>
 #include <system_error>
 #include <vector>
@@ -37,6 +38,11 @@ json_string TextOf(const std::filesystem::path& file) {
     constexpr std::size_t kPiece = std::size_t{64} * 1024;
     std::vector<char> piece(kPiece);
     json_string text;
+    std::error_code unknown;
+    if (const std::uintmax_t size = std::filesystem::file_size(file, unknown);
+        !unknown && size < text.max_size()) {
+        text.reserve(static_cast<std::size_t>(size));
+    }
     errno = 0;
     std::ifstream stream(file, std::ios::binary);
     const bool isOpen = stream.is_open();

@@ -25,6 +25,7 @@ enum class Layout { kCompact, kIndented };
 struct WriteOptions {
     ExportMode mode = ExportMode::kEverything;
     Layout layout = Layout::kCompact;
+    /// Asked before the first object, and then every few hundred objects and files.
     ProgressCallback progress = {};
 };
 
