@@ -27,14 +27,6 @@ bool IsNameOfReading(const OuString& name, const std::string& fileName) {
     return text == fileName || text == fileName.substr(0, fileName.rfind('.'));
 }
 
-bool IsAbove(const CAEObject& upper, const CAEObject& lower) {
-    const CAEObject* object = &lower;
-    while (object != nullptr && object != &upper) {
-        object = object->getParent();
-    }
-    return object != nullptr;
-}
-
 class Updater {
 public:
     Updater(CAEProject& project, CAEProject& reading)
@@ -125,10 +117,10 @@ CAEObject& Updater::AddObject(CAEObject& parent, const CAEObject& read) {
 }
 
 void Updater::MoveBelow(CAEObject& parent, CAEObject& object) {
-    // An import may have put objects below others in a way that no directory has.
-    if (object.getParent() == &parent || IsAbove(object, parent)) {
+    if (object.getParent() == &parent) {
         return;
     }
+    // Everything above the parent has its place already, so the parent is not below the object.
     CAEObject* moving = &object;
     object.getParent()->detachChild(moving, false);
     parent.addChild(&object);
@@ -188,12 +180,8 @@ bool Updater::UpdateFiles(CAEObject& object, const CAEObject& read, const FileUp
 bool Updater::UpdateOrder(CAEObject& object, const CAEObject& read, const FileUpdate& files) {
     std::vector<CAEObject*> wanted;
     for (const CAEObject* const child : ChildrenOf(read)) {
-        CAEObject* const own = child->getType() == CAE_FILE
-                                   ? project_.getFile(files.IdentifierOf(child->getID()))
-                                   : objectOf_.at(child);
-        if (own->getParent() == &object) {
-            wanted.push_back(own);
-        }
+        wanted.push_back(child->getType() == CAE_FILE ? project_.getFile(files.IdentifierOf(child->getID()))
+                                                      : objectOf_.at(child));
     }
     const std::vector<CAEObject*> present = ChildrenOf(object);
     const std::vector<CAEObject*> merged = MergedOrder(present, wanted);

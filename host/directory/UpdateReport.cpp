@@ -41,10 +41,10 @@ std::string DescribeObject(const CAEObject& object) {
     std::vector<std::string> names;
     const CAEObject* next = &object;
     if (next->getParent() == nullptr) {
-        names.push_back(NameOf(*next).GetAnsiBuffer());
+        names.emplace_back(NameOf(*next).GetAnsiBuffer());
     }
     for (; next->getParent() != nullptr && names.size() < kMostNames; next = next->getParent()) {
-        names.push_back(NameOf(*next).GetAnsiBuffer());
+        names.emplace_back(NameOf(*next).GetAnsiBuffer());
     }
     std::string path = next->getParent() != nullptr ? "..." : "";
     for (; !names.empty(); names.pop_back()) {

@@ -66,8 +66,11 @@ class ProjectUpdateTest : public testing::Test {
 protected:
     void SetUp() override { folder.MakeDirectory("root"); }
 
+    /// Writes a file that is an hour old, so that its date is not that of anything made by the test.
     void Write(std::string_view name, std::string_view content = "x") {
-        folder.Write("root/" + std::string(name), content);
+        const std::filesystem::path file = folder.Write("root/" + std::string(name), content);
+        std::filesystem::last_write_time(file,
+                                         std::filesystem::last_write_time(file) - std::chrono::hours(1));
     }
     void Remove(std::string_view name) {
         std::filesystem::remove_all(folder / ("root/" + std::string(name)));
@@ -491,6 +494,60 @@ TEST_F(ProjectUpdateTest, WhatDidNotComeFromTheDirectoryIsNeverMissing) {
     EXPECT_EQ(folderOfUser.getParent(), &*project);
 }
 
+TEST_F(ProjectUpdateTest, OfTwoWithTheSameNameTheOneOfTheDirectoryIsMeant) {
+    Write("x/y/job.inp", kAbaqusDeck);
+    Make();
+    korvane::CreateObject(*project, CAE_ASSEMBLY_FOLDER, L"x");
+    Update(true);
+    EXPECT_FALSE(result.report.isChanged);
+    EXPECT_EQ(Find("Model /root/x/y").getParent(), project->getCAEObject(2));
+}
+
+TEST_F(ProjectUpdateTest, AnObjectOfTheSameKindAndPathBecomesThatOfTheDirectory) {
+    Make();
+    CAEObject& study = *korvane::CreateObject(*project, CAE_MODEL, L"x");
+    study.setDBKey(L"PLANNED");
+    Write("x/job.inp", kAbaqusDeck);
+    Update();
+    EXPECT_EQ(result.report.added.objects, 3U);
+    EXPECT_EQ(ChildrenOf(*project).size(), 1U);
+    EXPECT_EQ(ChildrenOf(*project).front()->getDBKey(), OuString(L"PLANNED"));
+}
+
+TEST_F(ProjectUpdateTest, ObjectsThatStandTheOtherWayRoundGetTheirPlaces) {
+    Write("x/job.inp", kAbaqusDeck);
+    Write("x/y/job.inp", kAbaqusDeck);
+    Make();
+    // The study y holds the study x, as no directory can.
+    CAEObject& x = Find("Model /root/x");
+    CAEObject& y = Find("Model /root/x/y");
+    CAEObject* moving = &y;
+    x.detachChild(moving, false);
+    project->addChild(&y);
+    moving = &x;
+    project->detachChild(moving, false);
+    y.addChild(&x);
+    Update(true);
+    EXPECT_EQ(PlacesOf(*project), before);
+    EXPECT_EQ(result.report.changed.objects, 2U);
+    ExpectNothingChanges();
+}
+
+TEST_F(ProjectUpdateTest, LetterCaseCountsWhereFilesAreToldApartByIt) {
+    WriteStudies();
+    Make();
+    Rename("a", "b");
+    Rename("b", "A");
+    Update();
+#if defined(_WIN32)
+    EXPECT_EQ(result.report.added.objects + result.report.missing.objects, 0U);
+    EXPECT_EQ(result.report.added.files + result.report.missing.files, 0U);
+#else
+    EXPECT_EQ(result.report.added.objects, result.report.missing.objects);
+    EXPECT_EQ(result.report.added.files, 5U);
+#endif
+}
+
 TEST_F(ProjectUpdateTest, WhatAViewItemOrAnotherObjectHasIsNotRemoved) {
     WriteStudies();
     Make();
@@ -580,6 +637,19 @@ TEST_F(ProjectUpdateTest, WhatCannotBeReadNowIsNotMissing) {
     ::chmod((folder / "root/c/job.inp").c_str(), 0600);
     EXPECT_EQ(TreeOf(*project), tree);
     ExpectNothingChanges();
+}
+
+TEST_F(ProjectUpdateTest, ADescriptionThatCannotBeReadNowStays) {
+    WriteStudies();
+    Write("a/notes.txt", "Other words\n");
+    Make();
+    Remove("a/README.md");
+    std::filesystem::create_symlink("gone", folder / "root/a/README.md");
+    Update(true);
+    EXPECT_FALSE(result.report.isChanged);
+    OuString value;
+    Find("Model /root/a").getMetadataValue(L"Description", value);
+    EXPECT_EQ(value, OuString(L"First"));
 }
 
 TEST_F(ProjectUpdateTest, ALinkThatLeadsNowhereIsNotMissingAndNorIsWhatWasBelow) {
