@@ -1,5 +1,7 @@
 #include "ReportText.h"
 
+#include <array>
+
 #include "host/system/Notes.h"
 #include "host/system/Text.h"
 
@@ -77,7 +79,9 @@ const std::string& ShownOf(const Entry& entry) {
 template <typename IsSaid>
 void SayEntries(const Report& report, const std::string& what, Console& console, const IsSaid& isSaid) {
     Notes notes;
+    std::array<std::size_t, kReasonCount> unlisted = report.counts;
     for (const Entry& entry : report.entries) {
+        --unlisted[static_cast<std::size_t>(entry.reason)];
         const Heading* const heading = FindHeading(entry.reason);
         if (heading == nullptr || !isSaid(*heading)) {
             continue;
@@ -89,9 +93,12 @@ void SayEntries(const Report& report, const std::string& what, Console& console,
         }
     }
     notes.Say(what, console);
-    if (report.unlisted != 0) {
-        console.Say(what + ": " + FormatCount(report.unlisted, "more thing", "more things") +
-                    " of these kinds, too many to list");
+    std::size_t more = 0;
+    for (const Heading& heading : kHeadings) {
+        more += isSaid(heading) ? unlisted[static_cast<std::size_t>(heading.reason)] : 0;
+    }
+    if (report.unlisted != 0 && more != 0) {
+        console.Say(what + ": " + FormatCount(more, "more thing", "more things") + ", too many to list");
     }
 }
 

@@ -171,10 +171,10 @@ TEST_F(ApplyAnswerTest, WrongKindAndRepeatedMember) {
     EXPECT_EQ(
         Whole(report),
         "/0 changed #2 the key of 'frame' (id 2): the key of 'frame' (id 2): '' becomes 'K'\n"
-        "/1 wrong-kind #0 an element that is not an object: an element of the answer is ignored, because "
+        "/1 not-an-object #0 an element that is not an object: an element of the answer is ignored, because "
         "it is not an object\n"
         "/2 repeated-member #0 'children' of '': 'children' of '' occurs again; the first one counts\n"
-        "/2/children/0 wrong-kind #0 an element that is not an object: an element of the answer is "
+        "/2/children/0 not-an-object #0 an element that is not an object: an element of the answer is "
         "ignored, because it is not an object\n");
 }
 

@@ -191,7 +191,7 @@ TEST_F(ImportDocumentTest, ReadAsEmptyAsNullAndCut) {
               "/createdDate cut-at-nul #1 'createdDate' of '': 'createdDate' of '' is cut at its NUL "
               "character\n");
     EXPECT_EQ(SaidOfProject(R"("files":[7])"),
-              "/files/0 read-as-empty #0 an element that is not an object: an element that is not an object "
+              "/files/0 nameless-file #0 an element that is not an object: an element that is not an object "
               "stands for a file: a file without a name is made\n");
 }
 

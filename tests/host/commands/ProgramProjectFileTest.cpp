@@ -165,7 +165,7 @@ TEST_F(ProgramProjectFile, StrictAllowsNothingToBeSkipped) {
     folder.Write("answer.json", R"([{"id":"2","dbkey":"K"},{"id":"99","dbkey":"L"}])");
     ExpectRefused(
         {"apply", "--strict", "answer.json", "p.kvp"},
-        "1 value of 'answer.json' cannot be used, which --strict does not allow, the first at '': no object "
+        "1 value of 'answer.json' cannot be used, which --strict does not allow, the first at '/1': no object "
         "has the identifier '99' with the key 'L'. Nothing was changed; without --strict the rest is taken");
     Do({"apply", "answer.json", "p.kvp"});
     ExpectRefused({"import", "--remove", "a.json", "p.kvp"},
