@@ -12,7 +12,7 @@
 namespace korvane::exchange {
 
 /// What an entry of a report says. The names (NameOf) and their meaning stay from version to version; new
-/// ones may be added.
+/// ones may be added. docs/reports.md has a table of them.
 enum class Reason {
     // Left out: this has no effect.
 
@@ -32,7 +32,7 @@ enum class Reason {
     kNoType,
     /// An element whose "type" is not known.
     kUnknownType,
-    /// An element for which the object model made no object.
+    /// An element for which the object model made no object, or a document for an object without a project.
     kRefused,
     /// "children" or "files" in a file record.
     kBelowFileRecord,
@@ -43,7 +43,8 @@ enum class Reason {
     kNoRole,
     /// A key that is null.
     kNullKey,
-    /// A key that occurs twice, or belongs to an object of another kind or place.
+    /// A key that occurs twice, or belongs to an object of another kind or place; a second record of a file
+    /// that says something else.
     kConflict,
     /// A value that the object model takes but does not show, so that it is set on new objects only.
     kNotComparable,
@@ -52,7 +53,7 @@ enum class Reason {
     /// A node of an answer without "id" or without "dbkey".
     kNoIdentifier,
     kNoKey,
-    /// A node of an answer whose identifier got another key from an earlier node.
+    /// A node of an answer whose object gets another key from another node.
     kLaterKey,
 
     // Taken, and not as it stands.
@@ -66,8 +67,7 @@ enum class Reason {
     /// A text that ends at its NUL character.
     kCutAtNul,
     /// A metadata entry that replaced an earlier one of the document, because their names are the same but
-    /// for letter
-    /// case.
+    /// for letter case.
     kMerged,
     /// A metadata record without "value" or "metaDataType".
     kIncomplete,
@@ -77,7 +77,7 @@ enum class Reason {
     kNoMasterAssembly,
     /// An identifier that is no number, read as the number that it begins with.
     kNoNumber,
-    /// An empty key, which removes the object's key.
+    /// An empty key of an answer, which removes the object's key.
     kKeyRemoved,
 
     // Done, or to be done, or found by a comparison.

@@ -3,6 +3,7 @@
 
 #include "ImportSupport.h"
 #include "MemberCount.h"
+#include "MemberDocuments.h"
 
 // Every value of a document has an effect or an entry: documents with every member of the format and some
 // others, in every kind of value, in every place.
@@ -11,55 +12,6 @@ namespace {
 
 using korvane::exchange::Match;
 using korvane::exchange::Reason;
-
-const std::string kValues[] = {
-    R"("Binary")",
-    R"("")",
-    R"("CAETAG")",
-    R"("a\u0000b")",
-    "12",
-    "true",
-    "null",
-    "[]",
-    R"(["x",{"type":"CAETAG","name":"t","more":[1]},{"name":"n"},[{"type":"CAETAG"}],null])",
-    "{}",
-    R"({"a":{"value":"1","metaDataType":"x","more":3},"type":{"type":"CAEPART","name":"deep"},"A":[1]})",
-};
-
-std::vector<std::string> Names() {
-    std::vector<std::string> names = {"value", "metaDataType", "ID",       "Name",
-                                      "",      "a/b~c",        "\xC3\xBC", "unknown"};
-    for (const format::MemberEffect& known : format::kMemberEffects) {
-        names.emplace_back(known.name.View());
-    }
-    return names;
-}
-
-/// A place for members: what stands before and behind them in a document.
-struct Surroundings {
-    const char* before;
-    const char* behind;
-};
-
-const Surroundings kPlaces[] = {
-    {R"({)", R"("type":"SIMULATION"})"},
-    {R"({"type":"SIMULATION",)", R"("name":"last"})"},
-    {R"({"type":"SIMULATION","children":[{)", R"("type":"CAEPART","name":"last"}]})"},
-    {R"({"type":"SIMULATION","children":[{"type":"CAEVIEWITEM",)", R"("name":"last"}]})"},
-    {R"({"type":"SIMULATION","children":{"named":{"type":"CAEPROJECT",)", R"("name":"last"}}})"},
-    {R"({"type":"SIMULATION","children":[{"type":"CAEFILE",)", R"("name":"last"}]})"},
-    {R"({"type":"SIMULATION","files":[{)", R"("name":"last"}]})"},
-    {R"({"type":"SIMULATION","children":[{"type":"CAEMODEL","files":{"a~b":{)", R"("fileType":"Mesh"}}}]})"},
-    {R"({"type":"SIMULATION","metaData":{"Mass":{)", R"("value":"3","metaDataType":"kg"}}})"},
-    {R"({"type":"SIMULATION","metaData":[{)", R"("value":"3"}]})"},
-    {R"({"type":"SIMULATION","files":[{"name":"f","metaData":{"Mass":{)", R"("value":"3"}}}]})"},
-    {R"({"type":"SIMULATION","metaData":{)", R"("last":{"value":"3","metaDataType":"kg"}}})"},
-    {R"({"name":"no type",)", R"("children":[]})"},
-};
-
-std::string MemberText(const std::string& name, const std::string& value) {
-    return "\"" + name + "\":" + value + ",";
-}
 
 class MemberAccountTest : public ExchangeImportTest {
 protected:
@@ -93,9 +45,9 @@ protected:
 }  // namespace
 
 TEST_F(MemberAccountTest, EveryMemberInEveryKindOfValueInEveryPlace) {
-    for (const Surroundings& place : kPlaces) {
-        for (const std::string& name : Names()) {
-            for (const std::string& value : kValues) {
+    for (const Surroundings& place : kMemberPlaces) {
+        for (const std::string& name : MemberNames()) {
+            for (const std::string& value : kMemberValues) {
                 const std::string member = MemberText(name, value);
                 ExpectAccount(place.before + member + place.behind);
                 ASSERT_FALSE(HasFailure());
@@ -105,9 +57,9 @@ TEST_F(MemberAccountTest, EveryMemberInEveryKindOfValueInEveryPlace) {
 }
 
 TEST_F(MemberAccountTest, EveryMemberTwice) {
-    for (const Surroundings& place : kPlaces) {
-        for (const std::string& name : Names()) {
-            for (const std::string& value : kValues) {
+    for (const Surroundings& place : kMemberPlaces) {
+        for (const std::string& name : MemberNames()) {
+            for (const std::string& value : kMemberValues) {
                 const std::string member = MemberText(name, value);
                 ExpectAccount(place.before + member + member + place.behind);
                 ASSERT_FALSE(HasFailure());
@@ -117,12 +69,12 @@ TEST_F(MemberAccountTest, EveryMemberTwice) {
 }
 
 TEST_F(MemberAccountTest, AllMembersTogether) {
-    for (const Surroundings& place : kPlaces) {
-        for (std::size_t first = 0; first < std::size(kValues); ++first) {
+    for (const Surroundings& place : kMemberPlaces) {
+        for (std::size_t first = 0; first < std::size(kMemberValues); ++first) {
             std::string members;
             std::size_t next = first;
-            for (const std::string& name : Names()) {
-                members += MemberText(name, kValues[next++ % std::size(kValues)]);
+            for (const std::string& name : MemberNames()) {
+                members += MemberText(name, kMemberValues[next++ % std::size(kMemberValues)]);
             }
             ExpectAccount(place.before + members + place.behind);
             ExpectAccount(place.before + members + members + place.behind);
@@ -132,7 +84,7 @@ TEST_F(MemberAccountTest, AllMembersTogether) {
 }
 
 TEST_F(MemberAccountTest, RootsThatAreNoObjects) {
-    for (const std::string& value : kValues) {
+    for (const std::string& value : kMemberValues) {
         const std::string text = "[" + value + "]";
         ExpectAccount(text);
         const JSONNode document = libjson::parse(value.c_str());
