@@ -89,6 +89,7 @@ constexpr Table kTables[] = {
       "is_fe_representation", "is_custom"}},
     {"metadata", {"object", "position", "name", "value", "type", "unit"}},
     {"view_item", {"object", "shown"}},
+    {"place", {"object", "directory_from_here"}},
     {"numbering", {"next_id"}},
 };
 
@@ -158,7 +159,8 @@ void ReadAsRows(const std::uint8_t* data, std::size_t size) {
     const std::unique_ptr<CAEProject> example = MakeExample();
     host::Database database;
     host::CreateProjectTables(database);
-    host::WriteProjectTables(database, *example, Silent());
+    const std::filesystem::path file = FileName(".kvp");
+    host::WriteProjectTables(database, {*example, file}, Silent());
     for (int change = 0; change < 8 && bytes.remaining_bytes() > 0; ++change) {
         try {
             database.Run(Change(bytes).c_str());
@@ -167,7 +169,7 @@ void ReadAsRows(const std::uint8_t* data, std::size_t size) {
         }
     }
     try {
-        const std::unique_ptr<CAEProject> project = host::ReadProjectTables(database, Silent());
+        const std::unique_ptr<CAEProject> project = host::ReadProjectTables(database, file, Silent());
         ExpectWhole(*project);
     } catch (const host::DatabaseError& refusal) {
         Expect(refusal.what()[0] != '\0', "a refusal has a reason");

@@ -12,6 +12,7 @@
 #include "ProjectInput.h"
 #include "host/directory/DirectoryReader.h"
 #include "host/directory/ProjectUpdate.h"
+#include "host/directory/RelativePath.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
@@ -41,7 +42,7 @@ bool IsDirectory(const path& candidate) {
 bool HasMostOf(const KnownFiles& known, const path& directory) {
     const auto count = std::ranges::count_if(known, [&](const auto& file) {
         std::error_code error;
-        const bool isThere = std::filesystem::exists(directory / PathFromUtf8(file.second.path), error);
+        const bool isThere = std::filesystem::exists(directory / PathOfRelative(file.second.path), error);
         ThrowIfOutOfMemory(error);
         return isThere;
     });
@@ -114,7 +115,7 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
                      "Remove what came from the directory and is not there any more");
     command.add_flag("--moved", options->isMoved,
                      "DIR is the directory of the project now, although it was another one before.\n"
-                     "Needed only if most of its files are not in DIR, or the old one is still there");
+                     "Needed only if the old one is still there, or most of its files are not in DIR");
     command.add_flag("--strict", options->isStrict,
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
                      "that a document cannot carry.\n"

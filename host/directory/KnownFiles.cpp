@@ -66,7 +66,7 @@ private:
     }
 
     void AddFile(const KnownFile& known) {
-        const path name = PathFromUtf8(std::string(NameIn(known.path)));
+        const path name = PathOfRelative(NameIn(known.path));
         std::vector<ScannedFile>& files = tree_.directories[EnsureDirectory(DirectoryIn(known.path))].files;
         const auto place = std::ranges::lower_bound(files, name, IsBefore, &ScannedFile::name);
         if (place != files.end() && place->name == name) {
@@ -97,7 +97,7 @@ private:
     }
 
     std::size_t AddDirectory(std::size_t above, std::string_view relative) {
-        const path name = PathFromUtf8(std::string(NameIn(relative)));
+        const path name = PathOfRelative(NameIn(relative));
         const std::size_t index = tree_.directories.size();
         ScannedDirectory added;
         added.name = name;

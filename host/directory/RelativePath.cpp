@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "host/system/Text.h"
+
 namespace host {
 namespace {
 
@@ -36,6 +38,10 @@ std::string PathKey(std::string_view relative) {
     key = upper.GetAnsiBuffer();
 #endif
     return key;
+}
+
+std::filesystem::path PathOfRelative(std::string_view relative) {
+    return ToPath(OuString(std::string(relative).c_str(), 0));
 }
 
 std::string_view NameIn(std::string_view relative) {

@@ -2,6 +2,7 @@
 
 #include <OuString.h>
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,9 @@ std::optional<std::string> RelativePath(const OuString& path, const OuString& di
 /// A text that two relative paths, or two names, share if they mean the same file: on Windows letter case
 /// does not count.
 std::string PathKey(std::string_view relative);
+
+/// A relative path, or a name in one, as the file system has it.
+std::filesystem::path PathOfRelative(std::string_view relative);
 
 /// The last component of a relative path, and the path without it.
 std::string_view NameIn(std::string_view relative);

@@ -93,9 +93,13 @@ void ForEachFile(CAEProject& root, const Work& work) {
     });
 }
 
+path PathOfText(const std::string& text) {
+    return ToPath(OuString(text.c_str(), 0));
+}
+
 bool Exists(const std::string& file) {
     std::error_code error;
-    const bool isThere = std::filesystem::exists(PathFromUtf8(file), error);
+    const bool isThere = std::filesystem::exists(PathOfText(file), error);
     ThrowIfOutOfMemory(error);
     return isThere;
 }
@@ -135,8 +139,8 @@ std::string DirectoryFrom(const path& file, const OuString& directory) {
     }
     const auto [end, endOfFolder] = std::mismatch(whole.begin(), whole.end(), folder.begin(), folder.end());
     // The root has one component, or two with a drive.
-    const auto roots = std::distance(whole.root_path().begin(), whole.root_path().end());
-    if (std::distance(whole.begin(), end) <= roots) {
+    const path root = whole.root_path();
+    if (std::distance(whole.begin(), end) <= std::distance(root.begin(), root.end())) {
         return {};
     }
     std::string text = ToOuString(whole.lexically_relative(folder)).GetAnsiBuffer();
@@ -149,7 +153,7 @@ std::string DirectoryFrom(const path& file, const OuString& directory) {
 void MoveToPlaces(CAEProject& root, const std::vector<ProjectPlace>& places, const path& file) {
     const path folder = FolderOf(file);
     const auto placeNow = [&](const ProjectPlace& place) {
-        return WithoutSlash((folder / PathFromUtf8(place.directoryFromHere)).lexically_normal())
+        return WithoutSlash((folder / PathOfText(place.directoryFromHere)).lexically_normal())
             .make_preferred();
     };
     const auto ofRoot = std::ranges::find(places, &root, &ProjectPlace::project);

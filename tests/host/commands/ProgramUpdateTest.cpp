@@ -119,9 +119,10 @@ TEST_F(ProgramUpdate, RemovesOnRequestOnly) {
               "and 3 files removed, 0 objects and 0 files missing\n"
               "korvane-json: 'p.kvp': removed (2): 'beam' (Model #3); 'plan.csv' (File #2)\n");
     EXPECT_EQ(TreeOf("p.kvp"), TreeOf("root"));
-    // What was removed leaves no trace, and its identifier to nobody.
-    EXPECT_EQ(Read("p.kvp").find("beam.step"), std::string::npos);
-    Do({"new", "root", "q.kvp"});
+    // What was removed is in no table, and its identifier goes to nobody.
+    Do({"new", "p.kvp", "q.kvp"});
+    EXPECT_NE(Read("q.kvp").find("crate.inp"), std::string::npos);
+    EXPECT_EQ(Read("q.kvp").find("beam.step"), std::string::npos);
     folder.Write("root/new.csv", "1\n");
     EXPECT_NE(Do({"update", "root", "p.kvp"}).find("'new.csv' (File #15)"), std::string::npos);
 }

@@ -137,7 +137,8 @@ protected:
         return *found;
     }
     std::string FilePlace(std::string_view name) {
-        return std::string("file ") + ToOuString(folder / "root" / path(name)).GetAnsiBuffer();
+        return std::string("file ") +
+               ToOuString((folder / "root" / path(name)).make_preferred()).GetAnsiBuffer();
     }
     static std::filesystem::path path(std::string_view name) { return PathFromUtf8(std::string(name)); }
     void WriteStudies() {
@@ -597,7 +598,7 @@ TEST_F(ProjectUpdateTest, ADirectoryThatMovedIsTheSame) {
               "korvane-json: P: the directory of the project is now '" +
                   ToUtf8(folder / "moved") + "'\n");
     EXPECT_EQ(DirectoryOf(*project), ToOuString(folder / "moved"));
-    EXPECT_EQ(PathOf(*project->getFile(2)), ToOuString(folder / "moved/LICENSE"));
+    EXPECT_EQ(PathOf(*project->getFile(2)), ToOuString((folder / "moved/LICENSE").make_preferred()));
     EXPECT_EQ(NameOf(*project), OuString(L"root"));
     EXPECT_EQ(PlacesOf(*project).size(), before.size());
 }
