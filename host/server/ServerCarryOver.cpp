@@ -24,10 +24,6 @@ constexpr const char* kOlderNodes =
     " ORDER BY node.above, node.section, node.position";
 constexpr const char* kDropOlder = "DROP TABLE older_node; DROP TABLE older_object";
 
-std::optional<std::int64_t> OptionalNumber(const Statement& row, int column) {
-    return row.IsNull(column) ? std::nullopt : std::optional(row.Number(column));
-}
-
 void CopyNodes(Database& database) {
     Statement older(database, kOlderNodes);
     Statement insert(database, "INSERT INTO node VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");

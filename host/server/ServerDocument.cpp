@@ -1,7 +1,8 @@
 #include "ServerDocument.h"
 
-#include <algorithm>
 #include <stdexcept>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "format/Kinds.h"
@@ -106,7 +107,7 @@ std::string KeptMembers(const StoredNode& stored, bool isRoot) {
 
 JSONNode ParseKeptMembers(const std::string& keptMembers) {
     try {
-        const JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
+        JSONNode kept = libjson::parse(json_string(keptMembers.data(), keptMembers.size()));
         if (kept.type() == JSON_NODE) {
             return kept;
         }
@@ -117,12 +118,13 @@ JSONNode ParseKeptMembers(const std::string& keptMembers) {
 }
 
 void AddMissingMembers(JSONNode& node, const std::string& keptMembers) {
+    std::unordered_set<std::string> names;
+    for (const JSONNode& value : std::as_const(node)) {
+        names.insert(NameOfMember(value));
+    }
     const JSONNode kept = ParseKeptMembers(keptMembers);
     for (const JSONNode& value : kept) {
-        const std::string name = NameOfMember(value);
-        const bool isThere = std::ranges::any_of(
-            std::as_const(node), [&](const JSONNode& own) { return NameOfMember(own) == name; });
-        if (!isThere) {
+        if (!names.contains(NameOfMember(value))) {
             node.push_back(value);
         }
     }

@@ -14,10 +14,6 @@
 namespace host {
 namespace {
 
-std::optional<std::int64_t> OptionalNumber(const Statement& row, int column) {
-    return row.IsNull(column) ? std::nullopt : std::optional(row.Number(column));
-}
-
 /// Replaces what the database has for the objects of a document by the nodes of the document.
 class Placement {
 public:

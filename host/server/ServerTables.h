@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,11 @@ constexpr int NumberOfSection(NodePlace place) {
 }
 constexpr NodePlace PlaceOfSection(std::int64_t number) {
     return number == 1 ? NodePlace::FileRecord : NodePlace::Child;
+}
+
+/// The number in a column of the current row; nothing if it is NULL.
+inline std::optional<std::int64_t> OptionalNumber(const Statement& row, int column) {
+    return row.IsNull(column) ? std::nullopt : std::optional(row.Number(column));
 }
 
 /// What the keys of a kind begin with, which is the same for every type of project.
