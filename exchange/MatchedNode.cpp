@@ -158,7 +158,11 @@ std::unordered_map<std::string, MatchedNode::Entry>& MatchedNode::Entries() {
     for (int index = 0; index < SizeOf(names); ++index) {
         const OuString name = TextAt(names, index);
         listedEntries_.push_back(ComparedName(name));
-        entries_[listedEntries_.back()] = {name, TextAt(values, index), true, nullptr};
+        Entry& entry = entries_[listedEntries_.back()];
+        // Of names that a document cannot tell apart, what is set is the one that is as the document writes it.
+        if (!entry.isThere || AreEqual(TextFromAnsi(AnsiFormOf(name)), name)) {
+            entry = {name, TextAt(values, index), true, nullptr};
+        }
     }
     for (ChildWalk members(node_); const JSONNode* const section = members.Next();) {
         if (const NodeText name = NodeName(*section); member::kMetaData == name) {

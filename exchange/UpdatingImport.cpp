@@ -521,19 +521,16 @@ ImportPolicy::EntrySetting UpdatingImport::EnterRecord(const ImportTarget& targe
     CAEObject& object = *target.object;
     OuString presentType;
     OuString unit;
-    OuString presentValue;
     if (entry.isThere) {
-        // Asked by the name that is set: which entry that is, the object model knows.
-        object.getMetadataType(name, presentType);
-        object.getMetadataUnitString(name, unit);
-        object.getMetadataValue(name, presentValue);
+        object.getMetadataType(entry.name, presentType);
+        object.getMetadataUnitString(entry.name, unit);
     }
     const std::string what = "the metadata entry " + Excerpt(Utf8Of(name));
     // An export writes the unit where an import reads the type.
     const bool setsType = !entry.isThere || !(IsWrittenAs(presentType, type) || IsWrittenAs(unit, type));
-    const bool setsValue = !entry.isThere || !IsWrittenAs(presentValue, value);
+    const bool setsValue = !entry.isThere || !IsWrittenAs(entry.value, value);
     if (setsValue) {
-        TellChange(object, RecordComponent(), what, presentValue, value);
+        TellChange(object, RecordComponent(), what, entry.value, value);
     } else if (setsType) {
         TellChange(object, RecordComponent() + PointerTo(member::kMetaDataType.View()), "the type of " + what,
                    presentType, type);

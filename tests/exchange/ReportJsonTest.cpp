@@ -24,10 +24,10 @@ using korvane::exchange::ToJson;
 
 /// The name of every reason, in order: they stay from version to version.
 constexpr std::string_view kReasonNames[] = {
-    "unknown-member", "without-effect", "fixed",      "repeated-member",   "wrong-kind",
+    "unknown-member", "without-effect", "fixed",      "repeated-member",   "wrong-kind", "not-an-object",
     "no-type",        "unknown-type",   "refused",    "below-file-record", "leads-out",
     "no-role",        "null-key",       "conflict",   "not-comparable",    "no-such-object",
-    "no-identifier",  "no-key",         "later-key",  "read-as-empty",     "read-as-null",
+    "no-identifier",  "no-key",         "later-key",  "read-as-empty", "nameless-file",     "read-as-null",
     "cut-at-nul",     "merged",         "incomplete", "unattached",        "no-master-assembly",
     "no-number",      "key-removed",    "added",      "changed",           "moved",
     "removed",        "kept",
