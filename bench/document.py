@@ -3,7 +3,7 @@
 import re
 
 from measure import BenchError
-from report import case_table, table, target_table
+from report import case_table, command_table, program_table, table, target_table
 
 
 def machine_table(results):
@@ -17,10 +17,19 @@ def machine_table(results):
     ])
 
 
+def tables_of(results):
+    """Those of what was measured; the others stay as they are."""
+    tables = {}
+    if results["times"]:
+        tables |= {"machine": machine_table(results), "targets": target_table(results), "cases": case_table(results)}
+    if results["program"]:
+        tables |= {"program": program_table(results), "commands": command_table(results)}
+    return tables
+
+
 def write_tables(results, path):
     text = path.read_text(encoding="utf-8")
-    tables = {"machine": machine_table(results), "targets": target_table(results), "cases": case_table(results)}
-    for name, content in tables.items():
+    for name, content in tables_of(results).items():
         pattern = rf"(<!-- table: {name} -->\n).*?(\n<!-- end of table -->)"
         text, count = re.subn(pattern, lambda found: found[1] + content + found[2], text, flags=re.DOTALL)
         if count != 1:

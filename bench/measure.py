@@ -86,17 +86,23 @@ def measure_memory(binaries, name, objects):
     return dict(zip(("bytes", "allocations", "held", "project"), numbers))
 
 
-def measure_program(binaries, sizes, rounds):
+# Projects of that many objects are measured at most so often: a round of all commands takes a minute and a half.
+LARGE = 1_000_000
+ROUNDS_OF_LARGE = 3
+
+
+def measure_program(binaries, objects, rounds):
     """The commands of the program beside their floors; nothing where they are not built."""
     program = binaries / "measure-program"
     if not program.exists():
         return []
+    say(f"{objects:>9,} objects: the commands of the program")
+    runs = min(rounds, ROUNDS_OF_LARGE) if objects >= LARGE else rounds
     report = binaries.parent / "measure-program.json"
-    say("          the commands of the program")
     # The commands say on their standard error what they did.
     with open(report.with_suffix(".log"), "w", encoding="utf-8") as log:
-        run([program, binaries / "korvane-json", "--objects", ",".join(map(str, (SMALL, *sizes))),
-             "--runs", str(rounds), "--json", report], cwd=report.parent, stderr=log)
+        run([program, binaries / "korvane-json", "--objects", str(objects), "--runs", str(runs), "--json", report],
+            cwd=report.parent, stderr=log)
     return json.loads(report.read_text(encoding="utf-8"))
 
 

@@ -3,7 +3,8 @@
 import statistics
 
 from measure import middle, ratios
-from targets import BYTES, CASES, GROWTH_AT_MOST, MEMORY, PROGRAM_AT_MOST, SIZES, SMALL, TIMES, WORTH_A_MARK
+from targets import (BYTES, CASES, GROWTH_AT_MOST, MEMORY, PROGRAM, PROGRAM_AT_MOST, SIZES, SMALL, TIMES,
+                     WORTH_A_MARK)
 
 
 def table(head, rows):
@@ -96,16 +97,56 @@ def growth_rows(results, sizes):
     return rows
 
 
-def program_rows(results, sizes):
-    rows = {}
+def program_of(results, what, objects):
     for kept in results["program"]:
-        if kept["objects"] not in sizes:
-            continue
-        cells = rows.setdefault(kept["what"], [""] * len(sizes))
-        cells[sizes.index(kept["objects"])] = (
-            f"{kept['ratio']:.2f}, {verdict(kept['ratio'], PROGRAM_AT_MOST)}; grown {kept['growth']:.2f}, "
-            f"{verdict(kept['growth'], GROWTH_AT_MOST)}")
-    return [[f"`korvane-json`: {what} / its floor", str(PROGRAM_AT_MOST), *cells] for what, cells in rows.items()]
+        if (kept["what"], kept["objects"]) == (what, objects):
+            return kept
+    return None
+
+
+def program_sizes(results):
+    measured = sorted({kept["objects"] for kept in results["program"]})
+    return [size for size in measured if size != SMALL] or measured
+
+
+def program_table(results):
+    """The commands beside their floors, and the time per object in the largest project beside that in a small one."""
+    sizes = program_sizes(results)
+    ratio_rows, growth = [], []
+    for what, title in PROGRAM.items():
+        cells = []
+        for objects in sizes:
+            kept = program_of(results, what, objects)
+            cells.append("not measured" if kept is None else
+                         ratio_cell(ratios(kept["command"]["seconds"], kept["floor"]["seconds"]), PROGRAM_AT_MOST))
+        ratio_rows.append([title, str(PROGRAM_AT_MOST), *cells])
+        largest, small = program_of(results, what, sizes[-1]), program_of(results, what, SMALL)
+        if largest and small and sizes[-1] > SMALL:
+            grown = program_nanoseconds(largest, "command") / program_nanoseconds(small, "command")
+            growth.append([f"{title.split(' / ')[0]}: {sizes[-1]:,} objects / {SMALL:,}, each object",
+                           limit(GROWTH_AT_MOST), *[""] * (len(sizes) - 1),
+                           f"{grown:.2f}, {verdict(grown, GROWTH_AT_MOST)}"])
+    rounds = [str(min(len(kept["command"]["seconds"]) for kept in results["program"] if kept["objects"] == size))
+              for size in sizes]
+    return table(["", "at most", *[f"{size:,} objects" for size in sizes]],
+                 [*ratio_rows, *growth, ["rounds", "", *rounds]])
+
+
+def program_nanoseconds(kept, part):
+    return statistics.median(kept[part]["seconds"]) / kept["objects"] * 1e9
+
+
+def command_table(results):
+    """Time per object of each command and its floor, and the most memory that their processes have."""
+    sizes = sorted({kept["objects"] for kept in results["program"]})
+    rows = []
+    for what, title in PROGRAM.items():
+        for part, name in zip(("command", "floor"), title.split(" / ")):
+            kept = [program_of(results, what, objects) for objects in sizes]
+            rows.append([name if part == "command" else f"... {name}",
+                         *["" if one is None else f"{program_nanoseconds(one, part):,.0f}" for one in kept],
+                         *["" if one is None else f"{one[part]['peak_mib']:,.0f}" for one in kept]])
+    return table(["", *[f"ns, {size:,}" for size in sizes], *[f"MiB, {size:,}" for size in sizes]], rows)
 
 
 def target_table(results):
@@ -113,7 +154,7 @@ def target_table(results):
     rows = [ratio_row(results, comparison, sizes) for comparison in TIMES
             if any(times_of(results, comparison, objects) for objects in sizes)]
     rows += [row for row in memory_rows(results, sizes) if any(row[2:])]
-    rows += growth_rows(results, sizes) + program_rows(results, sizes)
+    rows += growth_rows(results, sizes)
     return table(["", "at most", *[f"{size:,} objects" for size in sizes]], rows)
 
 

@@ -69,5 +69,14 @@ MEMORY = (
 # The same in bytes, whatever the size.
 BYTES = {"text-narrow": 1_000_000}
 
-# Each command of the program beside its floor.
+# Each command of the program beside its floor: the least that SQLite or the JSON layer needs for the same rows.
 PROGRAM_AT_MOST = 3
+PROGRAM = {
+    "new": "`new` from a project file / reading its rows and writing them to a new one",
+    "import": "`import` / writing the rows",
+    "store": "`store` / writing the rows",
+    "fetch": "`fetch` / reading the rows of nodes and objects",
+    "apply": "`apply` / reading the rows and updating the keys",
+    "compare project files": "`compare` of project files / reading the rows of both",
+    "compare documents": "`compare` of documents / parsing both",
+}

@@ -238,6 +238,10 @@ std::vector<Measurement> Measuring::Run() {
             }
             measurements.push_back(Measure(one, objects));
             std::fputs(TableOf({measurements.back()}).c_str(), stderr);
+            // What was measured is kept if the rest comes to no end.
+            if (!options_.json.empty()) {
+                std::ofstream(options_.json) << JsonOf(measurements);
+            }
         }
         std::filesystem::remove_all(inputs.folder);
     }
@@ -303,9 +307,6 @@ void Main(const std::vector<std::string>& arguments) {
     }
     std::filesystem::remove_all(folder);
     std::fputs(TableOf(measurements).c_str(), stdout);
-    if (!options.json.empty()) {
-        std::ofstream(options.json) << JsonOf(measurements);
-    }
 }
 
 }  // namespace

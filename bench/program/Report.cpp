@@ -59,17 +59,20 @@ std::string TableOf(const std::vector<Measurement>& measurements) {
 }
 
 std::string JsonOf(const std::vector<Measurement>& measurements) {
+    const auto list = [](const Samples& samples) {
+        std::string text;
+        for (const double seconds : samples.seconds) {
+            text += (text.empty() ? "" : ", ") + Format("%.6f", seconds);
+        }
+        return text;
+    };
     std::string text = "[";
     for (const Measurement& one : measurements) {
         text += text.size() == 1 ? "\n" : ",\n";
-        text += Format(
-            R"(  {"what": "%s", "objects": %d, "command_ns_per_object": %.1f, "command_spread": %.4f, )"
-            R"("floor_ns_per_object": %.1f, "floor_spread": %.4f, "ratio": %.4f, "growth": %.4f, )"
-            R"("runs": %zu, "command_peak_mib": %.1f, "floor_peak_mib": %.1f})",
-            one.what.c_str(), one.objects, NanosecondsPerObject(one, one.command), one.command.Spread(),
-            NanosecondsPerObject(one, one.floor), one.floor.Spread(),
-            one.command.Median() / one.floor.Median(), GrowthOf(one, measurements),
-            one.command.seconds.size(), one.command.peakMiB, one.floor.peakMiB);
+        text += Format(R"(  {"what": "%s", "objects": %d, "command": {"seconds": [%s], "peak_mib": %.1f}, )"
+                       R"("floor": {"seconds": [%s], "peak_mib": %.1f}})",
+                       one.what.c_str(), one.objects, list(one.command).c_str(), one.command.peakMiB,
+                       list(one.floor).c_str(), one.floor.peakMiB);
     }
     return text + "\n]\n";
 }

@@ -25,7 +25,7 @@ struct Measurement {
 /// A table for people: medians, spreads, peak memory, the ratio of command and floor, and the time per object
 /// beside that of the same command on the fewest objects.
 std::string TableOf(const std::vector<Measurement>& measurements);
-/// The same as JSON.
+/// What every run took, as JSON.
 std::string JsonOf(const std::vector<Measurement>& measurements);
 
 }  // namespace bench
