@@ -5,6 +5,7 @@
 // clang-format on
 
 #include <cstddef>
+#include <type_traits>
 
 namespace korvane::exchange {
 namespace {
@@ -61,22 +62,20 @@ char32_t TakeUtf8(std::string_view text, std::size_t& at) {
     return codePoint;
 }
 
+template <std::size_t UnitSize = sizeof(wchar_t)>
 void PutWide(char32_t codePoint, std::wstring& wide) {
-    if (sizeof(wchar_t) == 2 && codePoint > 0xFFFF) {
-        wide += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10U));
-        wide += static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FFU));
-    } else {
-        wide += static_cast<wchar_t>(codePoint);
+    if constexpr (UnitSize == 2) {
+        if (codePoint > 0xFFFF) {
+            wide += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10U));
+            codePoint = 0xDC00 + ((codePoint - 0x10000) & 0x3FFU);
+        }
     }
+    wide += static_cast<wchar_t>(codePoint);
 }
 
 /// The wide character as a number that is not negative, whatever the sign of wchar_t.
 constexpr char32_t UnitAt(std::wstring_view text, std::size_t at) {
-    if constexpr (sizeof(wchar_t) == 2) {
-        return static_cast<char16_t>(text[at]);
-    } else {
-        return static_cast<char32_t>(text[at]);
-    }
+    return static_cast<std::make_unsigned_t<wchar_t>>(text[at]);
 }
 
 /// Takes the code point at the place; a lone surrogate is one of its own.

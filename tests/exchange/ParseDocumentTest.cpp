@@ -3,15 +3,22 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
 
 #include "exchange/DocumentFault.h"
 #include "support/TemporaryDirectory.h"
 
 using korvane::exchange::DocumentError;
+using korvane::exchange::FaultOf;
 using korvane::exchange::FaultOfMessage;
 using korvane::exchange::ParseDocument;
 using korvane::exchange::ReadDocument;
@@ -164,6 +171,9 @@ TEST(DocumentError, HasWhatTheMessageOfAnotherLibrarySays) {
     EXPECT_EQ(placed.Reason(), "no");
     EXPECT_STREQ(placed.what(), "line 3, column 2: no");
     EXPECT_EQ(FaultOfMessage("line 1, column 1: no", text).Offset(), 0U);
+    EXPECT_EQ(FaultOfMessage("line 3, column 1: no", "\n\r").Offset(), 2U);
+    EXPECT_EQ(FaultOfMessage("line 9, column 1: no", "\n\r").Offset(), 2U);
+    EXPECT_EQ(FaultOf(std::invalid_argument("line 2, column 2: no"), text).Offset(), 4U);
 
     for (const char* const message :
          {"", "not JSON", "line 3: no", "line 3, column 2", "line x, column 2: no", "line 3, column : no",
@@ -197,6 +207,25 @@ TEST(ReadDocument, SaysWhereTheFaultIs) {
     const std::filesystem::path empty = directory.Write("empty.json", "");
     EXPECT_EQ(ErrorOf([&] { ReadDocument(empty); })->Reason(), kEmpty);
 }
+
+#if !defined(_WIN32)
+TEST(ReadDocument, ReadsAPipeToItsEnd) {
+    const TemporaryDirectory directory;
+    const std::filesystem::path pipe = directory / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const std::string text = "[\"" + std::string(300'000, 'x') + "\"]";
+    std::thread writer([&] { std::ofstream(pipe, std::ios::binary) << text; });
+    EXPECT_EQ(TextOf(ReadDocument(pipe)), text);
+    writer.join();
+}
+#endif
+
+#if defined(__linux__)
+TEST(ReadDocument, ThrowsForAFileThatIsOpenedAndNotRead) {
+    // There is nothing at the address 0.
+    EXPECT_THROW(ReadDocument("/proc/self/mem"), std::filesystem::filesystem_error);
+}
+#endif
 
 TEST(ReadDocument, ThrowsForAFileThatCannotBeRead) {
     const TemporaryDirectory directory;

@@ -139,6 +139,8 @@ TEST(ExchangeText, KeepsEveryByteOfShortSequences) {
 TEST(ExchangeText, WritesOtherLoneSurrogatesInThreeBytes) {
     EXPECT_EQ(Utf8Of(Wide(U"\x41") + static_cast<wchar_t>(0xD83D)), "A\xED\xA0\xBD");
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xD83D), L'z'}), "\xED\xA0\xBDz");
+    EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xE000)}),
+              "\xED\xA0\xBD\xEE\x80\x80");
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xDC7F)}), "\xED\xB1\xBF");
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xDD00)}), "\xED\xB4\x80");
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xDC80)}), "\x80");
