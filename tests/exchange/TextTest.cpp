@@ -148,6 +148,10 @@ TEST(ExchangeText, WritesOtherLoneSurrogatesInThreeBytes) {
     // A pair is one character, also where a wide character has room for both halves.
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE97)}),
               "\xF0\x9F\x9A\x97");
+    EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0xDC00)}),
+              "\xF0\x90\x80\x80");
+    EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xDBFF), static_cast<wchar_t>(0xDFFF)}),
+              "\xF4\x8F\xBF\xBF");
 }
 
 TEST(ExchangeText, HasAQuestionMarkForWhatIsBeyondUnicode) {
