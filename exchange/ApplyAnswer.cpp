@@ -258,8 +258,9 @@ void AnswerApplication::TellOfChange(const AnswerPlace& place, std::string_view 
         Tell(Reason::kKeyRemoved, place, object.getID(),
              [&] { return std::pair(shown, "the key of the object " + shown + " is removed"); });
     }
+    // Listed or not: the object model is asked the same for every object.
+    const std::string subject = "the key of " + Describe(object);
     Tell(Reason::kChanged, place, object.getID(), [&] {
-        const std::string subject = "the key of " + Describe(object);
         return std::pair(subject, subject + ": " + Excerpt(Utf8Of(outcome.oldKey)) + " becomes " +
                                       Excerpt(Utf8Of(newKey)));
     });

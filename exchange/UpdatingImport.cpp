@@ -33,6 +33,22 @@ format::FileType FileTypeOfRecord(const LastMembers& last) {
                                     : static_cast<format::FileType>(GetCAEFileType(TextOf(last.fileType)));
 }
 
+/// Hangs the object elsewhere; where that fails, it hangs below its old parent again, at the end.
+bool Rehang(CAEObject& object, CAEObject& from, CAEObject& to) {
+    CAEObject* leaving = &object;
+    from.detachChild(leaving, false);
+    try {
+        if (to.addChild(&object) == 0) {
+            return true;
+        }
+    } catch (...) {
+        from.addChild(&object);
+        throw;
+    }
+    from.addChild(&object);
+    return false;
+}
+
 OuString ExportedType(const CAEProject& project) {
     OuString type = project.getAdditionalType();
     type.MakeUpper();
@@ -209,14 +225,9 @@ bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
     if (from == parent.object) {
         return true;
     }
-    if (!Options().dryRun && from != nullptr) {
-        CAEObject* leaving = &object;
-        from->detachChild(leaving, false);
-        if (parent.object->addChild(&object) != 0) {
-            from->addChild(&object);
-            Conflict(*Innermost().node, &object, "the object model does not let it hang there");
-            return false;
-        }
+    if (!Options().dryRun && from != nullptr && !Rehang(object, *from, *parent.object)) {
+        Conflict(*Innermost().node, &object, "the object model does not let it hang there");
+        return false;
     }
     ++Result().objectsMoved;
     Tell(Reason::kMoved, {}, object.getID(), [&] {

@@ -1,5 +1,6 @@
 #include <korvanejson/JsonSerializer.h>
 
+#include <new>
 #include <string>
 
 #include "ImportSupport.h"
@@ -120,6 +121,23 @@ TEST_F(UpdateDocumentTest, MovesIntoANewObject) {
     EXPECT_EQ(Outline(*project_), "#1 Project\n  #3 new\n    #2 p K-1\n");
     EXPECT_EQ(report.objectsMoved, 1U);
     EXPECT_EQ(report.objectsAdded, 1U);
+}
+
+TEST_F(UpdateDocumentTest, AnObjectThatCannotMoveStays) {
+    CAEObject& first = project_.Add(CAE_MODEL, L"a");
+    project_.Add(first, CAE_PART, L"p").setDBKey(L"K-1");
+    project_.Add(CAE_MODEL, L"b");
+    const std::string text = R"({"type":"SIMULATION","children":[{"type":"CAEMODEL","name":"b","children":[)"
+                             R"({"type":"CAEPART","name":"p","dbkey":"K-1"}]}]})";
+    const std::string before = Outline(*project_);
+    {
+        const korvane::OddAnswer bad("CAEObject::addChild(#4, #3)", {.throws = true});
+        EXPECT_THROW(Import(text, {.match = Match::kByKey}), std::bad_alloc);
+        EXPECT_EQ(bad.TimesGiven(), 1);
+    }
+    EXPECT_EQ(Outline(*project_), before);
+    EXPECT_EQ(project_->getCAEObject(3)->getParent(), &first);
+    Update(text);
 }
 
 TEST_F(UpdateDocumentTest, MovesAreNested) {

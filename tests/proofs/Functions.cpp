@@ -1,6 +1,8 @@
 #include "Functions.h"
 
 #include <gtest/gtest.h>
+#include <korvaneexchange/ApplyAnswer.h>
+#include <korvaneexchange/ImportDocument.h>
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
 
@@ -160,6 +162,18 @@ constexpr Function kFunctions[] = {
      GivenDocument, kAllLevels},
     {"DeserializeJsonToObject", Asks::kObjectModel, Needs::kDocument,
      [](Scene& s) { caerest::json::DeserializeJsonToObject(s.node, &*s.project); }, Added, kImported},
+    {"ImportDocument", Asks::kObjectModel, Needs::kDocument,
+     [](Scene& s) { korvane::exchange::ImportDocument(s.node, *s.project); }, Added, kImported},
+    {"ImportDocument_Update", Asks::kObjectModel, Needs::kDocument,
+     [](Scene& s) {
+         korvane::exchange::ImportDocument(s.node, *s.project,
+                                           {.match = korvane::exchange::Match::kByKey, .remove = true});
+     },
+     Added, kImported,
+     // An object that was made and got no name is not recognised.
+     false},
+    {"ApplyAnswer", Asks::kObjectModel, Needs::kAnswer,
+     [](Scene& s) { korvane::exchange::ApplyAnswer(s.node, *s.project); }, KeysOfObjects, kAnswered},
     {"ImportVersions", Asks::kObjectModel, Needs::kVersions,
      [](Scene& s) { CAEObjectJson(JSONNode(), &s.Subject()).ImportVersions(s.node); }, WholeProject,
      kImportedBesideObjects,
