@@ -109,4 +109,8 @@ private:
     bool haveAssembliesChanged_ = false;
 };
 
+/// Whether an export writes the "type" for the object: for a project its own, which no import reads as a
+/// kind.
+bool IsOfType(CAEObject& object, const OuString& type);
+
 }  // namespace korvane::exchange
