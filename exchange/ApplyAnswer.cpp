@@ -112,7 +112,8 @@ std::string AnswerApplication::WhyUseless() const {
 AnswerReport ApplyAnswer(const JSONNode& answer, CAEObject& object, const AnswerOptions& options) {
     AnswerReport report;
     if (HasNullKeys(answer)) {
-        const JSONNode without = WithoutNullKeys(answer);
+        JSONNode without = answer;
+        RemoveNullKeys(without, [](const JSONNode&) {});
         AnswerApplication(answer, without, object, options, report).Run();
     } else {
         AnswerApplication(answer, answer, object, options, report).Run();
