@@ -171,13 +171,16 @@ TEST(DocumentError, HasWhatTheMessageOfAnotherLibrarySays) {
     EXPECT_EQ(placed.Reason(), "no");
     EXPECT_STREQ(placed.what(), "line 3, column 2: no");
     EXPECT_EQ(FaultOfMessage("line 1, column 1: no", text).Offset(), 0U);
+    EXPECT_EQ(FaultOfMessage("line 1, column 1: no", text).Line(), 1U);
+    EXPECT_EQ(FaultOfMessage("line 1, column 1: no", text).Column(), 1U);
     EXPECT_EQ(FaultOfMessage("line 3, column 1: no", "\n\r").Offset(), 2U);
     EXPECT_EQ(FaultOfMessage("line 9, column 1: no", "\n\r").Offset(), 2U);
     EXPECT_EQ(FaultOf(std::invalid_argument("line 2, column 2: no"), text).Offset(), 4U);
 
     for (const char* const message :
          {"", "not JSON", "line 3: no", "line 3, column 2", "line x, column 2: no", "line 3, column : no",
-          "line 0, column 2: no", "line 3, column 0: no", "line 99999999999999999999, column 2: no"}) {
+          "line 0, column 2: no", "line 3, column 0: no", "Line 3, column 2: no", "line 3; column 2: no",
+          "line 99999999999999999999, column 2: no"}) {
         const DocumentError error = FaultOfMessage(message, text);
         EXPECT_EQ(error.Line(), 0U) << message;
         EXPECT_EQ(error.Column(), 0U) << message;
