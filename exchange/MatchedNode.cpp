@@ -159,7 +159,8 @@ std::unordered_map<std::string, MatchedNode::Entry>& MatchedNode::Entries() {
         const OuString name = TextAt(names, index);
         listedEntries_.push_back(ComparedName(name));
         Entry& entry = entries_[listedEntries_.back()];
-        // Of names that a document cannot tell apart, what is set is the one that is as the document writes it.
+        // Of names that a document cannot tell apart, what is set is the one that is as the document writes
+        // it.
         if (!entry.isThere || AreEqual(TextFromAnsi(AnsiFormOf(name)), name)) {
             entry = {name, TextAt(values, index), true, nullptr};
         }

@@ -166,10 +166,12 @@ bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
     ++Result().objectsMoved;
     Tell(Reason::kMoved, {}, object.getID(), [&] {
         const std::string subject = DescribeAsItWas(object);
-        return std::pair(subject, subject + " moves from " +
-                                      (from == nullptr ? "nowhere" : DescribeAsItWas(*from)) + " to " +
-                                      (parent.object == nullptr ? Describe(*AboveInnermost().node)
-                                                                : DescribeAsItWas(*parent.object)));
+        // A new parent is described by the document, as a dry run has it.
+        const bool isParentNew = MatchOf(AboveInnermost()) == nullptr;
+        return std::pair(
+            subject, subject + " moves from " + (from == nullptr ? "nowhere" : DescribeAsItWas(*from)) +
+                         " to " +
+                         (isParentNew ? Describe(*AboveInnermost().node) : DescribeAsItWas(*parent.object)));
     });
     return true;
 }

@@ -135,7 +135,7 @@ TEST_F(ProgramProjectFile, ImportUpdatesWhatIsThere) {
         DoAfterDryRun({"import", "--update", "b.json", "p.kvp"}),
         "korvane-json: 'p.kvp': 1 object and 0 files added, 2 values changed, 1 object moved, 0 removed\n"
         "korvane-json: 'p.kvp': added (1): 'S'\n"
-        "korvane-json: 'p.kvp': moved (1): 'A' (id 2) moves from 'P' (id 1) to 'S' (id 4)\n"
+        "korvane-json: 'p.kvp': moved (1): 'A' (id 2) moves from 'P' (id 1) to 'S'\n"
         "korvane-json: 'p.kvp': changed (2): 'name' of 'A' (id 2): 'A' becomes 'A2'; the metadata entry "
         "'Mass' of 'A' (id 2): '3' becomes '4'\n"
         "korvane-json: 'p.kvp': not in the document, and kept (1): 'B' (id 3)\n");
@@ -165,7 +165,8 @@ TEST_F(ProgramProjectFile, StrictAllowsNothingToBeSkipped) {
     folder.Write("answer.json", R"([{"id":"2","dbkey":"K"},{"id":"99","dbkey":"L"}])");
     ExpectRefused(
         {"apply", "--strict", "answer.json", "p.kvp"},
-        "1 value of 'answer.json' cannot be used, which --strict does not allow, the first at '/1': no object "
+        "1 value of 'answer.json' cannot be used, which --strict does not allow, the first at '/1': no "
+        "object "
         "has the identifier '99' with the key 'L'. Nothing was changed; without --strict the rest is taken");
     Do({"apply", "answer.json", "p.kvp"});
     ExpectRefused({"import", "--remove", "a.json", "p.kvp"},

@@ -51,13 +51,14 @@ TEST_F(AnswerReportTest, SaysThatTheDisplayNameCameAlong) {
 }
 
 TEST_F(AnswerReportTest, SaysWhatWasNotApplied) {
-    EXPECT_EQ(Apply(R"([{"id":"99","dbkey":"X"},{"id":"2"},{"dbkey":"Y"},7,{"id":"3","dbkey":"F"}])"),
-              "korvane-json: p: 1 key set, 0 unchanged\n"
-              "korvane-json: p: key not set, because no object has the identifier (1): '99' with the key "
-              "'X'\n"
-              "korvane-json: p: key not set, because there is no \"dbkey\" (1): '' (id '2')\n"
-              "korvane-json: p: key not set, because there is no \"id\" (1): 'Y'\n"
-              "korvane-json: p: ignored, because it is not an object (1): an element that is not an object\n");
+    EXPECT_EQ(
+        Apply(R"([{"id":"99","dbkey":"X"},{"id":"2"},{"dbkey":"Y"},7,{"id":"3","dbkey":"F"}])"),
+        "korvane-json: p: 1 key set, 0 unchanged\n"
+        "korvane-json: p: key not set, because no object has the identifier (1): '99' with the key "
+        "'X'\n"
+        "korvane-json: p: key not set, because there is no \"dbkey\" (1): '' (id '2')\n"
+        "korvane-json: p: key not set, because there is no \"id\" (1): 'Y'\n"
+        "korvane-json: p: ignored, because it is not an object (1): an element that is not an object\n");
 }
 
 TEST_F(AnswerReportTest, TheFirstKeyOfAnIdentifierCounts) {
