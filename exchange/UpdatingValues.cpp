@@ -25,7 +25,7 @@ OuString NameOf(CAEObject& object) {
     return name;
 }
 
-OuString ExportedType(const CAEProject& project) {
+OuString ExportedType(CAEProject& project) {
     OuString type = project.getAdditionalType();
     type.MakeUpper();
     return type;
@@ -64,7 +64,7 @@ bool IsInLineWithRecord(CAEFile& file, format::MemberName member, const OuString
 }  // namespace
 
 bool IsOfType(CAEObject& object, const OuString& type) {
-    const auto* const project = dynamic_cast<CAEProject*>(&object);
+    auto* const project = dynamic_cast<CAEProject*>(&object);
     return project != nullptr &&
            (IsWrittenAs(project->getAdditionalType(), type) || IsWrittenAs(ExportedType(*project), type));
 }

@@ -107,7 +107,7 @@ private:
     void AppendTo(JSONNode& node, format::MemberName name) {
         const auto found = node.find(name.c_str());
         if (found != node.end() && IsNow(std::string(name.View()))) {
-            *found = JSONNode(name.c_str(), std::string(found->as_string().c_str()) + "x");
+            *found = JSONNode(name.c_str(), (std::string(found->as_string().c_str()) + "x").c_str());
         }
     }
 

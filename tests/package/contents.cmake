@@ -19,6 +19,7 @@ set(needed
   include/korvaneexchange/Export.h
   include/korvaneexchange/ImportDocument.h
   include/korvaneexchange/ParseDocument.h
+  include/korvaneexchange/PrintableText.h
   include/korvaneexchange/Progress.h
   include/korvaneexchange/Report.h
   include/korvaneexchange/Text.h

@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
@@ -55,6 +56,18 @@ void ProgramState::Restore() {
             folder_.Write(name, bytes);
         }
     }
+}
+
+ProcessResult ProgramState::RunAgain(const std::function<void()>& prepare) const {
+    std::vector<std::string> arguments = arguments_;
+    if (arguments.front() == "store" && std::ranges::find(arguments, "--again") == arguments.end()) {
+        const ProcessResult first = RunWith(arguments, prepare);
+        if (first.status == 0) {
+            return first;
+        }
+        arguments.emplace_back("--again");
+    }
+    return RunWith(arguments, prepare);
 }
 
 ProcessResult ProgramState::RunWith(const std::vector<std::string>& arguments,

@@ -26,6 +26,9 @@ public:
     /// below zero if one ended it.
     ProcessResult Run(const std::function<void()>& prepare) const { return RunWith(arguments_, prepare); }
 
+    /// The same once more after a run that was interrupted: what a database knows by then is stored again.
+    ProcessResult RunAgain(const std::function<void()>& prepare) const;
+
 private:
     ProcessResult RunWith(const std::vector<std::string>& arguments,
                           const std::function<void()>& prepare) const;
