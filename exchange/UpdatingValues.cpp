@@ -78,10 +78,10 @@ std::string UpdatingImport::DescribeAsItWas(CAEObject& object) const {
 
 void UpdatingImport::TellChange(CAEObject& object, const std::string& component, const std::string& what,
                                 const OuString& from, const OuString& to) {
-    Tell(Reason::kChanged, component, object.getID(), [&] {
-        const std::string subject = what + " of " + DescribeAsItWas(object);
-        return std::pair(subject, subject + ": " + Became(from, to));
-    });
+    // Listed or not: the object model is asked the same for every change.
+    const std::string subject = what + " of " + DescribeAsItWas(object);
+    Tell(Reason::kChanged, component, object.getID(),
+         [&] { return std::pair(subject, subject + ": " + Became(from, to)); });
 }
 
 bool UpdatingImport::TellNotComparable(const std::string& component, const std::string& what) {

@@ -81,10 +81,19 @@ constexpr Sections kChildrenWithAll = {
     {R"(],"name":"level"})", R"(},"name":"level"})"},
     2};
 
+constexpr std::string_view kKeyOfLevel = R"("dbkey":"K)";
+
 std::string NestedText(const Sections& sections, int levels) {
     std::string text;
     for (int level = 0; level < levels; ++level) {
-        text += sections.opening[level % sections.count];
+        const std::string_view opening = sections.opening[level % sections.count];
+        const std::size_t key = opening.find(kKeyOfLevel);
+        text += opening.substr(0, key);
+        if (key != std::string_view::npos) {
+            // Each has its own: an update does nothing for several objects with one key.
+            text.append(kKeyOfLevel).append(std::to_string(level));
+            text += opening.substr(key + kKeyOfLevel.size());
+        }
     }
     text += Innermost();
     for (int level = levels; level-- > 0;) {
