@@ -17,6 +17,13 @@ format::FileType FileTypeOfRecord(const LastMembers& last) {
                                     : static_cast<format::FileType>(GetCAEFileType(TextOf(last.fileType)));
 }
 
+/// What an export calls a file whose name has folders in it.
+OuString LastComponent(const OuString& name) {
+    const std::string text = AnsiFormOf(name);
+    const std::size_t slash = text.find_last_of("/\\");
+    return slash == std::string::npos ? name : TextFromAnsi(text.substr(slash + 1));
+}
+
 }  // namespace
 
 UpdatingImport::Found UpdatingImport::FindFileByKey(const JSONNode& record, const OuString& key) {
@@ -51,7 +58,7 @@ UpdatingImport::Found UpdatingImport::FindFile(const ImportTarget& owner, const 
     if (match == nullptr || owner.object == nullptr) {
         return {};
     }
-    const std::string sign = SignOfFile(FileTypeOfRecord(last), TextOf(last.anyName));
+    const std::string sign = SignOfFile(FileTypeOfRecord(last), LastComponent(TextOf(last.anyName)));
     CAEObject* const file = match->Files().Find(sign, !IsEmpty(key), match->TakenFiles());
     // A file of several objects has several records. Different ones would be set in turn in every update.
     if (const auto found = fileRecords_.find(file); found != fileRecords_.end() && *found->second != record) {

@@ -615,6 +615,17 @@ TEST_F(UpdateDocumentTest, AFileIsNotAttachedWhereItHasNoRole) {
     }
 }
 
+TEST_F(UpdateDocumentTest, AFileInAFolderOrElsewhereIsFoundAgain) {
+    const std::string text = R"({"type":"SIMULATION","files":[{"name":"sub/a.inp"},{"name":"../a.inp"},)"
+                             R"({"name":"sub/b.inp","dbkey":"F-1"}]})";
+    const ImportReport report = Update(text, {.allowStrayFiles = true});
+    EXPECT_EQ(report.filesAdded, 3U);
+    EXPECT_EQ(Outline(*project_), "#1 Project [#2 sub/a.inp] [#3 ../a.inp] [#4 sub/b.inp F-1]\n");
+    OuString path;
+    project_->getFile(3)->getFullPathName(path);
+    EXPECT_EQ(path, L"/studies/../a.inp");
+}
+
 TEST_F(UpdateDocumentTest, ANewFileOfTwoObjectsIsOneFile) {
     const std::string record =
         R"({"name":"a.inp","fileType":"Deck","dbkey":"F-1","isFileDownloaded":"true"})";
