@@ -48,10 +48,13 @@ constexpr format::MemberName CarriedFileMember(std::size_t number) {
     throw "there are fewer";
 }
 
-inline constexpr auto kCarriedFileMembers = []<std::size_t... number>(std::index_sequence<number...>) {
+template <std::size_t... number>
+constexpr auto CarriedFileMembers(std::index_sequence<number...>) {
     return std::array{CarriedFileMember(number)...};
 }
-(std::make_index_sequence<kCarriedFileMemberCount>());
+
+inline constexpr auto kCarriedFileMembers =
+    CarriedFileMembers(std::make_index_sequence<kCarriedFileMemberCount>());
 
 using FileTexts = std::array<TextId, kCarriedFileMemberCount>;
 
