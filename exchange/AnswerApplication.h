@@ -23,9 +23,10 @@ struct AnswerPlace {
     const AnswerPlace* above = nullptr;
     const JSONNode* node = nullptr;
     NodePlace place = NodePlace::Root;
+    /// The section that it is an element of; null for a root.
+    const JSONNode* section = nullptr;
+    /// Its place there, or among the roots.
     std::size_t index = 0;
-    std::size_t nextChild = 0;
-    std::size_t nextFile = 0;
 };
 
 /// One answer that is applied to one object.

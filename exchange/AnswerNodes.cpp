@@ -39,9 +39,8 @@ void AnswerApplication::TellOfNodes() {
             place.above = visit.above;
             place.node = &visit.node;
             place.place = visit.place;
-            place.index = visit.place == NodePlace::Root         ? rootIndex_++
-                          : visit.place == NodePlace::FileRecord ? visit.above->nextFile++
-                                                                 : visit.above->nextChild++;
+            place.section = visit.section;
+            place.index = visit.section == nullptr ? rootIndex_++ : visit.position;
             TellOfNode(visit.node, place);
             return true;
         },
@@ -54,15 +53,15 @@ std::string AnswerApplication::PointerOf(const AnswerPlace& place) const {
         way.push_back(step);
     }
     std::string pointer;
-    for (auto step = way.rbegin(); step != way.rend(); ++step) {
-        const AnswerPlace& at = **step;
-        if (at.place == NodePlace::Root) {
+    std::ranges::reverse(way);
+    for (const AnswerPlace* const step : way) {
+        const AnswerPlace& at = *step;
+        if (at.section == nullptr) {
             pointer += answer_.type() == JSON_ARRAY ? "/" + std::to_string(at.index) : std::string();
             continue;
         }
-        const format::MemberName section = SectionOf(at.place);
-        pointer += PointerTo(section.View());
-        const bool isNamed = FindMember(*at.above->node, section)->type() == JSON_NODE;
+        pointer += PointerTo(SectionOf(at.place).View());
+        const bool isNamed = at.section->type() == JSON_NODE;
         const NodeText name = isNamed ? NodeName(*at.node) : NodeText();
         pointer += isNamed ? PointerTo(Utf8OfAnsi(name)) : "/" + std::to_string(at.index);
     }
