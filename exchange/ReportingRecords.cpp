@@ -49,6 +49,7 @@ void ReportingImport::TellOfRecordMembers(const JSONNode& record, const std::str
         const bool isValue = member::kValue == text;
         const bool isType = member::kMetaDataType == text;
         const std::string place = component + ComponentOf(*value);
+        const std::string whole = std::string(name).append(".").append(memberName);
         if (!isValue && !isType) {
             Tell(Reason::kUnknownMember, place, 0, [&] {
                 return std::pair(Excerpt(memberName), Excerpt(memberName) + " of the metadata entry " +
@@ -57,12 +58,12 @@ void ReportingImport::TellOfRecordMembers(const JSONNode& record, const std::str
             });
         } else if (std::exchange(isValue ? hasValue : hasType, true)) {
             Tell(Reason::kRepeatedMember, place, 0, [&] {
-                const std::string subject = Excerpt(name + "." + memberName) + " of " + Describe(node);
+                const std::string subject = Excerpt(whole) + " of " + Describe(node);
                 return std::pair(subject, subject + " occurs again; the first one counts");
             });
         } else {
             ++report_.membersTaken;
-            TellOfText(*value, place, name + "." + memberName);
+            TellOfText(*value, place, whole);
         }
     }
     if (!hasValue || !hasType) {

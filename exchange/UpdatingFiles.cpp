@@ -4,10 +4,7 @@
 
 #include "NodeText.h"
 #include "UpdatingImport.h"
-#include "format/MemberNames.h"
 #include "objectjson/Sections.h"
-
-namespace member = format::member;
 
 namespace korvane::exchange {
 namespace {
