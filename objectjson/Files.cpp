@@ -88,15 +88,13 @@ void PlaceFile(const ImportTarget& owner, CAEFile& file, std::unique_ptr<CAEFile
     if (policy != nullptr && !policy->AttachesFile(owner, file)) {
         return;
     }
-    int fileId = 0;
-    if (made != nullptr) {
-        fileId = owner.project->assignID(made.get());
-        owner.project->addFile(made.get());
-        static_cast<void>(made.release());
-    } else {
-        fileId = file.getID();
+    if (made == nullptr) {
+        AttachFile(*owner.object, file, file.getID());
+        return;
     }
-    AttachFile(*owner.object, file, fileId);
+    const int fileId = owner.project->assignID(made.get());
+    owner.project->addFile(made.get());
+    AttachFile(*owner.object, *made.release(), fileId);
 }
 
 }  // namespace
@@ -129,8 +127,11 @@ void ReadFiles(const ImportTarget& target, const JSONNode& records, RepeatedText
             continue;
         }
         OuString path = directory;
-        std::unique_ptr<CAEFile> made = landing.file == nullptr ? NewFile() : nullptr;
-        CAEFile& file = made != nullptr ? *made : *landing.file;
+        std::unique_ptr<CAEFile> made;
+        if (landing.file == nullptr) {
+            made = NewFile();
+        }
+        CAEFile& file = landing.file != nullptr ? *landing.file : *made;
         ReadFileRecord(file, target.policy, *record, texts);
         OuString name;
         file.getName(name);

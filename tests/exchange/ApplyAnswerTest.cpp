@@ -18,7 +18,6 @@ using korvane::exchange::AnswerOptions;
 using korvane::exchange::AnswerReport;
 using korvane::exchange::Progress;
 using korvane::exchange::Reason;
-using korvane::exchange::ToUtf8;
 
 class ApplyAnswerTest : public testing::Test {
 protected:

@@ -10,9 +10,6 @@
 
 namespace {
 
-using korvane::exchange::Match;
-using korvane::exchange::Reason;
-
 class MemberAccountTest : public ExchangeImportTest {
 protected:
     void Expect(const JSONNode& document, const ImportReport& report, const char* when) {

@@ -17,9 +17,6 @@ namespace {
 
 using korvane::exchange::AnswerReport;
 using korvane::exchange::CompareReport;
-using korvane::exchange::ImportReport;
-using korvane::exchange::Match;
-using korvane::exchange::Reason;
 using korvane::exchange::ToJson;
 
 /// The name of every reason, in order: they stay from version to version.
