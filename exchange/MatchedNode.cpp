@@ -19,12 +19,6 @@ std::string Sign(char what, int number, const OuString& text) {
     return sign;
 }
 
-OuString NameOf(CAEObject& object) {
-    OuString name;
-    object.getName(name);
-    return name;
-}
-
 /// What is read back from what an export writes.
 format::FileType ExportedFileType(CAEFile& file) {
     const char* const name = CAEGetFileTypeName(static_cast<int>(FileTypeOf(file)));

@@ -76,6 +76,12 @@ std::string ComparedName(const OuString& name) {
     return AnsiFormOf(upper);
 }
 
+OuString NameOf(CAEObject& object) {
+    OuString name;
+    object.getName(name);
+    return name;
+}
+
 OuString ExportedName(CAEObject& object) {
     return ObjectName(object, KindOf(object));
 }

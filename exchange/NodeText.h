@@ -32,6 +32,7 @@ bool IsWrittenAs(const OuString& text, const OuString& value);
 /// The text as the object model compares the names of metadata entries: in any letter case.
 std::string ComparedName(const OuString& name);
 
+OuString NameOf(CAEObject& object);
 /// The name of an object as an export writes it.
 OuString ExportedName(CAEObject& object);
 

@@ -144,6 +144,7 @@ private:
     void TellOfText(const JSONNode& value, const std::string& component, const std::string& name);
     void TellOfRecordMembers(const JSONNode& record, const std::string& component, const std::string& name);
     void TellUnattached();
+
     const ImportOptions& options_;
     ImportReport& report_;
     ReportBuilder builder_;

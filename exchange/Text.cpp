@@ -7,59 +7,21 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "Utf8.h"
+
 namespace korvane::exchange {
 namespace {
 
 /// A byte that is no text is this surrogate plus the byte, as in the object model's own texts.
 constexpr char32_t kByteEscapes = 0xDC00;
 
-constexpr char32_t ByteAt(std::string_view text, std::size_t at) {
-    return static_cast<unsigned char>(text[at]);
-}
-
-/// What may come after a lead byte: how many continuation bytes, and the range of the first of them.
-struct Sequence {
-    std::size_t continuations;
-    char32_t first;
-    char32_t last;
-};
-
-/// Without continuations where the byte leads nothing. Forms that are longer than needed, surrogates and what
-/// is beyond U+10FFFF are excluded by the second byte.
-constexpr Sequence SequenceOf(char32_t lead) {
-    if (lead < 0xC2 || lead > 0xF4) {
-        return {0, 0, 0};
-    }
-    if (lead < 0xE0) {
-        return {1, 0x80, 0xBF};
-    }
-    if (lead < 0xF0) {
-        return {2, lead == 0xE0 ? 0xA0U : 0x80U, lead == 0xED ? 0x9FU : 0xBFU};
-    }
-    return {3, lead == 0xF0 ? 0x90U : 0x80U, lead == 0xF4 ? 0x8FU : 0xBFU};
-}
-
 /// Takes the code point at the place, or the escape of the one byte there.
 char32_t TakeUtf8(std::string_view text, std::size_t& at) {
-    const char32_t lead = ByteAt(text, at++);
-    if (lead < 0x80) {
-        return lead;
-    }
-    const Sequence sequence = SequenceOf(lead);
-    if (sequence.continuations == 0 || text.size() - at < sequence.continuations ||
-        ByteAt(text, at) < sequence.first || ByteAt(text, at) > sequence.last) {
-        return kByteEscapes + lead;
-    }
-    char32_t codePoint = lead & (0x3FU >> sequence.continuations);
-    for (std::size_t next = 0; next < sequence.continuations; ++next) {
-        const char32_t byte = ByteAt(text, at + next);
-        if ((byte & 0xC0U) != 0x80) {
-            return kByteEscapes + lead;
-        }
-        codePoint = (codePoint << 6U) | (byte & 0x3FU);
-    }
-    at += sequence.continuations;
-    return codePoint;
+    char32_t character = 0;
+    std::size_t length = 1;
+    const bool isText = DecodeUtf8(text, at, character, length);
+    at += length;
+    return isText ? character : kByteEscapes + character;
 }
 
 template <std::size_t UnitSize = sizeof(wchar_t)>

@@ -19,12 +19,6 @@ std::string Became(const OuString& from, const OuString& to) {
     return Excerpt(Utf8Of(from)) + " becomes " + Excerpt(Utf8Of(to));
 }
 
-OuString NameOf(CAEObject& object) {
-    OuString name;
-    object.getName(name);
-    return name;
-}
-
 OuString ExportedType(CAEProject& project) {
     OuString type = project.getAdditionalType();
     type.MakeUpper();

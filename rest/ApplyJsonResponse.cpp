@@ -1,3 +1,5 @@
+#include <korvanejson/CaeRest.h>
+
 #include "Answer.h"
 #include "ResponseKeys.h"
 

@@ -47,12 +47,11 @@ void SetKey(CAEObject& target, const ResponseKey& key) {
     target.setDBKey(TextFromAnsi(key.Key()));
 }
 
-bool TakeDisplayName(const JSONNode& answer, CAEObject& object) {
+void TakeDisplayName(const JSONNode& answer, CAEObject& object) {
     auto* const project =
         KindOf(object) == format::Kind::kProject ? dynamic_cast<CAEProject*>(&object) : nullptr;
     const JSONNode* const name = project == nullptr ? nullptr : FindMember(answer, format::member::kName);
     if (name != nullptr) {
         project->SetDisplayName(WideValue(*name));
     }
-    return name != nullptr;
 }

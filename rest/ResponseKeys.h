@@ -39,6 +39,5 @@ std::vector<ResponseKey> ReadResponseKeys(const JSONNode& answer);
 /// Sets the key on an object that it is for.
 void SetKey(CAEObject& target, const ResponseKey& key);
 
-/// The answer's name becomes the display name of the object, where that is a project. Returns whether the
-/// answer has one.
-bool TakeDisplayName(const JSONNode& answer, CAEObject& object);
+/// The answer's name becomes the display name of the object, where that is a project.
+void TakeDisplayName(const JSONNode& answer, CAEObject& object);

@@ -2,7 +2,7 @@
 
 #include <EmbeddedModel.h>
 
-#include "ObjectTexts.h"
+#include "host/document/ObjectTexts.h"
 
 namespace host {
 

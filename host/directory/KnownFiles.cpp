@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "ObjectTexts.h"
 #include "RelativePath.h"
+#include "host/document/ObjectTexts.h"
 #include "host/document/ProjectObjects.h"
 #include "host/system/Text.h"
 

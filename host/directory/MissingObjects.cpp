@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "ObjectTexts.h"
 #include "host/document/ObjectLists.h"
+#include "host/document/ObjectTexts.h"
 #include "host/document/ProjectObjects.h"
 
 namespace host {

@@ -6,9 +6,9 @@
 #include <array>
 
 #include "KnownFiles.h"
-#include "ObjectTexts.h"
 #include "RelativePath.h"
 #include "host/document/ObjectLists.h"
+#include "host/document/ObjectTexts.h"
 
 namespace host {
 namespace {

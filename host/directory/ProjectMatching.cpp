@@ -4,8 +4,8 @@
 
 #include <span>
 
-#include "ObjectTexts.h"
 #include "RelativePath.h"
+#include "host/document/ObjectTexts.h"
 
 namespace host {
 namespace {

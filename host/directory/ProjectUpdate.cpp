@@ -13,10 +13,10 @@
 #include "MergedOrder.h"
 #include "MergedRoles.h"
 #include "MissingObjects.h"
-#include "ObjectTexts.h"
 #include "ProjectMatching.h"
 #include "ScannedObjects.h"
 #include "host/document/ObjectLists.h"
+#include "host/document/ObjectTexts.h"
 
 namespace host {
 namespace {

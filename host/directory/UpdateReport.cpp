@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "ObjectTexts.h"
 #include "RelativePath.h"
+#include "host/document/ObjectTexts.h"
 #include "host/system/Text.h"
 
 namespace host {

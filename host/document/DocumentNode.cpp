@@ -7,7 +7,6 @@
 #include <type_traits>
 #include <utility>
 
-#include "NodeWalker.h"
 #include "exchange/NullKeys.h"
 #include "format/MemberNames.h"
 #include "host/system/Text.h"

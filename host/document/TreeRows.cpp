@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "ObjectLists.h"
+#include "ObjectTexts.h"
 #include "format/Kinds.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Text.h"
@@ -42,12 +43,6 @@ struct Level {
     std::vector<CAEObject*> children;
     std::size_t next = 0;
 };
-
-OuString NameOf(const CAEObject& object) {
-    OuString name;
-    object.getName(name);
-    return name;
-}
 
 std::string RoleOf(const korvane::FileRoles& roles, const std::set<int>& meshes, int file) {
     if (file == roles.cadFile) {

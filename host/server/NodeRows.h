@@ -5,10 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "host/document/NodeWalker.h"
+#include "exchange/NodeWalker.h"
 #include "host/system/Database.h"
 
 namespace host {
+
+using korvane::exchange::NodePlace;
 
 /// A node that belongs to another one.
 struct NodeBelow {

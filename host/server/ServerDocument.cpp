@@ -13,6 +13,9 @@
 
 namespace member = format::member;
 using format::Kind;
+using korvane::exchange::NodeVisit;
+using korvane::exchange::SectionOrder;
+using korvane::exchange::WalkNodes;
 
 namespace host {
 namespace {

@@ -9,11 +9,13 @@
 #include <vector>
 
 #include "ServerPath.h"
+#include "exchange/NodeWalker.h"
 #include "format/MemberName.h"
-#include "host/document/NodeWalker.h"
 #include "host/system/Notes.h"
 
 namespace host {
+
+using korvane::exchange::NodePlace;
 
 /// A node of a document, and what the database has for it.
 struct StoredNode {

@@ -6,13 +6,15 @@
 #include <string>
 #include <string_view>
 
-#include "host/document/NodeWalker.h"
+#include "exchange/NodeWalker.h"
 #include "host/system/Database.h"
 #include "host/system/DatabaseCheck.h"
 #include "host/system/RowHash.h"
 
 /// The tables of the server's database.
 namespace host {
+
+using korvane::exchange::NodePlace;
 
 /// "KvSv" as a number.
 ///

@@ -3,9 +3,11 @@
 #include <korvaneexchange/Text.h>
 
 #include <cstddef>
-#include <initializer_list>
 #include <string>
 #include <string_view>
+
+#include "support/Utf8Texts.h"
+#include "support/WideLiteral.h"
 
 using korvane::exchange::FromUtf8;
 using korvane::exchange::ToUtf8;
@@ -18,54 +20,6 @@ std::wstring WideOf(const OuString& text) {
 
 std::string Utf8Of(const std::wstring& wide) {
     return ToUtf8(OuString(wide.data(), wide.size()));
-}
-
-/// The wide characters of code points, among them surrogates as they are.
-std::wstring Wide(std::u32string_view codePoints) {
-    std::wstring wide;
-    for (const char32_t codePoint : codePoints) {
-        if (sizeof(wchar_t) == 2 && codePoint > 0xFFFF) {
-            wide += static_cast<wchar_t>(0xD7C0 + (codePoint >> 10));
-            wide += static_cast<wchar_t>(0xDC00 + (codePoint & 0x3FF));
-        } else {
-            wide += static_cast<wchar_t>(codePoint);
-        }
-    }
-    return wide;
-}
-
-std::string Bytes(std::initializer_list<int> values) {
-    std::string bytes;
-    for (const int value : values) {
-        bytes += static_cast<char>(static_cast<unsigned char>(value));
-    }
-    return bytes;
-}
-
-/// The wide form of bytes that are no text: one lone surrogate each.
-std::wstring Escaped(const std::string& bytes) {
-    std::wstring wide;
-    for (const char byte : bytes) {
-        wide += static_cast<wchar_t>(0xDC00 + static_cast<unsigned char>(byte));
-    }
-    return wide;
-}
-
-/// UTF-8 by its definition.
-std::string Encoded(char32_t codePoint) {
-    const auto bits = [codePoint](unsigned shift, unsigned count) {
-        return static_cast<int>((codePoint >> shift) & ((1U << count) - 1));
-    };
-    if (codePoint < 0x80) {
-        return Bytes({bits(0, 7)});
-    }
-    if (codePoint < 0x800) {
-        return Bytes({0xC0 + bits(6, 5), 0x80 + bits(0, 6)});
-    }
-    if (codePoint < 0x10000) {
-        return Bytes({0xE0 + bits(12, 4), 0x80 + bits(6, 6), 0x80 + bits(0, 6)});
-    }
-    return Bytes({0xF0 + bits(18, 3), 0x80 + bits(12, 6), 0x80 + bits(6, 6), 0x80 + bits(0, 6)});
 }
 
 }  // namespace
@@ -85,7 +39,7 @@ TEST(ExchangeText, HasEveryCharacterOfUnicode) {
             codePoints += codePoint;
         }
     }
-    const std::wstring wide = Wide(codePoints);
+    const std::wstring wide = WideText(codePoints);
     EXPECT_TRUE(Utf8Of(wide) == utf8);
     EXPECT_TRUE(WideOf(FromUtf8(utf8)) == wide);
 }
@@ -137,7 +91,7 @@ TEST(ExchangeText, KeepsEveryByteOfShortSequences) {
 }
 
 TEST(ExchangeText, WritesOtherLoneSurrogatesInThreeBytes) {
-    EXPECT_EQ(Utf8Of(Wide(U"\x41") + static_cast<wchar_t>(0xD83D)), "A\xED\xA0\xBD");
+    EXPECT_EQ(Utf8Of(WideText(U"\x41") + static_cast<wchar_t>(0xD83D)), "A\xED\xA0\xBD");
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xD83D), L'z'}), "\xED\xA0\xBDz");
     EXPECT_EQ(Utf8Of(std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xE000)}),
               "\xED\xA0\xBD\xEE\x80\x80");

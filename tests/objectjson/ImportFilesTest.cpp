@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ConverterSupport.h"
+#include "objectjson/Sections.h"
 #include "platform/korvane/Ask.h"
 #include "support/ModelBuilders.h"
 
@@ -109,6 +110,17 @@ TEST(ImportFiles, FileWithARoleOnAnyOtherKindIsAttachedToNothing) {
             Attached other(kind, type);
             EXPECT_EQ(FileIdsOf(other.object), Ids{}) << kind << " " << type;
             EXPECT_EQ(other.project->getFile(3)->getFileType(), type);
+        }
+    }
+}
+
+TEST(ImportFiles, WhatIsAttachedIsKnownBefore) {
+    for (const _tagCAEObjectType kind : kObjectKinds) {
+        for (int type = 0; type < 14; ++type) {
+            Attached owner(kind, static_cast<_tagFileType>(type));
+            EXPECT_EQ(IsAttached(static_cast<format::FileType>(type), KindOf(owner.object)),
+                      !FileIdsOf(owner.object).empty())
+                << kind << " " << type;
         }
     }
 }

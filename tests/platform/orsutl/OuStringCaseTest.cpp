@@ -4,7 +4,7 @@
 #include <string>
 
 #include "OuString.h"
-#include "WideLiteral.h"
+#include "support/WideLiteral.h"
 
 namespace {
 

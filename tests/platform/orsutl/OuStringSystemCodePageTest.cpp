@@ -5,7 +5,7 @@
 
 #include "CodePageExamples.h"
 #include "OuString.h"
-#include "WideLiteral.h"
+#include "support/WideLiteral.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "../../../platform/orsutl/SystemCodePage.h"
 #include "CodePageExamples.h"
-#include "WideLiteral.h"
+#include "support/WideLiteral.h"
 
 namespace {
 
