@@ -21,3 +21,12 @@ inline constexpr bool kIsSanitized =
 #else
     false;
 #endif
+
+/// Whether a sample of the moments at which files fail, or programs are killed, is enough: Linux without
+/// sanitizers tries more of them, and what the program does then is the same everywhere.
+inline constexpr bool kIsSample =
+#if defined(_WIN32)
+    true;
+#else
+    kIsSanitized;
+#endif

@@ -19,6 +19,8 @@ namespace {
 /// So many studies that the database is larger than what SQLite keeps in memory.
 constexpr int kManyStudies = 700;
 constexpr std::uintmax_t kKibibyte = 1024;
+/// Disks and limits of so many sizes, between what is there and what the command needs.
+const std::uintmax_t kLevels = kIsSample && !IsLongRun() ? 4 : 10;
 
 std::uintmax_t SizeOf(const std::optional<std::string>& bytes) {
     return bytes ? bytes->size() : 0;
@@ -52,10 +54,10 @@ TEST_P(ProgramFailures, OfFilesThatMustNotGrowAnyMoreAreReportedAsTheyAre) {
     const CommandFolder folder(GetParam(), kManyStudies);
     const std::uintmax_t size = NewSize(folder);
     int failed = 0;
-    for (std::uintmax_t level = 0; level < 10; ++level) {
+    for (std::uintmax_t level = 0; level < kLevels; ++level) {
         folder.Reset();
         // In units of 512 bytes. The signal would end the program before it could say anything.
-        const std::uintmax_t limit = size * (2 * level + 1) / 20 / 512;
+        const std::uintmax_t limit = size * (2 * level + 1) / (2 * kLevels) / 512;
         const ProcessResult result =
             RunAfter("trap '' XFSZ; ulimit -f " + std::to_string(limit) + "; exec \"$@\"", folder);
         SCOPED_TRACE(std::to_string(limit * 512) + " of " + std::to_string(size) + " bytes");
@@ -76,12 +78,12 @@ TEST_P(ProgramFailures, OfAFullDiskAreReportedAsTheyAre) {
     folder.Reset();
     const std::uintmax_t oldSize = SizeOf(folder.Bytes());
     int failed = 0;
-    for (std::uintmax_t level = 0; level < 10; ++level) {
+    for (std::uintmax_t level = 0; level < kLevels; ++level) {
         folder.Reset();
         std::filesystem::remove_all(folder.Path() / "result");
         std::filesystem::copy(folder.Path() / "work", folder.Path() / "result");
         // From no room at all beyond the old file to room for a new one and the journal.
-        const std::uintmax_t room = oldSize + 4 * kKibibyte + (size + oldSize) * level / 10;
+        const std::uintmax_t room = oldSize + 4 * kKibibyte + (size + oldSize) * level / kLevels;
         const ProcessResult result = RunAfter(
             mount + std::to_string(room / kKibibyte) +
                 "k tmpfs work && cp -a result/. work && { \"$@\"; status=$?; rm -rf result/* result/.k*; "
@@ -138,7 +140,7 @@ TEST_P(ProgramFailures, AKilledProgramLeavesTheOldFileOrTheNewOne) {
     std::uniform_int_distribution<std::int64_t> moments(0, duration.count());
     int killed = 0;
     int old = 0;
-    const int kills = IsLongRun() ? 200 : 20;
+    const int kills = IsLongRun() ? 200 : kIsSample ? 8 : 20;
     for (int number = 0; number < kills; ++number) {
         folder.Reset();
         // The first one is killed before it could do anything.
