@@ -3,13 +3,13 @@
 #include <korvanejson/Module.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <new>
 
 #include "Commands.h"
+#include "Complaint.h"
 #include "ExitStatus.h"
+#include "HelpText.h"
 #include "Output.h"
-#include "host/system/Text.h"
 
 namespace host {
 namespace {
@@ -45,52 +45,19 @@ constexpr const char* kNotes =
     "  korvane-json update projects/bracket bracket.kvp\n"
     "  korvane-json import bracket.json rebuilt.kvp\n"
     "  korvane-json compare bracket.kvp rebuilt.kvp\n"
-    "  korvane-json export --help\n";
+    "  korvane-json help export\n";
 
 using AddCommand = void (*)(CLI::App& program, Console& console, int& status);
 /// The commands, in the order in which the help lists them.
 constexpr AddCommand kCommands[] = {
     AddTreeCommand,  AddExportCommand, AddNewCommand,    AddUpdateCommand,  AddStoreCommand,
-    AddApplyCommand, AddFetchCommand,  AddImportCommand, AddCompareCommand,
+    AddApplyCommand, AddFetchCommand,  AddImportCommand, AddCompareCommand, AddHelpCommand,
 };
-
-/// What is wrong with the arguments, naming the one that is wrong.
-std::string Complaint(const CLI::ParseError& error, const CLI::App& program) {
-    const std::vector<std::string> unknown = program.remaining();
-    if (program.get_subcommands().empty() && !unknown.empty()) {
-        return "there is no " + std::string(unknown.front().starts_with("-") ? "option" : "command") + ' ' +
-               Quoted(unknown.front());
-    }
-    const bool isExtra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
-    // A misspelt option is reported, rather than that the name in whose place it stands is missing.
-    if ((isExtra || dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) &&
-        !program.get_subcommands().empty()) {
-        const std::vector<std::string> left = program.get_subcommands().front()->remaining();
-        for (const std::string& argument : left) {
-            if (argument.starts_with("-") && argument != "-" && argument != "--") {
-                return "there is no option " + Quoted(argument);
-            }
-        }
-        if (isExtra && !left.empty()) {
-            return Quoted(left.front()) + " is one argument too many";
-        }
-    }
-    return Printable(std::string_view(error.what()));
-}
 
 /// The version in the form that scripts read, and the banner of the library.
 std::string VersionText() {
     return std::string("korvane-json ") + KorvaneJson_get_module_info(KORVANEJSON_MODULE_VERSION) + '\n' +
            KorvaneJson_get_module_info(KORVANEJSON_MODULE_BANNER);
-}
-
-std::string HelpText(const CLI::App& asked, const std::string& before) {
-    std::string text = asked.help(before);
-    // Without memory the streams of the parser drop text in silence, but not the same text twice.
-    if (text.empty() || text != asked.help(before)) {
-        throw std::bad_alloc();
-    }
-    return text;
 }
 
 void DescribeProgram(CLI::App& program) {
@@ -126,20 +93,16 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
         addCommand(program, console, status);
     }
 
-    // The parser expects the arguments in reverse order.
-    std::ranges::reverse(arguments);
     try {
-        program.parse(std::move(arguments));
+        // The parser expects the arguments in reverse order.
+        program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
         const std::vector<CLI::App*> chosen = program.get_subcommands();
-        const CLI::App& asked = chosen.empty() ? program : *chosen.front();
-        return Print(HelpText(asked, chosen.empty() ? "" : program.get_name()), console);
+        return Print(HelpText(program, chosen.empty() ? nullptr : chosen.front()), console);
     } catch (const CLI::CallForVersion& version) {
         return Print(std::string(version.what()) + '\n', console);
     } catch (const CLI::ParseError& error) {
-        const std::vector<CLI::App*> chosen = program.get_subcommands();
-        const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + ' ';
-        console.Say(Complaint(error, program) + ". See 'korvane-json " + command + "--help'");
+        console.Say(ComplaintOf(error, program, arguments));
         return kBadUsage;
     } catch (const std::bad_alloc&) {
         // The parser needs memory even after it has run the command, whose end counts.

@@ -41,4 +41,7 @@ inline constexpr const char* kCompareName = "compare";
 /// Adds `compare`, which says how two projects or documents differ, apart from what documents do not carry.
 void AddCompareCommand(CLI::App& program, Console& console, int& status);
 
+/// Adds `help`, which prints the help of a command.
+void AddHelpCommand(CLI::App& program, Console& console, int& status);
+
 }  // namespace host

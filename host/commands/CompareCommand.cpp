@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "Complaint.h"
 #include "ExitStatus.h"
 #include "KeepUntilExit.h"
 #include "Options.h"
@@ -147,7 +148,7 @@ int Compare(const CompareOptions& options, Console& console) {
 }
 
 /// What is wrong with the two names; empty if nothing is.
-std::string Complaint(const CompareOptions& options) {
+std::string NamesComplaint(const CompareOptions& options) {
     if (options.first.empty()) {
         return "give two projects or documents to compare";
     }
@@ -188,8 +189,8 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
                 "Objects are compared by database key, else by names and kinds, else by position.\n"
                 "Exit status: 0 the same, 1 different, 2 trouble");
     command.callback([options, &console, &status] {
-        if (const std::string complaint = Complaint(*options); !complaint.empty()) {
-            console.Say(complaint + ". See 'korvane-json compare --help'");
+        if (const std::string complaint = NamesComplaint(*options); !complaint.empty()) {
+            console.Say(UsageMessage(complaint, kCompareName));
             status = kBadUsage;
             return;
         }

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "Commands.h"
+#include "Complaint.h"
 #include "DatabaseCommand.h"
 #include "Done.h"
 #include "ExitStatus.h"
@@ -40,6 +41,21 @@ std::optional<OpenedProject> MakeProject(const NewOptions& options, Console& con
                        console);
 }
 
+/// What is wrong with the names; empty if nothing is.
+std::string NamesComplaint(const NewOptions& options) {
+    if (options.first.empty() || options.second.empty() != options.isEmpty) {
+        return std::string("give ") +
+               (options.isEmpty ? "only a project file with --empty" : "a directory and a project file");
+    }
+    if (!options.isForced && !HasProjectFileName(options.File())) {
+        return Quoted(options.File()) +
+               " would become a project file, and its name does not end in .kvp. Give another name, or "
+               "--force "
+               "if that is meant; 'korvane-json export' writes documents";
+    }
+    return {};
+}
+
 int MakeProjectFile(const NewOptions& options, Console& console) {
     const std::filesystem::path file = PathFromUtf8(options.File());
     std::error_code error;
@@ -70,10 +86,9 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
             const ObjectCounts counts = CountObjects(*reading->project);
-            console.Say(Quoted(options.File()) + ": a project with " +
-                        FormatCount(counts.objects, "object", "objects") + " and " +
-                        FormatCount(counts.files, "file", "files") +
-                        (isThere ? ", replacing the one that was there" : ""));
+            console.Say(Quoted(options.File()) + ": " + FormatCount(counts.objects, "object", "objects") +
+                        ", the project among them, and " + FormatCount(counts.files, "file", "files") +
+                        (isThere ? ", in place of the project that was there" : ""));
             SayDryRun(options.isDryRun, console);
             return Finish({{}, options.isStrict}, *reading, console);
         });
@@ -88,15 +103,15 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<NewOptions>();
     CLI::App& command = *program.add_subcommand(
         "new", "Create a project file from a directory of studies, or one without objects");
-    CLI::Option* const first =
-        command
-            .add_option("DIR", options->first,
-                        "The directory with the studies, or a project file; omit it with --empty")
-            ->type_name("");
-    CLI::Option* const second =
-        command.add_option("PROJECT.kvp", options->second, "The project file to create")->type_name("");
+    command
+        .add_option("DIR", options->first,
+                    "The directory with the studies, or a project file; omit it with --empty")
+        ->type_name("");
+    command.add_option("PROJECT.kvp", options->second, "The project file to create")->type_name("");
     command.add_flag("--empty", options->isEmpty, "Create a project without objects");
-    command.add_flag("--force", options->isForced, "Replace the project in an existing project file");
+    command.add_flag("--force", options->isForced,
+                     "Replace the project in an existing project file, and take a name for the project\n"
+                     "file that does not end in .kvp");
     command.add_flag("--strict", options->isStrict,
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
                      "that a document cannot carry.\n"
@@ -108,12 +123,9 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
         "  korvane-json new --empty rebuilt.kvp\n",
         "A project file is a SQLite 3 database. It holds everything about the project and its objects,\n"
         "identifiers included, except versions of objects, which no command creates.");
-    command.callback([options, first, second, &console, &status] {
-        if (first->empty() || second->empty() != options->isEmpty) {
-            console.Say(
-                std::string("give ") +
-                (options->isEmpty ? "only a project file with --empty" : "a directory and a project file") +
-                ". See 'korvane-json new --help'");
+    command.callback([options, &console, &status] {
+        if (const std::string complaint = NamesComplaint(*options); !complaint.empty()) {
+            console.Say(UsageMessage(complaint, "new"));
             status = kBadUsage;
             return;
         }

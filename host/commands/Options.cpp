@@ -4,9 +4,28 @@
 #include <charconv>
 #include <system_error>
 
+#include "host/system/NearestWord.h"
 #include "host/system/Text.h"
 
 namespace host {
+namespace {
+
+std::string Joined(const std::vector<std::string>& words, const std::string& between,
+                   const std::string& beforeLast) {
+    std::string text;
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        text += (index == 0 ? "" : index + 1 < words.size() ? between : beforeLast) + words[index];
+    }
+    return text;
+}
+
+/// `neither a nor b`, `none of a, b and c`
+std::string NoneOf(const std::vector<std::string>& words) {
+    return words.size() == 2 ? "neither " + Joined(words, "", " nor ")
+                             : "none of " + Joined(words, ", ", " and ");
+}
+
+}  // namespace
 
 void AddInputOptions(CLI::App& command, InputOptions& options) {
     command.add_option("DIR", options.input, "The directory with the studies, or a project file")
@@ -31,15 +50,20 @@ void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::s
 }
 
 void AddChoice(CLI::App& command, const std::string& name, std::string& word,
-               const std::array<std::string, 2>& words, const std::string& type,
+               const std::vector<std::string>& words, const std::string& type,
                const std::string& description) {
-    const auto check = [words](const std::string& text) -> std::string {
-        const bool isKnown = text == words[0] || text == words[1];
-        return isKnown ? "" : Quoted(text) + " is neither " + words[0] + " nor " + words[1];
+    const auto choose = [words](std::string& text) -> std::string {
+        for (const std::string& known : words) {
+            if (ToUpperAscii(text) == ToUpperAscii(known)) {
+                text = known;
+                return "";
+            }
+        }
+        return Quoted(text) + " is " + NoneOf(words) + DidYouMean(NearestWord(text, words));
     };
     command.add_option(name, word, description)
         ->type_name(type)
-        ->check(CLI::Validator(check, "{" + words[0] + "," + words[1] + "}"));
+        ->transform(CLI::Validator(choose, "{" + Joined(words, ",", ",") + "}"));
 }
 
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -22,9 +22,10 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 /// Adds --object, which takes an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
 
-/// Adds an option that takes one of two words.
+/// Adds an option that takes one of several words, in any letter case. `word` becomes it as it is in the
+/// list.
 void AddChoice(CLI::App& command, const std::string& name, std::string& word,
-               const std::array<std::string, 2>& words, const std::string& type,
+               const std::vector<std::string>& words, const std::string& type,
                const std::string& description);
 
 /// Adds the end of a command's help: the notes, if there are any, and the examples.

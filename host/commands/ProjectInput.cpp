@@ -41,6 +41,10 @@ std::optional<OpenedProject> OpenDirectory(const std::string& name,
 
 }  // namespace
 
+bool HasProjectFileName(const std::string& name) {
+    return ToUpperAscii(name).ends_with(kExtension);
+}
+
 InputKind KindOfInput(const std::string& name) {
     if (name == kStandardStream) {
         return InputKind::Document;
@@ -51,8 +55,8 @@ InputKind KindOfInput(const std::string& name) {
         return InputKind::Directory;
     }
     std::error_code ignored;
-    return IsDatabaseFile(file, ignored) || ToUpperAscii(name).ends_with(kExtension) ? InputKind::ProjectFile
-                                                                                     : InputKind::Document;
+    return IsDatabaseFile(file, ignored) || HasProjectFileName(name) ? InputKind::ProjectFile
+                                                                     : InputKind::Document;
 }
 
 std::optional<OpenedProject> OpenProject(const InputOptions& options,

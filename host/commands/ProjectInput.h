@@ -16,6 +16,9 @@ namespace host {
 
 enum class InputKind { Directory, ProjectFile, Document };
 
+/// Whether the name ends as those of project files do: in .kvp.
+bool HasProjectFileName(const std::string& name);
+
 /// A file is a project file if it begins as SQLite databases do, or if its name ends in .kvp. Any other file
 /// is a document, and so is - (the standard input). Everything else is a directory, whether it exists or not.
 InputKind KindOfInput(const std::string& name);

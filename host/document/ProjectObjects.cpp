@@ -36,10 +36,8 @@ void VisitProject(CAEProject& project,
 
 ObjectCounts CountObjects(CAEProject& project) {
     ObjectCounts counts;
-    VisitProject(project, [&](const CAEObject& object, const ObjectPlace& place) {
-        if (place.above != nullptr) {
-            ++(object.getType() == CAE_FILE ? counts.files : counts.objects);
-        }
+    VisitProject(project, [&](const CAEObject& object, const ObjectPlace&) {
+        ++(object.getType() == CAE_FILE ? counts.files : counts.objects);
     });
     return counts;
 }

@@ -26,7 +26,7 @@ void VisitProject(CAEProject& project,
                   const std::function<void(CAEObject& object, const ObjectPlace& place)>& visitor);
 
 struct ObjectCounts {
-    /// Objects that are not files, without the project itself.
+    /// Objects that are not files, the project itself among them.
     std::size_t objects = 0;
     /// Files among the children and files of projects.
     std::size_t files = 0;

@@ -202,8 +202,12 @@ JSONNode StoreDocument(Database& database, const JSONNode& document, const Store
         CreateServerIndexes(database);
         WriteChecksum(database, kServerKind, static_cast<std::int64_t>(sum.Value()));
     }
-    for (const StoredNode& stored : nodes) {
-        ++(stored.IsFile() ? report.files : report.objects);
+    for (std::size_t index = 0; index < nodes.size(); ++index) {
+        if (!nodes[index].IsFile()) {
+            ++report.objects;
+        } else if (nodes[index].first == index) {
+            ++report.files;
+        }
     }
     console.ClearProgress();
     return MakeAnswer(nodes);

@@ -10,7 +10,7 @@ namespace host {
 
 /// What storing a document did.
 struct StoreReport {
-    /// Object nodes and file records of the document.
+    /// Object nodes of the document, and its files: one that is attached to several objects counts once.
     std::size_t objects = 0;
     std::size_t files = 0;
     /// Of both, those that the database did not know before.

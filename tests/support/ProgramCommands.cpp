@@ -12,6 +12,7 @@ std::ostream& operator<<(std::ostream& stream, const ProgramCommand& command) {
 const std::vector<ProgramCommand>& AllCommands() {
     static const std::vector<ProgramCommand> commands = {
         {"Help", {"--help"}},
+        {"HelpOfCommand", {"help", "export"}},
         {"TreeOfDirectory", {"tree", "given/studies"}},
         {"TreeOfDocument", {"tree", "given/document.json"}},
         {"Tree", {"tree", "work/p.kvp"}, FileUse::Reads, "p.kvp"},

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <regex>
 
 #include "host/commands/ProgramSupport.h"
 
@@ -24,7 +25,7 @@ protected:
 TEST_F(ProgramProjectFile, NewKeepsADirectory) {
     WriteStudies();
     EXPECT_EQ(DoAfterDryRun({"new", "root", "p.kvp"}),
-              "korvane-json: 'p.kvp': a project with 5 objects and 3 files\n");
+              "korvane-json: 'p.kvp': 6 objects, the project among them, and 3 files\n");
     EXPECT_EQ(OutputOf({"export", "p.kvp"}), OutputOf({"export", "root"}));
     EXPECT_EQ(OutputOf({"tree", "p.kvp"}), OutputOf({"tree", "root"}));
     EXPECT_EQ(OutputOf({"export", "p.kvp", "--object", "3", "--mode", "STUDY"}),
@@ -33,17 +34,17 @@ TEST_F(ProgramProjectFile, NewKeepsADirectory) {
 
 TEST_F(ProgramProjectFile, NewMakesAProjectWithoutObjects) {
     EXPECT_EQ(DoAfterDryRun({"new", "--empty", "p.kvp"}),
-              "korvane-json: 'p.kvp': a project with 0 objects and 0 files\n");
+              "korvane-json: 'p.kvp': 1 object, the project among them, and 0 files\n");
     EXPECT_EQ(OutputOf({"tree", "p.kvp"}), "p  Project  #1  Simulation\n\n0 files (0 B)\n");
 }
 
 TEST_F(ProgramProjectFile, NamesInBracketsAreNamesLikeOthers) {
     folder.Write("[a,b]/plan.csv", "1\n");
     folder.Write("a/other.csv", "1\n");
-    Do({"new", "[a,b]", "[p]"});
-    EXPECT_TRUE(std::filesystem::exists(folder / "[p]"));
-    EXPECT_NE(OutputOf({"tree", "[p]"}).find("plan.csv"), std::string::npos);
-    EXPECT_EQ(Run({"compare", "[a,b]", "[p]"}).status, 0);
+    Do({"new", "[a,b]", "[p].kvp"});
+    EXPECT_TRUE(std::filesystem::exists(folder / "[p].kvp"));
+    EXPECT_NE(OutputOf({"tree", "[p].kvp"}).find("plan.csv"), std::string::npos);
+    EXPECT_EQ(Run({"compare", "[a,b]", "[p].kvp"}).status, 0);
     EXPECT_EQ(Run({"compare", "[a]", "a"}).status, 2);
 }
 
@@ -53,6 +54,42 @@ TEST_F(ProgramProjectFile, NewAsksForWhatIsMissing) {
     ExpectRefused({"new", "root"}, "give a directory and a project file" + help, 2);
     ExpectRefused({"new", "--empty"}, "give only a project file with --empty" + help, 2);
     ExpectRefused({"new", "--empty", "root", "p.kvp"}, "give only a project file with --empty" + help, 2);
+}
+
+TEST_F(ProgramProjectFile, NewAsksWhetherAnotherNameThanThatOfAProjectFileIsMeant) {
+    WriteStudies();
+    for (const std::string name : {"out.json", "out", ".kvp.json", "kvp"}) {
+        const std::string asks = "'" + name +
+                                 "' would become a project file, and its name does not end in .kvp. Give "
+                                 "another name, or --force if that is meant; 'korvane-json export' writes "
+                                 "documents. See 'korvane-json new --help'";
+        ExpectRefused({"new", "root", name}, asks, 2);
+        ExpectRefused({"new", "--empty", name}, asks, 2);
+        ExpectRefused({"new", "root", name, "--dry-run"}, asks, 2);
+    }
+    Do({"new", "root", "out.KVP"});
+    EXPECT_EQ(DoAfterDryRun({"new", "root", "out.json", "--force"}),
+              "korvane-json: 'out.json': 6 objects, the project among them, and 3 files\n");
+    EXPECT_EQ(OutputOf({"tree", "out.json"}), OutputOf({"tree", "root"}));
+    folder.Write("document.json", "{}");
+    ExpectRefused({"new", "root", "document.json", "--force"},
+                  "'document.json' is not a SQLite database. Nothing was changed");
+}
+
+TEST_F(ProgramProjectFile, NewCountsWhatStoreCounts) {
+    WriteStudies();
+    // The files of a single study are those of the project and those of the study.
+    for (const std::string directory : {"root", "root/beam"}) {
+        const std::string made = Do({"new", directory, "p.kvp", "--force"});
+        Do({"export", "p.kvp", "-o", "d.json"});
+        const std::string stored = Do({"store", "d.json", "--db", directory + ".db", "-o", "a.json"});
+        const bool isStudy = directory != "root";
+        const std::string files = isStudy ? "2 files" : "3 files";
+        const std::string objects = isStudy ? "6 objects" : "6 objects";
+        EXPECT_NE(made.find(": " + objects + ", the project among them, and " + files), std::string::npos)
+            << made;
+        EXPECT_NE(stored.find(": " + objects + " and " + files + " stored, "), std::string::npos) << stored;
+    }
 }
 
 TEST_F(ProgramProjectFile, NewLeavesWhatIsThereUnlessItIsForced) {
@@ -69,9 +106,9 @@ TEST_F(ProgramProjectFile, NewLeavesWhatIsThereUnlessItIsForced) {
     ExpectRefused({"new", "root", "empty.kvp", "--force"},
                   "'empty.kvp' is an empty file, not a project file. Nothing was changed");
     ExpectRefused({"new", "root", "root", "--force"}, "'root' is not a file. Nothing was changed");
-    EXPECT_EQ(
-        DoAfterDryRun({"new", "root", "p.kvp", "--force"}),
-        "korvane-json: 'p.kvp': a project with 5 objects and 3 files, replacing the one that was there\n");
+    EXPECT_EQ(DoAfterDryRun({"new", "root", "p.kvp", "--force"}),
+              "korvane-json: 'p.kvp': 6 objects, the project among them, and 3 files, in place of the "
+              "project that was there\n");
     EXPECT_EQ(OutputOf({"export", "p.kvp"}), OutputOf({"export", "root"}));
 }
 
@@ -79,8 +116,8 @@ TEST_F(ProgramProjectFile, NewDoesNotReadTheProjectFileThatItMakes) {
     WriteStudies();
     Do({"new", "root", "root/p.kvp"});
     EXPECT_EQ(Do({"new", "root", "root/p.kvp", "--force"}),
-              "korvane-json: 'root/p.kvp': a project with 5 objects and 3 files, replacing the one that was "
-              "there\n");
+              "korvane-json: 'root/p.kvp': 6 objects, the project among them, and 3 files, in place of the "
+              "project that was there\n");
 }
 
 TEST_F(ProgramProjectFile, NewRefusesBadUsageAndWhatCannotBeRead) {
@@ -465,7 +502,9 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
     const std::size_t list = overview.find("ommands:\n");
     ASSERT_NE(list, std::string::npos) << overview;
     const std::string listed = overview.substr(list, overview.find("\n\n", list) - list);
-    EXPECT_EQ(std::ranges::count(listed, '\n'), 9) << overview;
+    const std::regex line("\n  [a-z]+ +[A-Z]");
+    const std::sregex_iterator lines(listed.begin(), listed.end(), line);
+    EXPECT_EQ(std::distance(lines, std::sregex_iterator()), std::ranges::count(listed, '\n')) << overview;
     for (const auto& [command, words] : commands) {
         EXPECT_NE(overview.find(std::string("\n  ") + command + " "), std::string::npos) << overview;
         const std::string help = OutputOf({command, "--help"});

@@ -170,7 +170,7 @@ TEST_F(ProgramTrip, OfALargeTree) {
         }
     }
     const std::string made = Do({"new", "root", "first.kvp"});
-    EXPECT_EQ(made, "korvane-json: 'first.kvp': a project with 1024 objects and 1166 files\n");
+    EXPECT_EQ(made, "korvane-json: 'first.kvp': 1025 objects, the project among them, and 1166 files\n");
     GoOn();
 }
 

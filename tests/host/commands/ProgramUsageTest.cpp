@@ -56,8 +56,8 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
     ExpectUsageError({"tree"}, "DIR is required. See 'korvane-json tree --help'");
     ExpectUsageError({"tree", ".", "more"},
                      "'more' is one argument too many. See 'korvane-json tree --help'");
-    ExpectUsageError({"export", ".", "--mode", "project"},
-                     "--mode: 'project' is neither PROJECT nor STUDY. See 'korvane-json export --help'");
+    ExpectUsageError({"export", ".", "--mode", "all"},
+                     "--mode: 'all' is neither PROJECT nor STUDY. See 'korvane-json export --help'");
     ExpectUsageError({"export", ".", "--text", "pretty"},
                      "--text: 'pretty' is neither compact nor indented. See 'korvane-json export --help'");
     for (const std::string text : {"first", "", "0", "010", "0x10", "-1", "+1", "1 ", "99999999999"}) {
@@ -67,7 +67,6 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
                 "' is not an identifier; give a number like 12. See 'korvane-json export --help'");
     }
     ExpectUsageError({"tree", "--"}, "DIR is required. See 'korvane-json tree --help'");
-    ExpectUsageError({"tree", "--strct"}, "there is no option '--strct'. See 'korvane-json tree --help'");
     ExpectUsageError({"compare", "-", "-"},
                      "only one of the two can be the standard input (-). See 'korvane-json compare --help'");
     ExpectUsageError({"compare"},
@@ -80,11 +79,79 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
                      "compare --help'");
     ExpectUsageError({"compare", "a", "b", "c"},
                      "'c' is one argument too many. See 'korvane-json compare --help'");
-    ExpectUsageError({"compare", "a", "--al"},
-                     "there is no option '--al'. See 'korvane-json compare --help'");
     ExpectUsageError({"compare", "a", "b", "--ignore", "names"},
                      "--ignore: 'names' is not dates, which is all that can be ignored. See 'korvane-json "
                      "compare --help'");
+}
+
+TEST(ProgramUsage, NamesWhatWasMostLikelyMeant) {
+    ExpectUsageError({"exprot", ".", "-o", "x"},
+                     "there is no command 'exprot'; did you mean 'export'? See 'korvane-json --help'");
+    ExpectUsageError({"exprot", "tree"},
+                     "there is no command 'exprot'; did you mean 'export'? See 'korvane-json --help'");
+    ExpectUsageError({"help", "comp"},
+                     "there is no command 'comp'; did you mean 'compare'? See 'korvane-json --help'");
+    ExpectUsageError({"--versoin"},
+                     "there is no option '--versoin'; did you mean '--version'? See 'korvane-json --help'");
+    ExpectUsageError({"tree", "--strct"},
+                     "there is no option '--strct'; did you mean '--strict'? See 'korvane-json tree --help'");
+    ExpectUsageError({"compare", "a", "--al"},
+                     "there is no option '--al'; did you mean '--all'? See 'korvane-json compare --help'");
+    ExpectUsageError(
+        {"export", ".", "--objct=3"},
+        "there is no option '--objct'; did you mean '--object'? See 'korvane-json export --help'");
+    ExpectUsageError({"export", ".", "--mode", "STUDI"},
+                     "--mode: 'STUDI' is neither PROJECT nor STUDY; did you mean 'STUDY'? See 'korvane-json "
+                     "export --help'");
+    ExpectUsageError({"export", ".", "--text", "indent"},
+                     "--text: 'indent' is neither compact nor indented; did you mean 'indented'? See "
+                     "'korvane-json export --help'");
+}
+
+TEST(ProgramUsage, NamesSurplusArgumentsInTheirOrder) {
+    const std::string help = ". See 'korvane-json tree --help'";
+    ExpectUsageError({"tree", "a", "c", "b", "a"}, "'c', 'b' and 'a' are 3 arguments too many" + help);
+    ExpectUsageError({"tree", "a", "c", "--strict", "b"}, "'c' and 'b' are 2 arguments too many" + help);
+    ExpectUsageError({"tree", "a", "b", "--nothing"}, "'b' is one argument too many" + help);
+    ExpectUsageError({"tree", "a", "--nothing", "b"}, "there is no option '--nothing'" + help);
+    ExpectUsageError({"tree", "a", "--", "--b", "c"}, "'--b' and 'c' are 2 arguments too many" + help);
+    ExpectUsageError({"tree", "--", "a", "--b"}, "'--b' is one argument too many" + help);
+    ExpectUsageError({"--nothing", "tree", "a"}, "there is no option '--nothing'. See 'korvane-json --help'");
+    ExpectUsageError({"-o", "x", "export", "a"},
+                     "'-o' is an option of 'export' and comes after it. See 'korvane-json --help'");
+    ExpectUsageError({"help", "tree", "export"},
+                     "'export' is one argument too many. See 'korvane-json help --help'");
+}
+
+TEST(ProgramUsage, HelpOfACommandIsThatOfItsOption) {
+    const auto expectSame = [](const std::vector<std::string>& help, const std::vector<std::string>& option) {
+        const ProcessResult one = RunHost(help);
+        EXPECT_EQ(one.status, 0);
+        EXPECT_EQ(one.error, "");
+        EXPECT_NE(one.output, "");
+        EXPECT_EQ(one.output, RunHost(option).output);
+    };
+    expectSame({"help"}, {"--help"});
+    expectSame({"help"}, {"-h"});
+    for (const char* const command :
+         {"tree", "export", "new", "update", "store", "apply", "fetch", "import", "compare", "help"}) {
+        expectSame({"help", command}, {command, "--help"});
+    }
+}
+
+TEST(ProgramUsage, LetterCaseOfAWordDoesNotCount) {
+    const TemporaryDirectory folder;
+    folder.Write("a.inp", "*STEP\n");
+    const auto write = [&](const std::string& mode, const std::string& text) {
+        const ProcessResult result = RunProgram(
+            ProgramPath("korvane-json"),
+            {{"export", ".", "--mode", mode, "--text", text}, {{"LC_ALL", "C"}}, folder.Path(), {}, {}});
+        EXPECT_EQ(result.status, 0) << result.error;
+        return result.output;
+    };
+    EXPECT_EQ(write("study", "Indented"), write("STUDY", "indented"));
+    EXPECT_EQ(write("Project", "COMPACT"), write("PROJECT", "compact"));
+    EXPECT_NE(write("project", "compact"), write("study", "compact"));
 }
 
 TEST(ProgramUsage, FailsForARootThatCannotBeRead) {
