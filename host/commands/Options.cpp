@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <memory>
 #include <system_error>
 
 #include "host/system/NearestWord.h"
@@ -64,6 +65,15 @@ void AddChoice(CLI::App& command, const std::string& name, std::string& word,
     command.add_option(name, word, description)
         ->type_name(type)
         ->transform(CLI::Validator(choose, "{" + Joined(words, ",", ",") + "}"));
+}
+
+void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description) {
+    const auto word = std::make_shared<std::string>();
+    AddChoice(command, "--format", *word, {"text", "json"}, "FORMAT", description);
+    command.get_option("--format")->each([word, &format](const std::string& chosen) {
+        *word = chosen;
+        format = chosen == "json" ? ReportFormat::Json : ReportFormat::Text;
+    });
 }
 
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes) {

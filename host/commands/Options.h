@@ -28,6 +28,10 @@ void AddChoice(CLI::App& command, const std::string& name, std::string& word,
                const std::vector<std::string>& words, const std::string& type,
                const std::string& description);
 
+enum class ReportFormat { Text, Json };
+/// Adds --format, which takes `text` (the default) or `json`.
+void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description);
+
 /// Adds the end of a command's help: the notes, if there are any, and the examples.
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes = {});
 

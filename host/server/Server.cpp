@@ -89,6 +89,10 @@ JSONNode Server::Store(const JSONNode& document, const StoreRequest& request, St
     return answer;
 }
 
+std::vector<StoredRoot> Server::List() {
+    return ListRoots(*state_->database);
+}
+
 std::optional<FetchedRoot> Server::Find(const std::string& key) {
     return FindRoot(*state_->database, key);
 }

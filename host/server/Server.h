@@ -7,8 +7,10 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "ServerFetch.h"
+#include "ServerList.h"
 #include "ServerProject.h"
 #include "StoreReport.h"
 #include "host/system/Console.h"
@@ -61,6 +63,9 @@ public:
     JSONNode Store(const JSONNode& document, const StoreRequest& request, StoreReport& report,
                    Console& console);
 
+    /// What the database holds: the roots of the documents that were stored, by their projects in the order
+    /// in which these came. Throws DatabaseError, also if anything in the database is damaged.
+    std::vector<StoredRoot> List();
     /// The object with the key, which Fetch takes; nothing if there is no such object. Throws DatabaseError,
     /// also if anything in the database is damaged.
     std::optional<FetchedRoot> Find(const std::string& key);

@@ -82,6 +82,12 @@ const std::vector<ProgramCommand>& AllCommands() {
 
         {"Fetch", {"fetch", "KEY", "--db", "work/s.db", "-o", "out/document.json"}, FileUse::Reads, "s.db"},
 
+        {"FetchList", {"fetch", "--list", "--db", "work/s.db"}, FileUse::Reads, "s.db"},
+        {"FetchListJson",
+         {"fetch", "--list", "--format", "json", "--db", "work/s.db", "-o", "out/list.json"},
+         FileUse::Reads,
+         "s.db"},
+
         {"ImportNew", {"import", "given/document.json", "work/p.kvp"}, FileUse::Creates, "p.kvp"},
         {"Import", {"import", "given/other.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"ImportDryRun", {"import", "given/other.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},

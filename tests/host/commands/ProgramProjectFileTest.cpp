@@ -493,7 +493,7 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
         {"update", {"DIR", "PROJECT.kvp", "--remove", "--moved", "--strict", "--dry-run"}},
         {"store", {"DOCUMENT.json", "--db", "--project", "--again", "--output", "--dry-run"}},
         {"apply", {"ANSWER.json", "PROJECT.kvp", "--dry-run"}},
-        {"fetch", {"KEY", "--db", "--output"}},
+        {"fetch", {"KEY", "--db", "--list", "--format", "--output"}},
         {"import", {"DOCUMENT.json", "PROJECT.kvp", "--object", "--dry-run"}},
         {"compare", {"FIRST", "SECOND", "--all", "--ignore", "Exit status"}},
     };

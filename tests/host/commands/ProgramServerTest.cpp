@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <regex>
 
 #include "host/commands/ProgramSupport.h"
 
@@ -144,7 +145,7 @@ TEST_F(ProgramServer, RefusesWithoutChangingAnything) {
     ExpectRefused(
         {"fetch", "PRJ-1", "--db", "s.db"},
         "there is no object with the key 'PRJ-1' in 's.db'; the answer from 'korvane-json store' lists the "
-        "keys");
+        "keys, and --list those of projects");
     ExpectRefused({"store", "a.json", "--db", "text"},
                   "'text' is not a SQLite database. Nothing was changed");
     ExpectRefused({"fetch", "PRJ-1", "--db", "text"}, "'text' is not a SQLite database");
@@ -168,6 +169,63 @@ TEST_F(ProgramServer, TakesNothingThatItWorksOnForItsOutput) {
     ExpectRefused({"export", "p.kvp", "-o", "p.kvp"}, "cannot write 'p.kvp" + refused);
     ExpectRefused({"fetch", key, "--db", "s.db", "-o", "p.kvp"},
                   "cannot write 'p.kvp': it is a database. Nothing was changed; give another file with -o");
+}
+
+TEST_F(ProgramServer, ListsWhatADatabaseHolds) {
+    Do({"store", "a.json", "--db", "s.db", "-o", "first.json"});
+    folder.Write("part.json",
+                 R"({"id":"7","name":"K\u00fchler","type":"CAEPART","createdDate":"2026-03-01T09:30:00Z"})");
+    Do({"store", "part.json", "--db", "s.db", "-o", "alone.json"});
+    Do({"store", "a.json", "--db", "s.db", "--project", "Q", "-o", "second.json"});
+    const auto keyOf = [&](const char* answer) {
+        return ordered_json::parse(Read(answer))["dbkey"].get<std::string>();
+    };
+    const std::string list = keyOf("first.json") + "  P                               2 objects, 1 file\n" +
+                             keyOf("alone.json") +
+                             "  K\xC3\xBChler  2026-03-01T09:30:00Z  1 object, 0 files\n" +
+                             keyOf("second.json") + "  P (in Q)                        2 objects, 1 file\n";
+    const auto withoutBlanks = [](const std::string& text) {
+        return std::regex_replace(text, std::regex("  +"), "  ");
+    };
+    EXPECT_EQ(withoutBlanks(OutputOf({"fetch", "--list", "--db", "s.db"})), withoutBlanks(list));
+
+    const ordered_json json =
+        ordered_json::parse(OutputOf({"fetch", "--list", "--db", "s.db", "--format", "json"}));
+    const auto row = [](const std::string& key, const char* name, const char* project, const char* type,
+                        const char* date, int objects, int files) {
+        return ordered_json{{"key", key},          {"name", name},       {"project", project}, {"type", type},
+                            {"createdDate", date}, {"objects", objects}, {"files", files}};
+    };
+    EXPECT_EQ(json, ordered_json({{"projects",
+                                   {row(keyOf("first.json"), "P", "P", "SIMULATION", "", 2, 1),
+                                    row(keyOf("alone.json"), "K\xC3\xBChler", "K\xC3\xBChler", "CAEPART",
+                                        "2026-03-01T09:30:00Z", 1, 0),
+                                    row(keyOf("second.json"), "P", "Q", "SIMULATION", "", 2, 1)}}}));
+    Do({"fetch", "--list", "--db", "s.db", "-o", "list.txt"});
+    EXPECT_EQ(Read("list.txt"), OutputOf({"fetch", "--list", "--db", "s.db"}));
+}
+
+TEST_F(ProgramServer, WhatIsDetachedDoesNotCountInTheList) {
+    Do({"store", "a.json", "--db", "s.db", "-o", "answer.json"});
+    folder.Write("less.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
+    Do({"store", "less.json", "--db", "s.db", "--again", "-o", "answer.json"});
+    const ordered_json list =
+        ordered_json::parse(OutputOf({"fetch", "--list", "--db", "s.db", "--format", "json"}));
+    ASSERT_EQ(list["projects"].size(), 1);
+    EXPECT_EQ(list["projects"][0]["objects"], 1);
+    EXPECT_EQ(list["projects"][0]["files"], 0);
+}
+
+TEST_F(ProgramServer, AListIsAskedForAlone) {
+    const std::string help = ". See 'korvane-json fetch --help'";
+    ExpectRefused({"fetch", "--db", "s.db"}, "give the key of an object, or --list" + help, 2);
+    ExpectRefused({"fetch", "PRJ-1", "--list", "--db", "s.db"}, "give either a key or --list" + help, 2);
+    ExpectRefused({"fetch", "PRJ-1", "--format", "json", "--db", "s.db"},
+                  "--format is for --list: a document is always JSON" + help, 2);
+    const ProcessResult missing = Run({"fetch", "--list", "--db", "missing.db"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.output, "");
+    EXPECT_TRUE(missing.error.starts_with("korvane-json: 'missing.db' ")) << missing.error;
 }
 
 #if defined(_WIN32)

@@ -115,6 +115,24 @@ TEST_F(ServerCarryOver, AnOlderDatabaseIsFetchedFromAsItIs) {
     EXPECT_EQ(KeysIn(ordered_json::parse(Fetch("PRJ-1"))), keys);
 }
 
+TEST_F(ServerCarryOver, AnOlderDatabaseIsListedWithWhatWasDetachedInIt) {
+    const auto list = [&] {
+        std::string text;
+        for (const StoredRoot& root : Server::OpenForFetching(File()).List()) {
+            text += Plain(root.key) + " " + root.name + " in " + root.project + " " + root.type + " " +
+                    std::to_string(root.objects) + " " + std::to_string(root.files) + "\n";
+        }
+        return text;
+    };
+    const std::string whole = "PRJ-1 P in P SIMULATION 6 2\n";
+    const std::string view = "PRJ-11 view in view SIMULATION 3 0\n";
+    EXPECT_EQ(list(), whole + "MOD-9 gone in P CAEMODEL 2 0\n" + view);
+    ChangeOlder("DROP TABLE checksum; PRAGMA user_version = 1");
+    EXPECT_EQ(list(), whole + "MOD-9 gone in P CAEMODEL 2 0\n" + view);
+    KeysAgain(Document());
+    EXPECT_EQ(list(), whole + "MOD-9 gone in P CAEMODEL 2 0\n" + view);
+}
+
 TEST_F(ServerCarryOver, StoringCarriesItOverWithAllKeysAndPaths) {
     for (const bool isFirstFormat : {false, true}) {
         std::filesystem::remove(File());
