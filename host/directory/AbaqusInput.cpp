@@ -3,7 +3,7 @@
 #include <string>
 
 #include "SolverSyntax.h"
-#include "host/system/Text.h"
+#include "host/model/StarKeywords.h"
 
 // Abaqus and CalculiX: keyword lines with one star, parameters behind commas.
 
@@ -21,38 +21,6 @@ constexpr std::array<std::string_view, 6> kAbaqusOnly = {"INSTANCE", "ASSEMBLY",
 constexpr std::array<std::string_view, 4> kCalculixOnly = {"NODE FILE", "EL FILE", "CONTACT FILE",
                                                            "FACE PRINT"};
 
-bool IsKeywordLine(std::string_view line) {
-    return line.size() > 1 && line[0] == '*' && IsLetter(line[1]);
-}
-
-/// The keyword in upper case with single blanks: "*End  Step" gives "END STEP".
-std::string StarKeyword(std::string_view line) {
-    std::string keyword;
-    for (const char character : Trim(line.substr(1, std::min(line.find(','), line.size()) - 1))) {
-        const bool isBlank = character == ' ' || character == '\t';
-        if (!isBlank) {
-            keyword += character;
-        } else if (!keyword.empty() && keyword.back() != ' ') {
-            keyword += ' ';
-        }
-    }
-    return ToUpperAscii(keyword);
-}
-
-/// The value of a parameter on a keyword line: "input" of `*INCLUDE, INPUT=mesh.inp` is `mesh.inp`.
-std::string_view StarParameter(std::string_view line, std::string_view name) {
-    while (!line.empty()) {
-        const std::size_t end = std::min(line.find(','), line.size());
-        const std::string_view item = line.substr(0, end);
-        const std::size_t equals = item.find('=');
-        if (equals != std::string_view::npos && ToUpperAscii(Trim(item.substr(0, equals))) == name) {
-            return item.substr(equals + 1);
-        }
-        line.remove_prefix(std::min(end + 1, line.size()));
-    }
-    return {};
-}
-
 }  // namespace
 
 bool IsAbaqusLine(std::string_view line) {
@@ -60,7 +28,7 @@ bool IsAbaqusLine(std::string_view line) {
         "HEADING",  "NODE", "ELEMENT", "MATERIAL", "STEP", "INCLUDE",
         "BOUNDARY", "NSET", "ELSET",   "SURFACE",  "PART", "ELASTIC",
     };
-    return IsKeywordLine(line) && IsOneOf(FirstWord(line.substr(1)), kKeywords);
+    return IsStarKeyword(line) && IsOneOf(FirstWord(line.substr(1)), kKeywords);
 }
 
 SolverInput ReadAbaqus(const SolverText& text) {
@@ -70,7 +38,7 @@ SolverInput ReadAbaqus(const SolverText& text) {
     bool hasMesh = false;
     bool hasOther = false;
     for (const std::string_view line : text.lines) {
-        if (!IsKeywordLine(line)) {
+        if (!IsStarKeyword(line)) {
             continue;
         }
         const std::string keyword = StarKeyword(line);

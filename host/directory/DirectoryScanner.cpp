@@ -20,13 +20,6 @@ using std::filesystem::path;
 // The first few thousand bytes show whether a file is text or binary.
 constexpr std::size_t kFormatSampleSize = 4096;
 
-bool IsBelow(const path& root, const path& candidate) {
-    const auto [rootEnd, ignored] =
-        std::mismatch(root.begin(), root.end(), candidate.begin(), candidate.end());
-    // A root like "/" ends with an empty component.
-    return rootEnd == root.end() || (std::next(rootEnd) == root.end() && rootEnd->empty());
-}
-
 /// Whether the name has a backslash. On Linux it may be a part of a name, but paths in documents and project
 /// files are parted at both slashes on every platform, because they travel between them.
 bool HasSeparator(const path& name) {

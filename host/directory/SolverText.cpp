@@ -1,22 +1,9 @@
 #include "SolverText.h"
 
+#include "host/model/InputLines.h"
 #include "host/system/Text.h"
 
 namespace host {
-namespace {
-
-/// The text without quotes, and with slashes as this platform's paths have them.
-std::string FileReference(std::string_view text) {
-    text = Trim(text);
-    if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front()) {
-        text = text.substr(1, text.size() - 2);
-    }
-    std::string reference(Trim(text));
-    std::ranges::replace(reference, '\\', '/');
-    return reference;
-}
-
-}  // namespace
 
 Lines SplitLines(const FileSample& sample) {
     Lines lines;

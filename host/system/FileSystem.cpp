@@ -1,6 +1,16 @@
 #include "FileSystem.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace host {
+
+bool IsBelow(const std::filesystem::path& root, const std::filesystem::path& candidate) {
+    const auto [rootEnd, ignored] =
+        std::mismatch(root.begin(), root.end(), candidate.begin(), candidate.end());
+    // A root like "/" ends with an empty component.
+    return rootEnd == root.end() || (std::next(rootEnd) == root.end() && rootEnd->empty());
+}
 
 std::filesystem::path FollowToNewFile(std::filesystem::path path) {
     constexpr int kMostLinks = 40;

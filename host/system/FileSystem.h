@@ -52,6 +52,9 @@ void ThrowIfOutOfMemory(const std::error_code& error);
 /// The full path, without links, of what a path leads to.
 std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_code& error);
 
+/// Whether a path is the root or leads into it. Both must be full paths without links.
+bool IsBelow(const std::filesystem::path& root, const std::filesystem::path& candidate);
+
 /// The file that a link to a missing file leads to, through further links; the path itself if it is not a
 /// link.
 std::filesystem::path FollowToNewFile(std::filesystem::path path);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "Solver.h"
+#include "host/model/SolverModel.h"
+
+namespace host {
+
+/// The syntax in which models of a solver are read; nothing if none is.
+std::optional<ModelSyntax> ModelSyntaxOf(Solver solver);
+
+/// The syntax of a file, by its name and its beginning; nothing if it is not solver input with a syntax in
+/// which models are read, or if it cannot be read.
+std::optional<ModelSyntax> ModelSyntaxOf(const std::filesystem::path& file);
+
+}  // namespace host

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "InputLines.h"
+#include "ModelRecorder.h"
+
+/// The syntaxes of models, one source file each (NastranModel.cpp).
+namespace host {
+
+void ReadAbaqusModel(InputLines& lines, ModelRecorder& model);
+void ReadLsDynaModel(InputLines& lines, ModelRecorder& model);
+void ReadNastranModel(InputLines& lines, ModelRecorder& model);
+
+}  // namespace host

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "SolverModel.h"
+
+/// The faces and edges of elements, each once.
+namespace host {
+
+/// A face, by the places of its points. Repeated corners, as elements that are folded up have them, are left
+/// out; with fewer than three corners it is none.
+struct Face {
+    std::array<std::uint32_t, 4> corners{};
+    std::size_t count = 0;
+    /// How many elements have it.
+    std::uint32_t uses = 0;
+};
+
+/// The corners of an element that make one of its faces, around it against the clock from the outside.
+struct LocalFace {
+    std::array<std::size_t, 4> corners;
+    std::size_t count;
+};
+
+inline constexpr std::array<std::size_t, 4> kRound = {0, 1, 2, 3};
+
+/// The faces of a solid; none for any other shape.
+std::span<const LocalFace> FacesOf(ElementShape shape);
+
+Face MakeFace(const std::array<std::uint32_t, 8>& corners, std::span<const std::size_t> local);
+
+/// A table of so many things at most, each of which is found by its hash. Nothing in it moves or goes.
+class PlaceTable {
+public:
+    explicit PlaceTable(std::size_t most) : slots_(std::bit_ceil(most * 2 + 1), kFree) {}
+
+    /// The place of the thing that `isSame` knows; `next`, which the table then has, if it knows none.
+    template <typename IsSame>
+    std::uint32_t FindOrAdd(std::uint64_t hash, std::uint32_t next, const IsSame& isSame) {
+        // Neighbouring numbers must not be neighbours in the table.
+        std::size_t slot = (hash * 0x9E3779B97F4A7C15U) >> 20U & (slots_.size() - 1);
+        while (slots_[slot] != kFree && !isSame(slots_[slot])) {
+            slot = (slot + 1) & (slots_.size() - 1);
+        }
+        if (slots_[slot] == kFree) {
+            slots_[slot] = next;
+        }
+        return slots_[slot];
+    }
+
+private:
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+    std::vector<std::uint32_t> slots_;
+};
+
+/// Faces by their corners, whatever way these go around.
+class FaceTable {
+public:
+    explicit FaceTable(std::size_t most) : table_(most) {}
+
+    void Add(const Face& face);
+    const std::vector<Face>& Faces() const { return faces_; }
+
+private:
+    PlaceTable table_;
+    std::vector<Face> faces_;
+    std::vector<std::array<std::uint32_t, 4>> keys_;
+};
+
+/// Lines between two points, in either direction.
+class EdgeTable {
+public:
+    explicit EdgeTable(std::size_t most) : table_(most) {}
+
+    /// Returns whether it is new.
+    bool Add(std::uint32_t begin, std::uint32_t end);
+
+private:
+    PlaceTable table_;
+    std::vector<std::uint64_t> edges_;
+};
+
+}  // namespace host
