@@ -16,6 +16,9 @@ class Console;
 /// Adds `tree`, which prints the objects of a project.
 void AddTreeCommand(CLI::App& program, Console& console, int& status);
 
+/// Adds `find`, which lists the objects that meet conditions.
+void AddFindCommand(CLI::App& program, Console& console, int& status);
+
 /// Adds `export`, which writes the document of a project or of one object in it.
 void AddExportCommand(CLI::App& program, Console& console, int& status);
 

@@ -17,6 +17,10 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"TreeOfDocument", {"tree", "given/document.json"}},
         {"Tree", {"tree", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
 
+        {"FindInDirectory", {"find", "given/studies", "kind=Study", "--sort", "Size", "--show", "Solver"}},
+        {"FindInDocument", {"find", "given/document.json", "has=deck", "--format", "csv"}},
+        {"Find", {"find", "work/p.kvp", "id<100", "--format", "json"}, FileUse::Reads, "p.kvp"},
+
         {"ExportDirectory", {"export", "given/studies", "-o", "out/new.json"}},
         {"Export", {"export", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
         {"ExportToFile", {"export", "work/p.kvp", "-o", "out/document.json"}, FileUse::Reads, "p.kvp"},

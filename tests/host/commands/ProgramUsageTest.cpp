@@ -41,6 +41,11 @@ TEST(ProgramUsage, ExplainsEveryOptionOfACommandWithAnExample) {
          {"Usage: korvane-json tree", "DIR", "--strict", "korvane-json tree projects/bracket"}) {
         EXPECT_NE(tree.output.find(word), std::string::npos) << word << "\n" << tree.output;
     }
+    const ProcessResult found = RunHost({"find", "--help"});
+    for (const char* const word : {"Usage: korvane-json find", "CONDITION", "--show Mass", "--sort Mass",
+                                   "--format csv", "--count", "has=mesh 'has!=cad'"}) {
+        EXPECT_NE(found.output.find(word), std::string::npos) << word << "\n" << found.output;
+    }
     const ProcessResult exported = RunHost({"export", "-h"});
     EXPECT_EQ(exported.status, 0);
     for (const char* const word :

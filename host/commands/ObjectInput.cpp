@@ -1,0 +1,65 @@
+#include "ObjectInput.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "Done.h"
+#include "ExitStatus.h"
+#include "ProjectInput.h"
+#include "host/system/FileSystem.h"
+#include "host/system/Terminal.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+std::optional<std::filesystem::path> PathOfOutput(const std::optional<std::string>& output) {
+    if (!output || *output == kStandardStream) {
+        return PathOfStandardOutput();
+    }
+    std::error_code error;
+    std::filesystem::path path = ResolvePath(PathFromUtf8(*output), error);
+    return error ? std::nullopt : std::optional(path);
+}
+
+}  // namespace
+
+void AddObjectInput(CLI::App& command, InputOptions& options) {
+    AddInputOptions(command, options);
+    command.get_option("DIR")->description(
+        "The directory with the studies, a project file, or a document, which is shown\n"
+        "as an import would create its objects (- is the standard input)");
+}
+
+void AddFormat(CLI::App& command, std::string& format, const std::vector<std::string>& words,
+               const std::string& description) {
+    std::string listed;
+    for (const std::string& word : words) {
+        listed += (listed.empty() ? "" : ", ") + word;
+    }
+    const auto check = [words, listed](const std::string& text) -> std::string {
+        return std::ranges::find(words, text) != words.end() ? "" : Quoted(text) + " is not one of " + listed;
+    };
+    command.add_option("--format", format, description)
+        ->type_name("FORM")
+        ->check(CLI::Validator(check, "{" + listed + "}"));
+}
+
+int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
+                const std::function<bool(CAEObject& root)>& work) {
+    if (KindOfInput(options.input) == InputKind::Document) {
+        const OpenedDocument document = OpenDocument(options.input, console);
+        return document.root != nullptr && work(*document.root) ? kSuccess : kFailure;
+    }
+    const std::optional<OpenedProject> reading = OpenProject(options, PathOfOutput(output), console);
+    if (!reading) {
+        return kFailure;
+    }
+    if (!work(*reading->project)) {
+        Finish(options, *reading, console);
+        return kFailure;
+    }
+    return ReportDone(false, console, [&] { return Finish(options, *reading, console); });
+}
+
+}  // namespace host

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <CAEObject.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Options.h"
+#include "host/system/Console.h"
+
+/// What commands look at: the objects of a directory, a project file or a document.
+namespace host {
+
+/// Adds the argument of such a command, and the options of directories.
+void AddObjectInput(CLI::App& command, InputOptions& options);
+
+/// Adds --format, which takes one of the words.
+void AddFormat(CLI::App& command, std::string& format, const std::vector<std::string>& words,
+               const std::string& description);
+
+/// Reads what the options name and gives its root to `work`, which says whether it could do its work. Returns
+/// the exit status of the command. The file `output` of the directory is not read.
+int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
+                const std::function<bool(CAEObject& root)>& work);
+
+}  // namespace host

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <CAEFile.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// What the program says of files.
+namespace host {
+
+/// What files are to an object.
+enum class FileRole { Cad, Graphic, ActiveMesh, FeRepresentation, Mesh, Custom };
+
+/// `CAD file`, `active mesh`
+std::string_view NameOfRole(FileRole role);
+
+/// The roles of the files that are attached to the object, by their identifiers.
+std::map<int, FileRole> RolesOfFiles(const CAEObject& object);
+
+/// Where a file is.
+enum class FilePresence { There, Missing, WithoutPath };
+
+struct FileOnDisk {
+    FilePresence presence = FilePresence::WithoutPath;
+    /// The bytes of a file that is there.
+    std::uint64_t size = 0;
+};
+FileOnDisk LookUpFile(const CAEFile& file);
+
+/// `1.2 kB`, `missing`, or `-` for a file without a path.
+std::string SizeText(const FileOnDisk& file);
+
+/// A metadata value for people. A number of bytes is a size like those of files: `1.2 kB`.
+std::string ShownValue(std::string_view value, std::string_view unit);
+
+}  // namespace host

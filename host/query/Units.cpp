@@ -1,0 +1,62 @@
+#include "Units.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace host {
+namespace {
+
+struct ByteUnit {
+    std::string_view name;
+    double bytes;
+};
+
+// UDUNITS does not know the byte: its B is another unit.
+constexpr ByteUnit kByteUnits[] = {
+    {"B", 1},
+    {"kB", 1e3},
+    {"KB", 1e3},
+    {"MB", 1e6},
+    {"GB", 1e9},
+    {"TB", 1e12},
+    {"KiB", 1024.},
+    {"MiB", 1024. * 1024},
+    {"GiB", 1024. * 1024 * 1024},
+    {"TiB", 1024. * 1024 * 1024 * 1024},
+};
+
+const ByteUnit* FindByteUnit(std::string_view name) {
+    const auto* const found = std::ranges::find(kByteUnits, name, &ByteUnit::name);
+    return found == std::end(kByteUnits) ? nullptr : found;
+}
+
+}  // namespace
+
+std::optional<double> Units::Convert(double value, const std::string& from, const std::string& to) {
+    if (from == to) {
+        return value;
+    }
+    const UnitConversion& conversion = Find(from, to);
+    return conversion ? std::optional(conversion(value)) : std::nullopt;
+}
+
+const UnitConversion& Units::Find(const std::string& from, const std::string& to) {
+    const auto known = conversions_.find({from, to});
+    if (known != conversions_.end()) {
+        return known->second;
+    }
+    UnitConversion conversion;
+    const ByteUnit* const left = FindByteUnit(from);
+    const ByteUnit* const right = FindByteUnit(to);
+    if (left != nullptr && right != nullptr) {
+        conversion = [left, right](double value) { return value * left->bytes / right->bytes; };
+    } else if (left == nullptr && right == nullptr && !from.empty() && !to.empty()) {
+        if (database_ == nullptr) {
+            database_ = std::make_unique<UnitDatabase>();
+        }
+        conversion = database_->Find(from, to);
+    }
+    return conversions_.emplace(std::pair(from, to), std::move(conversion)).first->second;
+}
+
+}  // namespace host

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "UnitDatabase.h"
+
+namespace host {
+
+/// Converts between units: those of UDUNITS-2, where the program has it, and multiples of the byte. The
+/// database is read when two units differ for the first time.
+class Units {
+public:
+    /// The value in another unit; nothing if there is no way there. Every unit is itself, known or not.
+    std::optional<double> Convert(double value, const std::string& from, const std::string& to);
+
+private:
+    const UnitConversion& Find(const std::string& from, const std::string& to);
+
+    // The conversions go before the database does.
+    std::unique_ptr<UnitDatabase> database_;
+    std::map<std::pair<std::string, std::string>, UnitConversion> conversions_;
+};
+
+}  // namespace host

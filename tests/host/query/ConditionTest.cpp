@@ -1,0 +1,153 @@
+#include <EmbeddedModel.h>
+#include <gtest/gtest.h>
+#include <korvaneexchange/Text.h>
+
+#include "host/query/Condition.h"
+
+namespace host {
+namespace {
+
+class ConditionTest : public testing::Test {
+protected:
+    ConditionTest() {
+        study = korvane::CreateObject(*project, CAE_MODEL, L"Static");
+        meshed = korvane::CreateObject(*study, CAE_PART, L"bracket left");
+        designed = korvane::CreateObject(*study, CAE_PART, L"bolt");
+        auto& meshedPart = dynamic_cast<CAEPart&>(*meshed);
+        const int mesh =
+            korvane::CreateFile(*project, L"/nowhere/Static/left.msh", CAE_FILE_MESH, CAE_FORMAT_ASCII)
+                ->getID();
+        meshedPart.attachNewMeshOrMeshingRequest(mesh);
+        meshedPart.setActiveMesh(mesh);
+        dynamic_cast<CAEPart&>(*designed).setCADFile(
+            korvane::CreateFile(*project, L"/nowhere/Static/bolt.step", CAE_FILE_CAD, CAE_FORMAT_ASCII)
+                ->getID());
+        SetEntry(*meshed, L"Mass", L"2.5", L"kg");
+        SetEntry(*designed, L"Mass", L"120", L"g");
+        SetEntry(*study, L"Solver", L"CalculiX", L"");
+        SetEntry(*study, L"Run on", L"2026-03-01", L"");
+        designed->setDBKey(L"MOD-12");
+    }
+
+    static void SetEntry(CAEObject& object, const OuString& name, const OuString& value,
+                         const OuString& unit) {
+        object.setMetadataValue(name, value);
+        korvane::SetMetadataUnit(object, name, unit);
+    }
+
+    /// The names of the objects that meet all conditions, in the order of the tree.
+    std::string Found(const std::vector<std::string>& texts) {
+        const auto parsed = ParseConditions(texts);
+        if (const auto* const complaint = std::get_if<std::string>(&parsed)) {
+            return "! " + *complaint;
+        }
+        std::string found;
+        Units units;
+        WalkObjects(*project, [&](const WalkedObject& walked) {
+            for (const Condition& condition : std::get<std::vector<Condition>>(parsed)) {
+                if (!condition.IsMet(walked, units, notes)) {
+                    return;
+                }
+            }
+            OuString name;
+            walked.object.getName(name);
+            found += (found.empty() ? "" : ", ") + korvane::exchange::ToUtf8(name);
+        });
+        return found;
+    }
+
+    std::unique_ptr<CAEProject> project = korvane::CreateProject(L"Demo", L"/nowhere");
+    CAEObject* study = nullptr;
+    CAEObject* meshed = nullptr;
+    CAEObject* designed = nullptr;
+    Notes notes;
+};
+
+TEST_F(ConditionTest, KindsHaveTheNamesOfTheTreeAndOfTheFormat) {
+    EXPECT_EQ(Found({"kind=Part"}), "bracket left, bolt");
+    EXPECT_EQ(Found({"KIND=caepart"}), "bracket left, bolt");
+    EXPECT_EQ(Found({"kind=study"}), "Static");
+    EXPECT_EQ(Found({"kind=Model"}), "Static");
+    EXPECT_EQ(Found({"kind!=Part", "kind!=File"}), "Demo, Static");
+    EXPECT_EQ(Found({"kind~*art"}), "bracket left, bolt");
+}
+
+TEST_F(ConditionTest, NamesAndKeysAreTexts) {
+    EXPECT_EQ(Found({"name=BOLT"}), "bolt");
+    EXPECT_EQ(Found({"name~bracket*"}), "bracket left");
+    EXPECT_EQ(Found({"name!~b*", "kind!=File"}), "Demo, Static");
+    EXPECT_EQ(Found({"key=MOD-12"}), "bolt");
+    EXPECT_EQ(Found({"key~MOD-*"}), "bolt");
+    EXPECT_EQ(Found({"name = bolt"}), "bolt") << "blanks around the comparison";
+}
+
+TEST_F(ConditionTest, PathsAreNamesBelowTheRoot) {
+    EXPECT_EQ(Found({"path=Static/*"}), "bracket left, bolt");
+    EXPECT_EQ(Found({"path=static/BOLT"}), "bolt");
+    EXPECT_EQ(Found({"path=**/bolt*"}), "bolt, bolt.step");
+    EXPECT_EQ(Found({"path=."}), "Demo");
+}
+
+TEST_F(ConditionTest, FilesAndWhatTheyAreToTheObject) {
+    EXPECT_EQ(Found({"kind=Part", "has=mesh", "has!=cad"}), "bracket left");
+    EXPECT_EQ(Found({"kind=Part", "has!=mesh"}), "bolt");
+    EXPECT_EQ(Found({"has=active-mesh"}), "bracket left");
+    EXPECT_EQ(Found({"has=key"}), "bolt");
+    EXPECT_EQ(Found({"file~*.step"}), "bolt");
+    EXPECT_EQ(Found({"kind=Part", "file!~*.step"}), "bracket left");
+    EXPECT_EQ(Found({"kind=file", "type=mesh"}), "left.msh");
+}
+
+TEST_F(ConditionTest, NumbersAreComparedAsNumbers) {
+    EXPECT_EQ(Found({"Mass>100"}), "bolt") << "a condition without a unit takes any unit";
+    EXPECT_EQ(Found({"mass<=2.5", "kind=part"}), "bracket left");
+    EXPECT_EQ(Found({"Mass=2.50 kg"}), "bracket left");
+    EXPECT_EQ(Found({"Mass=120.0 g"}), "bolt");
+    EXPECT_EQ(Found({"id<=2"}), "Demo, Static");
+}
+
+TEST_F(ConditionTest, UnitsAreConvertedWhereThatIsPossible) {
+#if defined(_WIN32)
+    EXPECT_EQ(Found({"Mass>1 kg"}), "bracket left");
+    EXPECT_EQ(notes.CountOf("values of 'Mass' whose unit cannot be converted to 'kg'"), 1U);
+#else
+    EXPECT_EQ(Found({"Mass>1 kg"}), "bracket left");
+    EXPECT_EQ(Found({"Mass<1 kg"}), "bolt");
+    EXPECT_EQ(Found({"Mass=0.12 kg"}), "bolt");
+    EXPECT_EQ(Found({"Mass<0.12 kg"}), "") << "equal but for the conversion";
+    EXPECT_EQ(notes.CountOf("values of 'Mass' whose unit cannot be converted to 'kg'"), 0U);
+    EXPECT_EQ(Found({"Mass>1 mm"}), "");
+    EXPECT_EQ(notes.CountOf("values of 'Mass' whose unit cannot be converted to 'mm'"), 2U);
+#endif
+}
+
+TEST_F(ConditionTest, MetadataNamesMayHaveBlanksAndBeFixedWords) {
+    EXPECT_EQ(Found({"Run on>2026-02-28"}), "Static");
+    EXPECT_EQ(Found({"Run on<2026-02-28"}), "");
+    SetEntry(*designed, L"Name", L"M6", L"");
+    EXPECT_EQ(Found({"metadata:name=m6"}), "bolt");
+    EXPECT_EQ(Found({"name=m6"}), "");
+    EXPECT_EQ(Found({"Solver~*"}), "Static");
+    EXPECT_EQ(Found({"kind=Part", "Solver!~*"}), "bracket left, bolt");
+    EXPECT_EQ(Found({"solver=calculix"}), "Static");
+}
+
+TEST_F(ConditionTest, ABadConditionIsNamed) {
+    EXPECT_EQ(Found({"kind=Part", "Mass"}),
+              "! 'Mass' is not a condition; a condition is a name, one of = != ~ !~ < <= > >=, and a value: "
+              "kind=Part, name~bracket*, 'Mass>2 kg' (in quotes, because the shell takes > for itself)");
+    EXPECT_TRUE(Found({"=Part"}).starts_with("! '=Part' is not a condition; "));
+    EXPECT_TRUE(Found({""}).starts_with("! '' is not a condition; "));
+    EXPECT_TRUE(
+        Found({"kind=Prat"})
+            .starts_with(
+                "! the condition 'kind=Prat' names no kind of object; did you mean Part? There are Part, "));
+    EXPECT_TRUE(Found({"has=msh"})
+                    .starts_with("! the condition 'has=msh' names no file, type of file or key; did you mean "
+                                 "mesh? There are cad, "));
+    EXPECT_EQ(Found({"has~mesh"}),
+              "! the condition 'has~mesh' can only use = or !=, like has=mesh or has!=cad");
+}
+
+}  // namespace
+}  // namespace host
