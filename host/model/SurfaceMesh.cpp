@@ -140,7 +140,8 @@ void SurfaceBuilder::Surface::CollectFaces(const Body& body, FaceTable& faces,
         if (cell.shape == ElementShape::Line) {
             shells.push_back({{(*corners)[0], (*corners)[1]}, 2});
         } else if (cell.shape == ElementShape::Triangle || cell.shape == ElementShape::Quadrilateral) {
-            shells.push_back(MakeFace(*corners, std::span(kRound).first(CornersOf(cell.shape))));
+            shells.push_back(
+                MakeFace(*corners, std::span(kRound).first(static_cast<std::size_t>(CornersOf(cell.shape)))));
         } else {
             for (const LocalFace& local : FacesOf(cell.shape)) {
                 faces.Add(MakeFace(*corners, std::span(local.corners).first(local.count)));
