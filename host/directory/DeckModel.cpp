@@ -1,11 +1,36 @@
 #include "DeckModel.h"
 
+#include <string>
+#include <unordered_set>
+#include <utility>
+
 #include "FileFormat.h"
 #include "FileKinds.h"
 #include "SolverInputReader.h"
+#include "host/model/ModelReader.h"
+#include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 
 namespace host {
+namespace {
+
+using PathTexts = std::unordered_set<std::filesystem::path::string_type>;
+
+PathTexts PathsOf(const DirectoryTree& tree) {
+    PathTexts paths;
+    for (const ScannedDirectory& directory : tree.directories) {
+        for (const ScannedFile& file : directory.files) {
+            paths.insert((directory.path / file.name).native());
+        }
+    }
+    return paths;
+}
+
+bool HasModel(const ScannedFile& file) {
+    return file.type == CAE_FILE_DECK && !file.isRemembered && ModelSyntaxOf(file.solver).has_value();
+}
+
+}  // namespace
 
 std::optional<ModelSyntax> ModelSyntaxOf(Solver solver) {
     switch (solver) {
@@ -40,6 +65,30 @@ std::optional<ModelSyntax> ModelSyntaxOf(const std::filesystem::path& file) {
     const SolverInput input =
         ReadSolverInput(KindOfFileName(file.filename()).solver, name.GetAnsiBuffer(), sample);
     return input.role == InputRole::Unclear ? std::nullopt : ModelSyntaxOf(input.solver);
+}
+
+void ReadDeckModels(DirectoryTree& tree, ModelLimits limits, Console& console) {
+    // A database that is open, or a file that the user left out, must not be opened because a deck names it.
+    const PathTexts paths = PathsOf(tree);
+    limits.root = tree.directories.front().path;
+    limits.mayRead = [&](const std::filesystem::path& file) { return paths.contains(file.native()); };
+    std::uint64_t count = 0;
+    for (ScannedDirectory& directory : tree.directories) {
+        for (ScannedFile& file : directory.files) {
+            if (!HasModel(file)) {
+                continue;
+            }
+            auto model = std::make_shared<SolverModel>();
+            const std::filesystem::path whole = directory.path / file.name;
+            if (const std::error_code error =
+                    ReadModel(whole, *ModelSyntaxOf(file.solver), limits, nullptr, *model)) {
+                model->gap = error.message();
+            }
+            file.model = std::move(model);
+            console.ShowProgress("Reading models", ++count, 0);
+        }
+    }
+    console.ClearProgress();
 }
 
 }  // namespace host

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "Solver.h"
-#include "host/model/SolverModel.h"
+#include "DirectoryTree.h"
+#include "host/system/Console.h"
 
 namespace host {
 
@@ -14,5 +14,8 @@ std::optional<ModelSyntax> ModelSyntaxOf(Solver solver);
 /// The syntax of a file, by its name and its beginning; nothing if it is not solver input with a syntax in
 /// which models are read, or if it cannot be read.
 std::optional<ModelSyntax> ModelSyntaxOf(const std::filesystem::path& file);
+
+/// Reads the models of the decks of a tree. Files that they include are read if they are in the tree.
+void ReadDeckModels(DirectoryTree& tree, ModelLimits limits, Console& console);
 
 }  // namespace host

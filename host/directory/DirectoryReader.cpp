@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "DeckModel.h"
 #include "Description.h"
 #include "DirectoryScanner.h"
 #include "ScannedObjects.h"
@@ -164,6 +165,19 @@ void ProjectBuilder::SetProjectMetadata() {
     project_.setMetadataValue(kStudies, OuString(std::to_string(studyCount_).c_str(), 0));
 }
 
+std::vector<std::string> ModelGapsOf(const DirectoryTree& tree) {
+    std::vector<std::string> gaps;
+    for (const ScannedDirectory& directory : tree.directories) {
+        for (const ScannedFile& file : directory.files) {
+            if (file.model != nullptr && !file.model->gap.empty()) {
+                gaps.push_back(Quoted(directory.path / file.name) +
+                               " has no counts of nodes or elements: " + file.model->gap);
+            }
+        }
+    }
+    return gaps;
+}
+
 }  // namespace
 
 DirectoryReading ReadDirectory(const std::filesystem::path& root,
@@ -187,7 +201,9 @@ DirectoryReading ReadDirectory(const std::filesystem::path& root,
         return reading;
     }
     reading.project = CreateSimulationProject(ToOuString(tree.directories.front().name), ToOuString(whole));
+    ReadDeckModels(tree, {}, console);
     ProjectBuilder(tree, *reading.project).Build();
+    reading.modelGaps = ModelGapsOf(tree);
     reading.unreadableCount = tree.unreadableCount;
     return reading;
 }

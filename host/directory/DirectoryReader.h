@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "KnownFiles.h"
 #include "host/system/Console.h"
@@ -19,6 +21,8 @@ struct DirectoryReading {
     std::error_code error;
     /// Entries below the root that could not be read or named in a document.
     std::size_t unreadableCount = 0;
+    /// Why decks have no counts of nodes or elements, a sentence each.
+    std::vector<std::string> modelGaps;
 };
 
 /// Reads a directory of simulation files as a project.
@@ -38,7 +42,8 @@ struct DirectoryReading {
 ///   and run assemblies only.
 /// - Metadata: a study has "Description", "Files", "Size" (unit B) and "Solver"; the project has the same for
 ///   everything in it, and "Studies". The bytes of a file that a link leads to are counted where the file
-///   itself is.
+///   itself is. An iteration has "Solver" and, as far as its deck says them for certain, "Nodes", "Elements",
+///   "Materials", "Steps" and "Units".
 /// - Dates are the times of the last change, in UTC. Users are the owners in the file system, where it names
 ///   them.
 ///

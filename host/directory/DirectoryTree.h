@@ -5,10 +5,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "FileKind.h"
+#include "host/model/SolverModel.h"
 
 namespace host {
 
@@ -25,6 +27,8 @@ struct ScannedFile {
     _tagFileType type = CAE_FILE_OTHER;
     _tagFileFormat format = CAE_FORMAT_UNKNOWN;
     Solver solver = Solver::None;
+    /// What a deck says about its model; null for other files, and for decks whose syntax is not read.
+    std::shared_ptr<const SolverModel> model = nullptr;
 };
 
 /// A directory below the root, or the root itself.

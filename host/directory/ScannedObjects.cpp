@@ -15,6 +15,11 @@ constexpr const wchar_t* kFiles = L"Files";
 constexpr const wchar_t* kSize = L"Size";
 constexpr const wchar_t* kSizeUnit = L"B";
 constexpr const wchar_t* kSolver = L"Solver";
+constexpr const wchar_t* kNodes = L"Nodes";
+constexpr const wchar_t* kElements = L"Elements";
+constexpr const wchar_t* kMaterials = L"Materials";
+constexpr const wchar_t* kSteps = L"Steps";
+constexpr const wchar_t* kUnits = L"Units";
 
 OuString ToText(std::string_view text) {
     return OuString(std::string(text).c_str(), 0);
@@ -26,6 +31,30 @@ void SetDateAndUser(CAEObject& object, const Source& source) {
     if (source.owner) {
         korvane::SetCreatedUserName(object, ToText(OwnerName(*source.owner)));
     }
+}
+
+/// Names in a list with commas. A deck can have thousands.
+std::string Listed(const std::vector<std::string>& names) {
+    constexpr std::size_t kMostNames = 20;
+    std::string text;
+    for (std::size_t index = 0; index < std::min(names.size(), kMostNames); ++index) {
+        text += (text.empty() ? "" : ", ") + names[index];
+    }
+    return text +
+           (names.size() > kMostNames ? " and " + std::to_string(names.size() - kMostNames) + " more" : "");
+}
+
+bool HasEntry(const CAEObject& object, const wchar_t* name) {
+    OuString value;
+    return object.getMetadataValue(name, value) == 0;
+}
+
+/// Entries that a reading of the directory gives the object, if it gives any, and that no user does.
+std::vector<const wchar_t*> EntriesOfReading(const CAEObject& read) {
+    if (read.getType() == CAE_ITERATION && HasEntry(read, kSolver)) {
+        return {kNodes, kElements, kMaterials, kSteps};
+    }
+    return HasEntry(read, kFiles) ? std::vector{kSolver} : std::vector<const wchar_t*>();
 }
 
 }  // namespace
@@ -58,6 +87,28 @@ void SetTotals(CAEObject& object, const std::string& description, const Totals& 
     }
 }
 
+void SetModelMetadata(CAEObject& iteration, const ScannedFile& deck) {
+    const auto set = [&](const wchar_t* name, const std::string& value) {
+        if (!value.empty()) {
+            iteration.setMetadataValue(name, ToText(value));
+        }
+    };
+    const auto setCount = [&](const wchar_t* name, const std::optional<std::uint64_t>& count) {
+        set(name, count ? std::to_string(*count) : std::string());
+    };
+    if (deck.isRemembered) {
+        return;
+    }
+    set(kSolver, std::string(SolverName(deck.solver)));
+    if (deck.model != nullptr) {
+        setCount(kNodes, deck.model->nodes);
+        setCount(kElements, deck.model->elements);
+        set(kMaterials, Listed(deck.model->materials));
+        setCount(kSteps, deck.model->steps);
+        set(kUnits, deck.model->units);
+    }
+}
+
 bool UpdateMetadata(CAEObject& object, const CAEObject& read) {
     bool isChanged = false;
     const auto update = [&](const korvane::MetadataValues& entry) {
@@ -75,11 +126,11 @@ bool UpdateMetadata(CAEObject& object, const CAEObject& read) {
         }
     };
     std::ranges::for_each(korvane::GetMetadata(read), update);
-    OuString value;
     // Entries cannot be removed.
-    if (read.getMetadataValue(kFiles, value) == 0 && read.getMetadataValue(kSolver, value) != 0 &&
-        object.getMetadataValue(kSolver, value) == 0) {
-        update({kSolver, {}, {}, {}});
+    for (const wchar_t* const name : EntriesOfReading(read)) {
+        if (!HasEntry(read, name) && HasEntry(object, name)) {
+            update({name, {}, {}, {}});
+        }
     }
     return isChanged;
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "DirectoryTree.h"
 
@@ -27,9 +28,13 @@ struct Totals {
 /// if the totals are uncertain.
 void SetTotals(CAEObject& object, const std::string& description, const Totals& totals);
 
-/// Gives a study or the project the metadata that a new reading of its directory has for it, and leaves its
-/// other entries. A description that the directory does not have any more stays, because a user may have
-/// given it. Returns whether anything was changed.
+/// Sets the metadata of the iteration of a deck. What the deck does not say is left out.
+void SetModelMetadata(CAEObject& iteration, const ScannedFile& deck);
+
+/// Gives an object the metadata that a new reading of its directory has for it, and leaves its other entries.
+/// Solvers, counts and materials that the directory does not have any more become empty, because entries
+/// cannot be removed. A description and units stay then, because a user may have given them. Returns whether
+/// anything was changed.
 bool UpdateMetadata(CAEObject& object, const CAEObject& read);
 
 /// Gives an object the date and the user of its file or directory.

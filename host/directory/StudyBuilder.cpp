@@ -157,6 +157,7 @@ void StudyBuilder::AddIterations(const ScannedDirectory& directory) {
         CAEObject& iteration =
             *korvane::CreateObject(folder, CAE_ITERATION, countOfName[stem] == 1 ? stem : fileName);
         SetOrigin(iteration, *deck.file);
+        SetModelMetadata(iteration, *deck.file);
         CAEObject& model = *korvane::CreateObject(iteration, CAE_ITERATION_MODEL, fileName);
         SetOrigin(model, *deck.file);
         dynamic_cast<CAERunAssembly&>(model).setFERepresentationFile(FileOf(deck, CAE_FILE_DECK));

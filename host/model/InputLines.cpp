@@ -84,7 +84,11 @@ bool InputLines::Include(const std::string& name) {
     return std::ranges::any_of(places, [&](const path& place) {
         std::error_code error;
         const path resolved = ResolvePath(place, error);
-        return !error && MayInclude(resolved) && !Push(resolved);
+        error = error                   ? error
+                : !MayInclude(resolved) ? std::make_error_code(std::errc::permission_denied)
+                                        : Push(resolved);
+        ThrowIfOutOfMemory(error);
+        return !error;
     });
 }
 

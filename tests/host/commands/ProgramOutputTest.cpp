@@ -50,6 +50,7 @@ TEST_F(ProgramOutputTest, PrintsTheTree) {
               "   |- notes.txt         custom file        #4  Report  ASCII    13 B\n"
               "   `- Iterations        IterationFolder    #5\n"
               "      `- job            Iteration          #6\n"
+              "         |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "         `- job.inp     IterationModel     #7\n"
               "            `- job.inp  FE representation  #8  Deck    ASCII    24 B\n"
               "\n"

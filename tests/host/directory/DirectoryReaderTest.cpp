@@ -99,9 +99,11 @@ TEST_F(DirectoryReaderTest, ADirectoryWithDecksIsAStudyWithAnIterationForEach) {
               "   |  Files: 2; Size: 80 B; Solver: LS-DYNA\n"
               "   `- Iterations        IterationFolder    #3\n"
               "      |- front          Iteration          #4\n"
+              "      |  |  Solver: LS-DYNA\n"
               "      |  `- front.k     IterationModel     #5\n"
               "      |     `- front.k  FE representation  #6  Deck  ASCII    40 B\n"
               "      `- side           Iteration          #7\n"
+              "         |  Solver: LS-DYNA\n"
               "         `- side.k      IterationModel     #8\n"
               "            `- side.k   FE representation  #9  Deck  ASCII    40 B\n"
               "\n"
@@ -131,6 +133,7 @@ TEST_F(DirectoryReaderTest, GeometryMeshesAndPicturesMakeParts) {
               "   |  `- hook.png       graphic file       #10  Graphic  ASCII     3 B\n"
               "   `- Iterations        IterationFolder    #11\n"
               "      `- job            Iteration          #12\n"
+              "         |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "         `- job.inp     IterationModel     #13\n"
               "            `- job.inp  FE representation  #14  Deck     ASCII    24 B\n"
               "\n"
@@ -154,6 +157,7 @@ TEST_F(DirectoryReaderTest, GeometryOfOneStemMakesAPartEach) {
               "   |  `- arm.step       CAD file           #6   CAD   ASCII     3 B\n"
               "   `- Iterations        IterationFolder    #8\n"
               "      `- job            Iteration          #9\n"
+              "         |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "         `- job.inp     IterationModel     #10\n"
               "            `- job.inp  FE representation  #11  Deck  ASCII    24 B\n"
               "\n"
@@ -203,6 +207,7 @@ TEST_F(DirectoryReaderTest, DirectoriesWithoutDecksUnderAStudyAddTheirFilesToIt)
               "   |- job.frd           custom file        #5  Result   ASCII     1 B\n"
               "   `- Iterations        IterationFolder    #6\n"
               "      `- job            Iteration          #7\n"
+              "         |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "         `- job.inp     IterationModel     #8\n"
               "            `- job.inp  FE representation  #9  Deck     ASCII    24 B\n"
               "\n"
@@ -224,6 +229,7 @@ TEST_F(DirectoryReaderTest, StudiesNest) {
               "   |- y.txt                   custom file        #3   Report  ASCII     1 B\n"
               "   |- Iterations              IterationFolder    #4\n"
               "   |  `- job                  Iteration          #5\n"
+              "   |     |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "   |     `- job.inp           IterationModel     #6\n"
               "   |        `- job.inp        FE representation  #7   Deck    ASCII    24 B\n"
               "   |- inner                   Model              #8\n"
@@ -231,6 +237,7 @@ TEST_F(DirectoryReaderTest, StudiesNest) {
               "   |  |- x.txt                custom file        #9   Report  ASCII     1 B\n"
               "   |  `- Iterations           IterationFolder    #10\n"
               "   |     `- job               Iteration          #11\n"
+              "   |        |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "   |        `- job.inp        IterationModel     #12\n"
               "   |           `- job.inp     FE representation  #13  Deck    ASCII    24 B\n"
               "   `- variants                AssemblyFolder     #14\n"
@@ -239,6 +246,7 @@ TEST_F(DirectoryReaderTest, StudiesNest) {
               "         |  Files: 1; Size: 24 B; Solver: Abaqus/CalculiX\n"
               "         `- Iterations        IterationFolder    #17\n"
               "            `- job            Iteration          #18\n"
+              "               |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "               `- job.inp     IterationModel     #19\n"
               "                  `- job.inp  FE representation  #20  Deck    ASCII    24 B\n"
               "\n"
@@ -262,6 +270,7 @@ TEST_F(DirectoryReaderTest, OtherDirectoriesWithFilesAreAssemblyFolders) {
               "      |  Files: 1; Size: 24 B; Solver: Abaqus/CalculiX\n"
               "      `- Iterations        IterationFolder    #8\n"
               "         `- job            Iteration          #9\n"
+              "            |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "            `- job.inp     IterationModel     #10\n"
               "               `- job.inp  FE representation  #11  Deck    ASCII    24 B\n"
               "\n"
@@ -288,12 +297,14 @@ TEST_F(DirectoryReaderTest, ARootWithDecksGetsAStudyOfItsName) {
               "|  |  `- arm.msh        active mesh        #2   Mesh     ASCII     1 B\n"
               "|  `- Iterations        IterationFolder    #8\n"
               "|     `- job            Iteration          #9\n"
+              "|        |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "|        `- job.inp     IterationModel     #10\n"
               "|           `- job.inp  FE representation  #3   Deck     ASCII    24 B\n"
               "`- other                Model              #11\n"
               "   |  Files: 1; Size: 24 B; Solver: Abaqus/CalculiX\n"
               "   `- Iterations        IterationFolder    #12\n"
               "      `- job            Iteration          #13\n"
+              "         |  Solver: Abaqus/CalculiX; Steps: 1\n"
               "         `- job.inp     IterationModel     #14\n"
               "            `- job.inp  FE representation  #15  Deck     ASCII    24 B\n"
               "\n"
@@ -331,6 +342,53 @@ TEST_F(DirectoryReaderTest, MetadataTellWhatAStudyIsAbout) {
     EXPECT_EQ(MetadataOf(project, L"Files"), "3");
     EXPECT_EQ(MetadataOf(project, L"Studies"), "1");
     EXPECT_EQ(MetadataOf(project, L"Solver"), "Nastran");
+}
+
+TEST_F(DirectoryReaderTest, IterationsHaveWhatTheirDecksSay) {
+    Write("study/job.inp",
+          "*HEADING\nArm (mm, N, t, s)\n*INCLUDE, INPUT=mesh/arm.msh\n*MATERIAL, NAME=Steel\n"
+          "*MATERIAL, NAME=Rubber\n*STEP\n*END STEP\n*STEP\n*END STEP\n");
+    Write("study/mesh/arm.msh", "*NODE\n1,0\n2,1\n3,2\n*ELEMENT, TYPE=B31\n1,1,2\n2,2,3\n");
+    Write("study/lost.inp", "*INCLUDE, INPUT=mesh/lost.msh\n*MATERIAL, NAME=Steel\n*STEP\n*END STEP\n");
+    Read();
+    const CAEObject& job = Find(CAE_ITERATION, "job");
+    EXPECT_EQ(MetadataOf(job, L"Solver"), "Abaqus/CalculiX");
+    EXPECT_EQ(MetadataOf(job, L"Nodes"), "3");
+    EXPECT_EQ(MetadataOf(job, L"Elements"), "2");
+    EXPECT_EQ(MetadataOf(job, L"Materials"), "Steel, Rubber");
+    EXPECT_EQ(MetadataOf(job, L"Steps"), "2");
+    EXPECT_EQ(MetadataOf(job, L"Units"), "mm, N, t, s");
+    const CAEObject& lost = Find(CAE_ITERATION, "lost");
+    EXPECT_EQ(MetadataOf(lost, L"Nodes"), "(none)");
+    EXPECT_EQ(MetadataOf(lost, L"Elements"), "(none)");
+    EXPECT_EQ(MetadataOf(lost, L"Materials"), "Steel");
+    EXPECT_EQ(MetadataOf(lost, L"Units"), "(none)");
+    EXPECT_EQ(kept.said, "") << "what is missing for a count is no message";
+    ASSERT_EQ(reading.modelGaps.size(), 1U);
+    EXPECT_TRUE(
+        reading.modelGaps[0].ends_with("lost.inp' has no counts of nodes or elements: lost.inp:1: "
+                                       "'mesh/lost.msh' is included, but cannot be "
+                                       "read"))
+        << reading.modelGaps[0];
+}
+
+TEST_F(DirectoryReaderTest, DecksDoNotOpenWhatTheReadingLeavesOut) {
+    Write("study/job.inp", "*INCLUDE, INPUT=.hidden.msh\n*STEP\n*END STEP\n");
+    Write("study/.hidden.msh", "*NODE\n1,0\n");
+    Read();
+    EXPECT_EQ(MetadataOf(Find(CAE_ITERATION, "job"), L"Nodes"), "(none)");
+}
+
+TEST_F(DirectoryReaderTest, OnlySomeOfManyMaterialsAreNamed) {
+    std::string deck = "*STEP\n";
+    for (int material = 1; material <= 23; ++material) {
+        deck += "*MATERIAL, NAME=M" + std::to_string(material) + "\n";
+    }
+    Write("study/job.inp", deck);
+    Read();
+    const std::string materials = MetadataOf(Find(CAE_ITERATION, "job"), L"Materials");
+    EXPECT_TRUE(materials.starts_with("M1, M2, ")) << materials;
+    EXPECT_TRUE(materials.ends_with(", M20 and 3 more")) << materials;
 }
 
 TEST_F(DirectoryReaderTest, TotalsCountEveryFileOnce) {

@@ -367,6 +367,35 @@ TEST_F(ProjectUpdateTest, MetadataOfTheDirectoryFollowItAndOthersStay) {
     ExpectNothingChanges();
 }
 
+TEST_F(ProjectUpdateTest, WhatADeckSaysIsKeptInStep) {
+    const auto entry = [&](const wchar_t* name) {
+        CAEObject* iteration = nullptr;
+        korvane::VisitTree(*project, [&](CAEObject& object, int) {
+            iteration = object.getType() == CAE_ITERATION ? &object : iteration;
+        });
+        OuString value(L"(none)");
+        iteration->getMetadataValue(name, value);
+        return std::string(value.GetAnsiBuffer());
+    };
+    Write("a/job.inp", "** Units: N, mm, s\n*NODE\n1,0\n*MATERIAL,NAME=Old\n*STEP\n*INCLUDE,INPUT=a.msh\n");
+    Write("a/a.msh", "*NODE\n2,0\n*ELEMENT,TYPE=B31\n1,1,2\n");
+    Make();
+    EXPECT_EQ(entry(L"Nodes") + entry(L"Elements") + entry(L"Materials") + entry(L"Steps"), "21Old1");
+    ExpectNothingChanges();
+    // The mesh is not the deck, but counts for it.
+    Write("a/a.msh", "*NODE\n2,0\n3,0\n*ELEMENT,TYPE=B31\n1,1,2\n");
+    Update();
+    EXPECT_EQ(entry(L"Nodes"), "3");
+    Remove("a/a.msh");
+    Write("a/job.inp", "*NODE\n1,0\n*STEP\n*INCLUDE,INPUT=a.msh\n");
+    Update();
+    EXPECT_EQ(entry(L"Nodes"), "") << "an old count would be wrong";
+    EXPECT_EQ(entry(L"Elements"), "");
+    EXPECT_EQ(entry(L"Materials"), "");
+    EXPECT_EQ(entry(L"Units"), "N, mm, s") << "units may be a user's";
+    ExpectNothingChanges();
+}
+
 TEST_F(ProjectUpdateTest, ADescriptionThatTheDirectoryLostStays) {
     WriteStudies();
     Make();
