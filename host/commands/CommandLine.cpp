@@ -40,6 +40,7 @@ constexpr const char* kNotes =
     "\n"
     "Examples:\n"
     "  korvane-json tree projects/bracket\n"
+    "  korvane-json page projects/bracket -o bracket.html\n"
     "  korvane-json export projects/bracket -o bracket.json\n"
     "  korvane-json new projects/bracket bracket.kvp\n"
     "  korvane-json update projects/bracket bracket.kvp\n"
@@ -50,8 +51,8 @@ constexpr const char* kNotes =
 using AddCommand = void (*)(CLI::App& program, Console& console, int& status);
 /// The commands, in the order in which the help lists them.
 constexpr AddCommand kCommands[] = {
-    AddTreeCommand,  AddFindCommand,  AddExportCommand, AddNewCommand,     AddUpdateCommand, AddStoreCommand,
-    AddApplyCommand, AddFetchCommand, AddImportCommand, AddCompareCommand, AddHelpCommand,
+    AddTreeCommand,  AddFindCommand,  AddPageCommand,  AddExportCommand, AddNewCommand,     AddUpdateCommand,
+    AddStoreCommand, AddApplyCommand, AddFetchCommand, AddImportCommand, AddCompareCommand, AddHelpCommand,
 };
 
 /// The version in the form that scripts read, and the banner of the library.

@@ -18,6 +18,8 @@ void AddTreeCommand(CLI::App& program, Console& console, int& status);
 
 /// Adds `find`, which lists the objects that meet conditions.
 void AddFindCommand(CLI::App& program, Console& console, int& status);
+/// Adds `page`, which writes a page for the browser that shows a project.
+void AddPageCommand(CLI::App& program, Console& console, int& status);
 
 /// Adds `export`, which writes the document of a project or of one object in it.
 void AddExportCommand(CLI::App& program, Console& console, int& status);

@@ -10,7 +10,6 @@
 #include "Options.h"
 #include "Output.h"
 #include "ProjectInput.h"
-#include "host/system/FileSystem.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -65,21 +64,12 @@ std::error_code PutDocument(CAEObject& object, const exchange::WriteOptions& opt
     return last == '\n' ? std::error_code() : put("\n");
 }
 
-/// The file that the document is written to, if it exists.
-std::optional<std::filesystem::path> OutputPath(const ExportOptions& options) {
-    if (options.IsToStandardOutput()) {
-        return PathOfStandardOutput();
-    }
-    std::error_code error;
-    std::filesystem::path path = ResolvePath(PathFromUtf8(options.output), error);
-    return error ? std::nullopt : std::optional(path);
-}
-
 int ExportProject(const ExportOptions& options, Console& console) {
     if (!IsReplaceable(options.output, {options.from.input}, console)) {
         return kFailure;
     }
-    const std::optional<OpenedProject> reading = OpenProject(options.from, OutputPath(options), console);
+    const std::optional<OpenedProject> reading =
+        OpenProject(options.from, PathOfOutput(options.output), console);
     if (!reading) {
         return kFailure;
     }

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "host/document/ProjectObjects.h"
+#include "host/page/PageWriter.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Terminal.h"
@@ -23,14 +24,15 @@ bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& 
     return WouldBeSameFile(left, right);
 }
 
-/// Whether the file is neither empty nor a document, so that a document must not replace it.
+/// Whether the file is neither empty nor a document or a page of this program, so that none of these must
+/// replace it.
 bool HasOtherContent(const std::filesystem::path& file) {
     FileSample sample;
     if (ReadSample(file, 4096, 0, sample)) {
         return false;
     }
     const std::string_view text = Trim(sample.head);
-    return !text.empty() && text.front() != '{';
+    return !text.empty() && text.front() != '{' && !IsPage(text);
 }
 
 void SayNotReplaced(const std::string& file, const std::string& reason, Console& console) {
@@ -38,7 +40,7 @@ void SayNotReplaced(const std::string& file, const std::string& reason, Console&
                 ". Nothing was changed; give another file with -o");
 }
 
-constexpr const char* kFileOfProject = "it is a file of the project, not a document";
+constexpr const char* kFileOfProject = "it is a file of the project, not a document or a page";
 
 /// Whether it is a file in the directory, at any depth, that is neither empty nor a document.
 bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::path& directory) {
@@ -108,6 +110,15 @@ bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& cons
         SayNotReplaced(file, kFileOfProject, console);
     }
     return !isFileOfProject;
+}
+
+std::optional<std::filesystem::path> PathOfOutput(const std::string& file) {
+    if (file == kStandardStream) {
+        return PathOfStandardOutput();
+    }
+    std::error_code error;
+    std::filesystem::path path = ResolvePath(PathFromUtf8(file), error);
+    return error ? std::nullopt : std::optional(path);
 }
 
 bool WriteOutput(const std::string& file, std::string_view text, Console& console) {

@@ -3,6 +3,8 @@
 #include <CAEProject.h>
 #include <libjson.h>
 
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +26,9 @@ bool IsReplaceable(const std::string& file, const std::vector<std::string>& inpu
 /// Whether the file is not one of the files of the project, or it is empty or a document. If it may not be
 /// replaced, a message says why.
 bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& console);
+
+/// The path of the file that a command writes to, if it exists.
+std::optional<std::filesystem::path> PathOfOutput(const std::string& file);
 
 /// Writes the whole text to the file, or nothing. If that fails, it says why and returns false. A reader of
 /// the standard output that stops reading is not a failure.

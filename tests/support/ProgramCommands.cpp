@@ -21,6 +21,10 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"FindInDocument", {"find", "given/document.json", "has=deck", "--format", "csv"}},
         {"Find", {"find", "work/p.kvp", "id<100", "--format", "json"}, FileUse::Reads, "p.kvp"},
 
+        {"PageOfDirectory", {"page", "given/studies", "-o", "out/page.html"}},
+        {"PageOfDocument", {"page", "given/document.json", "-o", "out/page.html"}},
+        {"Page", {"page", "work/p.kvp", "-o", "out/page.html"}, FileUse::Reads, "p.kvp"},
+
         {"ExportDirectory", {"export", "given/studies", "-o", "out/new.json"}},
         {"Export", {"export", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
         {"ExportToFile", {"export", "work/p.kvp", "-o", "out/document.json"}, FileUse::Reads, "p.kvp"},

@@ -1,0 +1,141 @@
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "Commands.h"
+#include "Done.h"
+#include "ExitStatus.h"
+#include "Options.h"
+#include "Output.h"
+#include "ProjectInput.h"
+#include "host/document/ObjectTexts.h"
+#include "host/page/PageWriter.h"
+#include "host/system/Terminal.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+struct PageOptions {
+    InputOptions from;
+    std::string title;
+    std::string pictures = "20M";
+    std::string output;
+};
+
+/// The number of bytes that a text like 500k or 20M means; nothing if it is not a size.
+std::optional<std::uint64_t> ParseSize(std::string_view text) {
+    constexpr std::string_view kUnits = "KMGT";
+    std::uint64_t number = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    std::string unit = ToUpperAscii(text.substr(static_cast<std::size_t>(rest - text.data())));
+    if (error != std::errc()) {
+        return std::nullopt;
+    }
+    if (unit.ends_with('B')) {
+        unit.pop_back();
+    }
+    const std::size_t power = unit.empty() ? 0 : kUnits.find(unit) + 1;
+    if (unit.size() > 1 || (power == 0 && !unit.empty())) {
+        return std::nullopt;
+    }
+    for (std::size_t step = 0; step < power; ++step) {
+        if (number > std::numeric_limits<std::uint64_t>::max() / 1000) {
+            return std::nullopt;
+        }
+        number *= 1000;
+    }
+    return number;
+}
+
+/// The project or document that the page shows.
+struct Shown {
+    OpenedProject opened;
+    CAEObject* root = nullptr;
+};
+
+std::optional<Shown> Open(const PageOptions& options, Console& console) {
+    if (KindOfInput(options.from.input) == InputKind::Document) {
+        OpenedDocument document = OpenDocument(options.from.input, console);
+        return document.root == nullptr
+                   ? std::nullopt
+                   : std::optional(Shown{{std::move(document.project), 0}, document.root});
+    }
+    std::optional<OpenedProject> reading = OpenProject(options.from, PathOfOutput(options.output), console);
+    if (!reading) {
+        return std::nullopt;
+    }
+    CAEObject* const root = reading->project.get();
+    return Shown{*std::move(reading), root};
+}
+
+int MakePage(const PageOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.from.input}, console)) {
+        return kFailure;
+    }
+    const std::optional<Shown> shown = Open(options, console);
+    if (!shown || !IsReplaceableIn(*shown->opened.project, options.output, console)) {
+        return kFailure;
+    }
+    Page page;
+    page.title = options.title.empty() ? NameOf(*shown->root).GetAnsiBuffer() : options.title;
+    page.pictureLimit = *ParseSize(options.pictures);
+    PageRoom room{page.pictureLimit};
+    page.content = ListPageContent(*shown->root, room);
+    const bool isSilent = options.output == kStandardStream && IsTerminal(Stream::Output);
+    page.progress = [&console, isSilent](std::size_t done, std::size_t total) {
+        if (!isSilent) {
+            console.ShowProgress("Writing the page", done, total);
+        }
+    };
+    const bool isWritten = WriteOutput(
+        options.output, [&page](const WritePiece& put) { return WritePage(page, put); }, console);
+    console.ClearProgress();
+    if (!isWritten) {
+        Finish(options.from, shown->opened, console);
+        return kFailure;
+    }
+    return ReportDone(false, console, [&] { return Finish(options.from, shown->opened, console); });
+}
+
+}  // namespace
+
+void AddPageCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<PageOptions>();
+    CLI::App& command =
+        *program.add_subcommand("page", "Write a page for the browser that shows a project, in one file");
+    AddInputOptions(command, options->from);
+    command.get_option("DIR")->description(
+        "The directory with the studies, a project file, or a document, which is shown\n"
+        "as an import would create its objects (- is the standard input)");
+    command
+        .add_option("--title", options->title,
+                    "The title of the page instead of the name of the project: --title Brackets")
+        ->type_name("TEXT");
+    const auto check = [](const std::string& text) -> std::string {
+        return ParseSize(text) ? "" : Quoted(text) + " is not a size; give one like 500k, 20M or 0";
+    };
+    command
+        .add_option("--pictures", options->pictures,
+                    "How much of the project's pictures the page may contain, 20M without this\n"
+                    "option. Pictures beyond that are only named: --pictures 0")
+        ->type_name("SIZE")
+        ->check(CLI::Validator(check, ""));
+    command
+        .add_option("-o,--output", options->output,
+                    "The file to write to; an existing file is replaced when the new one is\n"
+                    "complete. - is the standard output: -o bracket.html")
+        ->type_name("FILE")
+        ->required();
+    AddExamples(command,
+                "  korvane-json page projects/bracket -o bracket.html\n"
+                "  korvane-json page bracket.kvp --title Brackets --pictures 5M -o bracket.html\n",
+                "The page is one HTML file, which needs no network and no other file.");
+    command.callback([options, &console, &status] { status = MakePage(*options, console); });
+}
+
+}  // namespace host

@@ -1,0 +1,101 @@
+#include "PageContent.h"
+
+#include <EmbeddedModel.h>
+
+#include <utility>
+
+#include "Pictures.h"
+#include "host/directory/RelativePath.h"
+#include "host/document/ObjectLists.h"
+#include "host/document/ObjectTexts.h"
+#include "host/system/FileSystem.h"
+#include "host/system/Text.h"
+
+namespace host {
+namespace {
+
+std::string PlaceOfPath(const CAEFile& file, const OuString& path) {
+    const CAEProject* const project = file.getProject();
+    if (project != nullptr) {
+        if (std::optional<std::string> relative = RelativePath(path, DirectoryOf(*project))) {
+            return *std::move(relative);
+        }
+    }
+    return path.GetAnsiBuffer();
+}
+
+PageFile LookAt(CAEFile& file, PageRoom& pictures) {
+    PageFile shown{&file, {}, {}, {}, false};
+    const OuString path = PathOf(file);
+    if (path.IsEmpty()) {
+        return shown;
+    }
+    shown.place = PlaceOfPath(file, path);
+    Entry entry;
+    const std::filesystem::path whole = ToPath(path);
+    const std::error_code error = InspectTarget(whole, entry);
+    ThrowIfOutOfMemory(error);
+    if (error) {
+        return shown;
+    }
+    shown.size = entry.size;
+    // Anything else could be a pipe that nobody writes to.
+    if (entry.type == EntryType::File) {
+        shown.pictureType = PictureType(whole);
+        shown.isEmbedded = !shown.pictureType.empty() && pictures.Take(entry.size);
+    }
+    return shown;
+}
+
+class Lister {
+public:
+    Lister(PageContent& content, PageRoom& pictures) : content_(content), pictures_(pictures) {}
+
+    void Add(CAEObject& object, int depth) {
+        const auto level = static_cast<std::size_t>(depth);
+        above_.resize(level);
+        PageObject shown{&object, level == 0 ? -1 : above_[level - 1], -1};
+        above_.push_back(static_cast<std::int64_t>(content_.objects.size()));
+        if (auto* const file = dynamic_cast<CAEFile*>(&object)) {
+            shown.file = AddFile(*file);
+        }
+        for (CAEFile* const file : AttachedFilesOf(object)) {
+            AddFile(*file);
+        }
+        content_.objects.push_back(shown);
+    }
+
+private:
+    std::int64_t AddFile(CAEFile& file) {
+        const auto next = static_cast<std::int64_t>(content_.files.size());
+        const auto [place, isNew] = content_.fileOfIdentifier.try_emplace(file.getID(), next);
+        if (isNew) {
+            content_.files.push_back(LookAt(file, pictures_));
+        }
+        return place->second;
+    }
+
+    PageContent& content_;
+    PageRoom& pictures_;
+    /// The places of the objects above the next one.
+    std::vector<std::int64_t> above_;
+};
+
+}  // namespace
+
+bool PageRoom::Take(std::uint64_t size) {
+    if (size > bytes) {
+        return false;
+    }
+    bytes -= size;
+    return true;
+}
+
+PageContent ListPageContent(CAEObject& root, PageRoom& pictures) {
+    PageContent content;
+    Lister lister(content, pictures);
+    korvane::VisitTree(root, [&lister](CAEObject& object, int depth) { lister.Add(object, depth); });
+    return content;
+}
+
+}  // namespace host

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <CAEFile.h>
+#include <CAEObject.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace host {
+
+/// What a page shows of the object and everything below it.
+struct PageObject {
+    CAEObject* object = nullptr;
+    /// The place of the object above in the list; -1 for the root.
+    std::int64_t parent = -1;
+    /// The place of the file among the files, if the object is one; -1 otherwise.
+    std::int64_t file = -1;
+};
+
+struct PageFile {
+    CAEFile* file = nullptr;
+    /// The path relative to the project's directory if it lies there, otherwise the whole path.
+    std::string place;
+    /// Nothing if the file is not there.
+    std::optional<std::uint64_t> size;
+    /// The media type; empty for a file that is not a picture.
+    std::string_view pictureType;
+    /// Whether the picture is in the page itself.
+    bool isEmbedded = false;
+};
+
+struct PageContent {
+    /// An object comes before what is below it, and siblings are in their order.
+    std::vector<PageObject> objects;
+    /// Every file once, in the order of the tree, whether it is an object or attached to some.
+    std::vector<PageFile> files;
+    /// The place in `files` of a file by its identifier.
+    std::unordered_map<int, std::int64_t> fileOfIdentifier;
+};
+
+/// Room for what is embedded into a page.
+struct PageRoom {
+    std::uint64_t bytes = 0;
+
+    /// Takes the bytes away if they are there.
+    bool Take(std::uint64_t size);
+};
+
+/// Lists what the page shows, and looks at the files where they lie. Pictures take their room in the order of
+/// the tree; one that does not fit is left out, and a smaller one behind it may fit. The depth of nesting
+/// needs no stack.
+PageContent ListPageContent(CAEObject& root, PageRoom& pictures);
+
+}  // namespace host

@@ -1,0 +1,154 @@
+'use strict';
+
+// How long a piece of work may keep the browser from answering to keys and pointer, in milliseconds.
+const SLICE = 12;
+
+/** Lets the browser do what waits. */
+function breathe() {
+  return new Promise((resolve) => setTimeout(resolve, 0));
+}
+
+/** Calls `work` with the numbers from 0 to `count`, in slices. `isOver` can end it early, which gives false. */
+async function inSlices(count, work, isOver = () => false) {
+  let start = performance.now();
+  for (let index = 0; index < count; ++index) {
+    work(index);
+    if ((index & 63) === 63 && performance.now() - start > SLICE) {
+      await breathe();
+      if (isOver()) {
+        return false;
+      }
+      start = performance.now();
+    }
+  }
+  return true;
+}
+
+/** A text as searches compare it: without regard to letter case and to marks above and below letters. */
+function comparable(text) {
+  return text.normalize('NFD').replace(/\p{M}+/gu, '').toLowerCase();
+}
+
+function textOfSize(size) {
+  const units = ['B', 'kB', 'MB', 'GB', 'TB', 'PB', 'EB'];
+  let unit = 0;
+  while (size >= 1000 && unit < units.length - 1) {
+    size /= 1000;
+    ++unit;
+  }
+  return (unit > 0 && size < 10 ? size.toFixed(1) : Math.round(size)) + ' ' + units[unit];
+}
+
+function countOf(number, singular, plural) {
+  return number.toLocaleString('en') + ' ' + (number === 1 ? singular : plural);
+}
+
+/**
+ * The objects of a project in the order of the tree: an object comes before everything below it. They are known by
+ * their places in that order.
+ */
+class Project {
+  constructor(head) {
+    this.head = head;
+    this.objects = [];
+    this.files = [];
+  }
+
+  get count() {
+    return this.objects.length;
+  }
+
+  /** Reads the blocks of the page, one after the other, and works out what follows from them. */
+  async read(elements) {
+    for (const element of elements) {
+      for (const record of JSON.parse(element.textContent)) {
+        (element.className === 'files' ? this.files : this.objects).push(record);
+      }
+      element.remove();
+      await breathe();
+    }
+    const count = this.count;
+    this.depth = new Int32Array(count);
+    // The place behind the last object below an object.
+    this.end = new Int32Array(count);
+    this.solvers = new Array(count);
+    this.texts = new Array(count);
+    this.placeOfIdentifier = new Map();
+    await inSlices(count, (place) => this.complete(place));
+    await inSlices(count, (index) => {
+      const place = count - 1 - index;
+      this.end[place] = Math.max(this.end[place], place + 1);
+      const parent = this.objects[place].parent;
+      if (parent >= 0) {
+        this.end[parent] = Math.max(this.end[parent], this.end[place]);
+      }
+    });
+  }
+
+  complete(place) {
+    const object = this.objects[place];
+    if (object.file !== undefined) {
+      // A file among the objects has what the file has.
+      this.objects[place] = Object.assign({}, this.files[object.file], object);
+    }
+    const { parent, id } = object;
+    this.depth[place] = parent < 0 ? 0 : this.depth[parent] + 1;
+    this.solvers[place] = this.metadata(place, 'Solver') ?? (parent < 0 ? '' : this.solvers[parent]);
+    if (!this.placeOfIdentifier.has(id)) {
+      this.placeOfIdentifier.set(id, place);
+    }
+  }
+
+  /** The value of a metadata entry; undefined if the object has none of this name. */
+  metadata(place, name) {
+    const entry = (this.objects[place].metadata ?? []).find((one) => one[0] === name);
+    return entry && entry[1];
+  }
+
+  name(place) {
+    const object = this.objects[place];
+    return object.name || '(no name)';
+  }
+
+  hasChildren(place) {
+    return this.end[place] > place + 1;
+  }
+
+  /** The attached files, and the file that the object is. */
+  filesOf(place) {
+    const object = this.objects[place];
+    const files = (object.files ?? []).map(([file, role]) => ({ index: file, role, ...this.files[file] }));
+    return object.file === undefined ? files
+      : [{ index: object.file, role: 'this file', ...this.files[object.file] }, ...files];
+  }
+
+  /** The objects above an object, from the root on. */
+  above(place) {
+    const places = [];
+    for (let parent = this.objects[place].parent; parent >= 0; parent = this.objects[parent].parent) {
+      places.push(parent);
+    }
+    return places.reverse();
+  }
+
+  /** Everything that a search looks for in an object. Made when it is first asked for. */
+  text(place) {
+    if (this.texts[place] === undefined) {
+      const object = this.objects[place];
+      const words = [object.name ?? '', object.kind, object.type ?? '', object.key ?? '', '#' + object.id];
+      for (const [name, value, unit] of object.metadata ?? []) {
+        words.push(name + ': ' + value + ' ' + unit);
+      }
+      for (const file of this.filesOf(place)) {
+        words.push(file.name ?? '', file.place ?? '', file.type ?? '', file.role);
+      }
+      this.texts[place] = comparable(words.join('\n'));
+    }
+    return this.texts[place];
+  }
+}
+
+/** The blocks with the data of the page, by the class of their elements. */
+function blocks(kind) {
+  return Array.from(document.querySelectorAll('script.' + kind));
+}

@@ -1,0 +1,218 @@
+// What is known of the selected object.
+
+const MOST_FILES = 200;
+const MOST_PICTURES = 12;
+const LONGEST_VALUE = 4000;
+
+/** A date as people read it; a text that is not a date stays as it is. */
+function textOfDate(text) {
+  return /^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ$/.test(text) ? text.slice(0, 10) + ' ' + text.slice(11, 16) + ' UTC' : text;
+}
+
+/** A text of the project; a very long one is cut, with a button for the rest. */
+function value(text) {
+  const element = make('span', 'value', text.slice(0, LONGEST_VALUE));
+  if (text.length > LONGEST_VALUE) {
+    const button = make('button', 'more', 'Show all ' + text.length.toLocaleString('en') + ' characters');
+    button.addEventListener('click', () => {
+      element.textContent = text;
+    });
+    element.append('… ', button);
+  }
+  return element;
+}
+
+function table(className, caption, headings) {
+  const element = make('table', className);
+  element.append(make('caption', '', caption));
+  const row = element.createTHead().insertRow();
+  for (const heading of headings) {
+    const cell = make('th', '', heading);
+    cell.scope = 'col';
+    row.append(cell);
+  }
+  element.createTBody();
+  return element;
+}
+
+class Panel {
+  /** `select` selects an object of the tree. */
+  constructor(element, project, select) {
+    this.element = element;
+    this.project = project;
+    this.select = select;
+  }
+
+  show(place) {
+    const { project } = this;
+    const object = project.objects[place];
+    const heading = make('h2', '', project.name(place));
+    heading.id = 'object';
+    this.element.setAttribute('aria-labelledby', heading.id);
+    const files = project.filesOf(place);
+    this.element.replaceChildren(this.path(place), heading, this.facts(place));
+    if (object.metadata) {
+      this.element.append(this.metadata(object.metadata));
+    }
+    const pictures = files.filter((file) => file.picture);
+    if (pictures.length > 0) {
+      this.element.append(this.pictures(pictures));
+    }
+    if (files.length > 0) {
+      this.element.append(this.files(files));
+    }
+    this.element.scrollTop = 0;
+  }
+
+  /** The objects above, each a button that selects it. */
+  path(place) {
+    const element = make('nav', 'path');
+    element.setAttribute('aria-label', 'Above this object');
+    const above = this.project.above(place);
+    const shown = above.length > 12 ? [...above.slice(0, 6), -1, ...above.slice(-5)] : above;
+    for (const one of shown) {
+      if (one < 0) {
+        element.append('… / ');
+        continue;
+      }
+      const button = make('button', '', this.project.name(one));
+      button.type = 'button';
+      button.addEventListener('click', () => this.select(one));
+      element.append(button, ' / ');
+    }
+    return element;
+  }
+
+  facts(place) {
+    const { project } = this;
+    const object = project.objects[place];
+    const list = make('dl', 'facts');
+    const add = (name, content) => {
+      if (content) {
+        const detail = make('dd');
+        detail.append(typeof content === 'string' ? value(content) : content);
+        list.append(make('dt', '', name), detail);
+      }
+    };
+    add('Kind', object.kind + (object.type ? ' (' + object.type + ')' : ''));
+    add('Identifier', String(object.id));
+    add('Key', object.key);
+    add('Directory', object.directory);
+    add('Created', object.created && textOfDate(object.created));
+    add('By', object.creator);
+    add('Solver', project.solvers[place]);
+    if (object.shows) {
+      add('Shows', this.link(object.shows));
+    }
+    return list;
+  }
+
+  link(identifier) {
+    const place = this.project.placeOfIdentifier.get(identifier);
+    if (place === undefined) {
+      return '#' + identifier;
+    }
+    const button = make('button', 'link', this.project.name(place));
+    button.type = 'button';
+    button.addEventListener('click', () => this.select(place));
+    return button;
+  }
+
+  metadata(entries) {
+    const element = table('metadata', 'Metadata', ['Name', 'Value', 'Unit']);
+    for (const [name, text, unit] of entries) {
+      const row = element.tBodies[0].insertRow();
+      const heading = make('th');
+      heading.scope = 'row';
+      heading.append(value(name));
+      row.append(heading);
+      row.insertCell().append(value(text));
+      row.insertCell().append(value(unit));
+    }
+    return element;
+  }
+
+  files(files) {
+    const element = table('files', countOf(files.length, 'file', 'files'),
+      ['Name', 'Role', 'Type', 'Size', 'Folder']);
+    const body = element.tBodies[0];
+    const addSome = () => {
+      const next = files.slice(body.rows.length, body.rows.length + MOST_FILES);
+      for (const file of next) {
+        this.addFile(body.insertRow(), file);
+      }
+    };
+    addSome();
+    if (files.length > MOST_FILES) {
+      const part = make('div');
+      const button = make('button', 'more', 'Show more files');
+      button.addEventListener('click', () => {
+        addSome();
+        button.hidden = body.rows.length === files.length;
+      });
+      part.append(element, button);
+      return part;
+    }
+    return element;
+  }
+
+  addFile(row, file) {
+    const heading = make('th');
+    heading.scope = 'row';
+    const place = file.place ?? '';
+    const end = Math.max(place.lastIndexOf('/'), place.lastIndexOf('\\'));
+    heading.append(value(place.slice(end + 1) || file.name || '(no name)'));
+    row.append(heading);
+    row.insertCell().textContent = file.role;
+    row.insertCell().textContent = file.type + ', ' + file.format;
+    const size = row.insertCell();
+    size.className = 'size';
+    size.textContent = isMissing(file) ? 'missing' : file.size === undefined ? '–' : textOfSize(file.size);
+    const where = row.insertCell();
+    where.className = 'where';
+    where.append(value(place.slice(0, Math.max(end, 0))));
+    if (file.key) {
+      where.append(make('div', 'key', 'key ' + file.key));
+    }
+  }
+
+  pictures(files) {
+    const element = make('div', 'pictures');
+    const addSome = () => {
+      const from = element.querySelectorAll('figure').length;
+      for (const file of files.slice(from, from + MOST_PICTURES)) {
+        element.insertBefore(this.picture(file), more);
+      }
+      more.hidden = from + MOST_PICTURES >= files.length;
+    };
+    const more = make('button', 'more', 'Show more pictures');
+    more.addEventListener('click', addSome);
+    element.append(more);
+    addSome();
+    return element;
+  }
+
+  picture(file) {
+    const figure = make('figure');
+    const block = file.embedded && document.getElementById('picture-' + file.index);
+    const content = block ? block.textContent : '';
+    if (content) {
+      const image = make('img');
+      image.alt = file.name || file.place;
+      image.decoding = 'async';
+      image.src = 'data:' + file.picture + ';base64,' + content;
+      const button = make('button');
+      button.type = 'button';
+      button.title = 'Larger or smaller';
+      button.append(image);
+      button.addEventListener('click', () => figure.classList.toggle('large'));
+      figure.append(button);
+    } else {
+      const limit = textOfSize(this.project.head.pictureLimit);
+      figure.append(make('p', 'notice', file.embedded ? 'This picture could not be read when the page was made.'
+        : 'Not in this page, which has room for ' + limit + ' of pictures. It has ' + textOfSize(file.size) + '.'));
+    }
+    figure.append(make('figcaption', '', file.place || file.name));
+    return figure;
+  }
+}
