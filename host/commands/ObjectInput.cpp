@@ -5,25 +5,12 @@
 
 #include "Done.h"
 #include "ExitStatus.h"
+#include "Output.h"
 #include "ProjectInput.h"
 #include "host/system/FileSystem.h"
-#include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
 namespace host {
-namespace {
-
-std::optional<std::filesystem::path> PathOfOutput(const std::optional<std::string>& output) {
-    if (!output || *output == kStandardStream) {
-        return PathOfStandardOutput();
-    }
-    std::error_code error;
-    std::filesystem::path path = ResolvePath(PathFromUtf8(*output), error);
-    return error ? std::nullopt : std::optional(path);
-}
-
-}  // namespace
-
 void AddObjectInput(CLI::App& command, InputOptions& options) {
     AddInputOptions(command, options);
     command.get_option("DIR")->description(
@@ -51,7 +38,8 @@ int WithObjects(const InputOptions& options, const std::optional<std::string>& o
         const OpenedDocument document = OpenDocument(options.input, console);
         return document.root != nullptr && work(*document.root) ? kSuccess : kFailure;
     }
-    const std::optional<OpenedProject> reading = OpenProject(options, PathOfOutput(output), console);
+    const std::optional<OpenedProject> reading =
+        OpenProject(options, output ? PathOfOutput(*output) : PathOfStandardOutput(), console);
     if (!reading) {
         return kFailure;
     }

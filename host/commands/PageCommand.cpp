@@ -7,11 +7,10 @@
 #include <utility>
 
 #include "Commands.h"
-#include "Done.h"
 #include "ExitStatus.h"
+#include "ObjectInput.h"
 #include "Options.h"
 #include "Output.h"
-#include "ProjectInput.h"
 #include "host/document/ObjectTexts.h"
 #include "host/page/PageWriter.h"
 #include "host/system/Terminal.h"
@@ -52,40 +51,16 @@ std::optional<std::uint64_t> ParseSize(std::string_view text) {
     return number;
 }
 
-/// The project or document that the page shows.
-struct Shown {
-    OpenedProject opened;
-    CAEObject* root = nullptr;
-};
-
-std::optional<Shown> Open(const PageOptions& options, Console& console) {
-    if (KindOfInput(options.from.input) == InputKind::Document) {
-        OpenedDocument document = OpenDocument(options.from.input, console);
-        return document.root == nullptr
-                   ? std::nullopt
-                   : std::optional(Shown{{std::move(document.project), 0}, document.root});
-    }
-    std::optional<OpenedProject> reading = OpenProject(options.from, PathOfOutput(options.output), console);
-    if (!reading) {
-        return std::nullopt;
-    }
-    CAEObject* const root = reading->project.get();
-    return Shown{*std::move(reading), root};
-}
-
-int MakePage(const PageOptions& options, Console& console) {
-    if (!IsReplaceable(options.output, {options.from.input}, console)) {
-        return kFailure;
-    }
-    const std::optional<Shown> shown = Open(options, console);
-    if (!shown || !IsReplaceableIn(*shown->opened.project, options.output, console)) {
-        return kFailure;
+bool MakePage(CAEObject& root, const PageOptions& options, Console& console) {
+    if (CAEProject* const project = root.getProject();
+        project != nullptr && !IsReplaceableIn(*project, options.output, console)) {
+        return false;
     }
     Page page;
-    page.title = options.title.empty() ? NameOf(*shown->root).GetAnsiBuffer() : options.title;
+    page.title = options.title.empty() ? NameOf(root).GetAnsiBuffer() : options.title;
     page.pictureLimit = *ParseSize(options.pictures);
     PageRoom room{page.pictureLimit};
-    page.content = ListPageContent(*shown->root, room);
+    page.content = ListPageContent(root, room);
     const bool isSilent = options.output == kStandardStream && IsTerminal(Stream::Output);
     page.progress = [&console, isSilent](std::size_t done, std::size_t total) {
         if (!isSilent) {
@@ -95,11 +70,15 @@ int MakePage(const PageOptions& options, Console& console) {
     const bool isWritten = WriteOutput(
         options.output, [&page](const WritePiece& put) { return WritePage(page, put); }, console);
     console.ClearProgress();
-    if (!isWritten) {
-        Finish(options.from, shown->opened, console);
+    return isWritten;
+}
+
+int RunPage(const PageOptions& options, Console& console) {
+    if (!IsReplaceable(options.output, {options.from.input}, console)) {
         return kFailure;
     }
-    return ReportDone(false, console, [&] { return Finish(options.from, shown->opened, console); });
+    return WithObjects(options.from, options.output, console,
+                       [&](CAEObject& root) { return MakePage(root, options, console); });
 }
 
 }  // namespace
@@ -108,10 +87,7 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<PageOptions>();
     CLI::App& command =
         *program.add_subcommand("page", "Write a page for the browser that shows a project, in one file");
-    AddInputOptions(command, options->from);
-    command.get_option("DIR")->description(
-        "The directory with the studies, a project file, or a document, which is shown\n"
-        "as an import would create its objects (- is the standard input)");
+    AddObjectInput(command, options->from);
     command
         .add_option("--title", options->title,
                     "The title of the page instead of the name of the project: --title Brackets")
@@ -135,7 +111,7 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
                 "  korvane-json page projects/bracket -o bracket.html\n"
                 "  korvane-json page bracket.kvp --title Brackets --pictures 5M -o bracket.html\n",
                 "The page is one HTML file, which needs no network and no other file.");
-    command.callback([options, &console, &status] { status = MakePage(*options, console); });
+    command.callback([options, &console, &status] { status = RunPage(*options, console); });
 }
 
 }  // namespace host

@@ -4,7 +4,7 @@
 #include <EmbeddedModel.h>
 #include <korvaneexchange/Text.h>
 
-#include <set>
+#include <map>
 #include <string_view>
 
 #include "Base64.h"
@@ -12,6 +12,7 @@
 #include "PageText.h"
 #include "format/Kinds.h"
 #include "host/directory/RelativePath.h"
+#include "host/document/FileFacts.h"
 #include "host/document/ObjectLists.h"
 #include "host/document/ObjectTexts.h"
 #include "host/system/FileSystem.h"
@@ -26,23 +27,6 @@ using korvane::exchange::ToUtf8;
 /// A browser reads a block in one go, and must not stop for long.
 constexpr std::size_t kObjectsInBlock = 500;
 constexpr std::string_view kBlockEnd = "</script>\n";
-
-/// The role that an object gives to a file, as a word of the page.
-std::string_view RoleOf(const korvane::FileRoles& roles, const std::set<int>& meshes, int file) {
-    if (file == roles.cadFile) {
-        return "CAD file";
-    }
-    if (file == roles.graphicFile) {
-        return "graphic file";
-    }
-    if (file == roles.activeMesh) {
-        return "active mesh";
-    }
-    if (file == roles.feRepresentation) {
-        return "FE representation";
-    }
-    return meshes.contains(file) ? "mesh" : "custom file";
-}
 
 /// What every object has, files among them.
 void AddHeader(PageText& text, const CAEObject& object) {
@@ -200,8 +184,7 @@ private:
     }
 
     void AddAttachedFiles(CAEObject& object) {
-        const korvane::FileRoles roles = korvane::GetFileRoles(object);
-        const std::set<int> meshes(roles.meshes.begin(), roles.meshes.end());
+        const std::map<int, FileRole> roles = RolesOfFiles(object);
         bool isFirst = true;
         for (const CAEFile* const file : AttachedFilesOf(object)) {
             if (isFirst) {
@@ -211,7 +194,7 @@ private:
             isFirst = false;
             text_.AddNumber(page_.content.fileOfIdentifier.at(file->getID()));
             text_.Add(",");
-            text_.AddJson(RoleOf(roles, meshes, file->getID()));
+            text_.AddJson(NameOfRole(roles.at(file->getID())));
             text_.Add("]");
         }
         text_.Add(isFirst ? "" : "]");
