@@ -18,17 +18,18 @@ void AddObjectInput(CLI::App& command, InputOptions& options) {
         "as an import would create its objects (- is the standard input)");
 }
 
-void AddFormat(CLI::App& command, std::string& format, const std::vector<std::string>& words,
-               const std::string& description) {
+void AddWordOption(CLI::App& command, const std::string& name, std::string& word,
+                   const std::vector<std::string>& words, const std::string& type,
+                   const std::string& description) {
     std::string listed;
-    for (const std::string& word : words) {
-        listed += (listed.empty() ? "" : ", ") + word;
+    for (const std::string& known : words) {
+        listed += (listed.empty() ? "" : ", ") + known;
     }
     const auto check = [words, listed](const std::string& text) -> std::string {
         return std::ranges::find(words, text) != words.end() ? "" : Quoted(text) + " is not one of " + listed;
     };
-    command.add_option("--format", format, description)
-        ->type_name("FORM")
+    command.add_option(name, word, description)
+        ->type_name(type)
         ->check(CLI::Validator(check, "{" + listed + "}"));
 }
 

@@ -16,9 +16,10 @@ namespace host {
 /// Adds the argument of such a command, and the options of directories.
 void AddObjectInput(CLI::App& command, InputOptions& options);
 
-/// Adds --format, which takes one of the words.
-void AddFormat(CLI::App& command, std::string& format, const std::vector<std::string>& words,
-               const std::string& description);
+/// Adds an option that takes one of the words.
+void AddWordOption(CLI::App& command, const std::string& name, std::string& word,
+                   const std::vector<std::string>& words, const std::string& type,
+                   const std::string& description);
 
 /// Reads what the options name and gives its root to `work`, which says whether it could do its work. Returns
 /// the exit status of the command. The file `output` of the directory is not read.

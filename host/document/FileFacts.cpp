@@ -1,7 +1,5 @@
 #include "FileFacts.h"
 
-#include <EmbeddedModel.h>
-
 #include <charconv>
 
 #include "ObjectTexts.h"
@@ -55,6 +53,10 @@ std::map<int, FileRole> RolesOfFiles(const CAEObject& object) {
     return roleOfFile;
 }
 
+bool IsShown(FilesShown files, FileRole role) {
+    return files == FilesShown::All || (files == FilesShown::WithRoles && role != FileRole::Custom);
+}
+
 FileOnDisk LookUpFile(const CAEFile& file) {
     const OuString path = PathOf(file);
     Entry entry;
@@ -77,6 +79,10 @@ std::string SizeText(const FileOnDisk& file) {
             break;
     }
     return "-";
+}
+
+const OuString& UnitOf(const korvane::MetadataValues& entry) {
+    return entry.unit.IsEmpty() ? entry.type : entry.unit;
 }
 
 std::string ShownValue(std::string_view value, std::string_view unit) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CAEFile.h>
+#include <EmbeddedModel.h>
 
 #include <cstdint>
 #include <map>
@@ -20,6 +21,15 @@ std::string_view NameOfRole(FileRole role);
 /// The roles of the files that are attached to the object, by their identifiers.
 std::map<int, FileRole> RolesOfFiles(const CAEObject& object);
 
+/// Which files are shown.
+enum class FilesShown {
+    All,
+    /// Those that are more to their object than custom files.
+    WithRoles,
+    None,
+};
+bool IsShown(FilesShown files, FileRole role);
+
 /// Where a file is.
 enum class FilePresence { There, Missing, WithoutPath };
 
@@ -32,6 +42,10 @@ FileOnDisk LookUpFile(const CAEFile& file);
 
 /// `1.2 kB`, `missing`, or `-` for a file without a path.
 std::string SizeText(const FileOnDisk& file);
+
+/// The unit of a metadata entry. A document has it as the entry's type, and so has what was imported from
+/// one.
+const OuString& UnitOf(const korvane::MetadataValues& entry);
 
 /// A metadata value for people. A number of bytes is a size like those of files: `1.2 kB`.
 std::string ShownValue(std::string_view value, std::string_view unit);

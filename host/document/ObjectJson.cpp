@@ -31,7 +31,7 @@ void WriteMetadata(const CAEObject& object, JsonText& json) {
     for (const korvane::MetadataValues& entry : entries) {
         json.OpenObject(ToUtf8(entry.name));
         json.Text("value", ToUtf8(entry.value));
-        WriteText("unit", entry.unit, json);
+        WriteText("unit", UnitOf(entry), json);
         json.End();
     }
     json.End();
@@ -49,12 +49,13 @@ void WriteFileFacts(const CAEFile& file, JsonText& json) {
     json.Flag("missing", found.presence == FilePresence::Missing);
 }
 
-void WriteFiles(const WalkedObject& walked, JsonText& json) {
-    const std::vector<CAEFile*> files = AttachedFilesOf(walked.object);
+void WriteFiles(const WalkedObject& walked, FilesShown shown, JsonText& json) {
+    std::vector<CAEFile*> files = AttachedFilesOf(walked.object);
+    const std::map<int, FileRole> roles = RolesOfFiles(walked.object);
+    std::erase_if(files, [&](const CAEFile* file) { return !IsShown(shown, roles.at(file->getID())); });
     if (files.empty()) {
         return;
     }
-    const std::map<int, FileRole> roles = RolesOfFiles(walked.object);
     json.OpenArray("files");
     for (const CAEFile* const file : files) {
         json.OpenObject();
@@ -70,7 +71,7 @@ void WriteFiles(const WalkedObject& walked, JsonText& json) {
 
 }  // namespace
 
-void WriteObject(const WalkedObject& walked, JsonText& json) {
+void WriteObject(const WalkedObject& walked, FilesShown files, JsonText& json) {
     const CAEObject& object = walked.object;
     json.OpenObject();
     json.Text("kind", CAEObject::getTypeName(object.getType()));
@@ -92,7 +93,7 @@ void WriteObject(const WalkedObject& walked, JsonText& json) {
         }
     }
     WriteMetadata(object, json);
-    WriteFiles(walked, json);
+    WriteFiles(walked, files, json);
     json.End();
 }
 

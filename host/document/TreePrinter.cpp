@@ -68,7 +68,7 @@ std::string DetailsOf(const TreeRow& row, const Widths& widths) {
     } else if (!row.type.empty()) {
         text += gap + row.type;
     }
-    return row.note.empty() ? text : text + "  " + row.note;
+    return row.note.empty() ? text : text + (row.type.empty() ? gap : "  ") + row.note;
 }
 
 std::string LineOf(const TreeRow& row, const Widths& widths, const Colours& colours) {
@@ -84,8 +84,8 @@ std::string LineOf(const TreeRow& row, const Widths& widths, const Colours& colo
 
 }  // namespace
 
-std::string PrintTree(CAEObject& object, const TreeStyle& style) {
-    const TreeRows tree = ListTreeRows(object, style.isUtf8);
+std::string PrintTree(CAEObject& object, const TreeStyle& style, const TreeContent& content) {
+    const TreeRows tree = ListTreeRows(object, style.isUtf8, content);
     const Widths widths = MeasureColumns(tree.rows);
     const Colours& colours = style.isColoured ? kColours : kNoColours;
     std::string text;

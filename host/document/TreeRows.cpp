@@ -2,20 +2,20 @@
 
 #include <CAEFunctions.h>
 #include <EmbeddedModel.h>
-#include <OuStringFileName.h>
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string_view>
 #include <utility>
 
+#include "FileFacts.h"
 #include "ObjectLists.h"
+#include "ObjectPath.h"
 #include "ObjectTexts.h"
 #include "format/Kinds.h"
-#include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -24,6 +24,8 @@ namespace {
 constexpr std::size_t kDeepestDrawn = 40;
 constexpr std::size_t kMetadataWidth = 100;
 constexpr std::size_t kLongestValue = 240;
+/// In place of the type, format and size of a file that belongs to several objects.
+constexpr const char* kListedBefore = "listed above";
 
 /// The lines of the tree, each three columns wide.
 struct Strokes {
@@ -44,25 +46,10 @@ struct Level {
     std::size_t next = 0;
 };
 
-std::string RoleOf(const korvane::FileRoles& roles, const std::set<int>& meshes, int file) {
-    if (file == roles.cadFile) {
-        return "CAD file";
-    }
-    if (file == roles.graphicFile) {
-        return "graphic file";
-    }
-    if (file == roles.activeMesh) {
-        return "active mesh";
-    }
-    if (file == roles.feRepresentation) {
-        return "FE representation";
-    }
-    return meshes.contains(file) ? "mesh" : "custom file";
-}
-
 class RowLister {
 public:
-    explicit RowLister(bool isUtf8) : strokes_(isUtf8 ? kUtf8Strokes : kAsciiStrokes) {}
+    RowLister(const CAEObject& root, bool isUtf8, const TreeContent& content)
+        : strokes_(isUtf8 ? kUtf8Strokes : kAsciiStrokes), content_(content), path_(root) {}
 
     void Walk(CAEObject& root);
     std::string Summary() const;
@@ -70,17 +57,30 @@ public:
 
 private:
     std::string Indent() const;
-    void AddObject(CAEObject& object, const std::string& strokes, bool hasMoreBelow);
+    void Enter(CAEObject& object, const std::string& strokes);
+    void AddObject(CAEObject& object, const std::string& strokes, bool hasMoreBelow, std::size_t hiddenBelow);
     void AddMetadata(const CAEObject& object, const std::string& strokes);
-    void AddFileRow(const CAEFile& file, const std::string& strokes, const std::string& role, bool isObject);
+    void AddFileRow(const CAEFile& file, const std::string& strokes, std::string_view role, bool isObject);
+    void AddNote(const std::string& text) {
+        rows_.back().note += (rows_.back().note.empty() ? "" : "  ") + text;
+    }
+    void Count(const CAEFile& file);
+    bool IsShownAt(std::size_t depth) const { return !content_.depth || depth <= *content_.depth; }
+    bool IsShown(FileRole role) const { return host::IsShown(content_.files, role); }
+    std::vector<CAEObject*> ShownChildrenOf(const CAEObject& object);
     std::string Shorten(const std::string& text) const;
 
     const Strokes& strokes_;
+    const TreeContent& content_;
+    ObjectPath path_;
     std::vector<TreeRow> rows_;
+    std::vector<Level> levels_;
     /// For each level above the current one, whether its line continues below.
     std::vector<bool> goesOn_;
     std::map<_tagCAEObjectType, std::size_t> countOfKind_;
+    /// All files, and those that have a row.
     std::set<int> files_;
+    std::set<int> listed_;
     std::uint64_t bytes_ = 0;
 };
 
@@ -100,32 +100,45 @@ std::string RowLister::Shorten(const std::string& text) const {
     return std::string(beginning) + std::string(beginning.size() < text.size() ? strokes_.ellipsis : "");
 }
 
-void RowLister::AddFileRow(const CAEFile& file, const std::string& strokes, const std::string& role,
+void RowLister::Count(const CAEFile& file) {
+    if (files_.insert(file.getID()).second) {
+        bytes_ += LookUpFile(file).size;
+    }
+}
+
+/// The children, without the files among them that are not to be shown.
+std::vector<CAEObject*> RowLister::ShownChildrenOf(const CAEObject& object) {
+    std::vector<CAEObject*> children = ChildrenOf(object);
+    std::erase_if(children, [this](const CAEObject* child) {
+        const auto* const file = dynamic_cast<const CAEFile*>(child);
+        const bool isHidden = file != nullptr && !IsShown(FileRole::Custom) && ChildrenOf(*file).empty();
+        if (isHidden) {
+            Count(*file);
+        }
+        return isHidden;
+    });
+    return children;
+}
+
+void RowLister::AddFileRow(const CAEFile& file, const std::string& strokes, std::string_view role,
                            bool isObject) {
-    OuString fullPath;
-    file.getFullPathName(fullPath);
     TreeRow row;
     row.strokes = strokes;
-    // A file that was created from a child in a document has a name, but no path.
-    row.name = Printable(fullPath.IsEmpty() ? NameOf(file) : OuStringFileName(fullPath).GetFileName());
+    row.name = Printable(std::string_view(path_.PlaceOf(file)));
     row.kind = role;
     row.identifier = "#" + std::to_string(file.getID());
-    row.type = CAEGetFileTypeName(file.getFileType());
-    row.format = format::NameOfFileFormat(static_cast<format::FileFormat>(file.getFileFormat()));
     row.isObject = isObject;
+    if (listed_.insert(file.getID()).second) {
+        const FileOnDisk found = LookUpFile(file);
+        bytes_ += files_.insert(file.getID()).second ? found.size : 0;
+        row.type = CAEGetFileTypeName(file.getFileType());
+        row.format = format::NameOfFileFormat(static_cast<format::FileFormat>(file.getFileFormat()));
+        row.size = SizeText(found);
+    } else {
+        row.type = kListedBefore;
+    }
     if (const OuString key = file.getDBKey(); !isObject && !key.IsEmpty()) {
         row.note = "key " + Shorten(Printable(key));
-    }
-    Entry entry;
-    if (fullPath.IsEmpty()) {
-        row.size = "-";
-    } else if (InspectTarget(ToPath(fullPath), entry)) {
-        row.size = "missing";
-    } else {
-        row.size = FormatSize(entry.size);
-    }
-    if (files_.insert(file.getID()).second) {
-        bytes_ += entry.size;
     }
     rows_.push_back(std::move(row));
 }
@@ -135,8 +148,8 @@ void RowLister::AddMetadata(const CAEObject& object, const std::string& strokes)
     row.isMetadata = true;
     row.strokes = strokes;
     for (const korvane::MetadataValues& entry : korvane::GetMetadata(object)) {
-        std::string item = Printable(entry.name) + ": " + Shorten(Printable(entry.value));
-        item += entry.unit.IsEmpty() ? "" : " " + Printable(entry.unit);
+        const std::string item = Printable(entry.name) + ": " +
+                                 ShownValue(Shorten(Printable(entry.value)), Printable(UnitOf(entry)));
         const bool fits = DisplayWidth(row.name) + DisplayWidth(item) < kMetadataWidth;
         if (!row.name.empty() && !fits) {
             rows_.push_back(row);
@@ -149,7 +162,8 @@ void RowLister::AddMetadata(const CAEObject& object, const std::string& strokes)
     }
 }
 
-void RowLister::AddObject(CAEObject& object, const std::string& strokes, bool hasMoreBelow) {
+void RowLister::AddObject(CAEObject& object, const std::string& strokes, bool hasMoreBelow,
+                          std::size_t hiddenBelow) {
     ++countOfKind_[object.getType()];
     if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
         AddFileRow(*file, strokes, CAEObject::getTypeName(CAE_FILE), true);
@@ -169,34 +183,55 @@ void RowLister::AddObject(CAEObject& object, const std::string& strokes, bool ha
         rows_.push_back(std::move(row));
     }
     if (const OuString key = object.getDBKey(); !key.IsEmpty()) {
-        rows_.back().note += (rows_.back().note.empty() ? "key " : "  key ") + Shorten(Printable(key));
+        AddNote("key " + Shorten(Printable(key)));
+    }
+    if (hiddenBelow > 0) {
+        AddNote(FormatCount(hiddenBelow, "object", "objects") + " below");
     }
     AddMetadata(object, Indent() + std::string(hasMoreBelow ? strokes_.through : strokes_.nothing));
 }
 
-void RowLister::Walk(CAEObject& root) {
-    std::vector<Level> levels;
-    // Shows an object with its files, and puts its children before everything that waits.
-    const auto enter = [&](CAEObject& object, const std::string& strokes) {
-        Level level{ChildrenOf(object)};
-        const std::vector<CAEFile*> files = AttachedFilesOf(object);
-        AddObject(object, strokes, !files.empty() || !level.children.empty());
-        const korvane::FileRoles roles = korvane::GetFileRoles(object);
-        const std::set<int> meshes(roles.meshes.begin(), roles.meshes.end());
-        for (std::size_t index = 0; index < files.size(); ++index) {
-            const bool isLast = index + 1 == files.size() && level.children.empty();
-            AddFileRow(*files[index], Indent() + std::string(isLast ? strokes_.lastBranch : strokes_.branch),
-                       RoleOf(roles, meshes, files[index]->getID()), false);
+/// Shows an object with its files, and puts its children before everything that waits.
+void RowLister::Enter(CAEObject& object, const std::string& strokes) {
+    const std::size_t depth = goesOn_.size();
+    Level level{ShownChildrenOf(object)};
+    std::vector<CAEFile*> files = AttachedFilesOf(object);
+    const std::map<int, FileRole> roles = RolesOfFiles(object);
+    const bool isOpen = IsShownAt(depth + 1);
+    const auto isHidden = [&](const CAEFile* file) { return !isOpen || !IsShown(roles.at(file->getID())); };
+    if (IsShownAt(depth)) {
+        const std::size_t below = level.children.size();
+        const bool isAnyFileShown = !std::ranges::all_of(files, isHidden);
+        AddObject(object, strokes, isOpen && (isAnyFileShown || below > 0), isOpen ? 0 : below);
+    } else {
+        ++countOfKind_[object.getType()];
+        if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
+            Count(*file);
         }
-        levels.push_back(std::move(level));
-    };
-    enter(root, "");
-    while (!levels.empty()) {
-        Level& level = levels.back();
+    }
+    for (const CAEFile* const file : files) {
+        if (isHidden(file)) {
+            Count(*file);
+        }
+    }
+    std::erase_if(files, isHidden);
+    for (const CAEFile* const file : files) {
+        const bool isLast = file == files.back() && level.children.empty();
+        AddFileRow(*file, Indent() + std::string(isLast ? strokes_.lastBranch : strokes_.branch),
+                   NameOfRole(roles.at(file->getID())), false);
+    }
+    levels_.push_back(std::move(level));
+}
+
+void RowLister::Walk(CAEObject& root) {
+    Enter(root, "");
+    while (!levels_.empty()) {
+        Level& level = levels_.back();
         if (level.next == level.children.size()) {
-            levels.pop_back();
-            if (!goesOn_.empty()) {
+            levels_.pop_back();
+            if (!levels_.empty()) {
                 goesOn_.pop_back();
+                path_.Leave();
             }
             continue;
         }
@@ -204,7 +239,8 @@ void RowLister::Walk(CAEObject& root) {
         const bool isLast = level.next == level.children.size();
         const std::string strokes = Indent() + std::string(isLast ? strokes_.lastBranch : strokes_.branch);
         goesOn_.push_back(!isLast);
-        enter(child, strokes);
+        path_.Enter(child);
+        Enter(child, strokes);
     }
 }
 
@@ -235,8 +271,8 @@ std::string RowLister::Summary() const {
 
 }  // namespace
 
-TreeRows ListTreeRows(CAEObject& root, bool isUtf8) {
-    RowLister lister(isUtf8);
+TreeRows ListTreeRows(CAEObject& root, bool isUtf8, const TreeContent& content) {
+    RowLister lister(root, isUtf8, content);
     lister.Walk(root);
     return {lister.TakeRows(), lister.Summary()};
 }

@@ -2,10 +2,21 @@
 
 #include <CAEObject.h>
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "FileFacts.h"
+
 namespace host {
+
+/// What of a tree is shown.
+struct TreeContent {
+    /// The levels below the root; all if there is no number. Files are a level below their object.
+    std::optional<std::size_t> depth = {};
+    FilesShown files = FilesShown::All;
+};
 
 /// A line of a printed tree, in its parts.
 struct TreeRow {
@@ -28,8 +39,9 @@ struct TreeRows {
     std::string summary;
 };
 
-/// The rows of the object and everything below it; with `isUtf8` their lines are drawn with characters beyond
-/// ASCII. The depth of nesting needs no stack; very deep rows have their depth as a number instead of lines.
-TreeRows ListTreeRows(CAEObject& root, bool isUtf8);
+/// The rows of the object and what is to be shown below it; the totals are those of everything. With `isUtf8`
+/// the lines are drawn with characters beyond ASCII. The depth of nesting needs no stack; very deep rows have
+/// their depth as a number instead of lines.
+TreeRows ListTreeRows(CAEObject& root, bool isUtf8, const TreeContent& content);
 
 }  // namespace host

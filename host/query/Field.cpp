@@ -121,13 +121,13 @@ std::vector<FieldValue> WhatItHas(CAEObject& object) {
 }
 
 std::vector<FieldValue> MetadataOf(const OuString& entry, const CAEObject& object) {
-    OuString value;
-    OuString unit;
-    if (object.getMetadataValue(entry, value) != 0) {
+    korvane::MetadataValues values;
+    if (object.getMetadataValue(entry, values.value) != 0) {
         return {};
     }
-    object.getMetadataUnitString(entry, unit);
-    return {{ToUtf8(value), ToUtf8(unit)}};
+    object.getMetadataUnitString(entry, values.unit);
+    object.getMetadataType(entry, values.type);
+    return {{ToUtf8(values.value), ToUtf8(UnitOf(values))}};
 }
 
 std::vector<FieldValue> SizeOf(const CAEFile& file) {

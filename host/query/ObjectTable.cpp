@@ -7,14 +7,13 @@
 #include <array>
 #include <cstddef>
 
+#include "host/system/Columns.h"
 #include "host/system/Text.h"
 
 namespace host {
 namespace {
 
-constexpr std::size_t kKeyColumn = 3;
 constexpr std::array<std::string_view, 4> kColumns = {"kind", "path", "id", "key"};
-constexpr std::size_t kWidestColumn = 64;
 constexpr const char* kNoValue = "-";
 
 ObjectTable::Row FixedCells(const WalkedObject& walked, const std::string& identifierMark) {
@@ -67,33 +66,12 @@ ObjectTable::Row ObjectTable::RowForPrograms(const WalkedObject& walked) const {
 }
 
 std::string ObjectTable::Lines(const std::vector<Row>& rows) {
-    const bool hasKeys =
-        std::ranges::any_of(rows, [](const Row& row) { return !row[kKeyColumn].text.empty(); });
-    std::vector<std::size_t> widths(rows.empty() ? 0 : rows.front().size());
+    std::vector<std::vector<std::string>> lines;
     for (const Row& row : rows) {
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            // One long value must not move the columns of all other lines.
-            widths[column] =
-                std::max(widths[column], std::min(DisplayWidth(row[column].text), kWidestColumn));
-        }
+        std::vector<std::string>& line = lines.emplace_back();
+        std::ranges::transform(row, std::back_inserter(line), &Cell::text);
     }
-    std::string text;
-    for (const Row& row : rows) {
-        std::string gap;
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            if (column == kKeyColumn && !hasKeys) {
-                continue;
-            }
-            const std::string& cell = row[column].text;
-            // Blanks stand before a value only, so that no line ends with them.
-            text += cell.empty() ? "" : gap + cell;
-            gap = cell.empty() ? gap : "";
-            const std::size_t width = DisplayWidth(cell);
-            gap += std::string(widths[column] > width ? widths[column] - width : 0, ' ') + "  ";
-        }
-        text += '\n';
-    }
-    return text;
+    return AlignColumns(lines);
 }
 
 std::string ObjectTable::Csv(const std::vector<Row>& rows) const {

@@ -26,6 +26,8 @@ foreach(input IN ITEMS "${PROJECT}" project.kvp document.json)
     run(find "${input}" ${condition} --format json)
     file(WRITE "${WORK}/lists/${number}.json" "${output}")
   endforeach()
+  run(tree "${input}" --format json)
+  file(WRITE "${WORK}/lists/tree${number}.json" "${output}")
 endforeach()
 
 execute_process(COMMAND ${CHECK} --documents "${WORK}/lists" RESULT_VARIABLE status)

@@ -16,6 +16,11 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"TreeOfDirectory", {"tree", "given/studies"}},
         {"TreeOfDocument", {"tree", "given/document.json"}},
         {"Tree", {"tree", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
+        {"TreeStudies", {"tree", "--studies", "given/studies"}},
+        {"TreeJson",
+         {"tree", "--depth", "3", "--files", "roles", "--format", "json", "work/p.kvp"},
+         FileUse::Reads,
+         "p.kvp"},
 
         {"FindInDirectory", {"find", "given/studies", "kind=Study", "--sort", "Size", "--show", "Solver"}},
         {"FindInDocument", {"find", "given/document.json", "has=deck", "--format", "csv"}},

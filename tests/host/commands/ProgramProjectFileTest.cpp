@@ -184,7 +184,7 @@ TEST_F(ProgramProjectFile, ImportUpdatesWhatIsThere) {
               "P         Project  #1  SIMULATION\n"
               "`- S      Model    #4\n"
               "   `- A2  Part     #2  key K1\n"
-              "         Mass: 4\n"
+              "         Mass: 4 kg\n"
               "\n"
               "1 study, 1 part, 0 files (0 B)\n");
 }

@@ -38,7 +38,8 @@ TEST(ProgramUsage, ExplainsEveryOptionOfACommandWithAnExample) {
     const ProcessResult tree = RunHost({"tree", "--help"});
     EXPECT_EQ(tree.status, 0);
     for (const char* const word :
-         {"Usage: korvane-json tree", "DIR", "--strict", "korvane-json tree projects/bracket"}) {
+         {"Usage: korvane-json tree", "DIR", "--strict", "--depth 2", "--files roles", "--format json",
+          "korvane-json tree --studies projects/bracket", "korvane-json tree projects/bracket"}) {
         EXPECT_NE(tree.output.find(word), std::string::npos) << word << "\n" << tree.output;
     }
     const ProcessResult found = RunHost({"find", "--help"});

@@ -9,7 +9,9 @@ namespace {
 
 class TreePrinterTest : public testing::Test {
 protected:
-    std::string Print(const TreeStyle& style = {false, false}) const { return PrintTree(*project, style); }
+    std::string Print(const TreeStyle& style = {false, false}, const TreeContent& content = {}) const {
+        return PrintTree(*project, style, content);
+    }
 
     std::unique_ptr<CAEProject> project = korvane::CreateProject(L"Demo", L"/nowhere");
 };
@@ -73,6 +75,82 @@ TEST_F(TreePrinterTest, ShowsMetadataOnLinesThatFitAndShortensLongValues) {
                   "   Line: a\\nb\n"
                   "\n"
                   "0 files (0 B)\n");
+}
+
+TEST_F(TreePrinterTest, ShowsSizesInOneManner) {
+    project->setMetadataValue(L"Size", L"12345");
+    korvane::SetMetadataUnit(*project, L"Size", L"B");
+    // An entry of a document has its unit as its type.
+    project->setMetadataValue(L"Results", L"2000000");
+    project->setMetadataType(L"Results", L"B");
+    project->setMetadataValue(L"Cells", L"12345");
+    EXPECT_EQ(Print(),
+              "Demo  Project  #1\n"
+              "   Size: 12 kB; Results: 2.0 MB; Cells: 12345\n"
+              "\n"
+              "0 files (0 B)\n");
+}
+
+TEST_F(TreePrinterTest, ShowsOnlySoManyLevels) {
+    CAEObject& study = *korvane::CreateObject(*project, CAE_MODEL, L"Study");
+    study.attachCustomFile(
+        korvane::CreateFile(*project, L"/nowhere/Study/a.txt", CAE_FILE_REPORT, CAE_FORMAT_ASCII)->getID(),
+        nullptr);
+    korvane::CreateObject(*korvane::CreateObject(study, CAE_PART, L"One"), CAE_TAG, L"Tag");
+    const std::string totals = "\n1 study, 1 part, 1 tag, 1 file (0 B)\n";
+    EXPECT_EQ(Print({false, false}, {.depth = 0}), "Demo  Project  #1  1 object below\n" + totals);
+    EXPECT_EQ(Print({false, false}, {.depth = 1}),
+              "Demo      Project  #1\n"
+              "`- Study  Model    #2  1 object below\n" +
+                  totals);
+    EXPECT_EQ(Print({false, false}, {.depth = 2}),
+              "Demo         Project      #1\n"
+              "`- Study     Model        #2\n"
+              "   |- a.txt  custom file  #3  Report  ASCII    missing\n"
+              "   `- One    Part         #4  1 object below\n" +
+                  totals);
+}
+
+TEST_F(TreePrinterTest, ShowsOnlyTheFilesThatAreAskedFor) {
+    const auto file = [&](const OuString& path, _tagFileType type) {
+        return korvane::CreateFile(*project, path, type, CAE_FORMAT_ASCII)->getID();
+    };
+    CAEObject& study = *korvane::CreateObject(*project, CAE_MODEL, L"Study");
+    study.attachCustomFile(file(L"/nowhere/Study/a.txt", CAE_FILE_REPORT), nullptr);
+    dynamic_cast<CAEPart&>(*korvane::CreateObject(study, CAE_PART, L"Arm"))
+        .setCADFile(file(L"/nowhere/Study/arm.stp", CAE_FILE_CAD));
+    const std::string totals = "\n1 study, 1 part, 2 files (0 B)\n";
+    EXPECT_EQ(Print({false, false}, {.files = FilesShown::WithRoles}),
+              "Demo              Project   #1\n"
+              "`- Study          Model     #2\n"
+              "   `- Arm         Part      #4\n"
+              "      `- arm.stp  CAD file  #5  CAD  ASCII    missing\n" +
+                  totals);
+    EXPECT_EQ(Print({false, false}, {.files = FilesShown::None}),
+              "Demo       Project  #1\n"
+              "`- Study   Model    #2\n"
+              "   `- Arm  Part     #4\n" +
+                  totals);
+}
+
+TEST_F(TreePrinterTest, TellsFilesOfOneNameApartAndListsAFileOnce) {
+    CAEObject& study = *korvane::CreateObject(*project, CAE_MODEL, L"Study");
+    CAEObject& part = *korvane::CreateObject(study, CAE_PART, L"Arm");
+    for (const wchar_t* const path : {L"/nowhere/Study/a.png", L"/nowhere/Study/refs/a.png"}) {
+        const int file = korvane::CreateFile(*project, path, CAE_FILE_PICTURE, CAE_FORMAT_BINARY)->getID();
+        study.attachCustomFile(file, nullptr);
+        part.attachCustomFile(file, nullptr);
+    }
+    EXPECT_EQ(Print(),
+              "Demo                 Project      #1\n"
+              "`- Study             Model        #2\n"
+              "   |- a.png          custom file  #4  Picture  Binary   missing\n"
+              "   |- refs/a.png     custom file  #5  Picture  Binary   missing\n"
+              "   `- Arm            Part         #3\n"
+              "      |- a.png       custom file  #4  listed above\n"
+              "      `- refs/a.png  custom file  #5  listed above\n"
+              "\n"
+              "1 study, 1 part, 2 files (0 B)\n");
 }
 
 TEST_F(TreePrinterTest, EscapesNamesThatWouldDisturbATerminal) {

@@ -121,6 +121,13 @@ TEST_F(ConditionTest, UnitsAreConvertedWhereThatIsPossible) {
 #endif
 }
 
+TEST_F(ConditionTest, AnEntryOfADocumentHasItsUnitAsItsType) {
+    study->setMetadataValue(L"Results", L"3000");
+    study->setMetadataType(L"Results", L"B");
+    EXPECT_EQ(Found({"Results>2.9 kB"}), "Static");
+    EXPECT_EQ(Found({"Results>3.1 kB"}), "");
+}
+
 TEST_F(ConditionTest, MetadataNamesMayHaveBlanksAndBeFixedWords) {
     EXPECT_EQ(Found({"Run on>2026-02-28"}), "Static");
     EXPECT_EQ(Found({"Run on<2026-02-28"}), "");
