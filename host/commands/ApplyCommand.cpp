@@ -7,6 +7,7 @@
 #include "ExitStatus.h"
 #include "KeepUntilExit.h"
 #include "Options.h"
+#include "ReportJson.h"
 #include "StrictChange.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
@@ -22,6 +23,7 @@ struct ApplyOptions {
     std::string file;
     bool isStrict = false;
     bool isDryRun = false;
+    ReportFormat format = ReportFormat::Text;
 };
 
 int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
@@ -43,6 +45,9 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
             file.SaveKeys(console);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
+            if (options.format == ReportFormat::Json) {
+                return WriteReport(korvane::exchange::ToJson(report), options.isDryRun, console);
+            }
             SayAnswer(report, Quoted(options.file), console);
             SayDryRun(options.isDryRun, console);
             return kSuccess;
@@ -65,6 +70,7 @@ void AddApplyCommand(CLI::App& program, Console& console, int& status) {
     command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
     AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
+    AddReportFormat(command, options->format);
     AddExamples(command,
                 "  korvane-json apply answer.json bracket.kvp\n"
                 "  korvane-json store bracket.json --db server.db | korvane-json apply - bracket.kvp\n");

@@ -31,6 +31,7 @@ struct CompareOptions {
     std::string first;
     std::string second;
     bool isAllShown = false;
+    ReportFormat format = ReportFormat::Text;
     std::string ignored;
 };
 
@@ -138,7 +139,10 @@ int Compare(const CompareOptions& options, Console& console) {
     };
     const CompareReport report = CompareInputs(first, second, comparing);
     console.ClearProgress();
-    const bool isWritten = WriteToStandardOutput(TextOf(report, options.isAllShown), console);
+    const bool isWritten =
+        WriteToStandardOutput(options.format == ReportFormat::Json ? korvane::exchange::ToJson(report) + '\n'
+                                                                   : TextOf(report, options.isAllShown),
+                              console);
     KeepUntilExit(std::move(first));
     KeepUntilExit(std::move(second));
     if (!isWritten) {
@@ -180,6 +184,8 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     command.add_option("--ignore", options->ignored, "Leave out dates of creation")
         ->type_name("WHAT")
         ->check(CLI::Validator(check, "{dates}"));
+    AddFormat(command, options->format,
+              "text (the default) is for people, json for scripts, with all differences:\n--format json");
     AddExamples(command,
                 "  korvane-json compare bracket.kvp rebuilt.kvp\n"
                 "  korvane-json compare --ignore dates projects/bracket bracket.json\n",

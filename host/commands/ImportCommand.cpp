@@ -8,6 +8,7 @@
 #include "KeepUntilExit.h"
 #include "Options.h"
 #include "ProjectInput.h"
+#include "ReportJson.h"
 #include "StrictChange.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
@@ -26,6 +27,7 @@ struct ImportOptions {
     bool removes = false;
     bool isStrict = false;
     bool isDryRun = false;
+    ReportFormat format = ReportFormat::Text;
 };
 
 korvane::exchange::ImportOptions LibraryOptions(const ImportOptions& options) {
@@ -77,6 +79,9 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
             RefuseNewName(file);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
+            if (options.format == ReportFormat::Json) {
+                return WriteReport(korvane::exchange::ToJson(report), options.isDryRun, console);
+            }
             (options.isUpdate ? SayUpdate : SayImport)(report, name, console);
             SayDryRun(options.isDryRun, console);
             return kSuccess;
@@ -118,6 +123,7 @@ void AddImportCommand(CLI::App& program, Console& console, int& status) {
         ->needs(update);
     AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
+    AddReportFormat(command, options->format);
     AddExamples(command,
                 "  korvane-json import bracket.json rebuilt.kvp\n"
                 "  korvane-json import --update --dry-run bracket.json rebuilt.kvp\n"

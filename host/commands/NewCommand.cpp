@@ -9,6 +9,7 @@
 #include "KeepUntilExit.h"
 #include "Options.h"
 #include "ProjectInput.h"
+#include "ReportJson.h"
 #include "host/document/ProjectObjects.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
@@ -24,6 +25,7 @@ struct NewOptions {
     bool isForced = false;
     bool isStrict = false;
     bool isDryRun = false;
+    ReportFormat format = ReportFormat::Text;
 
     const std::string& Directory() const { return first; }
     const std::string& File() const { return isEmpty ? first : second; }
@@ -86,6 +88,11 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
             const ObjectCounts counts = CountObjects(*reading->project);
+            if (options.format == ReportFormat::Json) {
+                const NewReport report{counts, isThere, reading->unreadableCount};
+                const int written = WriteReport(ToJson(report, options.isDryRun), options.isDryRun, console);
+                return written == kSuccess ? Finish({{}, options.isStrict}, *reading, console) : written;
+            }
             console.Say(Quoted(options.File()) + ": " + FormatCount(counts.objects, "object", "objects") +
                         ", the project among them, and " + FormatCount(counts.files, "file", "files") +
                         (isThere ? ", in place of the project that was there" : ""));
@@ -117,6 +124,7 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
                      "that a document cannot carry.\n"
                      "The project file is created without that entry");
     AddDryRun(command, options->isDryRun);
+    AddReportFormat(command, options->format);
     AddExamples(
         command,
         "  korvane-json new projects/bracket bracket.kvp\n"

@@ -76,6 +76,12 @@ void AddFormat(CLI::App& command, ReportFormat& format, const std::string& descr
     });
 }
 
+void AddReportFormat(CLI::App& command, ReportFormat& format) {
+    AddFormat(command, format,
+              "text (the default) reports what was done in messages, json as one JSON document\n"
+              "on the standard output: --format json");
+}
+
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes) {
     command.footer((notes.empty() ? "" : notes + "\n\n") + "Examples:\n" + examples);
 }

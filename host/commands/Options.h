@@ -31,6 +31,8 @@ void AddChoice(CLI::App& command, const std::string& name, std::string& word,
 enum class ReportFormat { Text, Json };
 /// Adds --format, which takes `text` (the default) or `json`.
 void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description);
+/// The same for a command whose report is a message as text, and on the standard output as JSON.
+void AddReportFormat(CLI::App& command, ReportFormat& format);
 
 /// Adds the end of a command's help: the notes, if there are any, and the examples.
 void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes = {});

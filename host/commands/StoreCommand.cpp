@@ -2,12 +2,14 @@
 #include <memory>
 
 #include "Commands.h"
+#include "Complaint.h"
 #include "DatabaseCommand.h"
 #include "Done.h"
 #include "ExitStatus.h"
 #include "KeepUntilExit.h"
 #include "Options.h"
 #include "Output.h"
+#include "ReportJson.h"
 #include "format/MemberNames.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentNode.h"
@@ -24,6 +26,7 @@ struct StoreOptions {
     StoreRequest request;
     std::string output = kStandardStream;
     bool isDryRun = false;
+    ReportFormat format = ReportFormat::Text;
 };
 
 int StoreFromFile(const StoreOptions& options, Console& console) {
@@ -48,13 +51,17 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
         constexpr std::string_view kStoredWithoutAnswer =
             "the document was stored: store it again with --again to get the answer, which will be the same";
         const auto answerAndReport = [&] {
-            report.Say(Quoted(options.database), console);
-            SayDryRun(options.isDryRun, console);
+            const bool isJson = options.format == ReportFormat::Json;
+            if (!isJson) {
+                report.Say(Quoted(options.database), console);
+                SayDryRun(options.isDryRun, console);
+            }
             if (!options.isDryRun && !WriteOutput(options.output, CompactText(answer), console)) {
                 console.Say(kStoredWithoutAnswer);
                 return kNotReported;
             }
-            return kSuccess;
+            return isJson ? WriteReport(ToJson(report, options.isDryRun), options.isDryRun, console)
+                          : kSuccess;
         };
         const int status = ReportDone(options.isDryRun, console, answerAndReport, kStoredWithoutAnswer);
         KeepUntilExit(*document);
@@ -91,6 +98,10 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
                     "-o answer.json")
         ->type_name("FILE");
     AddDryRun(command, options->isDryRun);
+    AddFormat(command, options->format,
+              "text (the default) reports what was done in messages, json as one JSON document\n"
+              "on the standard output; the answer then needs a file of its own (-o):\n"
+              "--format json");
     AddExamples(
         command,
         "  korvane-json store bracket.json --db server.db -o answer.json\n"
@@ -105,7 +116,17 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
         "object is recognised if the project has only one of its kind and name.\n"
         "Children and files that the document no longer has are detached from their object; they can still\n"
         "be fetched, and are recognised if they come back.");
-    command.callback([options, &console, &status] { status = StoreFromFile(*options, console); });
+    command.callback([options, &console, &status] {
+        const bool isReportOnOutput = options->format == ReportFormat::Json && !options->isDryRun;
+        if (isReportOnOutput && options->output == kStandardStream) {
+            console.Say(UsageMessage(
+                "with --format json the report is on the standard output: give a file for the answer with -o",
+                "store"));
+            status = kBadUsage;
+            return;
+        }
+        status = StoreFromFile(*options, console);
+    });
 }
 
 }  // namespace host

@@ -10,6 +10,7 @@
 #include "KeepUntilExit.h"
 #include "Options.h"
 #include "ProjectInput.h"
+#include "ReportJson.h"
 #include "host/directory/DirectoryReader.h"
 #include "host/directory/ProjectUpdate.h"
 #include "host/directory/RelativePath.h"
@@ -29,6 +30,7 @@ struct UpdateOptions {
     bool isMoved = false;
     bool isStrict = false;
     bool isDryRun = false;
+    ReportFormat format = ReportFormat::Text;
 };
 
 bool IsDirectory(const path& candidate) {
@@ -88,13 +90,21 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
                         ". Nothing was changed; give the directory of the project");
             return kFailure;
         }
-        ProjectUpdate update = UpdateProject(project, *reading.project, options.isRemoving);
+        const bool isJson = options.format == ReportFormat::Json;
+        ProjectUpdate update = UpdateProject(project, *reading.project, options.isRemoving, isJson);
         if (!options.isDryRun && update.report.isChanged) {
             file.SaveWithout(std::move(update.removedFiles), console);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
-            update.report.Say(Quoted(options.file), options.isRemoving, console);
-            SayDryRun(options.isDryRun, console);
+            if (!isJson) {
+                update.report.Say(Quoted(options.file), options.isRemoving, console);
+                SayDryRun(options.isDryRun, console);
+            } else if (const int written =
+                           WriteReport(ToJson(update.report, reading.unreadableCount, options.isDryRun),
+                                       options.isDryRun, console);
+                       written != kSuccess) {
+                return written;
+            }
             return Finish({{}, options.isStrict}, {nullptr, reading.unreadableCount}, console);
         });
         KeepUntilExit(file.TakeProject());
@@ -121,6 +131,7 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
                      "that a document cannot carry.\n"
                      "The project file is updated without that entry");
     AddDryRun(command, options->isDryRun);
+    AddReportFormat(command, options->format);
     AddExamples(
         command,
         "  korvane-json update projects/bracket bracket.kvp --dry-run\n"

@@ -47,8 +47,7 @@ void FileUpdate::Add(const FileOrigin& read) {
 void FileUpdate::Update(CAEFile& file, const CAEFile& read) {
     const bool isRead = korvane::IsDownloaded(read);
     if (!isRead) {
-        report_.notes.Add("cannot be read now, so it stays as it was",
-                          [&] { return DescribeFile(file, DirectoryOf(project_)); });
+        report_.Note(UpdateReport::Change::Unreadable, file, DirectoryOf(project_));
     }
     if (!(PathOf(file) == PathOf(read))) {
         file.setFullPathName(PathOf(read));
@@ -71,7 +70,7 @@ void FileUpdate::Update(CAEFile& file, const CAEFile& read) {
     }
     ++report_.changed.files;
     report_.isChanged = true;
-    report_.notes.Add("changed", [&] { return DescribeFile(file, DirectoryOf(project_)); });
+    report_.Note(UpdateReport::Change::Changed, file, DirectoryOf(project_));
 }
 
 void FileUpdate::ReportAdded(const std::function<bool(const CAEObject& read)>& isAdded) {
@@ -85,8 +84,7 @@ void FileUpdate::ReportAdded(const std::function<bool(const CAEObject& read)>& i
     for (const FileOrigin& read : reading_.Files()) {
         const int identifier = IdentifierOf(read.file->getID());
         if (isAdded_.contains(identifier) && !isOfAdded.contains(read.file->getID())) {
-            report_.notes.Add(
-                "added", [&] { return DescribeFile(*project_.getFile(identifier), DirectoryOf(project_)); });
+            report_.Note(UpdateReport::Change::Added, *project_.getFile(identifier), DirectoryOf(project_));
         }
     }
 }

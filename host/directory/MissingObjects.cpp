@@ -11,8 +11,7 @@
 namespace host {
 namespace {
 
-constexpr std::string_view kMissing = "missing from the directory";
-constexpr std::string_view kInUse = "missing, but not removed, because something else in the project has it";
+using Change = UpdateReport::Change;
 
 /// The object with its files in all their roles, but without these.
 void DetachFiles(CAEObject& object, const std::unordered_set<int>& files) {
@@ -68,14 +67,14 @@ void MissingObjects::FindUses() {
 void MissingObjects::ReportObject(const CAEObject& object, UpdateReport& report) const {
     ++report.missing.objects;
     if (!isMissing_.contains(object.getParent())) {
-        report.notes.Add(kMissing, [&] { return DescribeObject(object); });
+        report.Note(Change::Missing, object);
     }
 }
 
 void MissingObjects::ReportFile(const CAEFile& file, UpdateReport& report) const {
     ++report.missing.files;
     if (!isOfMissing_.contains(file.getID())) {
-        report.notes.Add(kMissing, [&] { return DescribeFile(file, directory_); });
+        report.Note(Change::Missing, file, directory_);
     }
 }
 
@@ -119,13 +118,13 @@ void MissingObjects::RemoveObjects(UpdateReport& report) {
         if (!isRemovable_.contains(object)) {
             ++report.missing.objects;
             if (!isMissing_.contains(object->getParent())) {
-                report.notes.Add(kInUse, [&] { return DescribeObject(*object); });
+                report.Note(Change::InUse, *object);
             }
             continue;
         }
         ++report.removed.objects;
         if (!isRemovable_.contains(object->getParent())) {
-            report.notes.Add("removed", [&] { return DescribeObject(*object); });
+            report.Note(Change::Removed, *object);
             topmost.push_back(object);
         }
     }
@@ -139,12 +138,12 @@ void MissingObjects::RemoveFiles(ProjectUpdate& update) {
     for (CAEFile* const file : files_) {
         if (!IsRemovable(*file)) {
             ++update.report.missing.files;
-            update.report.notes.Add(kInUse, [&] { return DescribeFile(*file, directory_); });
+            update.report.Note(Change::InUse, *file, directory_);
             continue;
         }
         ++update.report.removed.files;
         if (!isOfMissing_.contains(file->getID())) {
-            update.report.notes.Add("removed", [&] { return DescribeFile(*file, directory_); });
+            update.report.Note(Change::Removed, *file, directory_);
         }
         removed.insert(file->getID());
     }

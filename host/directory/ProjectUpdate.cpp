@@ -29,12 +29,14 @@ bool IsNameOfReading(const OuString& name, const std::string& fileName) {
 
 class Updater {
 public:
-    Updater(CAEProject& project, CAEProject& reading)
+    Updater(CAEProject& project, CAEProject& reading, bool isListing)
         : project_(project),
           reading_(reading),
           origins_(project, numbers_),
           readOrigins_(reading, numbers_),
-          matching_(origins_, readOrigins_) {}
+          matching_(origins_, readOrigins_) {
+        update_.report.isListing = isListing;
+    }
 
     ProjectUpdate Run(bool isRemoving);
 
@@ -111,7 +113,7 @@ CAEObject& Updater::AddObject(CAEObject& parent, const CAEObject& read) {
     ++update_.report.added.objects;
     update_.report.isChanged = true;
     if (!isAdded_.contains(&parent)) {
-        update_.report.notes.Add("added", [&] { return DescribeObject(object); });
+        update_.report.Note(UpdateReport::Change::Added, object);
     }
     return object;
 }
@@ -140,7 +142,8 @@ void Updater::UpdateObjects(const FileUpdate& files) {
         const bool isRenamed = UpdateName(object, *read.object);
         if (areMetadataChanged || areFilesChanged || isRenamed || isMoved) {
             ++update_.report.changed.objects;
-            update_.report.notes.Add(isMoved ? "moved" : "changed", [&] { return DescribeObject(object); });
+            update_.report.Note(isMoved ? UpdateReport::Change::Moved : UpdateReport::Change::Changed,
+                                object);
         }
         update_.report.isChanged = update_.report.isChanged || areMetadataChanged || areFilesChanged ||
                                    isRenamed || isMoved || isReordered;
@@ -199,8 +202,8 @@ bool Updater::UpdateOrder(CAEObject& object, const CAEObject& read, const FileUp
 
 }  // namespace
 
-ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving) {
-    return Updater(project, reading).Run(isRemoving);
+ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving, bool isListing) {
+    return Updater(project, reading, isListing).Run(isRemoving);
 }
 
 }  // namespace host

@@ -21,8 +21,11 @@ namespace host {
 ///   below it or attached to it, or if a view item shows it.
 /// - Files that the reading knows from before only (DirectoryReading) stay as they are.
 ///
+/// With `isListing` the report lists every change, and not only the first of each kind.
+///
 /// The project's directory becomes that of the reading. The time is linear in the number of objects and
 /// files, and the depth of nesting needs no stack.
-ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving);
+ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving,
+                            bool isListing = false);
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "UpdateReport.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "RelativePath.h"
@@ -12,6 +13,51 @@ namespace {
 std::string CountText(const UpdateReport::Count& count) {
     return FormatCount(count.objects, "object", "objects") + " and " +
            FormatCount(count.files, "file", "files");
+}
+
+constexpr const char* kFileKind = "File";
+
+struct ChangeNames {
+    UpdateReport::Change change;
+    std::string_view word;
+    /// In messages.
+    std::string_view heading;
+};
+constexpr ChangeNames kChangeNames[] = {
+    {UpdateReport::Change::Added, "added", "added"},
+    {UpdateReport::Change::Changed, "changed", "changed"},
+    {UpdateReport::Change::Moved, "moved", "moved"},
+    {UpdateReport::Change::Removed, "removed", "removed"},
+    {UpdateReport::Change::Missing, "missing", "missing from the directory"},
+    {UpdateReport::Change::InUse, "in-use",
+     "missing, but not removed, because something else in the project has it"},
+    {UpdateReport::Change::Unreadable, "unreadable", "cannot be read now, so it stays as it was"},
+};
+
+const ChangeNames& NamesOf(UpdateReport::Change change) {
+    return *std::ranges::find(kChangeNames, change, &ChangeNames::change);
+}
+
+std::string PathOfObject(const CAEObject& object) {
+    // Only the end of a long path is named, so that objects far below each other cost nothing.
+    constexpr std::size_t kMostNames = 8;
+    std::vector<std::string> names;
+    const CAEObject* next = &object;
+    if (next->getParent() == nullptr) {
+        names.emplace_back(NameOf(*next).GetAnsiBuffer());
+    }
+    for (; next->getParent() != nullptr && names.size() < kMostNames; next = next->getParent()) {
+        names.emplace_back(NameOf(*next).GetAnsiBuffer());
+    }
+    std::string path = next->getParent() != nullptr ? "..." : "";
+    for (; !names.empty(); names.pop_back()) {
+        path += (path.empty() ? "" : "/") + names.back();
+    }
+    return path;
+}
+
+std::string Describe(const UpdateReport::Listed& one) {
+    return Quoted(one.path) + " (" + one.kind + " #" + std::to_string(one.identifier) + ')';
 }
 
 }  // namespace
@@ -35,28 +81,29 @@ void UpdateReport::Say(const std::string& project, bool isRemoving, Console& con
     }
 }
 
-std::string DescribeObject(const CAEObject& object) {
-    // Only the end of a long path is named, so that objects far below each other cost nothing.
-    constexpr std::size_t kMostNames = 8;
-    std::vector<std::string> names;
-    const CAEObject* next = &object;
-    if (next->getParent() == nullptr) {
-        names.emplace_back(NameOf(*next).GetAnsiBuffer());
+void UpdateReport::Note(Change change, const CAEObject& object) {
+    const auto list = [&] {
+        return Listed{change, CAEObject::getTypeName(object.getType()), object.getID(), PathOfObject(object)};
+    };
+    notes.Add(NamesOf(change).heading, [&] { return Describe(list()); });
+    if (isListing) {
+        listed.push_back(list());
     }
-    for (; next->getParent() != nullptr && names.size() < kMostNames; next = next->getParent()) {
-        names.emplace_back(NameOf(*next).GetAnsiBuffer());
-    }
-    std::string path = next->getParent() != nullptr ? "..." : "";
-    for (; !names.empty(); names.pop_back()) {
-        path += (path.empty() ? "" : "/") + names.back();
-    }
-    return Quoted(path) + " (" + CAEObject::getTypeName(object.getType()) + " #" +
-           std::to_string(object.getID()) + ')';
 }
 
-std::string DescribeFile(const CAEFile& file, const OuString& directory) {
-    return Quoted(RelativePath(PathOf(file), directory).value_or(NameOf(file).GetAnsiBuffer())) + " (File #" +
-           std::to_string(file.getID()) + ')';
+void UpdateReport::Note(Change change, const CAEFile& file, const OuString& projectDirectory) {
+    const auto list = [&] {
+        return Listed{change, kFileKind, file.getID(),
+                      RelativePath(PathOf(file), projectDirectory).value_or(NameOf(file).GetAnsiBuffer())};
+    };
+    notes.Add(NamesOf(change).heading, [&] { return Describe(list()); });
+    if (isListing) {
+        listed.push_back(list());
+    }
+}
+
+std::string_view WordOf(UpdateReport::Change change) {
+    return NamesOf(change).word;
 }
 
 }  // namespace host

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "host/system/Notes.h"
 
@@ -13,6 +15,17 @@ namespace host {
 
 /// What an update of a project from its directory did. Of what is below each other, the topmost is listed.
 struct UpdateReport {
+    enum class Change { Added, Changed, Moved, Removed, Missing, InUse, Unreadable };
+    /// An object or a file with what became of it.
+    struct Listed {
+        Change change;
+        /// The name of its kind.
+        std::string kind;
+        int identifier;
+        /// Of an object the names from the root, of a file its path in the directory, or its name if it is
+        /// elsewhere.
+        std::string path;
+    };
     struct Count {
         std::size_t objects = 0;
         std::size_t files = 0;
@@ -27,11 +40,21 @@ struct UpdateReport {
     OuString directory;
     /// Whether the project has to be saved.
     bool isChanged = false;
+    /// The first of each change, for messages.
     Notes notes;
+    /// All of them, if they are asked for.
+    bool isListing = false;
+    std::vector<Listed> listed;
+
+    void Note(Change change, const CAEObject& object);
+    void Note(Change change, const CAEFile& file, const OuString& projectDirectory);
 
     /// Says it, one thing on a line. `project` is the name of the project file, as messages have it.
     void Say(const std::string& project, bool isRemoving, Console& console) const;
 };
+
+/// The word for a change in reports for scripts.
+std::string_view WordOf(UpdateReport::Change change);
 
 struct ProjectUpdate {
     UpdateReport report;
@@ -39,10 +62,4 @@ struct ProjectUpdate {
     /// them. No object has them attached.
     std::unordered_set<int> removedFiles;
 };
-
-/// An object in a report: where it is in the project, its kind and its identifier.
-std::string DescribeObject(const CAEObject& object);
-/// A file in a report: its path in the directory, if it is there, otherwise its name.
-std::string DescribeFile(const CAEFile& file, const OuString& directory);
-
 }  // namespace host

@@ -33,13 +33,18 @@ std::size_t Notes::CountOf(std::string_view kind) const {
     return found != kinds_.end() ? found->count : 0;
 }
 
-void Notes::Say(const Kind& kind, const std::string& what, Console& console) {
+std::vector<std::string> Notes::Named(const Kind& kind) {
     std::vector<std::string> named = kind.first;
     for (const auto& [name, count] : kind.countOfName) {
         if (named.size() < kMostNamed) {
             named.push_back(name + (count > 1 ? " " + std::to_string(count) + " times" : ""));
         }
     }
+    return named;
+}
+
+void Notes::Say(const Kind& kind, const std::string& what, Console& console) {
+    const std::vector<std::string> named = Named(kind);
     const std::size_t total = kind.countOfName.empty() ? kind.count : kind.countOfName.size();
     std::string line = what + ": " + kind.text + " (" + std::to_string(kind.count) + "): ";
     for (std::size_t index = 0; index < named.size(); ++index) {

@@ -31,6 +31,13 @@ public:
     void AddQuoted(std::string_view kind, std::string_view name);
 
     std::size_t CountOf(std::string_view kind) const;
+    /// Calls `visit` for each kind with its text, how many there are, and the first of them.
+    template <typename VisitKind>
+    void Visit(const VisitKind& visit) const {
+        for (const Kind& kind : kinds_) {
+            visit(kind.text, kind.count, Named(kind));
+        }
+    }
     /// Says each kind on one line, in the order in which the kinds were first noted: `WHAT: KIND (3): one;
     /// two; three`.
     void Say(const std::string& what, Console& console) const;
@@ -47,6 +54,7 @@ private:
         std::map<std::string, std::size_t, std::less<>> countOfName;
     };
     Kind& Find(std::string_view kind);
+    static std::vector<std::string> Named(const Kind& kind);
     static void Say(const Kind& kind, const std::string& what, Console& console);
 
     std::vector<Kind> kinds_;

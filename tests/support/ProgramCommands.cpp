@@ -47,12 +47,17 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"NewForce", {"new", "--force", "given/other", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"NewEmptyForce", {"new", "--empty", "--force", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"NewFromFile", {"new", "work/p.kvp", "out/copy.kvp"}, FileUse::Reads, "p.kvp"},
+        {"NewJson", {"new", "--format", "json", "given/studies", "work/p.kvp"}, FileUse::Creates, "p.kvp"},
         {"NewDryRun", {"new", "work/p.kvp", "--force", "--dry-run", "work/p.kvp"}, FileUse::Reads, "p.kvp"},
 
         // The directory of the project is another one in some folders.
         {"Update", {"update", "--moved", "given/other", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"UpdateRemove",
          {"update", "--moved", "--remove", "given/other", "work/p.kvp"},
+         FileUse::Changes,
+         "p.kvp"},
+        {"UpdateJson",
+         {"update", "--moved", "--remove", "--format", "json", "given/other", "work/p.kvp"},
          FileUse::Changes,
          "p.kvp"},
         {"UpdateDryRun",
@@ -80,12 +85,20 @@ const std::vector<ProgramCommand>& AllCommands() {
          {"store", "given/study.json", "--db", "work/s.db", "--again", "-o", "out/answer.json"},
          FileUse::Changes,
          "s.db"},
+        {"StoreJson",
+         {"store", "given/other.json", "--db", "work/s.db", "--format", "json", "-o", "out/answer.json"},
+         FileUse::Changes,
+         "s.db"},
         {"StoreDryRun",
          {"store", "given/other.json", "--db", "work/s.db", "--dry-run"},
          FileUse::Reads,
          "s.db"},
 
         {"Apply", {"apply", "given/answer.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"ApplyJson",
+         {"apply", "--format", "json", "given/answer.json", "work/p.kvp"},
+         FileUse::Changes,
+         "p.kvp"},
         {"ApplyDryRun", {"apply", "given/answer.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
 
         {"ImportUpdate",
@@ -103,9 +116,18 @@ const std::vector<ProgramCommand>& AllCommands() {
 
         {"ImportNew", {"import", "given/document.json", "work/p.kvp"}, FileUse::Creates, "p.kvp"},
         {"Import", {"import", "given/other.json", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
+        {"ImportJson",
+         {"import", "--format", "json", "given/other.json", "work/p.kvp"},
+         FileUse::Changes,
+         "p.kvp"},
         {"ImportDryRun", {"import", "given/other.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
 
         {"Compare", {"compare", "given/document.json", "work/p.kvp"}, FileUse::Reads, "p.kvp", 2},
+        {"CompareJson",
+         {"compare", "--format", "json", "given/document.json", "work/p.kvp"},
+         FileUse::Reads,
+         "p.kvp",
+         2},
     };
     return commands;
 }
