@@ -83,7 +83,7 @@ TEST_F(ProgramFind, SaysWhatMayHaveBeenMeant) {
     EXPECT_EQ(result.error,
               "korvane-json: no object of 'p' has the metadata entry 'Solvr'; did you mean 'Solver'?\n"
               "korvane-json: no object of 'p' has the metadata entry 'Masss'; there are 'Files', 'Size', "
-              "'Solver', 'Studies'\n");
+              "'Solver', 'Studies', 'Steps'\n");
 }
 
 TEST_F(ProgramFind, RefusesABadConditionBeforeItReads) {

@@ -216,7 +216,7 @@ TEST_F(ProgramUpdate, LeavesTheFilesOfTheProgramOut) {
     Do({"new", "root", "root/p.kvp"});
     Do({"export", "root/p.kvp", "-o", "sent.json"});
     Do({"store", "sent.json", "--db", "root/beam/server.db", "-o", "answer.json"});
-    Do({"new", "root", "root/second project"});
+    Do({"new", "--force", "root", "root/second project"});
     EXPECT_EQ(Do({"update", "root", "root/p.kvp"}),
               "korvane-json: 'root/p.kvp': nothing has changed in the directory. The project file is as it "
               "was\n");
