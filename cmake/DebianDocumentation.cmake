@@ -56,4 +56,6 @@ endforeach()
 if(KORVANEJSON_BUILD_PROGRAM)
   install(FILES "${_prepared}/korvane-json.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT program)
   install(FILES ${_cli11_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program RENAME CLI11.txt)
+  install(FILES ${_three_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program
+    RENAME three.js.txt)
 endif()

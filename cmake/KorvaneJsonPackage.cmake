@@ -68,6 +68,12 @@ if(KORVANEJSON_BUILD_PROGRAM AND EXISTS "${CLI11_ROOT}/../share/doc/libcli11-dev
   set(_cli11_licence "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
 endif()
 
+# So is that of three.js, which is in the pages that the program writes.
+set(_three_licence)
+if(KORVANEJSON_BUILD_PROGRAM AND KORVANEJSON_THREE_LICENCE)
+  set(_three_licence "${KORVANEJSON_THREE_LICENCE}")
+endif()
+
 if(KORVANEJSON_DEBIAN_PACKAGES)
   include(DebianDocumentation)
   return()
@@ -104,7 +110,9 @@ if(MINGW)
       install(FILES "/usr/share/${CMAKE_MATCH_1}" DESTINATION licences RENAME "${CMAKE_MATCH_2}")
     endif()
   endforeach()
+  install(FILES ${_three_licence} DESTINATION licences RENAME three.js.txt)
 elseif(NOT WIN32 AND KORVANEJSON_BUILD_PROGRAM)
   install(FILES "${PROJECT_SOURCE_DIR}/docs/korvane-json.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   install(FILES ${_cli11_licence} DESTINATION "${_document_folder}/licences" RENAME CLI11.txt)
+  install(FILES ${_three_licence} DESTINATION "${_document_folder}/licences" RENAME three.js.txt)
 endif()

@@ -1,5 +1,5 @@
-# Writes the C++ source OUTPUT with the files FRAME, STYLE and SCRIPT (a list: these one after the other) of the page,
-# and the hashes that a content security policy names.
+# Writes the C++ source OUTPUT with the files FRAME, STYLE, SCRIPT (a list: these one after the other) and VIEW (may be
+# empty; LICENCE is put before it) of the page, and the hashes that a content security policy names.
 
 # What the browser sees: it takes every end of line for a line feed, so the hash is that of such a text, too.
 function(read_text variable)
@@ -16,8 +16,11 @@ endfunction()
 function(add_text name text)
   string(HEX "${text}" hex)
   string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${hex}")
-  string(APPEND source "constexpr unsigned char k${name}Bytes[] = {${bytes}};\n")
-  string(APPEND views "const std::string_view k${name} = ViewOf(k${name}Bytes);\n")
+  string(LENGTH "${hex}" length)
+  math(EXPR length "${length} / 2")
+  # One byte more than the text has: no array is empty.
+  string(APPEND source "constexpr unsigned char k${name}Bytes[] = {${bytes}0};\n")
+  string(APPEND views "const std::string_view k${name} = ViewOf(k${name}Bytes, ${length});\n")
   set(source "${source}" PARENT_SCOPE)
   set(views "${views}" PARENT_SCOPE)
 endfunction()
@@ -52,14 +55,21 @@ add_text(Style "${style}")
 add_hash(StyleHash "${style}")
 add_text(Script "${script}")
 add_hash(ScriptHash "${script}")
+set(view "")
+if(VIEW)
+  read_text(view "${VIEW}")
+  read_text(licence "${LICENCE}")
+  set(view "/* With three.js:\n\n${licence}*/\n${view}")
+endif()
+add_text(View "${view}")
+add_hash(ViewHash "${view}")
 file(WRITE "${OUTPUT}" "#include \"host/page/PageSources.h\"
 
 namespace host::page {
 namespace {
 
-template <std::size_t kSize>
-std::string_view ViewOf(const unsigned char (&bytes)[kSize]) {
-    return {reinterpret_cast<const char*>(bytes), kSize};
+std::string_view ViewOf(const unsigned char* bytes, std::size_t size) {
+    return {reinterpret_cast<const char*>(bytes), size};
 }
 
 ${source}

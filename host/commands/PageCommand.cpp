@@ -23,6 +23,7 @@ struct PageOptions {
     InputOptions from;
     std::string title;
     std::string pictures = "20M";
+    std::string models = "20M";
     std::string output;
 };
 
@@ -59,8 +60,9 @@ bool MakePage(CAEObject& root, const PageOptions& options, Console& console) {
     Page page;
     page.title = options.title.empty() ? NameOf(root).GetAnsiBuffer() : options.title;
     page.pictureLimit = *ParseSize(options.pictures);
-    PageRoom room{page.pictureLimit};
-    page.content = ListPageContent(root, room);
+    page.modelLimit = *ParseSize(options.models);
+    PageRooms rooms{{page.pictureLimit}, {page.modelLimit}};
+    page.content = ListPageContent(root, rooms);
     const bool isSilent = options.output == kStandardStream && IsTerminal(Stream::Output);
     page.progress = [&console, isSilent](std::size_t done, std::size_t total) {
         if (!isSilent) {
@@ -99,6 +101,12 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
         .add_option("--pictures", options->pictures,
                     "How much of the project's pictures the page may contain, 20M without this\n"
                     "option. Pictures beyond that are only named: --pictures 0")
+        ->type_name("SIZE")
+        ->check(CLI::Validator(check, ""));
+    command
+        .add_option("--meshes", options->models,
+                    "The same for the meshes of solver inputs, which can be turned in the page:\n"
+                    "--meshes 100M")
         ->type_name("SIZE")
         ->check(CLI::Validator(check, ""));
     command

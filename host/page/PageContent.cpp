@@ -24,8 +24,14 @@ std::string PlaceOfPath(const CAEFile& file, const OuString& path) {
     return path.GetAnsiBuffer();
 }
 
-PageFile LookAt(CAEFile& file, PageRoom& pictures) {
-    PageFile shown{&file, {}, {}, {}, false};
+/// The directory of the project that the file belongs to, which no file that it includes may lie out of.
+std::filesystem::path DirectoryOfProject(const CAEFile& file) {
+    const CAEProject* const project = file.getProject();
+    return project != nullptr ? ToPath(DirectoryOf(*project)) : std::filesystem::path();
+}
+
+PageFile LookAt(CAEFile& file, PageRooms& rooms) {
+    PageFile shown{&file, {}, {}, {}, false, {}};
     const OuString path = PathOf(file);
     if (path.IsEmpty()) {
         return shown;
@@ -42,14 +48,17 @@ PageFile LookAt(CAEFile& file, PageRoom& pictures) {
     // Anything else could be a pipe that nobody writes to.
     if (entry.type == EntryType::File) {
         shown.pictureType = PictureType(whole);
-        shown.isEmbedded = !shown.pictureType.empty() && pictures.Take(entry.size);
+        shown.isEmbedded = !shown.pictureType.empty() && rooms.pictures.Take(entry.size);
+        if (file.getFileType() == CAE_FILE_DECK) {
+            shown.model = ReadPageModel(whole, DirectoryOfProject(file), rooms.models);
+        }
     }
     return shown;
 }
 
 class Lister {
 public:
-    Lister(PageContent& content, PageRoom& pictures) : content_(content), pictures_(pictures) {}
+    Lister(PageContent& content, PageRooms& rooms) : content_(content), rooms_(rooms) {}
 
     void Add(CAEObject& object, int depth) {
         const auto level = static_cast<std::size_t>(depth);
@@ -70,30 +79,22 @@ private:
         const auto next = static_cast<std::int64_t>(content_.files.size());
         const auto [place, isNew] = content_.fileOfIdentifier.try_emplace(file.getID(), next);
         if (isNew) {
-            content_.files.push_back(LookAt(file, pictures_));
+            content_.files.push_back(LookAt(file, rooms_));
         }
         return place->second;
     }
 
     PageContent& content_;
-    PageRoom& pictures_;
+    PageRooms& rooms_;
     /// The places of the objects above the next one.
     std::vector<std::int64_t> above_;
 };
 
 }  // namespace
 
-bool PageRoom::Take(std::uint64_t size) {
-    if (size > bytes) {
-        return false;
-    }
-    bytes -= size;
-    return true;
-}
-
-PageContent ListPageContent(CAEObject& root, PageRoom& pictures) {
+PageContent ListPageContent(CAEObject& root, PageRooms& rooms) {
     PageContent content;
-    Lister lister(content, pictures);
+    Lister lister(content, rooms);
     korvane::VisitTree(root, [&lister](CAEObject& object, int depth) { lister.Add(object, depth); });
     return content;
 }

@@ -11,6 +11,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "PageModel.h"
+#include "PageRoom.h"
+
 namespace host {
 
 /// What a page shows of the object and everything below it.
@@ -32,6 +35,8 @@ struct PageFile {
     std::string_view pictureType;
     /// Whether the picture is in the page itself.
     bool isEmbedded = false;
+    /// What a deck has to be drawn.
+    std::optional<PageModel> model;
 };
 
 struct PageContent {
@@ -43,17 +48,15 @@ struct PageContent {
     std::unordered_map<int, std::int64_t> fileOfIdentifier;
 };
 
-/// Room for what is embedded into a page.
-struct PageRoom {
-    std::uint64_t bytes = 0;
-
-    /// Takes the bytes away if they are there.
-    bool Take(std::uint64_t size);
+/// How much of a page pictures and models may take.
+struct PageRooms {
+    PageRoom pictures;
+    PageRoom models;
 };
 
-/// Lists what the page shows, and looks at the files where they lie. Pictures take their room in the order of
-/// the tree; one that does not fit is left out, and a smaller one behind it may fit. The depth of nesting
-/// needs no stack.
-PageContent ListPageContent(CAEObject& root, PageRoom& pictures);
+/// Lists what the page shows, and looks at the files where they lie. Pictures and models take their room in
+/// the order of the tree; one that does not fit is left out, and a smaller one behind it may fit. The depth
+/// of nesting needs no stack.
+PageContent ListPageContent(CAEObject& root, PageRooms& rooms);
 
 }  // namespace host

@@ -11,5 +11,8 @@ extern const std::string_view kStyle;
 extern const std::string_view kStyleHash;
 extern const std::string_view kScript;
 extern const std::string_view kScriptHash;
+/// What shows models; empty if the program was built without it.
+extern const std::string_view kView;
+extern const std::string_view kViewHash;
 
 }  // namespace host::page

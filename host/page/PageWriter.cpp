@@ -4,6 +4,9 @@
 #include <EmbeddedModel.h>
 #include <korvaneexchange/Text.h>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <map>
 #include <string_view>
 
@@ -53,6 +56,17 @@ void AddHeader(PageText& text, const CAEObject& object) {
     text.Add(isFirst ? "" : "]");
 }
 
+bool HasSurface(const PageFile& file) {
+    return file.model && !file.model->bytes.empty();
+}
+
+/// The shortest decimal number that is read as this one.
+std::string TextOf(float number) {
+    std::array<char, 32> digits{};
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    return {digits.data(), end};
+}
+
 class Writer {
 public:
     Writer(const Page& page, const WritePiece& put) : page_(page), text_(put) {}
@@ -82,12 +96,27 @@ private:
             text_.Add(page::kScript);
         } else if (name == "data") {
             AddData();
+        } else if (name == "view" && HasView()) {
+            text_.Add("<script>");
+            text_.Add(page::kView);
+            text_.Add(kBlockEnd);
         }
+    }
+
+    /// Whether the page has models, and the program was built with what shows them.
+    bool HasView() const {
+        return !page::kView.empty() && std::ranges::any_of(page_.content.files, [](const PageFile& file) {
+            return HasSurface(file);
+        });
     }
 
     void AddPolicy() {
         text_.Add("default-src 'none'; script-src '");
         text_.Add(page::kScriptHash);
+        if (HasView()) {
+            text_.Add("' '");
+            text_.Add(page::kViewHash);
+        }
         text_.Add("'; style-src '");
         text_.Add(page::kStyleHash);
         text_.Add("'; img-src data:; base-uri 'none'; form-action 'none'");
@@ -108,6 +137,8 @@ private:
         text_.AddNumber(static_cast<std::int64_t>(page_.content.objects.size()));
         text_.AddName("pictureLimit");
         text_.AddNumber(static_cast<std::int64_t>(page_.pictureLimit));
+        text_.AddName("modelLimit");
+        text_.AddNumber(static_cast<std::int64_t>(page_.modelLimit));
         text_.Add("}");
         text_.Add(kBlockEnd);
         AddBlocks("files", page_.content.files.size(), [this](std::size_t index) { AddFile(index); });
@@ -115,6 +146,9 @@ private:
         for (std::size_t index = 0; index < page_.content.files.size(); ++index) {
             if (page_.content.files[index].isEmbedded) {
                 AddPicture(index);
+            }
+            if (HasSurface(page_.content.files[index])) {
+                AddSurface(index, page_.content.files[index].model->bytes);
             }
         }
     }
@@ -153,6 +187,37 @@ private:
             text_.AddName("embedded");
             text_.Add("true");
         }
+        if (shown.model) {
+            text_.AddName("model");
+            AddModel(*shown.model);
+        }
+    }
+
+    void AddModel(const PageModel& model) {
+        const auto addCount = [this](std::string_view name, std::uint64_t count) {
+            text_.AddName(name);
+            text_.AddNumber(static_cast<std::int64_t>(count));
+        };
+        const auto addCorner = [this](std::string_view name, const std::array<float, 3>& corner) {
+            text_.AddName(name);
+            text_.Add("[" + TextOf(corner[0]) + "," + TextOf(corner[1]) + "," + TextOf(corner[2]) + "]");
+        };
+        text_.Add("{");
+        text_.AddName("embedded", true);
+        text_.Add(model.bytes.empty() ? "false" : "true");
+        if (model.nodes) {
+            addCount("nodes", *model.nodes);
+        }
+        if (model.elements) {
+            addCount("elements", *model.elements);
+        }
+        text_.AddMember("gap", model.gap);
+        addCount("points", model.points);
+        addCount("triangles", model.triangles);
+        addCount("lines", model.lines);
+        addCorner("low", model.low);
+        addCorner("high", model.high);
+        text_.Add("}");
     }
 
     void AddObject(std::size_t index) {
@@ -211,12 +276,24 @@ private:
             ReadInputFile(ToPath(PathOf(*shown.file)), bytes, {shown.size.value_or(0), 0});
         ThrowIfOutOfMemory(error);
         if (!error) {
-            constexpr std::size_t kPiece = kBase64Unit * 16384;
-            for (std::size_t place = 0; place < bytes.size(); place += kPiece) {
-                text_.Add(Base64(std::string_view(bytes).substr(place, kPiece)));
-            }
+            AddBase64(bytes);
         }
         text_.Add(kBlockEnd);
+    }
+
+    void AddSurface(std::size_t index, std::string_view bytes) {
+        text_.Add("<script type=\"text/plain\" id=\"model-");
+        text_.AddNumber(static_cast<std::int64_t>(index));
+        text_.Add("\">");
+        AddBase64(bytes);
+        text_.Add(kBlockEnd);
+    }
+
+    void AddBase64(std::string_view bytes) {
+        constexpr std::size_t kPiece = kBase64Unit * 16384;
+        for (std::size_t place = 0; place < bytes.size(); place += kPiece) {
+            text_.Add(Base64(bytes.substr(place, kPiece)));
+        }
     }
 
     const Page& page_;

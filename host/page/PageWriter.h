@@ -18,8 +18,9 @@ namespace host {
 struct Page {
     std::string title;
     PageContent content;
-    /// How many bytes of pictures may be embedded.
+    /// How many bytes of pictures and of models may be embedded.
     std::uint64_t pictureLimit = 0;
+    std::uint64_t modelLimit = 0;
     /// Told how many of the objects are written, now and then.
     std::function<void(std::size_t done, std::size_t total)> progress;
 };

@@ -34,7 +34,7 @@ set(needed
   lib/pkgconfig/korvaneexchange.pc
   lib/pkgconfig/korvanejson.pc)
 if(PACKAGE STREQUAL ZIP)
-  list(APPEND needed README-Windows.txt bin/korvane-json.exe bin/libjson.dll lib/liblibjson.dll.a
+  list(APPEND needed README-Windows.txt licences/three.js.txt bin/korvane-json.exe bin/libjson.dll lib/liblibjson.dll.a
     bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
     lib/cmake/KorvaneJson/utf8-code-page.manifest)
   foreach(library IN LISTS libraries)
@@ -51,7 +51,7 @@ expect_files("${documents}"
   examples/README.md examples/server-document.json examples/server.py examples/program/CMakeLists.txt
   "examples/bracket-project/04-Kühlkörper/Kühlkörper_stationär.inp")
 if(NOT PACKAGE STREQUAL ZIP)
-  expect_files("${documents}" licences/CLI11.txt)
+  expect_files("${documents}" licences/CLI11.txt licences/three.js.txt)
   expect_documentation_in_page("${PREFIX}/share/man/man1/korvane-json.1" share/doc/korvanejson)
 endif()
 expect_working_links("${documents}")

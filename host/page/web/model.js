@@ -2,6 +2,9 @@
 
 // How long a piece of work may keep the browser from answering to keys and pointer, in milliseconds.
 const SLICE = 12;
+// Where models of an object are looked for, and how many are offered.
+const MOST_LOOKED_AT = 2000;
+const MOST_MODELS = 100;
 
 /** Lets the browser do what waits. */
 function breathe() {
@@ -120,6 +123,21 @@ class Project {
     const files = (object.files ?? []).map(([file, role]) => ({ index: file, role, ...this.files[file] }));
     return object.file === undefined ? files
       : [{ index: object.file, role: 'this file', ...this.files[object.file] }, ...files];
+  }
+
+  /** The files with models of an object and of what is below it; of folders and projects only their own. */
+  modelsOf(place) {
+    const isMore = !['Project', 'AssemblyFolder'].includes(this.objects[place].kind);
+    const end = isMore ? Math.min(this.end[place], place + MOST_LOOKED_AT) : place + 1;
+    const models = new Map();
+    for (let below = place; below < end && models.size < MOST_MODELS; ++below) {
+      for (const file of this.filesOf(below)) {
+        if (file.model) {
+          models.set(file.index, file);
+        }
+      }
+    }
+    return [...models.values()];
   }
 
   /** The objects above an object, from the root on. */

@@ -68,7 +68,7 @@ class PageView {
     });
     window.addEventListener('hashchange', () => this.goToAddress());
     window.addEventListener('beforeprint', () => this.tree.print());
-    window.addEventListener('afterprint', () => this.tree.render());
+    window.addEventListener('afterprint', () => this.tree.endPrint());
     this.goToAddress();
     await this.find();
     document.documentElement.dataset.ready = 'true';

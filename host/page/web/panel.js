@@ -54,6 +54,10 @@ class Panel {
     if (object.metadata) {
       this.element.append(this.metadata(object.metadata));
     }
+    const models = project.modelsOf(place);
+    if (models.length > 0) {
+      this.element.append(modelPart(models, project.head.modelLimit));
+    }
     const pictures = files.filter((file) => file.picture);
     if (pictures.length > 0) {
       this.element.append(this.pictures(pictures));

@@ -6,6 +6,7 @@ const FILE_CONDITIONS = [
   ['mesh', 'a mesh', (files) => files.some(isMesh)],
   ['mesh-only', 'a mesh, no CAD file', (files) => files.some(isMesh) && !files.some(isGeometry)],
   ['cad', 'a CAD file', (files) => files.some(isGeometry)],
+  ['model', 'a model to look at', (files) => files.some((file) => file.model)],
   ['picture', 'pictures', (files) => files.some((file) => file.picture)],
   ['missing', 'missing files', (files) => files.some(isMissing)],
   ['key', 'a key', (files, object) => Boolean(object.key)],

@@ -80,6 +80,9 @@ class TreeView {
   render() {
     cancelAnimationFrame(this.waiting);
     this.waiting = undefined;
+    if (this.isPrinting) {
+      return;
+    }
     const first = this.firstRow;
     const from = Math.max(0, Math.floor(first) - ROWS_BEYOND);
     const visible = Math.ceil(this.element.clientHeight / ROW_HEIGHT);
@@ -259,5 +262,12 @@ class TreeView {
       rows.push(make('div', 'row', 'and ' + (this.rows.places.length - rows.length).toLocaleString('en') + ' more'));
     }
     this.space.replaceChildren(...rows);
+    // Until that is over, the size of the window means nothing.
+    this.isPrinting = true;
+  }
+
+  endPrint() {
+    this.isPrinting = false;
+    this.render();
   }
 }

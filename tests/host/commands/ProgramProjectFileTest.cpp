@@ -490,7 +490,7 @@ TEST_F(ProgramProjectFile, CompareShowsAllDifferencesOnRequest) {
 
 TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
-        {"page", {"DIR", "--strict", "--title", "--pictures SIZE", "--output"}},
+        {"page", {"DIR", "--strict", "--title", "--pictures SIZE", "--meshes SIZE", "--output"}},
         {"new", {"--empty", "--force", "--strict", "--dry-run", "PROJECT.kvp"}},
         {"update", {"DIR", "PROJECT.kvp", "--remove", "--moved", "--strict", "--dry-run"}},
         {"store", {"DOCUMENT.json", "--db", "--project", "--again", "--output", "--dry-run"}},
