@@ -13,6 +13,7 @@
 #include "host/document/DocumentImport.h"
 #include "host/document/ReportText.h"
 #include "host/projectfile/ProjectFile.h"
+#include "host/system/Phase.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -32,7 +33,10 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
         if (!answer) {
             return kFailure;
         }
-        ProjectFile file = ProjectFile::Open(PathFromUtf8(options.file), !options.isDryRun, console);
+        ProjectFile file = [&] {
+            const Phase phase(console, "reading " + Quoted(options.file));
+            return ProjectFile::Open(PathFromUtf8(options.file), !options.isDryRun, console);
+        }();
         const AnswerReport report = ApplyAnswer(*answer, file.Project(), console);
         if (!report.hasFitted) {
             SayUseless(report, options.answer, console);
@@ -42,6 +46,7 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
             return kFailure;
         }
         if (!options.isDryRun) {
+            const Phase phase(console, "writing " + Quoted(options.file));
             file.SaveKeys(console);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {

@@ -10,6 +10,7 @@
 #include "ExitStatus.h"
 #include "HelpText.h"
 #include "Output.h"
+#include "Verbosity.h"
 
 namespace host {
 namespace {
@@ -93,6 +94,7 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     for (const AddCommand addCommand : kCommands) {
         addCommand(program, console, status);
     }
+    AddVerbosity(program, console);
 
     try {
         // The parser expects the arguments in reverse order.

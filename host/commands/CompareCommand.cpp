@@ -13,6 +13,7 @@
 #include "Output.h"
 #include "ProjectInput.h"
 #include "host/document/DocumentFile.h"
+#include "host/system/Phase.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -137,7 +138,10 @@ int Compare(const CompareOptions& options, Console& console) {
         console.ShowProgress("Comparing", progress.objects, progress.total);
         return true;
     };
-    const CompareReport report = CompareInputs(first, second, comparing);
+    const CompareReport report = [&] {
+        const Phase phase(console, "comparing");
+        return CompareInputs(first, second, comparing);
+    }();
     console.ClearProgress();
     const bool isWritten =
         WriteToStandardOutput(options.format == ReportFormat::Json ? korvane::exchange::ToJson(report) + '\n'

@@ -38,7 +38,7 @@ int ChangeDatabase(const std::string& file, Console& console, const std::functio
 
 void SayDryRun(bool isDryRun, Console& console) {
     if (isDryRun) {
-        console.Say("nothing was changed, because of --dry-run");
+        console.Note("nothing was changed, because of --dry-run");
     }
 }
 

@@ -10,6 +10,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "ProjectInput.h"
+#include "host/system/Phase.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -87,8 +88,11 @@ int ExportProject(const ExportOptions& options, Console& console) {
         }
     }
     const exchange::WriteOptions writing = WriteOptionsOf(options, console);
-    const bool isWritten = WriteOutput(
-        options.output, [&](const WritePiece& put) { return PutDocument(*object, writing, put); }, console);
+    const auto put = [&](const WritePiece& piece) { return PutDocument(*object, writing, piece); };
+    const bool isWritten = [&] {
+        const Phase phase(console, "writing the document");
+        return WriteOutput(options.output, put, console);
+    }();
     console.ClearProgress();
     if (!isWritten) {
         Finish(options.from, *reading, console);

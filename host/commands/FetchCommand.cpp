@@ -12,6 +12,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "host/server/Server.h"
+#include "host/system/Phase.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -97,6 +98,7 @@ bool WriteDocument(Server& server, const FetchOptions& options, Console& console
                     "; the answer from 'korvane-json store' lists the keys, and --list those of projects");
         return false;
     }
+    const Phase phase(console, "writing the document");
     const auto writeLine = [&](const WritePiece& write) {
         const std::error_code error = server.Fetch(*root, write, console);
         return error ? error : write("\n");

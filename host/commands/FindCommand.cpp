@@ -132,7 +132,7 @@ void Search::SayWhatIsOdd(CAEObject& root, Console& console) const {
     SayUnknownNames(root, fields, input, console);
     notes_.Say(input, console);
     if (found_.count == 0 && options_.format == kLines && !options_.isCounted) {
-        console.Say("no object of " + input + " meets the conditions");
+        console.Note("no object of " + input + " meets the conditions");
     }
 }
 

@@ -14,6 +14,7 @@
 #include "host/document/DocumentImport.h"
 #include "host/document/ReportText.h"
 #include "host/projectfile/ProjectFile.h"
+#include "host/system/Phase.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -46,6 +47,7 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         std::optional<ProjectFile> old;
         std::unique_ptr<CAEProject> made;
         if (std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+            const Phase phase(console, "reading " + Quoted(options.file));
             old.emplace(ProjectFile::Open(file, !options.isDryRun, console));
         } else {
             made = MakeProjectFor(*document, ToOuString(file.stem()), DirectoryOfFile(file));
@@ -58,7 +60,10 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
                         ". Nothing was changed; 'korvane-json tree' lists the objects");
             return kFailure;
         }
-        const ImportReport report = ImportDocument(*document, *target, LibraryOptions(options), console);
+        const ImportReport report = [&] {
+            const Phase phase(console, "importing");
+            return ImportDocument(*document, *target, LibraryOptions(options), console);
+        }();
         if (!report.hasRoot) {
             console.Say(
                 "nothing of " + InputName(options.document) + " fits " + name + ": " +
@@ -71,9 +76,11 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
         }
         if (!options.isDryRun && old) {
             if (!options.isUpdate || report.HasChanged()) {
+                const Phase phase(console, "writing " + Quoted(options.file));
                 old->Save(console);
             }
         } else if (!old && !options.isDryRun) {
+            const Phase phase(console, "writing " + Quoted(options.file));
             CreateProjectFile(file, project, console);
         } else if (!old) {
             RefuseNewName(file);

@@ -13,6 +13,7 @@
 #include "host/document/ProjectObjects.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
+#include "host/system/Phase.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -80,8 +81,10 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
             return kFailure;
         }
         if (!options.isDryRun && old) {
+            const Phase phase(console, "writing " + Quoted(options.File()));
             old->Save(*reading->project, console);
         } else if (!old && !options.isDryRun) {
+            const Phase phase(console, "writing " + Quoted(options.File()));
             CreateProjectFile(file, *reading->project, console);
         } else if (!old) {
             RefuseNewName(file);
@@ -93,9 +96,9 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
                 const int written = WriteReport(ToJson(report, options.isDryRun), options.isDryRun, console);
                 return written == kSuccess ? Finish({{}, options.isStrict}, *reading, console) : written;
             }
-            console.Say(Quoted(options.File()) + ": " + FormatCount(counts.objects, "object", "objects") +
-                        ", the project among them, and " + FormatCount(counts.files, "file", "files") +
-                        (isThere ? ", in place of the project that was there" : ""));
+            console.Note(Quoted(options.File()) + ": " + FormatCount(counts.objects, "object", "objects") +
+                         ", the project among them, and " + FormatCount(counts.files, "file", "files") +
+                         (isThere ? ", in place of the project that was there" : ""));
             SayDryRun(options.isDryRun, console);
             return Finish({{}, options.isStrict}, *reading, console);
         });

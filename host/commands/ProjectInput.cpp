@@ -10,6 +10,7 @@
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
+#include "host/system/Phase.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -20,6 +21,7 @@ constexpr std::string_view kExtension = ".KVP";
 
 std::optional<OpenedProject> OpenProjectFile(const std::string& name, Console& console) {
     try {
+        const Phase phase(console, "reading " + Quoted(name));
         return OpenedProject{ReadProjectFile(PathFromUtf8(name), console), 0};
     } catch (const DatabaseError& error) {
         console.Say(Quoted(name) + " " + error.what());
@@ -80,10 +82,16 @@ int Finish(const InputOptions& options, const OpenedProject& opened, Console& co
     if (opened.unreadableCount == 0) {
         return kSuccess;
     }
-    console.Say(FormatCount(opened.unreadableCount, "entry", "entries") +
-                " could not be read or named in a document, and " +
-                (opened.unreadableCount == 1 ? "was" : "were") + " left out" +
-                (options.isStrict ? "; --strict does not allow that" : "; with --strict that is a failure"));
+    const std::string text =
+        FormatCount(opened.unreadableCount, "entry", "entries") +
+        " could not be read or named in a document, and " + (opened.unreadableCount == 1 ? "was" : "were") +
+        " left out" +
+        (options.isStrict ? "; --strict does not allow that" : "; with --strict that is a failure");
+    if (options.isStrict) {
+        console.Say(text);
+    } else {
+        console.Note(text);
+    }
     return options.isStrict ? kFailure : kSuccess;
 }
 

@@ -14,6 +14,7 @@
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentNode.h"
 #include "host/server/Server.h"
+#include "host/system/Phase.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -47,7 +48,10 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
     return ChangeDatabase(options.database, console, [&] {
         StoreReport report;
         Server server = Server::OpenForStoring(PathFromUtf8(options.database), options.isDryRun);
-        const JSONNode answer = server.Store(*document, options.request, report, console);
+        const JSONNode answer = [&] {
+            const Phase phase(console, "storing in " + Quoted(options.database));
+            return server.Store(*document, options.request, report, console);
+        }();
         constexpr std::string_view kStoredWithoutAnswer =
             "the document was stored: store it again with --again to get the answer, which will be the same";
         const auto answerAndReport = [&] {

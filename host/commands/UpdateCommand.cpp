@@ -16,6 +16,7 @@
 #include "host/directory/RelativePath.h"
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
+#include "host/system/Phase.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -78,7 +79,10 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
     return ChangeDatabase(options.file, console, [&] {
         const path name = PathFromUtf8(options.file);
         const path directory = PathFromUtf8(options.directory);
-        ProjectFile file = ProjectFile::Open(name, !options.isDryRun, console);
+        ProjectFile file = [&] {
+            const Phase phase(console, "reading " + Quoted(options.file));
+            return ProjectFile::Open(name, !options.isDryRun, console);
+        }();
         CAEProject& project = file.Project();
         const KnownFiles known = KnownFilesOf(project);
         if (IsDirectory(directory) && !IsDirectoryOf(project, known, options, console)) {
@@ -91,8 +95,12 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
             return kFailure;
         }
         const bool isJson = options.format == ReportFormat::Json;
-        ProjectUpdate update = UpdateProject(project, *reading.project, options.isRemoving, isJson);
+        ProjectUpdate update = [&] {
+            const Phase phase(console, "updating");
+            return UpdateProject(project, *reading.project, options.isRemoving, isJson);
+        }();
         if (!options.isDryRun && update.report.isChanged) {
+            const Phase phase(console, "writing " + Quoted(options.file));
             file.SaveWithout(std::move(update.removedFiles), console);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {

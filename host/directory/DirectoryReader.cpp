@@ -14,6 +14,7 @@
 #include "format/Kinds.h"
 #include "host/document/ProjectObjects.h"
 #include "host/system/FileSystem.h"
+#include "host/system/Phase.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -195,6 +196,7 @@ DirectoryReading ReadDirectory(const std::filesystem::path& root,
     }
     DirectoryTree tree;
     if (!reading.error) {
+        const Phase phase(console, "reading " + Quoted(whole));
         reading.error = ScanDirectory(whole, {leftOut, known}, console, tree);
     }
     if (reading.error) {

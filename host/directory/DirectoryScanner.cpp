@@ -50,6 +50,7 @@ private:
     bool FollowLink(const path& link, Entry& entry);
     bool IsLeftOut(const path& file, std::uint64_t size) const;
     std::vector<ScannedFile> ReadFilesOf(std::size_t directory);
+    void DetailLeftOut(const path& entry, std::string_view reason);
     FileContent ReadFile(std::size_t directory, std::size_t index, ScannedFile& file);
 
     const ScanOptions& options_;
@@ -65,6 +66,12 @@ void Scanner::NameUnreadable(const path& entry, const std::string& reason) {
     ++tree_.unreadableCount;
     tree_.unreadable.push_back(entry);
     console_.Say(Quoted(entry) + " cannot be read and is left out: " + reason);
+}
+
+void Scanner::DetailLeftOut(const path& entry, std::string_view reason) {
+    if (console_.IsVerbose()) {
+        console_.Detail(Quoted(entry) + " is left out: " + std::string(reason));
+    }
 }
 
 /// Names an entry whose name a document would read as a path.
@@ -83,8 +90,8 @@ bool Scanner::FollowLink(const path& link, Entry& entry) {
         return false;
     }
     if (!IsBelow(tree_.directories.front().path, target)) {
-        console_.Say(Quoted(link) + " is left out: it is a link out of the project, to " + Quoted(target) +
-                     ". Copy its target into the project if it belongs there");
+        console_.Note(Quoted(link) + " is left out: it is a link out of the project, to " + Quoted(target) +
+                      ". Copy its target into the project if it belongs there");
         return false;
     }
     Entry found;
@@ -93,6 +100,7 @@ bool Scanner::FollowLink(const path& link, Entry& entry) {
         return false;
     }
     if (found.type == EntryType::Directory) {
+        DetailLeftOut(link, "it is a link to a directory of the project, which is read in its own place");
         return false;
     }
     found.name = entry.name;
@@ -136,6 +144,8 @@ void Scanner::AddEntry(std::size_t directory, Entry entry, std::vector<std::size
         added.owner = entry.owner;
         added.isLink = isLink;
         ++fileCount_;
+    } else {
+        DetailLeftOut(whole, "the command works on it");
     }
 }
 
@@ -181,6 +191,8 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
             NameUnwritable(tree_.directories[directory].path / entry.name);
         } else if (!entry.isHidden) {
             AddEntry(directory, std::move(entry), directories, files);
+        } else {
+            DetailLeftOut(tree_.directories[directory].path / entry.name, "it is hidden");
         }
     }
     tree_.directories[directory].directories = std::move(directories);
@@ -226,11 +238,15 @@ std::vector<ScannedFile> Scanner::ReadFilesOf(std::size_t directory) {
     readable.reserve(tree_.directories[directory].files.size());
     for (ScannedFile& file : tree_.directories[directory].files) {
         // In the order of the names, a journal comes after its database.
-        if (!IsBesideDatabase(file.name, databases)) {
+        if (IsBesideDatabase(file.name, databases)) {
+            DetailLeftOut(tree_.directories[directory].path / file.name, "it is the journal of a database");
+        } else {
             const FileContent content = ReadFile(directory, readable.size(), file);
             if (content == FileContent::Simulation) {
                 readable.push_back(std::move(file));
             } else if (content == FileContent::OwnDatabase) {
+                DetailLeftOut(tree_.directories[directory].path / file.name,
+                              "it is a project file or a database of this program");
                 databases.push_back(std::move(file.name));
             }
         }
@@ -244,6 +260,9 @@ std::vector<InputCandidate> Scanner::ReadFiles() {
         tree_.directories[index].files = ReadFilesOf(index);
     }
     console_.ClearProgress();
+    console_.Detail(Quoted(tree_.directories.front().path) + " has " +
+                    FormatCount(fileCount_, "file", "files") + " in " +
+                    FormatCount(tree_.directories.size(), "directory", "directories"));
     return std::move(candidates_);
 }
 

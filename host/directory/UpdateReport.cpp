@@ -64,20 +64,20 @@ std::string Describe(const UpdateReport::Listed& one) {
 
 void UpdateReport::Say(const std::string& project, bool isRemoving, Console& console) const {
     if (!isChanged && missing.IsZero()) {
-        console.Say(project + ": nothing has changed in the directory. The project file is as it was");
+        console.Note(project + ": nothing has changed in the directory. The project file is as it was");
     } else {
-        console.Say(project + ": " + CountText(added) + " added, " + CountText(changed) + " changed, " +
+        console.Note(project + ": " + CountText(added) + " added, " + CountText(changed) + " changed, " +
                     (isRemoving ? CountText(removed) + " removed, " : "") + CountText(missing) + " missing");
     }
     if (!directory.IsEmpty()) {
-        console.Say(project + ": the directory of the project is now " + Quoted(ToPath(directory)));
+        console.Note(project + ": the directory of the project is now " + Quoted(ToPath(directory)));
     }
     notes.Say(project, console);
     if (!isChanged && !missing.IsZero()) {
-        console.Say(project + ": nothing else has changed in the directory. The project file is as it was");
+        console.Note(project + ": nothing else has changed in the directory. The project file is as it was");
     }
     if (!isRemoving && !missing.IsZero()) {
-        console.Say(project + ": what is missing stays in the project. --remove removes it");
+        console.Note(project + ": what is missing stays in the project. --remove removes it");
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "format/MemberNames.h"
 #include "host/system/InputFile.h"
+#include "host/system/Phase.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 #include "objectjson/NodeReading.h"
@@ -30,6 +31,7 @@ std::string InputName(const std::string& file) {
 
 std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
     console.ShowProgress("Reading the document", 0, 0);
+    const Phase phase(console, "reading " + InputName(file));
     std::string text;
     const std::error_code error =
         file == kStandardStream ? ReadStandardInput(text) : ReadInputFile(PathFromUtf8(file), text);
@@ -38,6 +40,7 @@ std::optional<JSONNode> ReadJson(const std::string& file, Console& console) {
                     (IsOverLimit(error) ? "" : ". Give a JSON document that you can read"));
         return std::nullopt;
     }
+    console.Detail(InputName(file) + " has " + FormatSize(text.size()));
     try {
         return ParseText(text);
     } catch (const std::invalid_argument& fault) {

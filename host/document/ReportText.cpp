@@ -100,7 +100,7 @@ void SayEntries(const Report& report, const std::string& what, Console& console,
         more += isSaid(heading) ? unlisted[static_cast<std::size_t>(heading.reason)] : 0;
     }
     if (report.unlisted != 0 && more != 0) {
-        console.Say(what + ": " + FormatCount(more, "more thing", "more things") + ", too many to list");
+        console.Note(what + ": " + FormatCount(more, "more thing", "more things") + ", too many to list");
     }
 }
 
@@ -119,20 +119,20 @@ void SayImport(const ImportReport& report, const std::string& what, Console& con
     if (report.filesAsChildren > 0) {
         line += " and " + std::to_string(report.filesAsChildren) + " as children";
     }
-    console.Say(line + ", " + FormatCount(report.keys, "key", "keys") + " set" + SayOfViewItems(report));
+    console.Note(line + ", " + FormatCount(report.keys, "key", "keys") + " set" + SayOfViewItems(report));
     SayEntries(report, what, console,
                [](const Heading& heading) { return heading.reason != Reason::kAdded; });
 }
 
 void SayUpdate(const ImportReport& report, const std::string& what, Console& console) {
     if (!report.HasChanged()) {
-        console.Say(what + ": nothing has changed");
+        console.Note(what + ": nothing has changed");
     } else {
-        console.Say(what + ": " + FormatCount(report.objectsAdded, "object", "objects") + " and " +
-                    FormatCount(report.filesAdded, "file", "files") + " added, " +
-                    FormatCount(report.Count(Reason::kChanged), "value", "values") + " changed, " +
-                    FormatCount(report.objectsMoved, "object", "objects") + " moved, " +
-                    std::to_string(report.objectsRemoved) + " removed" + SayOfViewItems(report));
+        console.Note(what + ": " + FormatCount(report.objectsAdded, "object", "objects") + " and " +
+                     FormatCount(report.filesAdded, "file", "files") + " added, " +
+                     FormatCount(report.Count(Reason::kChanged), "value", "values") + " changed, " +
+                     FormatCount(report.objectsMoved, "object", "objects") + " moved, " +
+                     std::to_string(report.objectsRemoved) + " removed" + SayOfViewItems(report));
     }
     SayEntries(report, what, console, [](const Heading&) { return true; });
 }
@@ -143,9 +143,9 @@ void SayLeftOut(const ImportReport& report, const std::string& what, Console& co
 }
 
 void SayAnswer(const AnswerReport& report, const std::string& what, Console& console) {
-    console.Say(what + ": " + FormatCount(report.keysSet, "key", "keys") + " set, " +
-                std::to_string(report.keysKept) + " unchanged" +
-                (report.hasName ? ", and the display name taken from the answer" : ""));
+    console.Note(what + ": " + FormatCount(report.keysSet, "key", "keys") + " set, " +
+                 std::to_string(report.keysKept) + " unchanged" +
+                 (report.hasName ? ", and the display name taken from the answer" : ""));
     SayEntries(report, what, console,
                [](const Heading& heading) { return heading.reason != Reason::kChanged; });
 }

@@ -48,8 +48,20 @@ void Console::Say(std::string_view text) {
     write_(line);
 }
 
+void Console::Note(std::string_view text) {
+    if (verbosity_ != Verbosity::Quiet) {
+        Say(text);
+    }
+}
+
+void Console::Detail(std::string_view text) {
+    if (IsVerbose()) {
+        Say(text);
+    }
+}
+
 void Console::ShowProgress(std::string_view what, std::uint64_t done, std::uint64_t total) {
-    if (!isTerminal_) {
+    if (!isTerminal_ || verbosity_ == Verbosity::Quiet) {
         return;
     }
     const Clock::time_point now = now_();

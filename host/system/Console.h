@@ -22,8 +22,20 @@ public:
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
-    /// Writes `korvane-json: TEXT` and a line feed. It needs no memory.
+    enum class Verbosity { Quiet, Normal, Verbose };
+    void SetVerbosity(Verbosity verbosity) { verbosity_ = verbosity; }
+    Verbosity GetVerbosity() const { return verbosity_; }
+    bool IsVerbose() const { return verbosity_ == Verbosity::Verbose; }
+
+    /// Writes `korvane-json: TEXT` and a line feed: what went wrong, which is always said. It needs no
+    /// memory.
     void Say(std::string_view text);
+    /// The same for what was done, with counts and notes, which is not said if the verbosity is Quiet.
+    void Note(std::string_view text);
+    /// The same for what only those want to know who ask, which is said if the verbosity is Verbose.
+    void Detail(std::string_view text);
+
+    Clock::time_point Now() const { return now_(); }
 
     /// Shows how far the work is; cheap enough to be called for every file. Nothing is shown in the first
     /// second. A total of 0 means that it is not known.
@@ -35,6 +47,7 @@ private:
     std::function<void(std::string_view)> write_;
     bool isTerminal_;
     std::function<Clock::time_point()> now_;
+    Verbosity verbosity_ = Verbosity::Normal;
     bool isBarShown_ = false;
     Clock::time_point shown_;
     Clock::time_point start_;

@@ -53,7 +53,7 @@ void Notes::Say(const Kind& kind, const std::string& what, Console& console) {
     if (total > named.size()) {
         line += "; and " + std::to_string(total - named.size()) + " more";
     }
-    console.Say(line);
+    console.Note(line);
 }
 
 void Notes::Say(const std::string& what, Console& console) const {

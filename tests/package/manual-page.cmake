@@ -73,7 +73,7 @@ foreach(command IN LISTS listed_commands)
   help_of(${command})
   options_of_help("${help}" listed)
   # Described once, for all commands.
-  list(REMOVE_ITEM listed --help)
+  list(REMOVE_ITEM listed --help --quiet --verbose)
   list(APPEND known ${listed})
   part_of("${commands}" "\\.SS ${command}" "\\.SS" part)
   options_of_page("${part}" described)

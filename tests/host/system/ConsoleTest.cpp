@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "host/system/Console.h"
+#include "host/system/Phase.h"
 
 namespace host {
 namespace {
@@ -21,6 +22,48 @@ TEST_F(ConsoleTest, NamesTheProgramInEveryMessage) {
     console.Say("one");
     console.Say("two");
     EXPECT_EQ(said, "korvane-json: one\nkorvane-json: two\n");
+}
+
+TEST_F(ConsoleTest, SaysWhatItsVerbosityAllows) {
+    using Verbosity = Console::Verbosity;
+    for (const auto& [verbosity, expected] :
+         {std::pair(Verbosity::Quiet, "korvane-json: wrong\n"),
+          std::pair(Verbosity::Normal, "korvane-json: wrong\nkorvane-json: done\n"),
+          std::pair(Verbosity::Verbose,
+                    "korvane-json: wrong\nkorvane-json: done\n"
+                    "korvane-json: why\nkorvane-json: reading: 1.500 s\n")}) {
+        Console console = MakeConsole(true);
+        console.SetVerbosity(verbosity);
+        said.clear();
+        console.Say("wrong");
+        console.Note("done");
+        console.Detail("why");
+        {
+            const Phase phase(console, "reading");
+            now += std::chrono::milliseconds(1500);
+        }
+        EXPECT_EQ(said, expected);
+    }
+}
+
+TEST_F(ConsoleTest, ShowsNoProgressWhenItIsQuiet) {
+    Console console = MakeConsole(true);
+    console.SetVerbosity(Console::Verbosity::Quiet);
+    now += std::chrono::seconds(5);
+    console.ShowProgress("Reading files", 1, 4);
+    EXPECT_EQ(said, "");
+}
+
+TEST_F(ConsoleTest, APhaseThatFailsIsNotTimed) {
+    Console console = MakeConsole(false);
+    console.SetVerbosity(Console::Verbosity::Verbose);
+    EXPECT_THROW(
+        {
+            const Phase phase(console, "reading");
+            throw 1;
+        },
+        int);
+    EXPECT_EQ(said, "");
 }
 
 TEST_F(ConsoleTest, ShowsNoProgressWithinTheFirstSecond) {
