@@ -25,10 +25,3 @@ endif()
 
 set(KORVANEJSON_PAGE_VIEW "${PROJECT_BINARY_DIR}/page/meshview.js")
 set(KORVANEJSON_THREE_LICENCE "${KORVANEJSON_THREE_SOURCE}/LICENSE")
-set(_view "${PROJECT_SOURCE_DIR}/host/page/web/meshview.js")
-add_custom_command(OUTPUT "${KORVANEJSON_PAGE_VIEW}"
-  COMMAND ${KORVANEJSON_ESBUILD} "${_view}" --bundle --minify --format=iife --target=es2020 --log-level=warning
-    "--alias:three=${KORVANEJSON_THREE_SOURCE}/three.module.js" "--outfile=${KORVANEJSON_PAGE_VIEW}"
-  DEPENDS "${_view}" "${KORVANEJSON_THREE_SOURCE}/three.module.js" "${KORVANEJSON_THREE_SOURCE}/three.core.js"
-  COMMENT "Bundling the view of models"
-  VERBATIM)
