@@ -21,6 +21,9 @@ void AddFindCommand(CLI::App& program, Console& console, int& status);
 /// Adds `page`, which writes a page for the browser that shows a project.
 void AddPageCommand(CLI::App& program, Console& console, int& status);
 
+/// Adds `plot`, which draws two numbers of objects as points.
+void AddPlotCommand(CLI::App& program, Console& console, int& status);
+
 /// Adds `export`, which writes the document of a project or of one object in it.
 void AddExportCommand(CLI::App& program, Console& console, int& status);
 

@@ -67,7 +67,7 @@ void UpdateReport::Say(const std::string& project, bool isRemoving, Console& con
         console.Note(project + ": nothing has changed in the directory. The project file is as it was");
     } else {
         console.Note(project + ": " + CountText(added) + " added, " + CountText(changed) + " changed, " +
-                    (isRemoving ? CountText(removed) + " removed, " : "") + CountText(missing) + " missing");
+                     (isRemoving ? CountText(removed) + " removed, " : "") + CountText(missing) + " missing");
     }
     if (!directory.IsEmpty()) {
         console.Note(project + ": the directory of the project is now " + Quoted(ToPath(directory)));

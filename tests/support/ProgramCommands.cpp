@@ -29,6 +29,11 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"PageOfDirectory", {"page", "given/studies", "-o", "out/page.html"}},
         {"PageOfDocument", {"page", "given/document.json", "-o", "out/page.html"}},
         {"Page", {"page", "work/p.kvp", "-o", "out/page.html"}, FileUse::Reads, "p.kvp"},
+        {"PlotDirectory", {"plot", "given/studies", "--x", "Files", "--y", "Size", "-o", "out/plot.svg"}},
+        {"Plot",
+         {"plot", "work/p.kvp", "id<100", "--x", "id", "--y", "id", "--by", "kind"},
+         FileUse::Reads,
+         "p.kvp"},
 
         {"ExportDirectory", {"export", "given/studies", "-o", "out/new.json"}},
         {"Export", {"export", "work/p.kvp"}, FileUse::Reads, "p.kvp"},

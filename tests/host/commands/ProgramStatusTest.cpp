@@ -26,6 +26,7 @@ const std::map<std::string, Ends>& EndsOfCommands() {
     static const std::map<std::string, Ends> ends = {
         {"tree", {{"tree", "root"}, {"tree", "missing"}}},
         {"find", {{"find", "root", "kind=Model"}, {"find", "missing", "kind=Part"}}},
+        {"plot", {{"plot", "root", "--x", "id", "--y", "id"}, {"plot", "root", "--x", "Mass", "--y", "id"}}},
         {"export", {{"export", "root"}, {"export", "missing"}}},
         {"new",
          {{"new", "root", "new.kvp"},

@@ -47,6 +47,11 @@ TEST(ProgramUsage, ExplainsEveryOptionOfACommandWithAnExample) {
                                    "--format csv", "--count", "has=mesh 'has!=cad'"}) {
         EXPECT_NE(found.output.find(word), std::string::npos) << word << "\n" << found.output;
     }
+    const ProcessResult plotted = RunHost({"plot", "--help"});
+    for (const char* const word : {"Usage: korvane-json plot", "--x Mass", "--y 'Largest Displacement'",
+                                   "--by Solver", "--kind Study", "--title Brackets", "-o plot.svg"}) {
+        EXPECT_NE(plotted.output.find(word), std::string::npos) << word << "\n" << plotted.output;
+    }
     const ProcessResult exported = RunHost({"export", "-h"});
     EXPECT_EQ(exported.status, 0);
     for (const char* const word :
