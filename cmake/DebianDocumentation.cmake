@@ -58,4 +58,6 @@ if(KORVANEJSON_BUILD_PROGRAM)
   install(FILES ${_cli11_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program RENAME CLI11.txt)
   install(FILES ${_three_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program
     RENAME three.js.txt)
+  install(FILES ${_toml_licence} DESTINATION "${_documents}/korvane-json/licences" COMPONENT program
+    RENAME tomlplusplus.txt)
 endif()

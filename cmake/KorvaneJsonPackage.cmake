@@ -62,10 +62,15 @@ elseif(KORVANEJSON_RUNTIME_LIBRARIES)
   install(PROGRAMS ${KORVANEJSON_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
 
-# The program contains code of CLI11, so its licence has to be included; the build machine has it beside the headers.
+# The program contains code of CLI11 and toml++, so their licences have to be included; the build machine has them
+# beside the headers.
 set(_cli11_licence)
 if(KORVANEJSON_BUILD_PROGRAM AND EXISTS "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
   set(_cli11_licence "${CLI11_ROOT}/../share/doc/libcli11-dev/copyright")
+endif()
+set(_toml_licence)
+if(KORVANEJSON_BUILD_PROGRAM AND EXISTS "${tomlplusplus_ROOT}/../share/doc/libtomlplusplus-dev/copyright")
+  set(_toml_licence "${tomlplusplus_ROOT}/../share/doc/libtomlplusplus-dev/copyright")
 endif()
 
 # So is that of three.js, which is in the pages that the program writes.
@@ -104,7 +109,8 @@ if(MINGW)
       doc/gcc-mingw-w64-base/copyright=gcc-mingw-w64.txt
       doc/mingw-w64-x86-64-dev/copyright=mingw-w64.txt
       common-licenses/GPL-3=GPL-3.txt
-      doc/libcli11-dev/copyright=cli11.txt)
+      doc/libcli11-dev/copyright=cli11.txt
+      doc/libtomlplusplus-dev/copyright=tomlplusplus.txt)
     string(REGEX MATCH "^(.*)=(.*)$" _licence "${_licence}")
     if(CMAKE_CROSSCOMPILING AND EXISTS "/usr/share/${CMAKE_MATCH_1}")
       install(FILES "/usr/share/${CMAKE_MATCH_1}" DESTINATION licences RENAME "${CMAKE_MATCH_2}")
@@ -115,4 +121,5 @@ elseif(NOT WIN32 AND KORVANEJSON_BUILD_PROGRAM)
   install(FILES "${PROJECT_SOURCE_DIR}/docs/korvane-json.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   install(FILES ${_cli11_licence} DESTINATION "${_document_folder}/licences" RENAME CLI11.txt)
   install(FILES ${_three_licence} DESTINATION "${_document_folder}/licences" RENAME three.js.txt)
+  install(FILES ${_toml_licence} DESTINATION "${_document_folder}/licences" RENAME tomlplusplus.txt)
 endif()

@@ -124,7 +124,7 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
                      "file that does not end in .kvp");
     command.add_flag("--strict", options->isStrict,
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
-                     "that a document cannot carry.\n"
+                     "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The project file is created without that entry");
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);

@@ -34,7 +34,7 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
         ->type_name("");
     command.add_flag("--strict", options.isStrict,
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
-                     "that a document cannot carry.\n"
+                     "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The output is written without that entry");
 }
 

@@ -38,7 +38,7 @@ std::optional<OpenedProject> OpenDirectory(const std::string& name,
                     ". Give a directory of simulation files, or a project file, that you can read");
         return std::nullopt;
     }
-    return OpenedProject{std::move(reading.project), reading.unreadableCount};
+    return OpenedProject{std::move(reading.project), reading.unreadableCount, reading.described.problems};
 }
 
 }  // namespace
@@ -79,19 +79,24 @@ std::optional<OpenedProject> OpenProject(const InputOptions& options,
 }
 
 int Finish(const InputOptions& options, const OpenedProject& opened, Console& console) {
-    if (opened.unreadableCount == 0) {
+    if (opened.unreadableCount == 0 && opened.problemCount == 0) {
         return kSuccess;
     }
-    const std::string text =
-        FormatCount(opened.unreadableCount, "entry", "entries") +
-        " could not be read or named in a document, and " + (opened.unreadableCount == 1 ? "was" : "were") +
-        " left out" +
-        (options.isStrict ? "; --strict does not allow that" : "; with --strict that is a failure");
-    if (options.isStrict) {
-        console.Say(text);
-    } else {
-        console.Note(text);
-    }
+    const auto say = [&](std::size_t count, const std::string& what) {
+        if (count == 0) {
+            return;
+        }
+        const std::string text =
+            FormatCount(count, "entry", "entries") + what + (count == 1 ? "was" : "were") + " left out" +
+            (options.isStrict ? "; --strict does not allow that" : "; with --strict that is a failure");
+        if (options.isStrict) {
+            console.Say(text);
+        } else {
+            console.Note(text);
+        }
+    };
+    say(opened.unreadableCount, " could not be read or named in a document, and ");
+    say(opened.problemCount, " of korvane.toml files ");
     return options.isStrict ? kFailure : kSuccess;
 }
 

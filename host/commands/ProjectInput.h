@@ -28,6 +28,8 @@ struct OpenedProject {
     std::unique_ptr<CAEProject> project;
     /// Entries of the directory that could not be read or named in a document.
     std::size_t unreadableCount = 0;
+    /// Entries of descriptions in the directory that were left out.
+    std::size_t problemCount = 0;
 };
 
 /// Reads the project that the options name. Returns nothing, after a message, if the directory or the project

@@ -97,7 +97,8 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
         const bool isJson = options.format == ReportFormat::Json;
         ProjectUpdate update = [&] {
             const Phase phase(console, "updating");
-            return UpdateProject(project, *reading.project, options.isRemoving, isJson);
+            return UpdateProject(project, *reading.project, options.isRemoving, isJson,
+                                 reading.described.named);
         }();
         if (!options.isDryRun && update.report.isChanged) {
             const Phase phase(console, "writing " + Quoted(options.file));
@@ -113,7 +114,8 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
                        written != kSuccess) {
                 return written;
             }
-            return Finish({{}, options.isStrict}, {nullptr, reading.unreadableCount}, console);
+            return Finish({{}, options.isStrict},
+                          {nullptr, reading.unreadableCount, reading.described.problems}, console);
         });
         KeepUntilExit(file.TakeProject());
         KeepUntilExit(std::move(reading.project));
@@ -136,7 +138,7 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
                      "Needed only if the old one is still there, or most of its files are not in DIR");
     command.add_flag("--strict", options->isStrict,
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
-                     "that a document cannot carry.\n"
+                     "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The project file is updated without that entry");
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
@@ -146,8 +148,9 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
         "  korvane-json update projects/bracket bracket.kvp\n"
         "  korvane-json update projects/bracket bracket.kvp --remove\n",
         "What is still there keeps its identifier, its key and its metadata, apart from the entries that\n"
-        "come from the directory (Description, Files, Size, Solver, Studies). Files are recognised by\n"
-        "their path in the directory, objects by their kind and their path. What is new gets new\n"
+        "come from the directory (Description, Files, Size, Solver, Studies, of iterations also Nodes,\n"
+        "Elements, Materials, Steps and Units, and those of korvane.toml). Files are recognised by their\n"
+        "path in the directory, objects by their kind and their path. What is new gets new\n"
         "identifiers. What is missing is listed and stays, unless --remove is given; a study, part or file\n"
         "with another path is missing and new. Objects that did not come from the directory, as those of\n"
         "import, stay as they are, and so does what cannot be read now.");

@@ -12,6 +12,7 @@
 #include "ScannedObjects.h"
 #include "StudyBuilder.h"
 #include "format/Kinds.h"
+#include "format/Values.h"
 #include "host/document/ProjectObjects.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Phase.h"
@@ -31,9 +32,10 @@ _tagFileType CustomType(_tagFileType type) {
 
 class ProjectBuilder {
 public:
-    ProjectBuilder(const DirectoryTree& tree, CAEProject& project) : tree_(tree), project_(project) {}
+    ProjectBuilder(const DirectoryTree& tree, CAEProject& project, Console& console)
+        : tree_(tree), project_(project), console_(console), isDescribed_(tree.directories.size()) {}
 
-    void Build();
+    Described Build();
 
 private:
     /// A directory that is not read into objects yet, and the parent of its object.
@@ -50,10 +52,15 @@ private:
                   std::vector<WaitingDirectory>& waiting) const;
     std::vector<int> AddFileChildren(const ScannedDirectory& root);
     void SetProjectMetadata();
+    void Describe(CAEObject& object, std::size_t directory);
+    void DescribeProject(CAEObject* studyOfRoot);
 
     const DirectoryTree& tree_;
     CAEProject& project_;
+    Console& console_;
     std::size_t studyCount_ = 0;
+    std::vector<bool> isDescribed_;
+    Described described_;
 };
 
 /// The files of a study: those of its directory, and of the directories below it that have no decks at any
@@ -92,6 +99,7 @@ void ProjectBuilder::AddAssemblyFolder(const WaitingDirectory& next, std::vector
     for (const ScannedFile& file : directory.files) {
         folder.attachCustomFile(AddFile(project_, directory, file, CustomType(file.type)), nullptr);
     }
+    Describe(folder, next.directory);
     AddInner(next.directory, folder, next.isUnderStudy, waiting);
 }
 
@@ -109,7 +117,7 @@ void ProjectBuilder::AddInner(std::size_t directory, CAEObject& parent, bool isU
     }
 }
 
-void ProjectBuilder::Build() {
+Described ProjectBuilder::Build() {
     const ScannedDirectory& root = tree_.directories.front();
     SetOrigin(project_, root);
     const std::vector<int> identifiers = AddFileChildren(root);
@@ -118,9 +126,8 @@ void ProjectBuilder::Build() {
         ++studyCount_;
         return AddStudy(parent, directory, files, project_);
     };
-    if (root.hasDecks) {
-        addStudy(project_, root, CollectStudyFiles(0, identifiers));
-    }
+    CAEObject* const studyOfRoot =
+        root.hasDecks ? &addStudy(project_, root, CollectStudyFiles(0, identifiers)) : nullptr;
     std::vector<WaitingDirectory> waiting;
     AddInner(0, project_, root.hasDecks, waiting);
     while (!waiting.empty()) {
@@ -129,12 +136,36 @@ void ProjectBuilder::Build() {
         const ScannedDirectory& directory = tree_.directories[next.directory];
         if (directory.hasDecks) {
             CAEObject& study = addStudy(*next.parent, directory, CollectStudyFiles(next.directory, {}));
+            Describe(study, next.directory);
             AddInner(next.directory, study, true, waiting);
         } else {
             AddAssemblyFolder(next, waiting);
         }
     }
     SetProjectMetadata();
+    DescribeProject(studyOfRoot);
+    return std::move(described_);
+}
+
+void ProjectBuilder::Describe(CAEObject& object, std::size_t directory) {
+    isDescribed_[directory] = true;
+    ApplyDescription(object, tree_.directories[directory], console_, described_);
+}
+
+/// The description in the root is that of its study. Without one it is the project's.
+void ProjectBuilder::DescribeProject(CAEObject* studyOfRoot) {
+    Describe(studyOfRoot != nullptr ? *studyOfRoot : project_, 0);
+    const OuString entry(format::kDescriptionEntry, 0);
+    OuString text;
+    if (studyOfRoot != nullptr && tree_.directories.front().hasDescription &&
+        studyOfRoot->getMetadataValue(entry, text) == 0) {
+        project_.setMetadataValue(entry, text);
+    }
+    for (std::size_t directory = 0; directory < isDescribed_.size(); ++directory) {
+        if (!isDescribed_[directory]) {
+            RefuseDescription(tree_.directories[directory], console_, described_);
+        }
+    }
 }
 
 /// Creates the files in the root as children of the project. Returns their identifiers, in the order of the
@@ -204,7 +235,7 @@ DirectoryReading ReadDirectory(const std::filesystem::path& root,
     }
     reading.project = CreateSimulationProject(ToOuString(tree.directories.front().name), ToOuString(whole));
     ReadDeckModels(tree, {}, console);
-    ProjectBuilder(tree, *reading.project).Build();
+    reading.described = ProjectBuilder(tree, *reading.project, console).Build();
     reading.modelGaps = ModelGapsOf(tree);
     reading.unreadableCount = tree.unreadableCount;
     return reading;

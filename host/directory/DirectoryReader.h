@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+#include "DescribedObjects.h"
 #include "KnownFiles.h"
 #include "host/system/Console.h"
 
@@ -21,6 +22,8 @@ struct DirectoryReading {
     std::error_code error;
     /// Entries below the root that could not be read or named in a document.
     std::size_t unreadableCount = 0;
+    /// What the descriptions of users did.
+    Described described;
     /// Why decks have no counts of nodes or elements, a sentence each.
     std::vector<std::string> modelGaps;
 };
@@ -46,6 +49,9 @@ struct DirectoryReading {
 ///   "Materials", "Steps" and "Units".
 /// - Dates are the times of the last change, in UTC. Users are the owners in the file system, where it names
 ///   them.
+///
+/// What a korvane.toml in a directory says replaces what was found about its study, folder or project
+/// (DescriptionFile.h); it is not a file of the study itself.
 ///
 /// Databases of this program and their journals are left out without a word, and so is the file `leftOut`,
 /// because the command works on it. The console says what else was left out.

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "DescriptionFile.h"
 #include "FileFormat.h"
 #include "FileKinds.h"
 #include "InputKinds.h"
@@ -136,6 +137,8 @@ void Scanner::AddEntry(std::size_t directory, Entry entry, std::vector<std::size
         added.owner = entry.owner;
     } else if (entry.type == EntryType::Other) {
         NameUnreadable(whole, "it is neither a file nor a directory");
+    } else if (entry.name == kDescriptionFile) {
+        tree_.directories[directory].hasDescription = true;
     } else if (!IsLeftOut(whole, entry.size)) {
         ScannedFile& added = files.emplace_back();
         added.name = std::move(entry.name);

@@ -41,6 +41,8 @@ struct ScannedDirectory {
     /// In the order of their names, like the files.
     std::vector<std::size_t> directories;
     std::vector<ScannedFile> files;
+    /// It has a korvane.toml, which is not among the files.
+    bool hasDescription = false;
     /// What the directory has itself, and what it has at any depth.
     bool hasDecks = false;
     bool hasDecksInTree = false;

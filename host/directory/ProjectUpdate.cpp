@@ -27,11 +27,25 @@ bool IsNameOfReading(const OuString& name, const std::string& fileName) {
     return text == fileName || text == fileName.substr(0, fileName.rfind('.'));
 }
 
+/// Returns whether the object had another name.
+bool GiveName(CAEObject& object, const OuString& name) {
+    if (NameOf(object) == name) {
+        return false;
+    }
+    object.setName(name);
+    if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
+        project->SetDisplayName(name);
+    }
+    return true;
+}
+
 class Updater {
 public:
-    Updater(CAEProject& project, CAEProject& reading, bool isListing)
+    Updater(CAEProject& project, CAEProject& reading, bool isListing,
+            const std::unordered_set<const CAEObject*>& named)
         : project_(project),
           reading_(reading),
+          named_(named),
           origins_(project, numbers_),
           readOrigins_(reading, numbers_),
           matching_(origins_, readOrigins_) {
@@ -53,6 +67,7 @@ private:
 
     CAEProject& project_;
     CAEProject& reading_;
+    const std::unordered_set<const CAEObject*>& named_;
     PathNumbers numbers_;
     ProjectOrigins origins_;
     ProjectOrigins readOrigins_;
@@ -154,6 +169,9 @@ void Updater::UpdateObjects(const FileUpdate& files) {
 /// same.
 bool Updater::UpdateName(CAEObject& object, const CAEObject& read) const {
     const OuString name = NameOf(read);
+    if (named_.contains(&read)) {
+        return GiveName(object, name);
+    }
     const korvane::FileRoles roles =
         korvane::GetFileRoles(read.getType() == CAE_ITERATION ? *ChildrenOf(read).front() : read);
     const int id = roles.cadFile != 0      ? roles.cadFile
@@ -202,8 +220,9 @@ bool Updater::UpdateOrder(CAEObject& object, const CAEObject& read, const FileUp
 
 }  // namespace
 
-ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving, bool isListing) {
-    return Updater(project, reading, isListing).Run(isRemoving);
+ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving, bool isListing,
+                            const std::unordered_set<const CAEObject*>& named) {
+    return Updater(project, reading, isListing, named).Run(isRemoving);
 }
 
 }  // namespace host

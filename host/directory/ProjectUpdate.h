@@ -2,6 +2,8 @@
 
 #include <CAEProject.h>
 
+#include <unordered_set>
+
 #include "UpdateReport.h"
 
 namespace host {
@@ -22,10 +24,11 @@ namespace host {
 /// - Files that the reading knows from before only (DirectoryReading) stay as they are.
 ///
 /// With `isListing` the report lists every change, and not only the first of each kind.
+/// Objects in `named` have the names that users gave them in the directory, and give them on.
 ///
 /// The project's directory becomes that of the reading. The time is linear in the number of objects and
 /// files, and the depth of nesting needs no stack.
-ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving,
-                            bool isListing = false);
+ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving, bool isListing = false,
+                            const std::unordered_set<const CAEObject*>& named = {});
 
 }  // namespace host

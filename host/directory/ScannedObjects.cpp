@@ -120,7 +120,7 @@ bool UpdateMetadata(CAEObject& object, const CAEObject& read) {
             object.setMetadataValue(entry.name, entry.value);
             isChanged = true;
         }
-        if (!entry.unit.IsEmpty() && !(unit == entry.unit)) {
+        if (!(unit == entry.unit)) {
             korvane::SetMetadataUnit(object, entry.name, entry.unit);
             isChanged = true;
         }

@@ -51,7 +51,7 @@ expect_files("${documents}"
   examples/README.md examples/server-document.json examples/server.py examples/program/CMakeLists.txt
   "examples/bracket-project/04-Kühlkörper/Kühlkörper_stationär.inp")
 if(NOT PACKAGE STREQUAL ZIP)
-  expect_files("${documents}" licences/CLI11.txt licences/three.js.txt)
+  expect_files("${documents}" licences/CLI11.txt licences/three.js.txt licences/tomlplusplus.txt)
   expect_documentation_in_page("${PREFIX}/share/man/man1/korvane-json.1" share/doc/korvanejson)
 endif()
 expect_working_links("${documents}")

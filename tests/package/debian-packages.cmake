@@ -161,7 +161,7 @@ expect_files("${WORK}/${development}/usr/share/doc/${development}"
 expect_files("${WORK}/${program}/usr/share/doc/${program}"
   README.md docs/document.md docs/document.schema.json docs/answer.schema.json docs/import.schema.json
   examples/README.md examples/server-document.json examples/server.py
-  licences/CLI11.txt
+  licences/CLI11.txt licences/tomlplusplus.txt
   "examples/bracket-project/04-Kühlkörper/Kühlkörper_stationär.inp")
 
 list(TRANSFORM packages PREPEND "${PACKAGES}/")

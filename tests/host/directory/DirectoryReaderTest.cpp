@@ -391,6 +391,65 @@ TEST_F(DirectoryReaderTest, OnlySomeOfManyMaterialsAreNamed) {
     EXPECT_TRUE(materials.ends_with(", M20 and 3 more")) << materials;
 }
 
+TEST_F(DirectoryReaderTest, UsersDescribeStudiesIterationsAndParts) {
+    Write("study/job.inp", kAbaqusDeck);
+    Write("study/arm.step");
+    Write("study/README.md", "# Found");
+    Write("study/korvane.toml",
+          "name = \"Bracket\"\ndescription = \"Said\"\n[metadata]\nMass = { value = 2.4, unit = \"kg\" }\n"
+          "solver = \"Mine\"\n[iteration.job]\nname = \"Load\"\nmetadata.Steps = 7\n"
+          "[part.arm]\ndescription = \"Left\"\n");
+    EXPECT_EQ(Tree(),
+              "root                    Project            #1  Simulation\n"
+              "|  Files: 3; Size: 32 B; Solver: Abaqus/CalculiX; Studies: 1\n"
+              "`- Bracket              Model              #2\n"
+              "   |  Description: Said; Files: 3; Size: 32 B; Solver: Mine; Mass: 2.4 kg\n"
+              "   |- README.md         custom file        #3  Report  ASCII     7 B\n"
+              "   |- arm               Part               #4\n"
+              "   |  |  Description: Left\n"
+              "   |  `- arm.step       CAD file           #5  CAD     ASCII     1 B\n"
+              "   `- Iterations        IterationFolder    #6\n"
+              "      `- Load           Iteration          #7\n"
+              "         |  Solver: Abaqus/CalculiX; Steps: 7\n"
+              "         `- job.inp     IterationModel     #8\n"
+              "            `- job.inp  FE representation  #9  Deck    ASCII    24 B\n"
+              "\n"
+              "1 study, 1 iteration, 1 part, 3 files (32 B)\n");
+    EXPECT_EQ(kept.said, "");
+    EXPECT_EQ(reading.described.problems, 0U);
+}
+
+TEST_F(DirectoryReaderTest, DescriptionsAreOfTheProjectOrAFolderWhereThereIsNoStudy) {
+    Write("korvane.toml", "name = \"All\"\nmetadata.Lead = \"Ada\"\n");
+    Write("docs/korvane.toml", "name = \"no\"\ndescription = \"Plans\"\n");
+    Write("docs/plan.csv");
+    Write("study/job.inp", kAbaqusDeck);
+    Write("study/mesh/korvane.toml", "name = \"no\"\n");
+    CAEProject& project = Read();
+    EXPECT_EQ(NameOf(project), "All");
+    EXPECT_STREQ(korvane::GetDisplayName(project).GetAnsiBuffer(), "All");
+    EXPECT_EQ(MetadataOf(project, L"Lead"), "Ada");
+    EXPECT_EQ(MetadataOf(Find(CAE_ASSEMBLY_FOLDER, "docs"), L"Description"), "Plans");
+    EXPECT_EQ(reading.described.problems, 2U);
+    EXPECT_NE(kept.said.find("only projects, studies, iterations and parts get names"), std::string::npos);
+    EXPECT_NE(kept.said.find("its directory is not a study"), std::string::npos);
+}
+
+TEST_F(DirectoryReaderTest, ADescriptionInTheRootIsThatOfItsStudy) {
+    Write("job.inp", kAbaqusDeck);
+    Write("korvane.toml", "name = \"Bracket\"\ndescription = \"Said\"\n[iteration.none]\n[part.none]\n");
+    CAEProject& project = Read();
+    EXPECT_EQ(NameOf(project), "root");
+    EXPECT_EQ(MetadataOf(project, L"Description"), "Said");
+    EXPECT_EQ(MetadataOf(Find(CAE_MODEL, "Bracket"), L"Description"), "Said");
+    EXPECT_EQ(reading.described.problems, 2U);
+    EXPECT_NE(kept.said.find("line 3, column 12: 'none' is left out: there is no iteration of this name\n"),
+              std::string::npos)
+        << kept.said;
+    EXPECT_NE(kept.said.find("line 4, column 7: 'none' is left out: there is no part of this name\n"),
+              std::string::npos);
+}
+
 TEST_F(DirectoryReaderTest, TotalsCountEveryFileOnce) {
     Write("job.inp", kAbaqusDeck);
     Write("a/job.bdf", kNastranDeck);

@@ -92,10 +92,11 @@ protected:
     std::string Update(bool isRemoving = false) {
         const KnownFiles known = KnownFilesOf(*project);
         kept.said.clear();
-        read = ReadDirectory(folder / "root", std::nullopt, kept.console, &known).project;
+        DirectoryReading reading = ReadDirectory(folder / "root", std::nullopt, kept.console, &known);
+        read = std::move(reading.project);
         EXPECT_NE(read, nullptr);
         readingSaid = std::exchange(kept.said, "");
-        result = UpdateProject(*project, *read, isRemoving);
+        result = UpdateProject(*project, *read, isRemoving, false, reading.described.named);
         result.report.Say("P", isRemoving, kept.console);
         return std::exchange(kept.said, "");
     }
@@ -393,6 +394,28 @@ TEST_F(ProjectUpdateTest, WhatADeckSaysIsKeptInStep) {
     EXPECT_EQ(entry(L"Elements"), "");
     EXPECT_EQ(entry(L"Materials"), "");
     EXPECT_EQ(entry(L"Units"), "N, mm, s") << "units may be a user's";
+    ExpectNothingChanges();
+}
+
+TEST_F(ProjectUpdateTest, WhatUsersSayIsKeptInStep) {
+    Write("a/job.inp", kAbaqusDeck);
+    Make();
+    Write("a/korvane.toml",
+          "name = \"Arm\"\nmetadata.Mass = { value = 2.4, unit = \"kg\" }\niteration.job.name = \"Load\"\n");
+    Update();
+    EXPECT_TRUE(result.report.missing.IsZero());
+    EXPECT_TRUE(result.report.added.IsZero()) << "the file is not a file of the study";
+    EXPECT_NE(TreeOf(*project).find("Arm Model"), std::string::npos) << TreeOf(*project);
+    EXPECT_NE(TreeOf(*project).find("Mass: 2.4 kg"), std::string::npos);
+    EXPECT_NE(TreeOf(*project).find("Load Iteration"), std::string::npos);
+    ExpectNothingChanges();
+    Write("a/korvane.toml", "name = \"Leg\"\nmetadata.Mass = 3\n");
+    Update();
+    EXPECT_NE(TreeOf(*project).find("Leg Model"), std::string::npos);
+    EXPECT_EQ(TreeOf(*project).find("kg"), std::string::npos) << "the unit is gone";
+    EXPECT_NE(TreeOf(*project).find("Load Iteration"), std::string::npos) << "a name stays";
+    ExpectNothingChanges();
+    Remove("a/korvane.toml");
     ExpectNothingChanges();
 }
 

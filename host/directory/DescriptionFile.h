@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What users say about a study, in a file korvane.toml in its directory.
+namespace host {
+
+inline constexpr std::string_view kDescriptionFile = "korvane.toml";
+
+/// Longer files are not read.
+inline constexpr std::uint64_t kMostOfDescriptionFile = std::uint64_t{1} << 20U;
+
+/// Counted from 1.
+struct TextPlace {
+    std::uint32_t line = 1;
+    std::uint32_t column = 1;
+};
+
+/// An entry of the metadata. A number is written as briefly as it can be.
+struct DescribedEntry {
+    std::string name;
+    std::string value;
+    std::string unit;
+};
+
+struct DescribedObject {
+    /// The name that an iteration or a part has otherwise; empty for the study.
+    std::string key;
+    /// Where the file says it.
+    TextPlace place;
+    /// Empty if the file does not say it.
+    std::string name;
+    std::string description;
+    /// In the order of the file.
+    std::vector<DescribedEntry> metadata;
+};
+
+/// Something that is left out, and why.
+struct DescriptionProblem {
+    TextPlace place;
+    std::string text;
+};
+
+struct DescriptionFile {
+    DescribedObject study;
+    /// In the order of the file.
+    std::vector<DescribedObject> iterations;
+    std::vector<DescribedObject> parts;
+    std::vector<DescriptionProblem> problems;
+};
+
+/// Reads the text of the file. Of a text that is not TOML there is nothing but a problem.
+DescriptionFile ReadDescriptionFile(std::string_view text);
+
+}  // namespace host
