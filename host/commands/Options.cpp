@@ -50,9 +50,9 @@ void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::s
     command.add_option("--object", object, description)->type_name("ID")->check(check);
 }
 
-void AddChoice(CLI::App& command, const std::string& name, std::string& word,
-               const std::vector<std::string>& words, const std::string& type,
-               const std::string& description) {
+CLI::Option& AddChoice(CLI::App& command, const std::string& name, std::string& word,
+                       const std::vector<std::string>& words, const std::string& type,
+                       const std::string& description) {
     const auto choose = [words](std::string& text) -> std::string {
         for (const std::string& known : words) {
             if (ToUpperAscii(text) == ToUpperAscii(known)) {
@@ -62,18 +62,18 @@ void AddChoice(CLI::App& command, const std::string& name, std::string& word,
         }
         return Quoted(text) + " is " + NoneOf(words) + DidYouMean(NearestWord(text, words));
     };
-    command.add_option(name, word, description)
-        ->type_name(type)
-        ->transform(CLI::Validator(choose, "{" + Joined(words, ",", ",") + "}"));
+    return *command.add_option(name, word, description)
+                ->type_name(type)
+                ->transform(CLI::Validator(choose, "{" + Joined(words, ",", ",") + "}"));
 }
 
 void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description) {
     const auto word = std::make_shared<std::string>();
-    AddChoice(command, "--format", *word, {"text", "json"}, "FORMAT", description);
-    command.get_option("--format")->each([word, &format](const std::string& chosen) {
-        *word = chosen;
-        format = chosen == "json" ? ReportFormat::Json : ReportFormat::Text;
-    });
+    AddChoice(command, "--format", *word, {"text", "json"}, "FORMAT", description)
+        .each([word, &format](const std::string& chosen) {
+            *word = chosen;
+            format = chosen == "json" ? ReportFormat::Json : ReportFormat::Text;
+        });
 }
 
 void AddReportFormat(CLI::App& command, ReportFormat& format) {

@@ -6,7 +6,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 /// Options that commands share.
 namespace host {
@@ -23,10 +24,10 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
 
 /// Adds an option that takes one of several words, in any letter case. `word` becomes it as it is in the
-/// list.
-void AddChoice(CLI::App& command, const std::string& name, std::string& word,
-               const std::vector<std::string>& words, const std::string& type,
-               const std::string& description);
+/// list. Returns the option, which CLI11 cannot look up without memory.
+CLI::Option& AddChoice(CLI::App& command, const std::string& name, std::string& word,
+                       const std::vector<std::string>& words, const std::string& type,
+                       const std::string& description);
 
 enum class ReportFormat { Text, Json };
 /// Adds --format, which takes `text` (the default) or `json`.
