@@ -93,8 +93,10 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
             const ObjectCounts counts = CountObjects(*reading->project);
             if (options.format == ReportFormat::Json) {
                 const NewReport report{counts, isThere, reading->unreadableCount};
+                // The report comes last: where status 3 says that it is missing, it is.
+                const int finished = Finish({{}, options.isStrict}, *reading, console);
                 const int written = WriteReport(ToJson(report, options.isDryRun), options.isDryRun, console);
-                return written == kSuccess ? Finish({{}, options.isStrict}, *reading, console) : written;
+                return written == kSuccess ? finished : written;
             }
             console.Note(Quoted(options.File()) + ": " + FormatCount(counts.objects, "object", "objects") +
                          ", the project among them, and " + FormatCount(counts.files, "file", "files") +

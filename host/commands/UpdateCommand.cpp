@@ -105,17 +105,20 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
             file.SaveWithout(std::move(update.removedFiles), console);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
+            const auto finish = [&] {
+                return Finish({{}, options.isStrict},
+                              {nullptr, reading.unreadableCount, reading.described.problems}, console);
+            };
             if (!isJson) {
                 update.report.Say(Quoted(options.file), options.isRemoving, console);
                 SayDryRun(options.isDryRun, console);
-            } else if (const int written =
-                           WriteReport(ToJson(update.report, reading.unreadableCount, options.isDryRun),
-                                       options.isDryRun, console);
-                       written != kSuccess) {
-                return written;
+                return finish();
             }
-            return Finish({{}, options.isStrict},
-                          {nullptr, reading.unreadableCount, reading.described.problems}, console);
+            // The report comes last: where status 3 says that it is missing, it is.
+            const int finished = finish();
+            const int written = WriteReport(ToJson(update.report, reading.unreadableCount, options.isDryRun),
+                                            options.isDryRun, console);
+            return written == kSuccess ? finished : written;
         });
         KeepUntilExit(file.TakeProject());
         KeepUntilExit(std::move(reading.project));
