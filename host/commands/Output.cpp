@@ -41,7 +41,7 @@ void SayNotReplaced(const std::string& file, const std::string& reason, Console&
                 ". Nothing was changed; give another file with -o");
 }
 
-constexpr const char* kFileOfProject = "it is a file of the project, not a document or a page";
+constexpr const char* kFileOfProject = "it is a file of the project, not a document, a page or a plot";
 
 /// Whether it is a file in the directory, at any depth, that is neither empty nor a document.
 bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::path& directory) {

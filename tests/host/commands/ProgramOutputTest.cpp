@@ -140,10 +140,11 @@ TEST_F(ProgramOutputTest, TakesNoFileOfTheProjectForItsOutput) {
     const std::string deck = ToUtf8(folder.Write("root/kept/run.inp", "*STEP\n"));
     const ProcessResult result = RunHost({"export", Root(), "-o", deck});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.error, "korvane-json: cannot write '" + deck +
-                                "': it is a file of the project, not a document or a page. Nothing was "
-                                "changed; give another file "
-                                "with -o\n");
+    EXPECT_EQ(result.error,
+              "korvane-json: cannot write '" + deck +
+                  "': it is a file of the project, not a document, a page or a plot. Nothing was "
+                  "changed; give another file "
+                  "with -o\n");
     EXPECT_EQ(ReadWholeFile(folder / "root/kept/run.inp"), "*STEP\n");
     // The document of the last time is replaced.
     for (int count = 0; count < 2; ++count) {

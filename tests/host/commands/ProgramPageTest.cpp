@@ -110,10 +110,10 @@ TEST_F(ProgramPage, MayLieInTheDirectoryThatItShows) {
 TEST_F(ProgramPage, ReplacesNoFileOfTheProject) {
     WriteStudy();
     folder.Write("root/notes.html", "<!DOCTYPE html><p>by hand</p>");
-    ExpectRefused(
-        {"page", "root", "-o", "root/notes.html"},
-        "cannot write 'root/notes.html': it is a file of the project, not a document or a page. Nothing was "
-        "changed; give another file with -o");
+    ExpectRefused({"page", "root", "-o", "root/notes.html"},
+                  "cannot write 'root/notes.html': it is a file of the project, not a document, a page or a "
+                  "plot. Nothing was "
+                  "changed; give another file with -o");
 }
 
 TEST_F(ProgramPage, NeedsAnOutput) {

@@ -34,18 +34,19 @@ TEST_F(ProgramPlot, ReplacesItsOwnPlotInTheDirectory) {
     Do(arguments);
     EXPECT_EQ(Read("p/plot.svg"), svg);
     ExpectRefused({"plot", "p", "--x", "Files", "--y", "Size", "-o", "p/plates/job.inp"},
-                  "cannot write 'p/plates/job.inp': it is a file of the project, not a document. Nothing was "
+                  "cannot write 'p/plates/job.inp': it is a file of the project, not a document, a page or a "
+                  "plot. Nothing was "
                   "changed; give another file with -o");
 }
 
 TEST_F(ProgramPlot, SaysWhichNumbersThereAre) {
     ExpectRefused({"plot", "p", "--x", "Filess", "--y", "Size", "-o", "plot.svg"},
                   "cannot plot 'p': no object has a number 'Filess'; did you mean 'Files'? Metadata entries "
-                  "with numbers are 'Files', 'Size', 'Studies'");
+                  "with numbers are 'Files', 'Size', 'Studies', 'Steps'");
     ExpectRefused(
         {"plot", "p", "--x", "Files", "--y", "Solver", "--kind", "Study", "-o", "plot.svg"},
         "cannot plot 'p': no object that meets the conditions has a number 'Solver'; metadata entries "
-        "with numbers are 'Files', 'Size', 'Studies'");
+        "with numbers are 'Files', 'Size', 'Studies', 'Steps'");
     folder.Write("none.json", R"({"type":"SIMULATION","name":"N"})");
     ExpectRefused(
         {"plot", "none.json", "--x", "Files", "--y", "Size"},

@@ -310,11 +310,11 @@ TEST_F(ProgramProjectFile, ExportLeavesTheFilesOfTheProject) {
     Do({"new", "root", "p.kvp"});
     folder.MakeDirectory("elsewhere");
     for (const char* const file : {"root/plan.csv", "root/beam/beam.bdf", "elsewhere/../root/plan.csv"}) {
-        ExpectRefused(
-            {"export", "p.kvp", "-o", file},
-            "cannot write '" + std::string(file) +
-                "': it is a file of the project, not a document or a page. Nothing was changed; give another "
-                "file with -o");
+        ExpectRefused({"export", "p.kvp", "-o", file},
+                      "cannot write '" + std::string(file) +
+                          "': it is a file of the project, not a document, a page or a plot. Nothing was "
+                          "changed; give another "
+                          "file with -o");
     }
     // Documents and empty files are replaced, and so is what the project does not have.
     folder.Write("root/later.csv", "1;2\n");

@@ -27,6 +27,7 @@ const std::map<std::string, Ends>& EndsOfCommands() {
         {"tree", {{"tree", "root"}, {"tree", "missing"}}},
         {"find", {{"find", "root", "kind=Model"}, {"find", "missing", "kind=Part"}}},
         {"plot", {{"plot", "root", "--x", "id", "--y", "id"}, {"plot", "root", "--x", "Mass", "--y", "id"}}},
+        {"page", {{"page", "root", "-o", "-"}, {"page", "missing", "-o", "-"}}},
         {"export", {{"export", "root"}, {"export", "missing"}}},
         {"new",
          {{"new", "root", "new.kvp"},
