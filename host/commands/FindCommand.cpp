@@ -185,9 +185,9 @@ void AddFindCommand(CLI::App& program, Console& console, int& status) {
                     "Conditions that objects must meet: kind=Part name~bracket* 'Mass>2 kg'.\n"
                     "Without any, all objects are listed")
         ->type_name("");
-    AddWordOption(command, "--format", options->format, {kLines, kJson, kCsv}, "FORM",
-                  "lines (the default) for people; json as docs/objects.schema.json describes,\n"
-                  "with everything that the objects have; csv for spreadsheets: --format csv");
+    AddChoice(command, "--format", options->format, {kLines, kJson, kCsv}, "FORMAT",
+              "lines (the default) for people; json as docs/objects.schema.json describes,\n"
+              "with everything that the objects have; csv for spreadsheets: --format csv");
     command
         .add_option("--show", options->shown,
                     "Show this value of the objects as well; may be given again: --show Mass")

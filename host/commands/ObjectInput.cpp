@@ -1,7 +1,6 @@
 #include "ObjectInput.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 
 #include "Done.h"
 #include "ExitStatus.h"
@@ -16,21 +15,6 @@ void AddObjectInput(CLI::App& command, InputOptions& options) {
     command.get_option("DIR")->description(
         "The directory with the studies, a project file, or a document, which is shown\n"
         "as an import would create its objects (- is the standard input)");
-}
-
-void AddWordOption(CLI::App& command, const std::string& name, std::string& word,
-                   const std::vector<std::string>& words, const std::string& type,
-                   const std::string& description) {
-    std::string listed;
-    for (const std::string& known : words) {
-        listed += (listed.empty() ? "" : ", ") + known;
-    }
-    const auto check = [words, listed](const std::string& text) -> std::string {
-        return std::ranges::find(words, text) != words.end() ? "" : Quoted(text) + " is not one of " + listed;
-    };
-    command.add_option(name, word, description)
-        ->type_name(type)
-        ->check(CLI::Validator(check, "{" + listed + "}"));
 }
 
 int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,

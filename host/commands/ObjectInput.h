@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "Options.h"
 #include "host/system/Console.h"
@@ -15,11 +14,6 @@ namespace host {
 
 /// Adds the argument of such a command, and the options of directories.
 void AddObjectInput(CLI::App& command, InputOptions& options);
-
-/// Adds an option that takes one of the words.
-void AddWordOption(CLI::App& command, const std::string& name, std::string& word,
-                   const std::vector<std::string>& words, const std::string& type,
-                   const std::string& description);
 
 /// Reads what the options name and gives its root to `work`, which says whether it could do its work. Returns
 /// the exit status of the command. The file `output` of the directory is not read.

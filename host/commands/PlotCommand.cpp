@@ -11,6 +11,7 @@
 #include "host/document/ObjectTexts.h"
 #include "host/plot/PlotData.h"
 #include "host/query/FieldNames.h"
+#include "host/system/NearestWord.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -41,14 +42,13 @@ void SayNothingToPlot(CAEObject& root, const PlotRequest& request, const PlotDat
     }
     const Field& field = data.withX == 0 ? request.x : request.y;
     const std::vector<std::string> names = NamesOfNumbers(root);
-    const std::string nearest = NearestName(field.name, names);
+    const std::string nearest = DidYouMean(NearestWord(field.name, names));
     console.Say("cannot plot " + input + ": no object" +
                 (request.conditions.empty() ? "" : " that meets the conditions") + " has a number " +
-                Quoted(field.name) + "; " +
-                (names.empty()      ? "there are no metadata entries with numbers"
-                 : !nearest.empty() ? "did you mean " + Quoted(nearest) +
-                                          "? Metadata entries with numbers are " + ListNames(names)
-                                    : "metadata entries with numbers are " + ListNames(names)));
+                Quoted(field.name) +
+                (names.empty() ? "; there are no metadata entries with numbers"
+                               : (nearest.empty() ? "." : nearest) + " Metadata entries with numbers are " +
+                                     ListNames(names)));
 }
 
 bool PlotObjects(CAEObject& root, PlotRequest request, const PlotOptions& options, Console& console) {

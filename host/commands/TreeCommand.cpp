@@ -15,15 +15,13 @@
 namespace host {
 namespace {
 
-constexpr const char* kText = "text";
-constexpr const char* kJson = "json";
 constexpr const char* kAll = "all";
 constexpr const char* kWithRoles = "roles";
 constexpr const char* kNone = "none";
 
 struct TreeOptions {
     InputOptions from;
-    std::string format = kText;
+    ReportFormat format = ReportFormat::Text;
     std::string files = kAll;
     std::optional<std::size_t> depth;
     bool areStudiesListed = false;
@@ -55,7 +53,7 @@ std::string JsonOf(CAEObject& root, const TreeOptions& options) {
 }
 
 std::string TextOf(CAEObject& root, const TreeOptions& options) {
-    if (options.format == kJson) {
+    if (options.format == ReportFormat::Json) {
         return JsonOf(root, options);
     }
     return options.areStudiesListed
@@ -87,12 +85,12 @@ void AddTreeCommand(CLI::App& program, Console& console, int& status) {
     command.add_flag("--studies", options->areStudiesListed,
                      "Show a line for each study instead: solvers, iterations, files, size and\n"
                      "description");
-    AddWordOption(command, "--files", options->files, {kAll, kWithRoles, kNone}, "WHICH",
-                  "all (the default) shows all files, roles those that are the CAD file, a mesh,\n"
-                  "the graphic file or the deck of their object, none none: --files roles");
-    AddWordOption(command, "--format", options->format, {kText, kJson}, "FORM",
-                  "text (the default) is for people, json for programs, as\n"
-                  "docs/objects.schema.json describes: --format json");
+    AddChoice(command, "--files", options->files, {kAll, kWithRoles, kNone}, "WHICH",
+              "all (the default) shows all files, roles those that are the CAD file, a mesh,\n"
+              "the graphic file or the deck of their object, none none: --files roles");
+    AddFormat(command, options->format,
+              "text (the default) is for people, json for programs, as\n"
+              "docs/objects.schema.json describes: --format json");
     AddExamples(command,
                 "  korvane-json tree projects/bracket\n"
                 "  korvane-json tree --studies projects/bracket\n"

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/system/NearestWord.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -47,12 +48,11 @@ std::string UnknownWord(std::string_view condition, std::string_view value, std:
     if (std::ranges::any_of(words, [&](const std::string& word) { return FoldCase(word) == folded; })) {
         return {};
     }
-    const std::string nearest = NearestName(value, words);
+    const std::string nearest = DidYouMean(NearestWord(value, words));
     const std::vector<std::string> listed(
         words.begin(), words.begin() + static_cast<long>(std::min(words.size(), mostListed)));
     return "the condition " + Quoted(condition) + " names no " + std::string(what) +
-           (nearest.empty() ? "" : "; did you mean " + nearest + "?") + (nearest.empty() ? ". " : " ") +
-           "There are " + Listed(listed);
+           (nearest.empty() ? "." : nearest) + " There are " + Listed(listed);
 }
 
 /// What is wrong with a condition whose parts were found; empty if nothing is.

@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "TextMatch.h"
+#include "host/system/NearestWord.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -16,7 +17,7 @@ namespace {
 /// What may have been meant by a name that nothing has: a metadata entry, or one of the fixed words.
 std::string NearestTo(const std::string& name, std::vector<std::string> names) {
     std::ranges::copy(FixedFields(), std::back_inserter(names));
-    return NearestName(name, names);
+    return DidYouMean(NearestWord(name, names));
 }
 
 }  // namespace
@@ -64,7 +65,7 @@ void SayUnknownNames(CAEObject& root, const std::vector<Field>& fields, const st
         }
         const std::string nearest = NearestTo(field.name, names);
         console.Say("no object of " + input + " has the metadata entry " + Quoted(field.name) +
-                    (!nearest.empty() ? "; did you mean " + Quoted(nearest) + "?"
+                    (!nearest.empty() ? nearest
                      : names.empty()  ? "; none has any metadata"
                                       : "; there are " + ListNames(names)));
     }

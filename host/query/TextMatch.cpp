@@ -3,7 +3,6 @@
 #include <korvaneexchange/Text.h>
 
 #include <algorithm>
-#include <numeric>
 #include <optional>
 
 #include "exchange/Utf8.h"
@@ -22,28 +21,6 @@ std::u32string CharactersOf(std::string_view utf8) {
         characters += isText ? character : 0xDC00 + character;
     }
     return characters;
-}
-
-/// How many characters must be inserted, removed, replaced or swapped with their neighbour.
-std::size_t EditDistance(std::u32string_view left, std::u32string_view right) {
-    std::vector<std::size_t> before(right.size() + 1);
-    std::vector<std::size_t> last(right.size() + 1);
-    std::iota(last.begin(), last.end(), 0);
-    for (std::size_t row = 1; row <= left.size(); ++row) {
-        std::vector<std::size_t> current(right.size() + 1, row);
-        for (std::size_t column = 1; column <= right.size(); ++column) {
-            const std::size_t replaced = left[row - 1] == right[column - 1] ? 0 : 1;
-            current[column] =
-                std::min({last[column] + 1, current[column - 1] + 1, last[column - 1] + replaced});
-            if (row > 1 && column > 1 && left[row - 1] == right[column - 2] &&
-                left[row - 2] == right[column - 1]) {
-                current[column] = std::min(current[column], before[column - 2] + 1);
-            }
-        }
-        before = std::move(last);
-        last = std::move(current);
-    }
-    return last.back();
 }
 
 }  // namespace
@@ -172,26 +149,6 @@ bool Glob::Fits(std::string_view utf8) const {
         }
     }
     return true;
-}
-
-std::string NearestName(std::string_view name, const std::vector<std::string>& candidates) {
-    constexpr std::size_t kLongest = 64;
-    const std::u32string wanted = CharactersOf(FoldCase(name));
-    std::string nearest;
-    std::size_t least = wanted.size() / 3 + 2;
-    for (const std::string& candidate : candidates) {
-        const std::u32string characters = CharactersOf(FoldCase(candidate));
-        if (std::max(characters.size(), wanted.size()) > kLongest) {
-            continue;
-        }
-        const std::size_t distance = EditDistance(wanted, characters);
-        // Nothing of a short name is left when all of it is changed.
-        if (distance < least && distance < std::max(wanted.size(), characters.size())) {
-            least = distance;
-            nearest = candidate;
-        }
-    }
-    return nearest;
 }
 
 }  // namespace host

@@ -49,8 +49,4 @@ private:
     std::vector<Token> tokens_;
 };
 
-/// The candidate that the name was most likely meant to be: the one with the fewest letters to change, if
-/// these are few. Empty if there is none.
-std::string NearestName(std::string_view name, const std::vector<std::string>& candidates);
-
 }  // namespace host

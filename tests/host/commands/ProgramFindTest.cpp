@@ -94,7 +94,7 @@ TEST_F(ProgramFind, RefusesABadConditionBeforeItReads) {
         "'korvane-json find --help'",
         2);
     ExpectRefused({"find", "p", "--format", "xml"},
-                  "--format: 'xml' is not one of lines, json, csv. See 'korvane-json find --help'", 2);
+                  "--format: 'xml' is none of lines, json and csv. See 'korvane-json find --help'", 2);
 }
 
 TEST_F(ProgramFind, SaysWhichUnitsCannotBeCompared) {

@@ -45,7 +45,7 @@ TEST_F(ProgramPlot, SaysWhichNumbersThereAre) {
                   "with numbers are 'Files', 'Size', 'Studies', 'Steps'");
     ExpectRefused(
         {"plot", "p", "--x", "Files", "--y", "Solver", "--kind", "Study", "-o", "plot.svg"},
-        "cannot plot 'p': no object that meets the conditions has a number 'Solver'; metadata entries "
+        "cannot plot 'p': no object that meets the conditions has a number 'Solver'. Metadata entries "
         "with numbers are 'Files', 'Size', 'Studies', 'Steps'");
     folder.Write("none.json", R"({"type":"SIMULATION","name":"N"})");
     ExpectRefused(
@@ -53,7 +53,7 @@ TEST_F(ProgramPlot, SaysWhichNumbersThereAre) {
         "cannot plot 'none.json': no object has a number 'Files'; there are no metadata entries with "
         "numbers");
     ExpectRefused({"plot", "p", "--x", "Files", "--y", "Size", "--kind", "Stud"},
-                  "the condition 'kind=Stud' names no kind of object; did you mean Study? There are Part, "
+                  "the condition 'kind=Stud' names no kind of object; did you mean 'Study'? There are Part, "
                   "SubAssembly, File, Project, Model, Iteration, IterationFolder, IterationModel, "
                   "AssemblyFolder, LoadCaseViewFolder, LoadCaseView, ViewItem, Tag, Study. See 'korvane-json "
                   "plot --help'",

@@ -53,7 +53,7 @@ TEST_F(ProgramTree, GivesJson) {
 
 TEST_F(ProgramTree, RefusesWhatItDoesNotKnow) {
     ExpectRefused({"tree", "p", "--files", "some"},
-                  "--files: 'some' is not one of all, roles, none. See 'korvane-json tree --help'", 2);
+                  "--files: 'some' is none of all, roles and none. See 'korvane-json tree --help'", 2);
     for (const char* const depth : {"two", "-1", "", "1.5", "99999999999999999999"}) {
         ExpectRefused({"tree", "p", "--depth", depth},
                       "--depth: '" + std::string(depth) +

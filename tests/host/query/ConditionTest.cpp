@@ -145,13 +145,12 @@ TEST_F(ConditionTest, ABadConditionIsNamed) {
               "kind=Part, name~bracket*, 'Mass>2 kg' (in quotes, because the shell takes > for itself)");
     EXPECT_TRUE(Found({"=Part"}).starts_with("! '=Part' is not a condition; "));
     EXPECT_TRUE(Found({""}).starts_with("! '' is not a condition; "));
-    EXPECT_TRUE(
-        Found({"kind=Prat"})
-            .starts_with(
-                "! the condition 'kind=Prat' names no kind of object; did you mean Part? There are Part, "));
+    EXPECT_TRUE(Found({"kind=Prat"})
+                    .starts_with("! the condition 'kind=Prat' names no kind of object; did you mean 'Part'? "
+                                 "There are Part, "));
     EXPECT_TRUE(Found({"has=msh"})
                     .starts_with("! the condition 'has=msh' names no file, type of file or key; did you mean "
-                                 "mesh? There are cad, "));
+                                 "'mesh'? There are cad, "));
     EXPECT_EQ(Found({"has~mesh"}),
               "! the condition 'has~mesh' can only use = or !=, like has=mesh or has!=cad");
 }

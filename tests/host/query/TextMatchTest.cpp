@@ -76,15 +76,5 @@ TEST(TextMatch, ManyStarsTakeNoTimeWithoutEnd) {
     EXPECT_FALSE(FitsPath(("**/" + pattern + "b").c_str(), std::string(2000, 'a').c_str()));
 }
 
-TEST(TextMatch, FindsTheNameThatWasMeant) {
-    const std::vector<std::string> names = {"Mass", "Material", "Largest Displacement"};
-    EXPECT_EQ(NearestName("mas", names), "Mass");
-    EXPECT_EQ(NearestName("Msas", names), "Mass");
-    EXPECT_EQ(NearestName("largest displacment", names), "Largest Displacement");
-    EXPECT_EQ(NearestName("Temperature", names), "");
-    EXPECT_EQ(NearestName("x", {"y"}), "");
-    EXPECT_EQ(NearestName("", names), "");
-}
-
 }  // namespace
 }  // namespace host
