@@ -4,6 +4,7 @@
 #include <array>
 
 #include "PlotScale.h"
+#include "SvgText.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -27,83 +28,6 @@ constexpr std::size_t kShapes = 5;
 constexpr std::string_view kStyle =
     "<style>:root{color:#1f2328}.paper{fill:#fff}"
     "@media(prefers-color-scheme:dark){:root{color:#e6edf3}.paper{fill:#14181d}}</style>\n";
-
-std::string Number(double value) {
-    std::string text = FormatFixed(value, 2);
-    text.erase(text.find_last_not_of('0') + 1);
-    return text.ends_with('.') ? text.substr(0, text.size() - 1) : text;
-}
-
-/// The printable text for an element or an attribute.
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        // The only printable characters that XML cannot carry are U+FFFE and U+FFFF.
-        if (text.substr(place).starts_with("\uFFFE") || text.substr(place).starts_with("\uFFFF")) {
-            escaped += text.substr(place).starts_with("\uFFFE") ? "\\uFFFE" : "\\uFFFF";
-            place += std::string_view("\uFFFE").size() - 1;
-            continue;
-        }
-        switch (text[place]) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            default:
-                escaped += text[place];
-        }
-    }
-    return escaped;
-}
-
-/// The text on one line.
-std::string Line(std::string_view text) {
-    return Escaped(Printable(text));
-}
-
-/// The lines of a label.
-std::string Lines(std::string_view text) {
-    std::string lines;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        lines += (lines.empty() ? "" : "\n") + Line(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return lines;
-}
-
-/// The beginning of the text, as many columns wide.
-std::string Shortened(std::string_view text, std::size_t columns) {
-    std::string printable = Printable(text);
-    if (DisplayWidth(printable) <= columns) {
-        return printable;
-    }
-    std::size_t size = printable.size();
-    std::string_view cut = printable;
-    while (DisplayWidth(cut) + 1 > columns) {
-        cut = CutUtf8(printable, --size);
-    }
-    return std::string(cut) + "\u2026";
-}
-
-/// `10` with the exponent raised.
-std::string PowerText(int exponent) {
-    constexpr std::array<const char*, 10> kDigits = {"\u2070", "\u00B9", "\u00B2", "\u00B3", "\u2074",
-                                                     "\u2075", "\u2076", "\u2077", "\u2078", "\u2079"};
-    std::string text = "10";
-    for (const char digit : std::to_string(exponent)) {
-        text += digit == '-' ? "\u207B" : kDigits.at(static_cast<std::size_t>(digit - '0'));
-    }
-    return text;
-}
 
 /// `Mass [kg]`, `Stress [10⁶ Pa]`
 std::string AxisLabel(const PlotAxis& axis, int exponent) {
@@ -179,22 +103,22 @@ double Drawing::DownOf(double y) const {
 }
 
 void Drawing::Text(double across, double down, std::string_view more, std::string_view text) {
-    svg_ += "<text x=\"" + Number(across) + "\" y=\"" + Number(down) + "\"" + std::string(more) + ">" +
-            Line(text) + "</text>\n";
+    svg_ += "<text x=\"" + SvgNumber(across) + "\" y=\"" + SvgNumber(down) + "\"" + std::string(more) + ">" +
+            SvgLine(text) + "</text>\n";
 }
 
 void Drawing::Open() {
-    const std::string size = Number(kWidth) + " " + Number(kHeight);
+    const std::string size = SvgNumber(kWidth) + " " + SvgNumber(kHeight);
     const std::string about =
         plot_.y.name + " over " + plot_.x.name + ", " + FormatCount(plot_.points.size(), "point", "points");
     if (place_ == PlotPlace::File) {
         svg_ += kPlotBeginning;
     }
     svg_ += "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + size + "\" width=\"" +
-            Number(kWidth) + "\" height=\"" + Number(kHeight) +
+            SvgNumber(kWidth) + "\" height=\"" + SvgNumber(kHeight) +
             "\" font-family=\"system-ui, sans-serif\" font-size=\"13\" fill=\"currentColor\" role=\"img\" "
             "aria-label=\"" +
-            Line(about) + "\"" + (place_ == PlotPlace::File ? " color=\"#1f2328\">\n" : ">\n");
+            SvgLine(about) + "\"" + (place_ == PlotPlace::File ? " color=\"#1f2328\">\n" : ">\n");
     if (place_ == PlotPlace::File) {
         svg_ += kStyle;
         svg_ += "<rect class=\"paper\" width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
@@ -207,8 +131,8 @@ void Drawing::Open() {
 
 void Drawing::DrawAxes() {
     const auto line = [this](double x1, double y1, double x2, double y2) {
-        svg_ +=
-            "<path d=\"M" + Number(x1) + " " + Number(y1) + "L" + Number(x2) + " " + Number(y2) + "\"/>\n";
+        svg_ += "<path d=\"M" + SvgNumber(x1) + " " + SvgNumber(y1) + "L" + SvgNumber(x2) + " " +
+                SvgNumber(y2) + "\"/>\n";
     };
     svg_ += "<g stroke=\"currentColor\" stroke-opacity=\"0.18\">\n";
     for (const double tick : x_.Ticks()) {
@@ -228,7 +152,7 @@ void Drawing::DrawAxes() {
          AxisLabel(plot_.x, x_.Exponent()));
     const double middle = (top_ + bottom_) / 2;
     Text(kRow, middle,
-         " font-weight=\"600\" transform=\"rotate(-90 " + Number(kRow) + " " + Number(middle) + ")\"",
+         " font-weight=\"600\" transform=\"rotate(-90 " + SvgNumber(kRow) + " " + SvgNumber(middle) + ")\"",
          AxisLabel(plot_.y, y_.Exponent()));
     svg_ += "</g>\n<g text-anchor=\"end\">\n";
     for (std::size_t index = 0; index < y_.Ticks().size(); ++index) {
@@ -239,13 +163,13 @@ void Drawing::DrawAxes() {
 
 void Drawing::DrawMarker(double across, double down, std::size_t group) {
     const auto at = [&](double right, double below) {
-        return Number(across + right * kRadius) + " " + Number(down + below * kRadius);
+        return SvgNumber(across + right * kRadius) + " " + SvgNumber(down + below * kRadius);
     };
     const std::string colour = " fill=\"" + std::string(kColours.at(group % kColours.size())) + "\"/>";
     switch (group % kShapes) {
         case 0:
-            svg_ += "<circle cx=\"" + Number(across) + "\" cy=\"" + Number(down) + "\" r=\"" +
-                    Number(kRadius) + "\"" + colour;
+            svg_ += "<circle cx=\"" + SvgNumber(across) + "\" cy=\"" + SvgNumber(down) + "\" r=\"" +
+                    SvgNumber(kRadius) + "\"" + colour;
             return;
         case 1:
             svg_ += "<path d=\"M" + at(-0.9, -0.9) + "L" + at(0.9, -0.9) + "L" + at(0.9, 0.9) + "L" +
@@ -266,7 +190,7 @@ void Drawing::DrawMarker(double across, double down, std::size_t group) {
 void Drawing::DrawPoints() {
     svg_ += "<g fill-opacity=\"0.8\">\n";
     for (const PlotPoint& point : plot_.points) {
-        svg_ += "<g><title>" + Lines(point.label) + "</title>";
+        svg_ += "<g><title>" + SvgLines(point.label) + "</title>";
         DrawMarker(AcrossOf(point.x), DownOf(point.y), point.group);
         svg_ += "</g>\n";
     }
@@ -284,7 +208,7 @@ void Drawing::DrawLegend() {
     const std::size_t shown = plot_.groups.size() > room ? room - 1 : plot_.groups.size();
     for (std::size_t group = 0; group < shown; ++group) {
         down += kRow;
-        svg_ += "<g><title>" + Line(plot_.groups[group]) + "</title>";
+        svg_ += "<g><title>" + SvgLine(plot_.groups[group]) + "</title>";
         DrawMarker(across + kRadius, down - kRadius, group);
         Text(across + 2 * kGap, down, "", Shortened(plot_.groups[group], kMostColumns));
         svg_ += "</g>\n";
