@@ -91,12 +91,14 @@ void Search::Visit(const WalkedObject& walked) {
 }
 
 void Search::Sort() {
-    const auto first =
-        std::ranges::find_if(found_.keys, [](const SortKey& key) { return key.Unit().has_value(); });
-    if (first != found_.keys.end()) {
-        const std::string unit = *first->Unit();
-        std::ranges::for_each(found_.keys, [&](SortKey& key) { key.ConvertTo(unit, units_); });
+    std::vector<std::string> given;
+    for (const SortKey& key : found_.keys) {
+        if (const std::optional<std::string> unit = key.Unit()) {
+            given.push_back(*unit);
+        }
     }
+    const std::string common = CommonUnit(given, units_);
+    std::ranges::for_each(found_.keys, [&](SortKey& key) { key.ConvertTo(common, units_); });
     std::vector<std::size_t> order(found_.keys.size());
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(

@@ -96,8 +96,8 @@ int DrawObjects(const PlotOptions& options, Console& console) {
 constexpr const char* kNotes =
     "A point is an object that has a number for x or y, and for the other one itself or from the\n"
     "nearest object above it that has one; the same holds for --by. An axis has the unit that most of\n"
-    "its numbers have; the others are converted to it, or named and left out. When the pointer rests\n"
-    "on a point, the object's path and values are shown.";
+    "its numbers can be converted to; the others are named and left out. When the pointer rests on a\n"
+    "point, the object's path and values are shown.";
 
 }  // namespace
 

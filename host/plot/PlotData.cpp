@@ -60,22 +60,11 @@ std::optional<Quantity> NumberOf(const Field& field, const WalkedObject& walked)
     return std::nullopt;
 }
 
-/// The unit that most numbers have; of several, the one that comes first.
-std::string MostFrequentUnit(const std::vector<ReadPoint>& points, Quantity ReadPoint::*axis) {
-    std::map<std::string, std::size_t> counts;
-    for (const ReadPoint& point : points) {
-        ++counts[(point.*axis).unit];
-    }
-    std::size_t most = 0;
-    std::string unit;
-    for (const ReadPoint& point : points) {
-        const std::size_t count = counts[(point.*axis).unit];
-        if (count > most) {
-            most = count;
-            unit = (point.*axis).unit;
-        }
-    }
-    return unit;
+std::vector<std::string> UnitsOn(Quantity ReadPoint::*axis, const std::vector<ReadPoint>& points) {
+    std::vector<std::string> given;
+    std::ranges::transform(points, std::back_inserter(given),
+                           [&](const ReadPoint& point) { return (point.*axis).unit; });
+    return given;
 }
 
 class PlotReader {
@@ -162,8 +151,8 @@ std::size_t PlotReader::GroupOf(const std::string& name) {
 PlotData PlotReader::Take() {
     Plot& plot = data_.plot;
     plot.title = request_.title;
-    plot.x = {request_.x.name, MostFrequentUnit(points_, &ReadPoint::x)};
-    plot.y = {request_.y.name, MostFrequentUnit(points_, &ReadPoint::y)};
+    plot.x = {request_.x.name, CommonUnit(UnitsOn(&ReadPoint::x, points_), units_)};
+    plot.y = {request_.y.name, CommonUnit(UnitsOn(&ReadPoint::y, points_), units_)};
     plot.groupedBy = request_.by ? request_.by->name : "";
     for (const ReadPoint& point : points_) {
         const std::optional<double> x = Convert(point.x, plot.x.unit, request_.x);

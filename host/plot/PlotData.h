@@ -35,7 +35,7 @@ struct PlotData {
 
 /// The points of the tree: the objects that have a number for x or y themselves, and for the other one
 /// themselves or from the nearest object above that has one; so it is with the group. An axis has the unit
-/// that most of its numbers have, and the others are converted to it.
+/// that most of its numbers can be converted to.
 PlotData ReadPlotData(CAEObject& root, const PlotRequest& request);
 
 /// The names of the metadata entries in the tree that are numbers.

@@ -9,8 +9,8 @@
 
 namespace host {
 
-/// What an object is sorted by: numbers come first, in their order and in the unit of the first one, then
-/// texts by their letters without regard to case, then what has no value.
+/// What an object is sorted by: numbers in one unit come first, then texts by their letters without regard to
+/// case, then what has no value.
 class SortKey {
 public:
     SortKey(const Field& field, const WalkedObject& walked);

@@ -1,6 +1,7 @@
 #include "Units.h"
 
 #include <algorithm>
+#include <functional>
 #include <string_view>
 
 namespace host {
@@ -57,6 +58,34 @@ const UnitConversion& Units::Find(const std::string& from, const std::string& to
         conversion = database_->Find(from, to);
     }
     return conversions_.emplace(std::pair(from, to), std::move(conversion)).first->second;
+}
+
+std::string CommonUnit(const std::vector<std::string>& given, Units& units) {
+    // Rare units are not tried, so that thousands of different ones take no time without end.
+    constexpr std::size_t kMostTried = 8;
+    std::map<std::string, std::size_t> counts;
+    std::vector<std::string> tried;
+    for (const std::string& unit : given) {
+        if (++counts[unit] == 1) {
+            tried.push_back(unit);
+        }
+    }
+    std::ranges::stable_sort(tried, std::ranges::greater(),
+                             [&](const std::string& unit) { return counts[unit]; });
+    tried.resize(std::min(tried.size(), kMostTried));
+    std::string common;
+    std::size_t most = 0;
+    for (const std::string& unit : tried) {
+        std::size_t convertible = 0;
+        for (const auto& [other, count] : counts) {
+            convertible += units.Convert(1, other, unit) ? count : 0;
+        }
+        if (convertible > most) {
+            most = convertible;
+            common = unit;
+        }
+    }
+    return common;
 }
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "UnitDatabase.h"
 
@@ -24,5 +25,9 @@ private:
     std::unique_ptr<UnitDatabase> database_;
     std::map<std::pair<std::string, std::string>, UnitConversion> conversions_;
 };
+
+/// The one of the units that most of them can be converted to, of these the one that occurs most often, and
+/// of these the first. Empty if there are none.
+std::string CommonUnit(const std::vector<std::string>& given, Units& units);
 
 }  // namespace host

@@ -68,6 +68,23 @@ TEST_F(ProgramFind, SortsByNumbersAndTexts) {
               "Part  plates/right  #9\n");
 }
 
+TEST_F(ProgramFind, SortsNumbersInOneUnitBeforeTextsAndNothing) {
+    const auto part = [](const std::string& name, const std::string& value, const std::string& unit) {
+        return R"({"type":"CAEPART","name":")" + name + R"(","metaData":{"Results":{"value":")" + value +
+               R"(","metaDataType":")" + unit + R"("}}})";
+    };
+    folder.Write("d.json",
+                 R"({"type":"SIMULATION","name":"D","children":[{"type":"CAEPART","name":"none"},)" +
+                     part("things", "1", "things") + "," + part("large", "2", "MB") + "," +
+                     part("text", "many", "") + "," + part("small", "30", "kB") + "]}");
+    EXPECT_EQ(OutputOf({"find", "d.json", "kind=Part", "--sort", "results", "--show", "Results"}),
+              "Part  small   #6  30 kB\n"
+              "Part  large   #4  2 MB\n"
+              "Part  things  #3  1 things\n"
+              "Part  text    #5  many\n"
+              "Part  none    #2  -\n");
+}
+
 TEST_F(ProgramFind, NothingFoundIsNoFailure) {
     const ProcessResult result = Run({"find", "p", "name=nothing"});
     EXPECT_EQ(result.status, 0);

@@ -81,5 +81,19 @@ TEST(Units, ThoseOfTheDatabaseAreConverted) {
 #endif
 }
 
+TEST(Units, TheCommonUnitIsTheOneThatMostCanBeConvertedTo) {
+    Units units;
+    EXPECT_EQ(CommonUnit({}, units), "");
+    EXPECT_EQ(CommonUnit({"things", "kB", "B", "MB", "B"}, units), "B");
+    EXPECT_EQ(CommonUnit({"things", "things", "things", "kB", "B"}, units), "things");
+    EXPECT_EQ(CommonUnit({"things", "things", "kB", "MB", "B"}, units), "kB");
+    EXPECT_EQ(CommonUnit({"", "", "kB"}, units), "");
+    std::vector<std::string> different;
+    for (int number = 0; number < 20000; ++number) {
+        different.push_back("unit" + std::to_string(number));
+    }
+    EXPECT_EQ(CommonUnit(different, units), "unit0");
+}
+
 }  // namespace
 }  // namespace host
