@@ -75,6 +75,9 @@ void Comparison::CompareNode(NodeIndex second) {
         return;
     }
     ++(first_.tree.nodes[pair.first].IsFile() ? report_.files : report_.objects);
+    if (options_.pairs) {
+        options_.pairs(first_.tree.nodes[pair.first].identifier, second_.tree.nodes[second].identifier);
+    }
     if (alignment_.HasOtherParent(second) || alignment_.HasOtherPlace(second)) {
         ReportMoved(pair);
     }

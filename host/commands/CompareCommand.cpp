@@ -1,6 +1,4 @@
-#include <EmbeddedModel.h>
 #include <korvaneexchange/Compare.h>
-#include <korvaneexchange/Text.h>
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -12,6 +10,7 @@
 #include "Options.h"
 #include "Output.h"
 #include "ProjectInput.h"
+#include "host/document/CompareText.h"
 #include "host/document/DocumentFile.h"
 #include "host/system/Phase.h"
 #include "host/system/Terminal.h"
@@ -22,7 +21,6 @@ namespace {
 
 using korvane::exchange::CompareReport;
 using korvane::exchange::Entry;
-using korvane::exchange::Reason;
 
 /// How many differences are shown without --all.
 constexpr std::size_t kMostShown = 20;
@@ -40,20 +38,6 @@ struct CompareOptions {
 struct Input {
     std::unique_ptr<CAEProject> project;
     std::optional<JSONNode> document;
-};
-
-struct ShownReason {
-    Reason reason;
-    char mark;
-    const char* name;
-};
-
-/// The differences, in the order in which their numbers are shown.
-constexpr ShownReason kShownReasons[] = {
-    {Reason::kAdded, '+', "added"},
-    {Reason::kRemoved, '-', "removed"},
-    {Reason::kMoved, '>', "moved"},
-    {Reason::kChanged, '~', "changed"},
 };
 
 bool OpenInput(const std::string& name, Input& input, Console& console) {
@@ -77,29 +61,6 @@ CompareReport CompareInputs(Input& first, Input& second, const korvane::exchange
     return first.project != nullptr ? with(*first.project) : with(*first.document);
 }
 
-char MarkOf(Reason reason) {
-    for (const ShownReason& shown : kShownReasons) {
-        if (shown.reason == reason) {
-            return shown.mark;
-        }
-    }
-    return '?';
-}
-
-/// `3 differences: 1 added, 2 changed`
-std::string Summary(const CompareReport& report) {
-    std::size_t total = 0;
-    std::string numbers;
-    for (const ShownReason& shown : kShownReasons) {
-        const std::size_t count = report.Count(shown.reason);
-        total += count;
-        if (count > 0) {
-            numbers += (numbers.empty() ? ": " : ", ") + std::to_string(count) + " " + shown.name;
-        }
-    }
-    return FormatCount(total, "difference", "differences") + numbers + "\n";
-}
-
 std::string TextOf(const CompareReport& report, bool isAllShown) {
     if (report.IsSame()) {
         return "the same, apart from what the format does not carry: " +
@@ -120,7 +81,7 @@ std::string TextOf(const CompareReport& report, bool isAllShown) {
         text += "and " + std::to_string(left) + " more" +
                 (isAllShown ? ", which are too many to list" : "; --all lists them") + "\n";
     }
-    return text + Summary(report);
+    return text + SummaryOf(report) + "\n";
 }
 
 int Compare(const CompareOptions& options, Console& console) {
@@ -129,11 +90,8 @@ int Compare(const CompareOptions& options, Console& console) {
     if (!OpenInput(options.first, first, console) || !OpenInput(options.second, second, console)) {
         return kTrouble;
     }
-    korvane::exchange::CompareOptions comparing;
+    korvane::exchange::CompareOptions comparing = UsualComparison();
     comparing.ignoreDates = options.ignored == kDates;
-    comparing.displayNameOf = [](CAEProject& project) {
-        return korvane::exchange::ToUtf8(korvane::GetDisplayName(project));
-    };
     comparing.progress = [&](const korvane::exchange::Progress& progress) {
         console.ShowProgress("Comparing", progress.objects, progress.total);
         return true;

@@ -1,16 +1,20 @@
+#include <korvaneexchange/Compare.h>
+
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 #include "Commands.h"
+#include "Complaint.h"
 #include "ExitStatus.h"
 #include "ObjectInput.h"
 #include "Options.h"
 #include "Output.h"
+#include "host/document/CompareText.h"
 #include "host/document/ObjectTexts.h"
 #include "host/page/PageWriter.h"
 #include "host/system/Terminal.h"
@@ -19,8 +23,13 @@
 namespace host {
 namespace {
 
+constexpr const char* kDates = "dates";
+
 struct PageOptions {
     InputOptions from;
+    /// The project that it is compared with; empty if there is none.
+    std::string other;
+    std::string ignored;
     std::string title;
     std::string pictures = "20M";
     std::string models = "20M";
@@ -52,17 +61,56 @@ std::optional<std::uint64_t> ParseSize(std::string_view text) {
     return number;
 }
 
-bool MakePage(CAEObject& root, const PageOptions& options, Console& console) {
-    if (CAEProject* const project = root.getProject();
-        project != nullptr && !IsReplaceableIn(*project, options.output, console)) {
-        return false;
+korvane::exchange::CompareOptions ComparisonOf(const PageOptions& options, PageComparison& comparison,
+                                               Console& console) {
+    korvane::exchange::CompareOptions comparing = UsualComparison();
+    comparing.ignoreDates = options.ignored == kDates;
+    comparing.pairs = [&comparison](int first, int second) { comparison.pairs.emplace_back(first, second); };
+    comparing.progress = [&console](const korvane::exchange::Progress& progress) {
+        console.ShowProgress("Comparing", progress.objects, progress.total);
+        return true;
+    };
+    return comparing;
+}
+
+PageComparison CompareSides(CAEObject& first, CAEObject& second, const PageOptions& options,
+                            Console& console) {
+    PageComparison comparison;
+    const korvane::exchange::CompareReport report =
+        korvane::exchange::Compare(first, second, ComparisonOf(options, comparison, console));
+    console.ClearProgress();
+    for (const korvane::exchange::Entry& entry : report.entries) {
+        // The sentence begins with the subject, which the page shows as the object.
+        comparison.changes.push_back(
+            {MarkOf(entry.reason), entry.identifier, entry.sentence.substr(entry.subject.size() + 2)});
     }
+    comparison.summary = SummaryOf(report);
+    if (report.unlisted > 0) {
+        comparison.summary += ", " + std::to_string(report.unlisted) + " of them not listed";
+    }
+    return comparison;
+}
+
+bool MakePage(const std::vector<CAEObject*>& roots, const PageOptions& options, Console& console) {
     Page page;
-    page.title = options.title.empty() ? NameOf(root).GetAnsiBuffer() : options.title;
+    page.title = options.title;
     page.pictureLimit = *ParseSize(options.pictures);
     page.modelLimit = *ParseSize(options.models);
     PageRooms rooms{{page.pictureLimit}, {page.modelLimit}};
-    page.content = ListPageContent(root, rooms);
+    for (CAEObject* const root : roots) {
+        if (CAEProject* const project = root->getProject();
+            project != nullptr && !IsReplaceableIn(*project, options.output, console)) {
+            return false;
+        }
+        const std::string name = NameOf(*root).GetAnsiBuffer();
+        if (options.title.empty()) {
+            page.title += (page.title.empty() ? "" : " and ") + name;
+        }
+        page.sides.push_back({name, ListPageContent(*root, rooms)});
+    }
+    if (roots.size() == 2) {
+        page.comparison = CompareSides(*roots[0], *roots[1], options, console);
+    }
     const bool isSilent = options.output == kStandardStream && IsTerminal(Stream::Output);
     page.progress = [&console, isSilent](std::size_t done, std::size_t total) {
         if (!isSilent) {
@@ -76,11 +124,37 @@ bool MakePage(CAEObject& root, const PageOptions& options, Console& console) {
 }
 
 int RunPage(const PageOptions& options, Console& console) {
-    if (!IsReplaceable(options.output, {options.from.input}, console)) {
+    const bool isComparison = !options.other.empty();
+    std::vector<std::string> inputs = {options.from.input};
+    if (isComparison) {
+        inputs.push_back(options.other);
+    }
+    if (!IsReplaceable(options.output, inputs, console)) {
         return kFailure;
     }
-    return WithObjects(options.from, options.output, console,
-                       [&](CAEObject& root) { return MakePage(root, options, console); });
+    const InputOptions other{options.other, options.from.isStrict};
+    int status = kFailure;
+    const int firstStatus = WithObjects(options.from, options.output, console, [&](CAEObject& first) {
+        if (!isComparison) {
+            status = MakePage({&first}, options, console) ? kSuccess : kFailure;
+        } else {
+            status = WithObjects(other, options.output, console, [&](CAEObject& second) {
+                return MakePage({&first, &second}, options, console);
+            });
+        }
+        return status != kFailure;
+    });
+    return status == kSuccess ? firstStatus : status;
+}
+
+/// What is wrong with the two names; empty if nothing is.
+std::string Complaint(const PageOptions& options) {
+    if (options.other == kStandardStream && options.from.input == kStandardStream) {
+        return "only one of the two can be the standard input (-)";
+    }
+    return options.other.empty() && !options.ignored.empty()
+               ? "--ignore needs another project to compare with"
+               : "";
 }
 
 }  // namespace
@@ -90,6 +164,16 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
     CLI::App& command =
         *program.add_subcommand("page", "Write a page for the browser that shows a project, in one file");
     AddObjectInput(command, options->from);
+    command
+        .add_option("OTHER", options->other,
+                    "Another one: the page shows both side by side, and how it differs from DIR")
+        ->type_name("");
+    const auto checkIgnored = [](const std::string& text) -> std::string {
+        return text == kDates ? "" : Quoted(text) + " is not dates, which is all that can be ignored";
+    };
+    command.add_option("--ignore", options->ignored, "Leave dates of creation out of the comparison")
+        ->type_name("WHAT")
+        ->check(CLI::Validator(checkIgnored, "{dates}"));
     command
         .add_option("--title", options->title,
                     "The title of the page instead of the name of the project: --title Brackets")
@@ -117,9 +201,17 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
         ->required();
     AddExamples(command,
                 "  korvane-json page projects/bracket -o bracket.html\n"
-                "  korvane-json page bracket.kvp --title Brackets --pictures 5M -o bracket.html\n",
+                "  korvane-json page bracket.kvp --title Brackets --pictures 5M -o bracket.html\n"
+                "  korvane-json page --ignore dates bracket.kvp projects/bracket -o changes.html\n",
                 "The page is one HTML file, which needs no network and no other file.");
-    command.callback([options, &console, &status] { status = RunPage(*options, console); });
+    command.callback([options, &console, &status] {
+        if (const std::string complaint = Complaint(*options); !complaint.empty()) {
+            console.Say(UsageMessage(complaint, "page"));
+            status = kBadUsage;
+            return;
+        }
+        status = RunPage(*options, console);
+    });
 }
 
 }  // namespace host

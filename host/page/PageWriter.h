@@ -1,23 +1,49 @@
 #pragma once
 
-#include <CAEObject.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "PageContent.h"
 #include "host/system/OutputFile.h"
 
 namespace host {
 
+/// A project of the page.
+struct PageSide {
+    std::string name;
+    PageContent content;
+};
+
+/// A difference between the two projects of a page: `+` for what only the second has, `-` for what only the
+/// first has, `>` for what was moved and `~` for what has changed.
+struct PageChange {
+    char mark = '~';
+    /// The identifier in the second project; of what only the first has, that in the first.
+    int identifier = 0;
+    std::string text;
+};
+
+struct PageComparison {
+    /// What is compared with each other: identifiers in the first project and in the second.
+    std::vector<std::pair<int, int>> pairs;
+    std::vector<PageChange> changes;
+    /// In words: `3 differences: 1 added, 2 changed`.
+    std::string summary;
+};
+
 /// What goes into a page.
 struct Page {
     std::string title;
-    PageContent content;
+    /// One project, or two that are compared.
+    std::vector<PageSide> sides;
+    std::optional<PageComparison> comparison;
     /// How many bytes of pictures and of models may be embedded.
     std::uint64_t pictureLimit = 0;
     std::uint64_t modelLimit = 0;

@@ -23,6 +23,9 @@ struct CompareOptions {
     /// tree may be the name or the display name of the other's. Without it, and where both are documents,
     /// names of projects are not compared.
     std::function<std::string(CAEProject& project)> displayNameOf = {};
+    /// Told of each object and file of the first that is compared with one of the second, by the identifiers
+    /// of both, which are 0 in a document. A file that is attached to several objects comes once for each.
+    std::function<void(int first, int second)> pairs = {};
     ProgressCallback progress = {};
 };
 

@@ -42,6 +42,26 @@ TEST(CompareTrees, ARebuiltTreeIsTheSame) {
     }
 }
 
+TEST(CompareTrees, EveryPairIsTold) {
+    const TestProject first(L"P");
+    const TestProject second(L"P");
+    CreateObject(*first, CAE_PART, L"A");
+    CreateObject(*first, CAE_PART, L"removed");
+    // The same part has another identifier there.
+    CreateObject(*second, CAE_PART, L"added");
+    CreateObject(*second, CAE_PART, L"A");
+    std::vector<std::pair<int, int>> pairs;
+    CompareOptions options;
+    options.pairs = [&pairs](int left, int right) { pairs.emplace_back(left, right); };
+    const CompareReport report = Compare(*first, *second, options);
+    using Pairs = std::vector<std::pair<int, int>>;
+    EXPECT_EQ(pairs, (Pairs{{1, 1}, {2, 3}}));
+    EXPECT_EQ(report.Count(Reason::kAdded), 1U);
+    pairs.clear();
+    Compare(Export(*first), *second, options);
+    EXPECT_EQ(pairs, (Pairs{{0, 1}, {0, 3}}));
+}
+
 TEST(CompareTrees, TreesAndTheirDocumentsHaveTheSameReport) {
     for (unsigned seed = 1; seed <= 100; ++seed) {
         const RandomTree first(seed, 40);

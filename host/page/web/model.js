@@ -51,10 +51,14 @@ function countOf(number, singular, plural) {
  * their places in that order.
  */
 class Project {
-  constructor(head) {
+  /** `side` is 0, or 1 for the second of two that are compared. */
+  constructor(head, side) {
     this.head = head;
+    this.side = side;
     this.objects = [];
     this.files = [];
+    this.marks = new Map();
+    this.fileMarks = new Map();
   }
 
   get count() {
@@ -62,14 +66,9 @@ class Project {
   }
 
   /** Reads the blocks of the page, one after the other, and works out what follows from them. */
-  async read(elements) {
-    for (const element of elements) {
-      for (const record of JSON.parse(element.textContent)) {
-        (element.className === 'files' ? this.files : this.objects).push(record);
-      }
-      element.remove();
-      await breathe();
-    }
+  async read() {
+    await readBlocks('files', this.side, (record) => this.files.push(record));
+    await readBlocks('objects', this.side, (record) => this.objects.push(record));
     const count = this.count;
     this.depth = new Int32Array(count);
     // The place behind the last object below an object.
@@ -166,7 +165,16 @@ class Project {
   }
 }
 
-/** The blocks with the data of the page, by the class of their elements. */
-function blocks(kind) {
-  return Array.from(document.querySelectorAll('script.' + kind));
+/** Gives the records in the blocks of a kind to `take`. */
+async function readBlocks(kind, side, take) {
+  for (const element of document.querySelectorAll('script.' + kind + '[data-side="' + side + '"]')) {
+    JSON.parse(element.textContent).forEach(take);
+    element.remove();
+    await breathe();
+  }
+}
+
+/** The text of a block of bytes; empty if the page has none. */
+function bytesBlock(kind, project, index) {
+  return document.getElementById([kind, project.side, index].join('-'))?.textContent ?? '';
 }

@@ -30,9 +30,9 @@ function bytesOf(base64) {
 }
 
 /** The arrays of a model, from its block of the page. The page and all usual machines have the lowest byte first. */
-function arraysOf(file) {
+function arraysOf(project, file) {
   const { model } = file;
-  const { buffer } = bytesOf(byId('model-' + file.index).textContent);
+  const { buffer } = bytesOf(bytesBlock('model', project, file.index));
   const triangles = Math.ceil(model.points * 6 / 4) * 4;
   return {
     low: model.low,
@@ -56,7 +56,7 @@ function wordsOf({ nodes, elements, gap }) {
 }
 
 /** The part of the panel for the models among the files; the first one is shown. */
-function modelPart(files, limit) {
+function modelPart(files, project) {
   const part = make('section', 'model');
   part.setAttribute('aria-label', 'Model');
   const heading = make('h3');
@@ -66,22 +66,22 @@ function modelPart(files, limit) {
     const label = make('label', '', 'Model ');
     const choice = make('select');
     choice.append(...files.map((file, index) => new Option(file.name || file.place, index)));
-    choice.addEventListener('change', () => showModel(files[choice.value], { heading, words, place, limit }));
+    choice.addEventListener('change', () => showModel(files[choice.value], { heading, words, place, project }));
     label.append(choice);
     part.append(label);
   }
   part.append(heading, words, place);
-  showModel(files[0], { heading, words, place, limit });
+  showModel(files[0], { heading, words, place, project });
   return part;
 }
 
-function showModel(file, { heading, words, place, limit }) {
+function showModel(file, { heading, words, place, project }) {
   const name = file.name || file.place;
   heading.textContent = 'Model of ' + name;
   words.textContent = wordsOf(file.model);
   place.replaceChildren();
   if (!file.model.embedded) {
-    place.append(make('p', 'notice', 'Its surface is not in this page, which has room for ' + textOfSize(limit) +
+    place.append(make('p', 'notice', 'Its surface is not in this page, which has room for ' + textOfSize(project.head.modelLimit) +
       ' of models.'));
     return;
   }
@@ -97,7 +97,7 @@ function showModel(file, { heading, words, place, limit }) {
   canvas.setAttribute('aria-label', 'The surface of ' + name + ': ' + wordsOf(file.model) + '. Arrow keys turn it, ' +
     'with Shift they move it, plus and minus zoom, Home resets it.');
   place.append(canvas, viewButtons(view));
-  view.show(arraysOf(file));
+  view.show(arraysOf(project, file));
 }
 
 function viewButtons(view) {

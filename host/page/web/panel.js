@@ -36,27 +36,33 @@ function table(className, caption, headings) {
 }
 
 class Panel {
-  /** `select` selects an object of the tree. */
-  constructor(element, project, select) {
+  /** `does` has the functions select(project, place) and partner(project, place). */
+  constructor(element, does) {
     this.element = element;
-    this.project = project;
-    this.select = select;
+    this.does = does;
   }
 
-  show(place) {
-    const { project } = this;
+  select(place) {
+    this.does.select(this.project, place);
+  }
+
+  show(project, place) {
+    this.project = project;
     const object = project.objects[place];
     const heading = make('h2', '', project.name(place));
     heading.id = 'object';
     this.element.setAttribute('aria-labelledby', heading.id);
     const files = project.filesOf(place);
     this.element.replaceChildren(this.path(place), heading, this.facts(place));
+    if (project.marks.has(place)) {
+      this.element.append(this.differences(project.marks.get(place)));
+    }
     if (object.metadata) {
       this.element.append(this.metadata(object.metadata));
     }
     const models = project.modelsOf(place);
     if (models.length > 0) {
-      this.element.append(modelPart(models, project.head.modelLimit));
+      this.element.append(modelPart(models, project));
     }
     const pictures = files.filter((file) => file.picture);
     if (pictures.length > 0) {
@@ -106,20 +112,35 @@ class Panel {
     add('By', object.creator);
     add('Solver', project.solvers[place]);
     if (object.shows) {
-      add('Shows', this.link(object.shows));
+      add('Shows', this.link(project, project.placeOfIdentifier.get(object.shows)) ?? '#' + object.shows);
     }
+    const { other, found } = this.does.partner(project, place);
+    add('Compared with', other && (this.link(other, found) ?? 'nothing'));
     return list;
   }
 
-  link(identifier) {
-    const place = this.project.placeOfIdentifier.get(identifier);
+  /** A button that selects the object; undefined if there is none. */
+  link(project, place) {
     if (place === undefined) {
-      return '#' + identifier;
+      return undefined;
     }
-    const button = make('button', 'link', this.project.name(place));
+    const button = make('button', 'link', project.name(place));
     button.type = 'button';
-    button.addEventListener('click', () => this.select(place));
+    button.addEventListener('click', () => this.does.select(project, place));
     return button;
+  }
+
+  differences(marks) {
+    const element = make('section', 'differences');
+    element.setAttribute('aria-label', 'Differences');
+    const list = make('ul');
+    for (const { mark, text } of marks) {
+      const item = make('li', MARKS[mark]);
+      item.append(make('span', 'mark ' + MARKS[mark], mark), ' ', value(text));
+      list.append(item);
+    }
+    element.append(make('h3', '', countOf(marks.length, 'difference', 'differences')), list);
+    return element;
   }
 
   metadata(entries) {
@@ -198,8 +219,7 @@ class Panel {
 
   picture(file) {
     const figure = make('figure');
-    const block = file.embedded && document.getElementById('picture-' + file.index);
-    const content = block ? block.textContent : '';
+    const content = bytesBlock('picture', this.project, file.index);
     if (content) {
       const image = make('img');
       image.alt = file.name || file.place;

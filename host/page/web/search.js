@@ -34,12 +34,12 @@ class Search {
    * Finds the objects that have all words and meet all filters. Gives null if another search has begun in the
    * meantime, or if there is nothing to search for; otherwise the objects that match, and how many.
    */
-  async find({ words, kind, solver, files }) {
+  async find({ words, kind, solver, files, difference }) {
     const run = ++this.run;
     const { project } = this;
     const wanted = comparable(words).split(/\s+/).filter(Boolean);
     const condition = FILE_CONDITIONS.find(([name]) => name === files)?.[2];
-    if (wanted.length === 0 && !kind && !solver && !condition) {
+    if (wanted.length === 0 && !kind && !solver && !condition && !difference) {
       return { matches: null, count: project.count };
     }
     const matches = new Uint8Array(project.count);
@@ -48,6 +48,7 @@ class Search {
       const object = project.objects[place];
       const isMatch = (!kind || object.kind === kind) && (!solver || project.solvers[place] === solver) &&
         (!condition || condition(project.filesOf(place), object)) &&
+        (!difference || this.differs(place, difference)) &&
         wanted.every((word) => project.text(place).includes(word));
       matches[place] = isMatch ? 1 : 0;
       count += matches[place];
@@ -55,15 +56,18 @@ class Search {
     return isWhole ? { matches, count } : null;
   }
 
-  /** The values that a filter can take, with the number of objects that have each, in alphabetical order. */
-  async values(valueOf) {
-    const numbers = new Map();
+  differs(place, difference) {
+    const marks = this.project.marks.get(place);
+    return Boolean(marks) && (difference === 'any' || marks.some(({ mark }) => mark === difference));
+  }
+
+  /** Counts the objects for each value that a filter can take. */
+  async count(numbers, valueOf) {
     await inSlices(this.project.count, (place) => {
       const value = valueOf(place);
       if (value) {
         numbers.set(value, (numbers.get(value) ?? 0) + 1);
       }
     });
-    return [...numbers].sort(([left], [right]) => (left < right ? -1 : 1));
   }
 }

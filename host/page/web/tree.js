@@ -128,6 +128,11 @@ class TreeView {
     if (project.depth[place] > DEEPEST_DRAWN) {
       element.append(make('span', 'depth', '(' + project.depth[place] + ') '));
     }
+    for (const mark of new Set((project.marks.get(place) ?? []).map((one) => one.mark))) {
+      const sign = make('span', 'mark ' + MARKS[mark], mark);
+      sign.append(make('span', 'word', ' ' + MARKS[mark]));
+      element.append(sign);
+    }
     element.append(make('span', 'name', project.name(place)), make('span', 'kind', object.kind));
     const files = (object.files ?? []).length;
     if (files > 0) {
@@ -158,9 +163,14 @@ class TreeView {
   }
 
   select(place) {
+    this.choose(place);
+    this.does.select(place);
+  }
+
+  /** Marks the object as the chosen one, without a word to anybody. */
+  choose(place) {
     this.active = place;
     this.reveal(place);
-    this.does.select(place);
   }
 
   toggle(place, isExpanded = !this.rows.isExpanded(place)) {

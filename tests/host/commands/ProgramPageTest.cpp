@@ -18,10 +18,11 @@ protected:
     }
     /// The blocks of JSON with the class, as one array or object each.
     static std::vector<json> Blocks(const std::string& page, const std::string& kind) {
-        const std::string start = "<script type=\"application/json\" class=\"" + kind + "\">";
+        const std::string start = "<script type=\"application/json\" class=\"" + kind + "\" data-side=\"";
         std::vector<json> blocks;
         for (std::size_t at = 0; (at = page.find(start, at)) != std::string::npos;) {
-            at += start.size();
+            // The number of the side has one digit.
+            at += start.size() + 3;
             blocks.push_back(json::parse(page.substr(at, page.find("</script>", at) - at)));
         }
         return blocks;
@@ -131,6 +132,33 @@ TEST_F(ProgramPage, ShowsDocumentsAndProjectFilesLikeTheirDirectory) {
     const json ofDocument = Named(Blocks(document.output, "objects"), "beam");
     EXPECT_EQ(ofFile["metadata"], ofDocument["metadata"]);
     EXPECT_EQ(ofFile["files"], ofDocument["files"]);
+}
+
+TEST_F(ProgramPage, ComparesTwoProjects) {
+    folder.Write("a.json", R"({"type":"X","name":"A","children":[{"type":"CAEPART","name":"p","dbkey":"K"},)"
+                           R"({"type":"CAEPART","name":"gone","dbkey":"L"}]})");
+    folder.Write("b.json", R"({"type":"X","name":"B","children":[{"type":"CAETAG","name":"fresh"},)"
+                           R"({"type":"CAEPART","name":"q","dbkey":"K"}]})");
+    const std::string page = OutputOf({"page", "a.json", "b.json", "--ignore", "dates", "-o", "-"});
+    const json head = Blocks(page, "head").at(0);
+    EXPECT_EQ(head["sides"], (json::array({"A", "B"})));
+    EXPECT_EQ(head["title"], "A and B");
+    EXPECT_EQ(head["comparison"], "4 differences: 1 added, 1 removed, 2 changed");
+    EXPECT_EQ(Blocks(page, "pairs").at(0), (json::array({{1, 1}, {2, 3}})));
+    const json changes = Blocks(page, "changes").at(0);
+    EXPECT_EQ(changes[1], (json::array({"-", 3, "removed"})));
+    EXPECT_EQ(changes[2], (json::array({"+", 2, "added"})));
+    EXPECT_EQ(changes[3], (json::array({"~", 3, "name changed from 'p' to 'q'"})));
+    EXPECT_NE(page.find("class=\"objects\" data-side=\"1\""), std::string::npos);
+    ExpectRefused({"page", "-", "-", "-o", "page.html"},
+                  "only one of the two can be the standard input (-). See 'korvane-json page --help'", 2);
+    ExpectRefused({"page", "a.json", "--ignore", "dates", "-o", "page.html"},
+                  "--ignore needs another project to compare with. See 'korvane-json page --help'", 2);
+    ExpectRefused(
+        {"page", "a.json", "b.json", "-o", "b.json"},
+        "cannot write 'b.json': the command itself works on that file. Nothing was changed; give another "
+        "file with -o");
+    EXPECT_EQ(Run({"page", "a.json", "missing.json", "-o", "page.html"}).status, 1);
 }
 
 TEST_F(ProgramPage, StrictCountsWhatCannotBeNamed) {
