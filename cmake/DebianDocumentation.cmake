@@ -41,7 +41,7 @@ function(korvanejson_debian_documentation component)
   endif()
   install(FILES "${_prepared}/README.md" DESTINATION "${folder}" COMPONENT ${component})
   install(DIRECTORY docs DESTINATION "${folder}" COMPONENT ${component} FILES_MATCHING PATTERN "*.md" PATTERN "*.json"
-    PATTERN "*.svg")
+    PATTERN "*.svg" PATTERN "*.png")
   if(component STREQUAL development)
     install(DIRECTORY examples/program DESTINATION "${folder}/examples" COMPONENT ${component})
     install(FILES examples/server.py DESTINATION "${folder}/examples" COMPONENT ${component})

@@ -96,7 +96,7 @@ install(FILES
   "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
   DESTINATION "${_document_folder}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${_document_folder}"
-  FILES_MATCHING PATTERN "*.md" PATTERN "*.json" PATTERN "*.svg")
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.json" PATTERN "*.svg" PATTERN "*.png")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${_document_folder}")
 
 if(MINGW)
