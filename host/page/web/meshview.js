@@ -75,15 +75,18 @@ class MeshView {
 
   reset() {
     this.pivot.quaternion.copy(firstTurn());
-    // As large as it fits into the view.
-    const { clientWidth: width, clientHeight: height } = this.canvas;
-    const seen = this.corners.map((corner) => corner.clone().applyQuaternion(this.pivot.quaternion));
-    const farthest = (axis) => Math.max(...seen.map((corner) => Math.abs(corner[axis])), Number.MIN_VALUE);
-    const fit = Math.min(width / farthest('x'), height / farthest('y')) / Math.min(width, height);
-    this.zoom = Number.isFinite(fit) ? Math.min(fit, 1000) : 1;
+    this.zoom = 1;
     this.camera.position.x = 0;
     this.camera.position.y = 0;
     this.draw();
+  }
+
+  /** How much larger than a ball around it the model can be drawn at first. */
+  fit(width, height) {
+    const turn = firstTurn();
+    const seen = this.corners.map((corner) => corner.clone().applyQuaternion(turn));
+    const farthest = (axis) => Math.max(...seen.map((corner) => Math.abs(corner[axis])), 1e-3);
+    return Math.min(width / farthest('x'), height / farthest('y')) / Math.min(width, height);
   }
 
   setWire(isWire) {
@@ -110,7 +113,7 @@ class MeshView {
     this.faces.visible = !this.isWire;
     this.renderer.setPixelRatio(Math.min(devicePixelRatio, 2));
     this.renderer.setSize(width, height, false);
-    const scale = 1.05 / this.zoom / Math.min(width, height);
+    const scale = 1.05 / this.zoom / this.fit(width, height) / Math.min(width, height);
     Object.assign(this.camera, {
       left: -width * scale, right: width * scale, top: height * scale, bottom: -height * scale, near: 0, far: 4,
     });

@@ -96,6 +96,7 @@ class PageView {
       byId(id).addEventListener('change', () => this.find());
     }
     byId('clear').addEventListener('click', () => this.clear());
+    byId('plot').addEventListener('click', () => this.openPlot());
     byId('search').addEventListener('keydown', (event) => this.onSearchKey(event));
     byId('panel').addEventListener('keydown', (event) => {
       if (event.key === 'Escape') {
@@ -162,11 +163,27 @@ class PageView {
     this.side = project.side;
   }
 
+  /** Shows a plot of the project that was looked at last, in place of the object. */
+  async openPlot() {
+    const side = this.sides[this.side];
+    clearTimeout(this.showing);
+    this.plot = new PlotView(side.project, {
+      matches: () => side.tree.rows.matches,
+      select: (place) => side.tree.select(place),
+    });
+    byId('panel').setAttribute('aria-labelledby', 'plot');
+    byId('panel').replaceChildren(this.plot.part);
+    await this.plot.open();
+  }
+
   async find() {
     const [words, kind, solver, files, difference] = FILTERS.map((id) => byId(id).value);
     const found = await Promise.all(this.sides.map((side) => side.find({ words, kind, solver, files, difference })));
     if (found.includes(null)) {
       return;
+    }
+    if (this.plot?.part.isConnected) {
+      this.plot.draw();
     }
     const sum = (numbers) => numbers.reduce((all, one) => all + one, 0);
     byId('hits').textContent = found[0].matches
