@@ -85,6 +85,15 @@ function showModel(file, { heading, words, place, project }) {
       ' of models.'));
     return;
   }
+  // What is said in words is shown before the view, which takes longer.
+  setTimeout(() => {
+    if (place.isConnected && heading.textContent === 'Model of ' + name) {
+      showView(file, { place, project, name });
+    }
+  }, 0);
+}
+
+function showView(file, { place, project, name }) {
   const view = viewOfModels();
   if (!view) {
     place.append(make('p', 'notice', whyNoView));

@@ -151,8 +151,9 @@ class Panel {
       heading.scope = 'row';
       heading.append(value(name));
       row.append(heading);
-      row.insertCell().append(value(text));
-      row.insertCell().append(value(unit));
+      const isSize = unit === 'B' && /^\d+$/.test(text);
+      row.insertCell().append(value(isSize ? textOfSize(Number(text)) : text));
+      row.insertCell().append(value(isSize ? '' : unit));
     }
     return element;
   }
@@ -203,12 +204,16 @@ class Panel {
 
   pictures(files) {
     const element = make('div', 'pictures');
-    const addSome = () => {
-      const from = element.querySelectorAll('figure').length;
-      for (const file of files.slice(from, from + MOST_PICTURES)) {
-        element.insertBefore(this.picture(file), more);
+    const { project } = this;
+    let shown = 0;
+    const addSome = async () => {
+      const end = Math.min(shown + MOST_PICTURES, files.length);
+      more.hidden = end === files.length;
+      while (shown < end) {
+        element.insertBefore(this.picture(project, files[shown++]), more);
+        // One large picture takes time enough.
+        await breathe();
       }
-      more.hidden = from + MOST_PICTURES >= files.length;
     };
     const more = make('button', 'more', 'Show more pictures');
     more.addEventListener('click', addSome);
@@ -217,9 +222,9 @@ class Panel {
     return element;
   }
 
-  picture(file) {
+  picture(project, file) {
     const figure = make('figure');
-    const content = bytesBlock('picture', this.project, file.index);
+    const content = bytesBlock('picture', project, file.index);
     if (content) {
       const image = make('img');
       image.alt = file.name || file.place;
@@ -232,7 +237,7 @@ class Panel {
       button.addEventListener('click', () => figure.classList.toggle('large'));
       figure.append(button);
     } else {
-      const limit = textOfSize(this.project.head.pictureLimit);
+      const limit = textOfSize(project.head.pictureLimit);
       figure.append(make('p', 'notice', file.embedded ? 'This picture could not be read when the page was made.'
         : 'Not in this page, which has room for ' + limit + ' of pictures. It has ' + textOfSize(file.size) + '.'));
     }

@@ -109,12 +109,12 @@ class PlotView {
     for (const tick of ticks.x) {
       const x = this.atX(tick);
       svg.append(drawing('path', { class: 'grid', d: `M${x},${top}V${height - bottom}` }),
-        drawing('text', { x, y: height - bottom + 18, 'text-anchor': 'middle' }, shortNumber(tick)));
+        drawing('text', { x, y: height - bottom + 18, 'text-anchor': 'middle' }, tickNumber(tick)));
     }
     for (const tick of ticks.y) {
       const y = this.atY(tick);
       svg.append(drawing('path', { class: 'grid', d: `M${left},${y}H${width - right}` }),
-        drawing('text', { x: left - 6, y: y + 4, 'text-anchor': 'end' }, shortNumber(tick)));
+        drawing('text', { x: left - 6, y: y + 4, 'text-anchor': 'end' }, tickNumber(tick)));
     }
     svg.append(drawing('text', { x: (left + width - right) / 2, y: height - 12, 'text-anchor': 'middle' }, title('x')));
     svg.append(drawing('text', { x: 14, y: (top + height - bottom) / 2, 'text-anchor': 'middle',

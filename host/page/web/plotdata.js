@@ -98,6 +98,13 @@ function ticksOf(values) {
   return Array.from({ length: last - first + 1 }, (_, index) => (first + index) * step);
 }
 
+/** A number beside a tick: without many zeros. */
+function tickNumber(number) {
+  const size = Math.abs(number);
+  return size >= 1e5 || (size > 0 && size < 1e-3) ? Number(number.toPrecision(6)).toExponential().replace('e+', 'e')
+    : shortNumber(number);
+}
+
 /** A number for people: with six digits that count at most. */
 function shortNumber(number) {
   return String(Number(number.toPrecision(6)));
