@@ -52,9 +52,9 @@ constexpr const char* kNotes =
 using AddCommand = void (*)(CLI::App& program, Console& console, int& status);
 /// The commands, in the order in which the help lists them.
 constexpr AddCommand kCommands[] = {
-    AddTreeCommand,   AddFindCommand,    AddPlotCommand,  AddPageCommand,  AddExportCommand,
-    AddNewCommand,    AddUpdateCommand,  AddStoreCommand, AddApplyCommand, AddFetchCommand,
-    AddImportCommand, AddCompareCommand, AddHelpCommand,
+    AddTreeCommand,   AddFindCommand,    AddPlotCommand,       AddPageCommand,  AddExportCommand,
+    AddNewCommand,    AddUpdateCommand,  AddStoreCommand,      AddApplyCommand, AddFetchCommand,
+    AddImportCommand, AddCompareCommand, AddCompletionCommand, AddHelpCommand,
 };
 
 /// The version in the form that scripts read, and the banner of the library.

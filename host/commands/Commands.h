@@ -49,6 +49,9 @@ inline constexpr const char* kCompareName = "compare";
 /// Adds `compare`, which says how two projects or documents differ, apart from what documents do not carry.
 void AddCompareCommand(CLI::App& program, Console& console, int& status);
 
+/// Adds `completion`, which prints the scripts by which shells complete the program's arguments.
+void AddCompletionCommand(CLI::App& program, Console& console, int& status);
+
 /// Adds `help`, which prints the help of a command.
 void AddHelpCommand(CLI::App& program, Console& console, int& status);
 

@@ -113,7 +113,9 @@ expect_files("${WORK}/${development}/usr/include"
 expect_files("${WORK}/${development}/${libraries_folder}"
   cmake/KorvaneJson/KorvaneJsonConfig.cmake cmake/KorvaneJson/KorvaneJsonConfigVersion.cmake pkgconfig/korvanejson.pc
   pkgconfig/korvaneexchange.pc)
-expect_files("${WORK}/${program}" usr/bin/korvane-json usr/share/man/man1/korvane-json.1.gz)
+expect_files("${WORK}/${program}" usr/bin/korvane-json usr/share/man/man1/korvane-json.1.gz
+  usr/share/bash-completion/completions/korvane-json usr/share/zsh/vendor-completions/_korvane-json
+  usr/share/fish/vendor_completions.d/korvane-json.fish)
 
 # The system knows where its libraries are, and looks for them nowhere else.
 file(GLOB libraries_files "${WORK}/${libraries}/${libraries_folder}/*.so.${VERSION}")

@@ -13,6 +13,7 @@ const std::vector<ProgramCommand>& AllCommands() {
     static const std::vector<ProgramCommand> commands = {
         {"Help", {"--help"}},
         {"HelpOfCommand", {"help", "export"}},
+        {"Completion", {"completion", "zsh"}},
         {"TreeOfDirectory", {"tree", "given/studies"}},
         {"TreeOfDocument", {"tree", "given/document.json"}},
         {"Tree", {"tree", "work/p.kvp"}, FileUse::Reads, "p.kvp"},

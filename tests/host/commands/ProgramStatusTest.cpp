@@ -27,7 +27,7 @@ const std::map<std::string, Ends>& EndsOfCommands() {
         {"tree", {{"tree", "root"}, {"tree", "missing"}}},
         {"find", {{"find", "root", "kind=Model"}, {"find", "missing", "kind=Part"}}},
         {"plot", {{"plot", "root", "--x", "id", "--y", "id"}, {"plot", "root", "--x", "Mass", "--y", "id"}}},
-        {"page", {{"page", "root", "-o", "-"}, {"page", "missing", "-o", "-"}}},
+        {"page", {{"page", "root", "-o", "-"}, {"page", "missing", "-o", "x.html"}}},
         {"export", {{"export", "root"}, {"export", "missing"}}},
         {"new",
          {{"new", "root", "new.kvp"},
@@ -51,7 +51,8 @@ const std::map<std::string, Ends>& EndsOfCommands() {
           {"import", "missing.json", "i.kvp"},
           {"import", "d.json", "j.kvp", "--format", "json"}}},
         {"compare", {{"compare", "p.kvp", "p.kvp"}, {"compare", "missing.json", "p.kvp"}}},
-        {"help", {{"help", "tree"}, {"help"}}},
+        {"completion", {{"completion", "bash"}, {}}},
+        {"help", {{"help", "tree"}, {}}},
     };
     return ends;
 }
@@ -125,8 +126,8 @@ TEST_F(ProgramStatus, CommandsEndAsTheTableSays) {
         const Arguments& row = table.at(command);
         EXPECT_EQ(Run(ends.success).status, StatusOf(row, command == "compare" ? "the same" : "success"));
         EXPECT_EQ(Run({command, "--nothing"}).status, StatusOf(row, "bad usage"));
-        // Help needs nothing but room for its text.
-        if (command != "help") {
+        // These need nothing but room for their text.
+        if (command != "help" && command != "completion") {
             EXPECT_EQ(Run(ends.failure).status, StatusOf(row, "failure"));
         }
     }
