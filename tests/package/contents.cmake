@@ -46,7 +46,7 @@ else()
 endif()
 expect_files("${PREFIX}" ${needed})
 expect_files("${documents}"
-  LICENSE README.md CHANGELOG.md docs/document.md docs/document.schema.json docs/embedding.md
+  LICENSE README.md CHANGELOG.md docs/tutorial.md docs/document.md docs/document.schema.json docs/embedding.md
   docs/building.md docs/reliability.md docs/performance.md docs/performance-export.svg docs/page.png
   docs/answer.schema.json docs/import.schema.json
   examples/README.md examples/server-document.json examples/server.py examples/program/CMakeLists.txt
