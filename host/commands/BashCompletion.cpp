@@ -85,7 +85,11 @@ std::string Patterns(const std::string& command, const CommandOption& option) {
     std::string patterns;
     for (const std::string& name : {option.longName, option.shortName}) {
         if (!name.empty()) {
-            patterns += (patterns.empty() ? "'" : " | '") + command + ' ' + name + "'";
+            patterns.append(patterns.empty() ? "'" : " | '")
+                .append(command)
+                .append(" ")
+                .append(name)
+                .append("'");
         }
     }
     return patterns;

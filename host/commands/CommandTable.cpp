@@ -113,6 +113,7 @@ CommandEntry EntryOf(const CLI::App& app, const std::vector<std::string>& comman
 std::vector<CommandEntry> CommandTableOf(const CLI::App& program) {
     const auto commands = program.get_subcommands([](const CLI::App*) { return true; });
     std::vector<std::string> names;
+    names.reserve(commands.size());
     for (const CLI::App* const command : commands) {
         names.push_back(command->get_name());
     }

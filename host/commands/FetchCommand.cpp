@@ -11,6 +11,7 @@
 #include "ExitStatus.h"
 #include "Options.h"
 #include "Output.h"
+#include "format/MemberNames.h"
 #include "host/server/Server.h"
 #include "host/system/Phase.h"
 #include "host/system/Terminal.h"
@@ -74,7 +75,7 @@ std::string JsonOf(const std::vector<StoredRoot>& roots) {
         one.push_back(JSONNode("name", root.name.c_str()));
         one.push_back(JSONNode("project", root.project.c_str()));
         one.push_back(JSONNode("type", root.type.c_str()));
-        one.push_back(JSONNode("createdDate", root.createdDate.c_str()));
+        one.push_back(JSONNode(format::member::kCreatedDate.c_str(), root.createdDate.c_str()));
         one.push_back(JSONNode("objects", static_cast<unsigned long long>(root.objects)));
         one.push_back(JSONNode("files", static_cast<unsigned long long>(root.files)));
         list.push_back(one);

@@ -108,7 +108,8 @@ void PutCommand(const CommandEntry& entry, std::ostream& out) {
     for (const CommandOption& option : entry.options) {
         PutOption("__korvane_json_is " + entry.name, option, out);
         if (option.hasValue) {
-            valued += ' ' + option.longName + (option.shortName.empty() ? "" : ' ' + option.shortName);
+            valued.append(1, ' ').append(option.longName);
+            valued.append(option.shortName.empty() ? 0 : 1, ' ').append(option.shortName);
         }
     }
     for (std::size_t index = 0; index < entry.arguments.size(); ++index) {
