@@ -10,11 +10,12 @@
 #include "host/system/Text.h"
 
 namespace host {
+
 void AddObjectInput(CLI::App& command, InputOptions& options) {
-    AddInputOptions(command, options);
-    command.get_option("DIR")->description(
-        "The directory with the studies, a project file, or a document, which is shown\n"
-        "as an import would create its objects (- is the standard input)");
+    AddInputOptions(command, options)
+        .description(
+            "The directory with the studies, a project file, or a document, which is shown\n"
+            "as an import would create its objects (- is the standard input)");
 }
 
 int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,

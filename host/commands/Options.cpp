@@ -28,14 +28,16 @@ std::string NoneOf(const std::vector<std::string>& words) {
 
 }  // namespace
 
-void AddInputOptions(CLI::App& command, InputOptions& options) {
-    command.add_option("DIR", options.input, "The directory with the studies, or a project file")
-        ->required()
-        ->type_name("");
+CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options) {
+    CLI::Option& directory =
+        *command.add_option("DIR", options.input, "The directory with the studies, or a project file")
+             ->required()
+             ->type_name("");
     command.add_flag("--strict", options.isStrict,
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
                      "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The output is written without that entry");
+    return directory;
 }
 
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {

@@ -18,7 +18,8 @@ struct InputOptions {
     std::string input;
     bool isStrict = false;
 };
-void AddInputOptions(CLI::App& command, InputOptions& options);
+/// Returns the argument for the directory or project file.
+CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options);
 
 /// Adds --object, which takes an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
