@@ -25,6 +25,7 @@ struct NewOptions {
     bool isEmpty = false;
     bool isForced = false;
     bool isStrict = false;
+    Selection selection;
     bool isDryRun = false;
     ReportFormat format = ReportFormat::Text;
 
@@ -40,8 +41,8 @@ std::optional<OpenedProject> MakeProject(const NewOptions& options, Console& con
     }
     std::error_code isNew;
     const std::filesystem::path old = ResolvePath(file, isNew);
-    return OpenProject({options.Directory(), options.isStrict}, isNew ? std::nullopt : std::optional(old),
-                       console);
+    return OpenProject({options.Directory(), options.isStrict, options.selection},
+                       isNew ? std::nullopt : std::optional(old), console);
 }
 
 /// What is wrong with the names; empty if nothing is.
@@ -128,6 +129,7 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
                      "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The project file is created without that entry");
+    AddSelection(command, options->selection);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
     AddExamples(

@@ -21,6 +21,9 @@ void AddObjectInput(CLI::App& command, InputOptions& options) {
 int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
                 const std::function<bool(CAEObject& root)>& work) {
     if (KindOfInput(options.input) == InputKind::Document) {
+        if (!IsSelectionPossible(options, console)) {
+            return kFailure;
+        }
         const OpenedDocument document = OpenDocument(options.input, console);
         return document.root != nullptr && work(*document.root) ? kSuccess : kFailure;
     }

@@ -37,7 +37,29 @@ CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options) {
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
                      "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The output is written without that entry");
+    AddSelection(command, options.selection);
     return directory;
+}
+
+void AddSelection(CLI::App& command, Selection& selection) {
+    const auto check = [](const std::string& pattern) -> std::string {
+        const bool isPattern =
+            pattern.find_first_not_of("!/") != std::string::npos && GlobPattern(pattern).IsValid();
+        return isPattern ? "" : Quoted(pattern) + " is not a pattern; give one like results/*.frd";
+    };
+    command
+        .add_option("--study", selection.studies,
+                    "Only this study, or the studies in this directory; a path in DIR. Can be given\n"
+                    "several times")
+        ->type_name("PATH")
+        ->allow_extra_args(false);
+    command
+        .add_option("--exclude", selection.excluded,
+                    "Leave out files and directories with such a name or path, as a line of a\n"
+                    ".korvaneignore in DIR does. Can be given several times")
+        ->type_name("GLOB")
+        ->allow_extra_args(false)
+        ->check(check);
 }
 
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {

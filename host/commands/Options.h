@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "host/directory/Selection.h"
+
 namespace CLI {
 class App;
 class Option;
@@ -17,9 +19,13 @@ struct InputOptions {
     /// The directory or the project file.
     std::string input;
     bool isStrict = false;
+    Selection selection = {};
 };
 /// Returns the argument for the directory or project file.
 CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options);
+
+/// Adds --study and --exclude. AddInputOptions has them.
+void AddSelection(CLI::App& command, Selection& selection);
 
 /// Adds --object, which takes an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);

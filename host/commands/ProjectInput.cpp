@@ -29,10 +29,16 @@ std::optional<OpenedProject> OpenProjectFile(const std::string& name, Console& c
     }
 }
 
-std::optional<OpenedProject> OpenDirectory(const std::string& name,
+std::optional<OpenedProject> OpenDirectory(const InputOptions& options,
                                            const std::optional<std::filesystem::path>& leftOut,
                                            Console& console) {
-    DirectoryReading reading = ReadDirectory(PathFromUtf8(name), leftOut, console);
+    const std::string& name = options.input;
+    DirectoryReading reading =
+        ReadDirectory(PathFromUtf8(name), leftOut, console, nullptr, options.selection);
+    if (!reading.refusal.empty()) {
+        console.Say(reading.refusal);
+        return std::nullopt;
+    }
     if (reading.project == nullptr) {
         console.Say("cannot read " + Quoted(name) + ": " + reading.error.message() +
                     ". Give a directory of simulation files, or a project file, that you can read");
@@ -61,12 +67,24 @@ InputKind KindOfInput(const std::string& name) {
                                                                      : InputKind::Document;
 }
 
+bool IsSelectionPossible(const InputOptions& options, Console& console) {
+    const bool isPossible = options.selection.IsEmpty() || KindOfInput(options.input) == InputKind::Directory;
+    if (!isPossible) {
+        console.Say(InputName(options.input) +
+                    " is not a directory, and --study and --exclude choose from a directory. Leave them out");
+    }
+    return isPossible;
+}
+
 std::optional<OpenedProject> OpenProject(const InputOptions& options,
                                          const std::optional<std::filesystem::path>& leftOut,
                                          Console& console) {
+    if (!IsSelectionPossible(options, console)) {
+        return std::nullopt;
+    }
     switch (KindOfInput(options.input)) {
         case InputKind::Directory:
-            return OpenDirectory(options.input, leftOut, console);
+            return OpenDirectory(options, leftOut, console);
         case InputKind::ProjectFile:
             return OpenProjectFile(options.input, console);
         case InputKind::Document:

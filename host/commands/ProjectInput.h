@@ -32,6 +32,9 @@ struct OpenedProject {
     std::size_t problemCount = 0;
 };
 
+/// Whether nothing is chosen of the input, or it is a directory. Otherwise says so.
+bool IsSelectionPossible(const InputOptions& options, Console& console);
+
 /// Reads the project that the options name. Returns nothing, after a message, if the directory or the project
 /// file cannot be read. The file `leftOut` of the directory is not read.
 std::optional<OpenedProject> OpenProject(const InputOptions& options,

@@ -30,6 +30,7 @@ struct UpdateOptions {
     bool isRemoving = false;
     bool isMoved = false;
     bool isStrict = false;
+    Selection selection;
     bool isDryRun = false;
     ReportFormat format = ReportFormat::Text;
 };
@@ -88,17 +89,19 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
         if (IsDirectory(directory) && !IsDirectoryOf(project, known, options, console)) {
             return kFailure;
         }
-        DirectoryReading reading = ReadDirectory(directory, name, console, &known);
+        DirectoryReading reading = ReadDirectory(directory, name, console, &known, options.selection);
         if (reading.project == nullptr) {
-            console.Say("cannot read " + Quoted(options.directory) + ": " + reading.error.message() +
-                        ". Nothing was changed; give the directory of the project");
+            console.Say(reading.refusal.empty()
+                            ? "cannot read " + Quoted(options.directory) + ": " + reading.error.message() +
+                                  ". Nothing was changed; give the directory of the project"
+                            : reading.refusal + ". Nothing was changed");
             return kFailure;
         }
         const bool isJson = options.format == ReportFormat::Json;
         ProjectUpdate update = [&] {
             const Phase phase(console, "updating");
             return UpdateProject(project, *reading.project, options.isRemoving, isJson,
-                                 reading.described.named);
+                                 {reading.described.named, reading.exclusion});
         }();
         if (!options.isDryRun && update.report.isChanged) {
             const Phase phase(console, "writing " + Quoted(options.file));
@@ -143,6 +146,7 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
                      "End with status 1 if an entry of the directory cannot be read, or has a name\n"
                      "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
                      "The project file is updated without that entry");
+    AddSelection(command, options->selection);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
     AddExamples(

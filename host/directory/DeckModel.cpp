@@ -1,7 +1,6 @@
 #include "DeckModel.h"
 
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 #include "FileFormat.h"
@@ -13,18 +12,6 @@
 
 namespace host {
 namespace {
-
-using PathTexts = std::unordered_set<std::filesystem::path::string_type>;
-
-PathTexts PathsOf(const DirectoryTree& tree) {
-    PathTexts paths;
-    for (const ScannedDirectory& directory : tree.directories) {
-        for (const ScannedFile& file : directory.files) {
-            paths.insert((directory.path / file.name).native());
-        }
-    }
-    return paths;
-}
 
 bool HasModel(const ScannedFile& file) {
     return file.type == CAE_FILE_DECK && !file.isRemembered && ModelSyntaxOf(file.solver).has_value();
@@ -67,11 +54,15 @@ std::optional<ModelSyntax> ModelSyntaxOf(const std::filesystem::path& file) {
     return input.role == InputRole::Unclear ? std::nullopt : ModelSyntaxOf(input.solver);
 }
 
-void ReadDeckModels(DirectoryTree& tree, ModelLimits limits, Console& console) {
-    // A database that is open, or a file that the user left out, must not be opened because a deck names it.
-    const PathTexts paths = PathsOf(tree);
+void ReadDeckModels(DirectoryTree& tree, const std::optional<std::filesystem::path>& leftOut,
+                    Console& console) {
+    ModelLimits limits;
     limits.root = tree.directories.front().path;
-    limits.mayRead = [&](const std::filesystem::path& file) { return paths.contains(file.native()); };
+    // It is a database that is open: closing it would end the locks that this program holds on it.
+    limits.mayRead = [&](const std::filesystem::path& file) {
+        std::error_code error;
+        return !leftOut || !std::filesystem::equivalent(file, *leftOut, error);
+    };
     std::uint64_t count = 0;
     for (ScannedDirectory& directory : tree.directories) {
         for (ScannedFile& file : directory.files) {

@@ -15,7 +15,9 @@ std::optional<ModelSyntax> ModelSyntaxOf(Solver solver);
 /// which models are read, or if it cannot be read.
 std::optional<ModelSyntax> ModelSyntaxOf(const std::filesystem::path& file);
 
-/// Reads the models of the decks of a tree. Files that they include are read if they are in the tree.
-void ReadDeckModels(DirectoryTree& tree, ModelLimits limits, Console& console);
+/// Reads the models of the decks of a tree. Files that they include are read if they are below its root, also
+/// those that are not in the tree, but not the file `leftOut`.
+void ReadDeckModels(DirectoryTree& tree, const std::optional<std::filesystem::path>& leftOut,
+                    Console& console);
 
 }  // namespace host

@@ -2,6 +2,7 @@
 
 #include <EmbeddedModel.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,8 +33,12 @@ _tagFileType CustomType(_tagFileType type) {
 
 class ProjectBuilder {
 public:
-    ProjectBuilder(const DirectoryTree& tree, CAEProject& project, Console& console)
-        : tree_(tree), project_(project), console_(console), isDescribed_(tree.directories.size()) {}
+    ProjectBuilder(const DirectoryTree& tree, CAEProject& project, Console& console, bool isCounted)
+        : tree_(tree),
+          project_(project),
+          console_(console),
+          isCounted_(isCounted),
+          isDescribed_(tree.directories.size()) {}
 
     Described Build();
 
@@ -58,6 +63,8 @@ private:
     const DirectoryTree& tree_;
     CAEProject& project_;
     Console& console_;
+    /// Whether the files of the project are all there to be counted.
+    bool isCounted_;
     std::size_t studyCount_ = 0;
     std::vector<bool> isDescribed_;
     Described described_;
@@ -193,7 +200,11 @@ void ProjectBuilder::SetProjectMetadata() {
             totals.Add(file);
         }
     }
+    totals.isUncertain = totals.isUncertain || !isCounted_;
     SetTotals(project_, DescribeDirectory(tree_.directories.front()), totals);
+    if (!isCounted_) {
+        return;
+    }
     project_.setMetadataValue(kStudies, OuString(std::to_string(studyCount_).c_str(), 0));
 }
 
@@ -210,11 +221,50 @@ std::vector<std::string> ModelGapsOf(const DirectoryTree& tree) {
     return gaps;
 }
 
+/// The directory of a study that a user names, which must be in the root.
+path StudyIn(const path& root, const std::string& name, std::error_code& error) {
+    const path given = PathFromUtf8(name);
+    path found = ResolvePath(root / given, error);
+    if (error) {
+        found = ResolvePath(given, error);
+    }
+    if (!error && !IsBelow(root, found)) {
+        error = std::make_error_code(std::errc::no_such_file_or_directory);
+    }
+    return found;
+}
+
+std::error_code Scan(const path& root, ScanOptions options, const Selection& selection, Console& console,
+                     DirectoryTree& tree, DirectoryReading& reading) {
+    const auto refuse = [&](const std::string& study) {
+        reading.refusal = Quoted(study) + " is not a directory with decks in " + Quoted(root) +
+                          ". Give the path of a study in it, or of a directory with studies";
+    };
+    for (const std::string& study : selection.studies) {
+        std::error_code error;
+        options.studies.push_back(StudyIn(root, study, error));
+        if (error) {
+            refuse(study);
+            return error;
+        }
+    }
+    reading.exclusion = Exclusion(selection.excluded);
+    path withoutDecks;
+    options.exclusion = &reading.exclusion;
+    options.withoutDecks = &withoutDecks;
+    const std::error_code error = ScanDirectory(root, options, console, tree);
+    if (!withoutDecks.empty()) {
+        const auto study = std::ranges::find(options.studies, withoutDecks) - options.studies.begin();
+        refuse(selection.studies[static_cast<std::size_t>(study)]);
+    }
+    return error;
+}
+
 }  // namespace
 
 DirectoryReading ReadDirectory(const std::filesystem::path& root,
                                const std::optional<std::filesystem::path>& leftOut, Console& console,
-                               const KnownFiles* known) {
+                               const KnownFiles* known, const Selection& selection) {
     DirectoryReading reading;
     const path whole = ResolvePath(root, reading.error);
     if (reading.error) {
@@ -228,15 +278,17 @@ DirectoryReading ReadDirectory(const std::filesystem::path& root,
     DirectoryTree tree;
     if (!reading.error) {
         const Phase phase(console, "reading " + Quoted(whole));
-        reading.error = ScanDirectory(whole, {leftOut, known}, console, tree);
+        reading.error = Scan(whole, {leftOut, known}, selection, console, tree, reading);
     }
     if (reading.error) {
         return reading;
     }
     reading.project = CreateSimulationProject(ToOuString(tree.directories.front().name), ToOuString(whole));
-    ReadDeckModels(tree, {}, console);
-    reading.described = ProjectBuilder(tree, *reading.project, console).Build();
+    ReadDeckModels(tree, leftOut, console);
+    const bool isCounted = known == nullptr || selection.studies.empty();
+    reading.described = ProjectBuilder(tree, *reading.project, console, isCounted).Build();
     reading.modelGaps = ModelGapsOf(tree);
+    std::ranges::for_each(reading.modelGaps, [&](const std::string& gap) { console.Detail(gap); });
     reading.unreadableCount = tree.unreadableCount;
     return reading;
 }

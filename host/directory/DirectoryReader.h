@@ -12,6 +12,7 @@
 
 #include "DescribedObjects.h"
 #include "KnownFiles.h"
+#include "Selection.h"
 #include "host/system/Console.h"
 
 namespace host {
@@ -20,6 +21,10 @@ struct DirectoryReading {
     /// Null if the root could not be read; `error` says why.
     std::unique_ptr<CAEProject> project;
     std::error_code error;
+    /// Why the selection cannot be read, a sentence; empty if that is not the reason.
+    std::string refusal;
+    /// What the user has left out; the project knows nothing new about it.
+    Exclusion exclusion;
     /// Entries below the root that could not be read or named in a document.
     std::size_t unreadableCount = 0;
     /// What the descriptions of users did.
@@ -56,11 +61,14 @@ struct DirectoryReading {
 /// Databases of this program and their journals are left out without a word, and so is the file `leftOut`,
 /// because the command works on it. The console says what else was left out.
 ///
+/// Of a selection with studies, everything that is not in these studies is left out, but for studies that
+/// they are in. Only a reading without `known` then counts the files of the project.
+///
 /// Files in `known`, if it is not null, that cannot be read now are read as they were known: these are not
 /// marked as downloaded, and studies that have one, or a directory with one, get no metadata that count
 /// files.
 DirectoryReading ReadDirectory(const std::filesystem::path& root,
                                const std::optional<std::filesystem::path>& leftOut, Console& console,
-                               const KnownFiles* known = nullptr);
+                               const KnownFiles* known = nullptr, const Selection& selection = {});
 
 }  // namespace host

@@ -9,8 +9,10 @@
 #include "FileKinds.h"
 #include "InputKinds.h"
 #include "OwnFiles.h"
+#include "RelativePath.h"
 #include "SolverInputReader.h"
 #include "host/system/FileSystem.h"
+#include "host/system/InputFile.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -46,6 +48,9 @@ private:
     void NameUnreadable(const path& entry, const std::string& reason);
     void NameUnwritable(const path& entry);
     void AddEntries(std::size_t directory, Listing listing);
+    void ReadIgnoreFile(std::size_t directory, const Listing& listing);
+    bool IsExcluded(std::size_t directory, const Entry& entry) const;
+    std::string RelativeTo(const path& whole) const;
     void AddEntry(std::size_t directory, Entry entry, std::vector<std::size_t>& directories,
                   std::vector<ScannedFile>& files);
     bool FollowLink(const path& link, Entry& entry);
@@ -177,6 +182,36 @@ std::error_code Scanner::ReadDirectories(const path& root) {
     return {};
 }
 
+/// The path from the root, with slashes.
+std::string Scanner::RelativeTo(const path& whole) const {
+    return RelativePath(ToOuString(whole), ToOuString(tree_.directories.front().path)).value_or("");
+}
+
+void Scanner::ReadIgnoreFile(std::size_t directory, const Listing& listing) {
+    const auto found = std::ranges::find_if(listing.entries, [](const Entry& entry) {
+        return entry.type == EntryType::File && entry.name == kIgnoreFile;
+    });
+    if (found == listing.entries.end() || options_.exclusion == nullptr) {
+        return;
+    }
+    constexpr std::uint64_t kMost = std::uint64_t{1} << 20U;
+    const path whole = tree_.directories[directory].path / found->name;
+    std::string text;
+    const std::error_code error = ReadInputFile(whole, text, {kMost, kMost});
+    ThrowIfOutOfMemory(error);
+    if (error) {
+        NameUnreadable(whole, IsOverLimit(error) ? "it is longer than a megabyte" : error.message());
+        return;
+    }
+    options_.exclusion->AddFile(RelativeTo(tree_.directories[directory].path), text);
+}
+
+bool Scanner::IsExcluded(std::size_t directory, const Entry& entry) const {
+    return options_.exclusion != nullptr && !options_.exclusion->IsEmpty() &&
+           options_.exclusion->LeavesOut(RelativeTo(tree_.directories[directory].path / entry.name),
+                                         entry.type == EntryType::Directory);
+}
+
 void Scanner::AddEntries(std::size_t directory, Listing listing) {
     const auto byName = [](const auto& left, const auto& right) {
         return CompareNames(left.name, right.name) < 0;
@@ -189,13 +224,16 @@ void Scanner::AddEntries(std::size_t directory, Listing listing) {
     // Adding a directory may move the list of directories in memory, so these two are stored at the end.
     std::vector<std::size_t> directories;
     std::vector<ScannedFile> files;
+    ReadIgnoreFile(directory, listing);
     for (Entry& entry : listing.entries) {
-        if (HasSeparator(entry.name) && !entry.isHidden) {
-            NameUnwritable(tree_.directories[directory].path / entry.name);
-        } else if (!entry.isHidden) {
-            AddEntry(directory, std::move(entry), directories, files);
-        } else {
+        if (entry.isHidden) {
             DetailLeftOut(tree_.directories[directory].path / entry.name, "it is hidden");
+        } else if (IsExcluded(directory, entry)) {
+            DetailLeftOut(tree_.directories[directory].path / entry.name, "a pattern says so");
+        } else if (HasSeparator(entry.name)) {
+            NameUnwritable(tree_.directories[directory].path / entry.name);
+        } else {
+            AddEntry(directory, std::move(entry), directories, files);
         }
     }
     tree_.directories[directory].directories = std::move(directories);
@@ -299,6 +337,14 @@ std::error_code ScanDirectory(const std::filesystem::path& root, const ScanOptio
         Remember(*options.known, tree);
     }
     SumUp(tree);
+    if (!options.studies.empty()) {
+        const path withoutDecks = KeepStudies(options.studies, tree, *options.exclusion);
+        if (!withoutDecks.empty()) {
+            *options.withoutDecks = withoutDecks;
+            return std::make_error_code(std::errc::no_such_file_or_directory);
+        }
+        SumUp(tree);
+    }
     return {};
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "RelativePath.h"
 #include "host/document/ObjectLists.h"
 #include "host/document/ObjectTexts.h"
 #include "host/document/ProjectObjects.h"
@@ -21,26 +22,54 @@ void DetachFiles(CAEObject& object, const std::unordered_set<int>& files) {
     }
 }
 
+/// Which of the objects have a file that is left out, or something below them that has one.
+std::vector<bool> FindLeftOut(const ProjectOrigins& origins, const std::unordered_set<int>& files) {
+    std::vector<bool> isLeftOut(origins.Objects().size());
+    // Everything comes after what it is below, so the last comes first here.
+    for (std::size_t place = isLeftOut.size(); !files.empty() && place-- > 1;) {
+        const ObjectOrigin& origin = origins.Objects()[place];
+        isLeftOut[place] =
+            isLeftOut[place] || std::ranges::any_of(korvane::GetFileRoles(*origin.object).files,
+                                                    [&](int file) { return files.contains(file); });
+        isLeftOut[origin.above] = isLeftOut[origin.above] || isLeftOut[place];
+    }
+    return isLeftOut;
+}
+
 }  // namespace
 
 MissingObjects::MissingObjects(CAEProject& project, const ProjectOrigins& origins,
-                               const ProjectMatching& matching)
+                               const ProjectMatching& matching, const Exclusion& exclusion)
     : project_(project), directory_(DirectoryOf(project)), origins_(origins), matching_(matching) {
-    for (std::size_t place = 0; place < origins_.Objects().size(); ++place) {
-        const ObjectOrigin& origin = origins_.Objects()[place];
-        if (origin.isFromDirectory && !matching_.IsObjectMatched(place)) {
-            objects_.push_back(origin.object);
-            isMissing_.insert(origin.object);
-        }
-    }
+    FindMissing(exclusion);
+    FindUses();
+}
+
+void MissingObjects::FindMissing(const Exclusion& exclusion) {
+    std::unordered_set<int> isFileLeftOut;
     for (std::size_t place = 0; place < origins_.Files().size(); ++place) {
         const FileOrigin& origin = origins_.Files()[place];
-        if (origin.isFromDirectory && !matching_.IsFileMatched(place)) {
+        if (!origin.isFromDirectory || matching_.IsFileMatched(place)) {
+            continue;
+        }
+        const bool isLeftOut =
+            !exclusion.IsEmpty() &&
+            exclusion.LeavesOutFile(RelativePath(PathOf(*origin.file), directory_).value_or(""));
+        if (isLeftOut) {
+            isFileLeftOut.insert(origin.file->getID());
+        } else {
             files_.push_back(origin.file);
             isFileMissing_.insert(origin.file->getID());
         }
     }
-    FindUses();
+    const std::vector<bool> isLeftOut = FindLeftOut(origins_, isFileLeftOut);
+    for (std::size_t place = 0; place < origins_.Objects().size(); ++place) {
+        const ObjectOrigin& origin = origins_.Objects()[place];
+        if (origin.isFromDirectory && !matching_.IsObjectMatched(place) && !isLeftOut[place]) {
+            objects_.push_back(origin.object);
+            isMissing_.insert(origin.object);
+        }
+    }
 }
 
 void MissingObjects::FindUses() {

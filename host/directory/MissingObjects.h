@@ -6,15 +6,18 @@
 #include <vector>
 
 #include "ProjectMatching.h"
+#include "Selection.h"
 #include "UpdateReport.h"
 
 namespace host {
 
-/// What came from the directory of a project and is not there any more (ProjectUpdate.h).
+/// What came from the directory of a project and is not there any more (ProjectUpdate.h). What the user has
+/// left out is not missing, and neither is what it belongs to.
 class MissingObjects {
 public:
     /// To be created when everything that is still there has its place.
-    MissingObjects(CAEProject& project, const ProjectOrigins& origins, const ProjectMatching& matching);
+    MissingObjects(CAEProject& project, const ProjectOrigins& origins, const ProjectMatching& matching,
+                   const Exclusion& exclusion);
 
     /// Counts and lists it.
     void Report(UpdateReport& report) const;
@@ -22,6 +25,7 @@ public:
     void Remove(ProjectUpdate& update);
 
 private:
+    void FindMissing(const Exclusion& exclusion);
     void FindUses();
     bool IsRemovable(const CAEFile& file) const;
     bool IsRemovable(const CAEObject& object) const;

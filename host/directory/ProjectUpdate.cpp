@@ -41,11 +41,10 @@ bool GiveName(CAEObject& object, const OuString& name) {
 
 class Updater {
 public:
-    Updater(CAEProject& project, CAEProject& reading, bool isListing,
-            const std::unordered_set<const CAEObject*>& named)
+    Updater(CAEProject& project, CAEProject& reading, bool isListing, const ReadingNotes& notes)
         : project_(project),
           reading_(reading),
-          named_(named),
+          notes_(notes),
           origins_(project, numbers_),
           readOrigins_(reading, numbers_),
           matching_(origins_, readOrigins_) {
@@ -67,7 +66,7 @@ private:
 
     CAEProject& project_;
     CAEProject& reading_;
-    const std::unordered_set<const CAEObject*>& named_;
+    const ReadingNotes& notes_;
     PathNumbers numbers_;
     ProjectOrigins origins_;
     ProjectOrigins readOrigins_;
@@ -84,7 +83,7 @@ ProjectUpdate Updater::Run(bool isRemoving) {
     PlaceObjects();
     FileUpdate files(project_, origins_, readOrigins_, matching_, update_.report);
     files.ReportAdded([&](const CAEObject& read) { return IsAdded(read); });
-    MissingObjects missing(project_, origins_, matching_);
+    MissingObjects missing(project_, origins_, matching_, notes_.exclusion);
     if (isRemoving) {
         missing.Remove(update_);
     } else {
@@ -169,7 +168,7 @@ void Updater::UpdateObjects(const FileUpdate& files) {
 /// same.
 bool Updater::UpdateName(CAEObject& object, const CAEObject& read) const {
     const OuString name = NameOf(read);
-    if (named_.contains(&read)) {
+    if (notes_.named.contains(&read)) {
         return GiveName(object, name);
     }
     const korvane::FileRoles roles =
@@ -221,8 +220,8 @@ bool Updater::UpdateOrder(CAEObject& object, const CAEObject& read, const FileUp
 }  // namespace
 
 ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving, bool isListing,
-                            const std::unordered_set<const CAEObject*>& named) {
-    return Updater(project, reading, isListing, named).Run(isRemoving);
+                            const ReadingNotes& notes) {
+    return Updater(project, reading, isListing, notes).Run(isRemoving);
 }
 
 }  // namespace host

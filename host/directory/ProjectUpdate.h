@@ -4,9 +4,18 @@
 
 #include <unordered_set>
 
+#include "Selection.h"
 #include "UpdateReport.h"
 
 namespace host {
+
+/// What else a reading says.
+struct ReadingNotes {
+    /// Objects of the reading that have the names that users gave them in the directory.
+    std::unordered_set<const CAEObject*> named = {};
+    /// What the user has left out.
+    Exclusion exclusion = {};
+};
 
 /// Brings a project in line with a new reading of its directory (DirectoryReader.h).
 ///
@@ -24,11 +33,11 @@ namespace host {
 /// - Files that the reading knows from before only (DirectoryReading) stay as they are.
 ///
 /// With `isListing` the report lists every change, and not only the first of each kind.
-/// Objects in `named` have the names that users gave them in the directory, and give them on.
+/// Names that users gave in the directory are given on. What is left out is neither missing nor new.
 ///
 /// The project's directory becomes that of the reading. The time is linear in the number of objects and
 /// files, and the depth of nesting needs no stack.
 ProjectUpdate UpdateProject(CAEProject& project, CAEProject& reading, bool isRemoving, bool isListing = false,
-                            const std::unordered_set<const CAEObject*>& named = {});
+                            const ReadingNotes& notes = {});
 
 }  // namespace host

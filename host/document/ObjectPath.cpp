@@ -1,9 +1,11 @@
 #include "ObjectPath.h"
 
+#include <EmbeddedModel.h>
 #include <korvaneexchange/Text.h>
 
 #include <algorithm>
 
+#include "ObjectLists.h"
 #include "ObjectTexts.h"
 
 namespace host {
@@ -37,6 +39,29 @@ std::string_view Below(std::string_view path, std::string_view directory) {
                : std::string_view();
 }
 
+/// The path from the directory of the project to that of the study, by the deck of its first iteration; empty
+/// if it has none.
+std::string DirectoryOfStudy(const CAEObject& study, const std::string& directory) {
+    for (const CAEObject* const folder : ChildrenOf(study)) {
+        const std::vector<CAEObject*> iterations =
+            folder->getType() == CAE_ITERATION_FOLDER ? ChildrenOf(*folder) : std::vector<CAEObject*>();
+        const std::vector<CAEObject*> models =
+            iterations.empty() ? std::vector<CAEObject*>() : ChildrenOf(*iterations.front());
+        const CAEFile* const deck =
+            models.empty()
+                ? nullptr
+                : study.getProject()->getFile(korvane::GetFileRoles(*models.front()).feRepresentation);
+        if (deck != nullptr) {
+            const std::string path = WithSlashes(ToUtf8(PathOf(*deck)));
+            const std::string_view file = Below(path, directory);
+            // That of a study in the project's own directory is empty as well.
+            return std::string(
+                file.substr(0, file.find('/') == std::string_view::npos ? 0 : file.rfind('/')));
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 ObjectPath::ObjectPath(const CAEObject& root) {
@@ -53,12 +78,30 @@ void ObjectPath::Enter(const CAEObject& child) {
     path_ += path_.empty() && levels_.empty() ? "" : "/";
     const std::size_t begin = path_.size();
     path_ += ToUtf8(NameOf(child));
-    levels_.push_back({begin, IsDirectory(child) ? path_.size() : before});
+    levels_.push_back({begin, IsDirectory(child) ? path_.size() : before, otherDirectories_.size()});
+    if (child.getType() == CAE_MODEL) {
+        const std::string path = DirectoryOfStudy(child, directory_);
+        if (!path.empty() && path != PathOfDirectory()) {
+            otherDirectories_.push_back({path, path_.size()});
+            levels_.back().otherDirectories = otherDirectories_.size();
+        }
+    }
+}
+
+/// The path from the directory of the project to that of the study or folder that the object is or is in.
+std::string ObjectPath::PathOfDirectory() const {
+    const std::size_t end = levels_.empty() ? 0 : levels_.back().endOfDirectory;
+    if (otherDirectories_.empty()) {
+        return path_.substr(0, end);
+    }
+    const OtherDirectory& other = otherDirectories_.back();
+    return other.path + path_.substr(other.end, end - other.end);
 }
 
 void ObjectPath::Leave() {
     path_.resize(levels_.back().begin - (levels_.size() > 1 ? 1 : 0));
     levels_.pop_back();
+    otherDirectories_.resize(levels_.empty() ? 0 : levels_.back().otherDirectories);
 }
 
 std::string_view ObjectPath::LastNames(std::size_t most) const {
@@ -92,8 +135,7 @@ std::string ObjectPath::PlaceOf(const CAEFile& file) const {
     if (fromProject.empty()) {
         return path.substr(path.find_last_of("/\\") + 1);
     }
-    const std::size_t end = levels_.empty() ? 0 : levels_.back().endOfDirectory;
-    const std::string_view fromStudy = Below(fromProject, std::string_view(path_).substr(0, end));
+    const std::string_view fromStudy = Below(fromProject, PathOfDirectory());
     return std::string(fromStudy.empty() ? fromProject : fromStudy);
 }
 

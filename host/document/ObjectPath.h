@@ -39,12 +39,22 @@ private:
         std::size_t begin;
         /// Where the path of the study or folder ends that the object is or is in.
         std::size_t endOfDirectory;
+        /// How many directories with other names than their objects are on the way.
+        std::size_t otherDirectories;
     };
+    /// A study that a user gave a name is in a directory of another one.
+    struct OtherDirectory {
+        std::string path;
+        /// Where the path of the names ends that this one stands for.
+        std::size_t end;
+    };
+    std::string PathOfDirectory() const;
     std::string_view LastNames(std::size_t most) const;
 
     std::string directory_;
     std::string path_;
     std::vector<Level> levels_;
+    std::vector<OtherDirectory> otherDirectories_;
 };
 
 }  // namespace host

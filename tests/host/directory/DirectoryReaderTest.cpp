@@ -31,7 +31,7 @@ protected:
     void SetUp() override { folder.MakeDirectory("root"); }
 
     CAEProject& Read() {
-        reading = ReadDirectory(folder / "root", std::nullopt, kept.console);
+        reading = ReadDirectory(folder / "root", std::nullopt, kept.console, nullptr, selection);
         EXPECT_NE(reading.project, nullptr) << reading.error.message();
         return *reading.project;
     }
@@ -52,6 +52,7 @@ protected:
         return *found;
     }
 
+    Selection selection;
     TemporaryDirectory folder;
     KeptConsole kept;
     DirectoryReading reading;
@@ -372,11 +373,83 @@ TEST_F(DirectoryReaderTest, IterationsHaveWhatTheirDecksSay) {
         << reading.modelGaps[0];
 }
 
-TEST_F(DirectoryReaderTest, DecksDoNotOpenWhatTheReadingLeavesOut) {
-    Write("study/job.inp", "*INCLUDE, INPUT=.hidden.msh\n*STEP\n*END STEP\n");
-    Write("study/.hidden.msh", "*NODE\n1,0\n");
-    Read();
+TEST_F(DirectoryReaderTest, DecksDoNotOpenTheFileThatTheCommandWorksOn) {
+    Write("study/job.inp", "*INCLUDE, INPUT=mesh.msh\n*STEP\n*END STEP\n");
+    Write("study/mesh.msh", "*NODE\n1,0\n");
+    reading = ReadDirectory(folder / "root", folder / "root/study/mesh.msh", kept.console);
     EXPECT_EQ(MetadataOf(Find(CAE_ITERATION, "job"), L"Nodes"), "(none)");
+}
+
+TEST_F(DirectoryReaderTest, OnlyChosenStudiesAreRead) {
+    Write("plan.csv");
+    Write("group/a/job.inp", "*INCLUDE, INPUT=../../group/common.msh\n*STEP\n*END STEP\n");
+    Write("group/a/pics/a.png");
+    Write("group/b/job.inp", kAbaqusDeck);
+    Write("group/common.msh", "*NODE\n1,0\n");
+    Write("c/job.inp", kAbaqusDeck);
+    selection.studies = {"group/a"};
+    EXPECT_EQ(Tree(),
+              "root                       Project            #1  Simulation\n"
+              "|  Files: 2; Size: 56 B; Solver: Abaqus/CalculiX; Studies: 1\n"
+              "`- group                   AssemblyFolder     #2\n"
+              "   `- a                    Model              #3\n"
+              "      |  Files: 2; Size: 56 B; Solver: Abaqus/CalculiX\n"
+              "      |- pics/a.png        custom file        #4  Picture  ASCII     1 B\n"
+              "      `- Iterations        IterationFolder    #5\n"
+              "         `- job            Iteration          #6\n"
+              "            |  Solver: Abaqus/CalculiX; Nodes: 1; Steps: 1\n"
+              "            `- job.inp     IterationModel     #7\n"
+              "               `- job.inp  FE representation  #8  Deck     ASCII    55 B\n"
+              "\n"
+              "1 study, 1 iteration, 1 assembly folder, 2 files (56 B)\n");
+    selection.studies = {"group", std::string(ToOuString(folder / "root/c").GetAnsiBuffer())};
+    Read();
+    Find(CAE_MODEL, "a");
+    Find(CAE_MODEL, "b");
+    Find(CAE_MODEL, "c");
+    EXPECT_EQ(MetadataOf(*reading.project, L"Files"), "5") << "the file in the root is left out";
+}
+
+TEST_F(DirectoryReaderTest, AStudyInAStudyIsReadWithTheOneAround) {
+    Write("outer/job.inp", kAbaqusDeck);
+    Write("outer/mesh/a.msh");
+    Write("outer/inner/job.inp", kAbaqusDeck);
+    Write("outer/other/job.inp", kAbaqusDeck);
+    selection.studies = {"outer/inner"};
+    Read();
+    EXPECT_EQ(MetadataOf(Find(CAE_MODEL, "outer"), L"Files"), "2");
+    Find(CAE_MODEL, "inner");
+    EXPECT_EQ(MetadataOf(*reading.project, L"Studies"), "2");
+}
+
+TEST_F(DirectoryReaderTest, WhatIsNotAStudyCannotBeChosen) {
+    Write("a/job.inp", kAbaqusDeck);
+    Write("docs/plan.csv");
+    folder.MakeDirectory("outside");
+    for (const char* const study : {"docs", "none", "../outside", "a/job.inp"}) {
+        selection.studies = {study};
+        reading = ReadDirectory(folder / "root", std::nullopt, kept.console, nullptr, selection);
+        EXPECT_EQ(reading.project, nullptr) << study;
+        EXPECT_TRUE(
+            reading.refusal.starts_with("'" + std::string(study) + "' is not a directory with decks in "))
+            << reading.refusal;
+    }
+}
+
+TEST_F(DirectoryReaderTest, PatternsLeaveOutFilesAndDirectories) {
+    Write("a/job.inp", kAbaqusDeck);
+    Write("a/job.frd");
+    Write("a/results/x.png");
+    Write("b/job.inp", kAbaqusDeck);
+    Write("b/job.frd");
+    Write("b/.korvaneignore", "!job.frd\n");
+    Write(".korvaneignore", "*.frd\nresults/\n");
+    Read();
+    EXPECT_EQ(MetadataOf(*reading.project, L"Files"), "3") << "the nearest file decides";
+    selection.excluded = {"*.frd", "b"};
+    Read();
+    EXPECT_EQ(MetadataOf(*reading.project, L"Files"), "1");
+    EXPECT_EQ(kept.said, "");
 }
 
 TEST_F(DirectoryReaderTest, OnlySomeOfManyMaterialsAreNamed) {

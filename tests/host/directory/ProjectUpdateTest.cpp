@@ -92,11 +92,13 @@ protected:
     std::string Update(bool isRemoving = false) {
         const KnownFiles known = KnownFilesOf(*project);
         kept.said.clear();
-        DirectoryReading reading = ReadDirectory(folder / "root", std::nullopt, kept.console, &known);
+        DirectoryReading reading =
+            ReadDirectory(folder / "root", std::nullopt, kept.console, &known, selection);
         read = std::move(reading.project);
         EXPECT_NE(read, nullptr);
         readingSaid = std::exchange(kept.said, "");
-        result = UpdateProject(*project, *read, isRemoving, false, reading.described.named);
+        result =
+            UpdateProject(*project, *read, isRemoving, false, {reading.described.named, reading.exclusion});
         result.report.Say("P", isRemoving, kept.console);
         return std::exchange(kept.said, "");
     }
@@ -154,6 +156,7 @@ protected:
         Write("docs/plan.pdf", "%PDF-");
     }
 
+    Selection selection;
     TemporaryDirectory folder;
     KeptConsole kept;
     std::unique_ptr<CAEProject> project;
@@ -417,6 +420,46 @@ TEST_F(ProjectUpdateTest, WhatUsersSayIsKeptInStep) {
     ExpectNothingChanges();
     Remove("a/korvane.toml");
     ExpectNothingChanges();
+}
+
+TEST_F(ProjectUpdateTest, WhatIsLeftOutIsNeitherMissingNorNew) {
+    Write("plan.csv");
+    Write("a/job.inp", kAbaqusDeck);
+    Write("a/job.frd");
+    Write("b/job.inp", kAbaqusDeck);
+    Write("group/c/job.inp", kAbaqusDeck);
+    Write("group/notes.txt");
+    Make();
+    const std::string tree = TreeOf(*project);
+    selection.excluded = {"*.frd", "b"};
+    Update(true);
+    EXPECT_TRUE(result.report.missing.IsZero());
+    EXPECT_TRUE(result.report.removed.IsZero());
+    EXPECT_EQ(PlacesOf(*project), before);
+    // A study that is chosen changes; everything else is as it was, whatever happened to it.
+    selection = {};
+    Update();
+    EXPECT_EQ(TreeOf(*project), tree);
+    selection.studies = {"a"};
+    Write("a/new.txt");
+    Remove("b");
+    Remove("group/notes.txt");
+    Write("group/c/new.txt");
+    const std::string said = Update(true);
+    EXPECT_EQ(result.report.added.files, 1U) << said;
+    EXPECT_TRUE(result.report.missing.IsZero()) << said;
+    EXPECT_TRUE(result.report.removed.IsZero()) << said;
+    EXPECT_NE(TreeOf(*project).find("b Model"), std::string::npos);
+    OuString value;
+    project->getMetadataValue(L"Files", value);
+    EXPECT_EQ(value, OuString(L"6")) << "of the project nobody counted the files";
+    Remove("a/job.frd");
+    Update(true);
+    EXPECT_EQ(result.report.removed.files, 1U);
+    selection = {};
+    Update(true);
+    EXPECT_EQ(TreeOf(*project).find("b Model"), std::string::npos);
+    EXPECT_EQ(result.report.removed.files, 3U) << "with job.frd, which only saving takes off the list";
 }
 
 TEST_F(ProjectUpdateTest, ADescriptionThatTheDirectoryLostStays) {
