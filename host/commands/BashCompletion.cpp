@@ -1,5 +1,3 @@
-#include <sstream>
-
 #include "CompletionScripts.h"
 
 namespace host {
@@ -95,7 +93,7 @@ std::string Patterns(const std::string& command, const CommandOption& option) {
     return patterns;
 }
 
-void PutOptions(const std::vector<CommandEntry>& table, std::ostream& out) {
+void PutOptions(const std::vector<CommandEntry>& table, ScriptText& out) {
     out << "_korvane_json_options() {\n    case $1 in\n";
     for (const CommandEntry& entry : table) {
         const bool isProgram = &entry == &table.front();
@@ -109,7 +107,7 @@ void PutOptions(const std::vector<CommandEntry>& table, std::ostream& out) {
     out << "    esac\n}\n\n";
 }
 
-void PutValues(const std::vector<CommandEntry>& table, std::ostream& out) {
+void PutValues(const std::vector<CommandEntry>& table, ScriptText& out) {
     std::string known;
     out << "_korvane_json_value() {\n    case \"$1 $2\" in\n";
     for (const CommandEntry& entry : table) {
@@ -125,7 +123,7 @@ void PutValues(const std::vector<CommandEntry>& table, std::ostream& out) {
         << ") return 0 ;;\n    esac\n    return 1\n}\n\n";
 }
 
-void PutArguments(const std::vector<CommandEntry>& table, std::ostream& out) {
+void PutArguments(const std::vector<CommandEntry>& table, ScriptText& out) {
     out << "_korvane_json_argument() {\n    case \"$1 $2\" in\n";
     for (const CommandEntry& entry : table) {
         for (std::size_t index = 0; index < entry.arguments.size(); ++index) {
@@ -140,7 +138,7 @@ void PutArguments(const std::vector<CommandEntry>& table, std::ostream& out) {
 }  // namespace
 
 std::string BashCompletion(const std::vector<CommandEntry>& table) {
-    std::ostringstream out;
+    ScriptText out;
     out << kBegin << "_korvane_json_commands() {\n    _korvane_json_words '";
     for (std::size_t index = 1; index < table.size(); ++index) {
         out << (index == 1 ? "" : " ") << table[index].name;
@@ -150,7 +148,7 @@ std::string BashCompletion(const std::vector<CommandEntry>& table) {
     PutValues(table, out);
     PutArguments(table, out);
     out << kEnd;
-    return out.str();
+    return out.Text();
 }
 
 }  // namespace host

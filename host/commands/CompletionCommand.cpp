@@ -25,8 +25,7 @@ void AddCompletionCommand(CLI::App& program, Console& console, int& status) {
     const auto shell = std::make_shared<std::string>();
     CLI::App& command = *program.add_subcommand(
         "completion", "Print the script that lets a shell complete commands and options");
-    AddChoice(command, "SHELL", *shell, {"bash", "zsh", "fish"}, "", "The shell");
-    command.get_option("SHELL")->required();
+    AddChoice(command, "SHELL", *shell, {"bash", "zsh", "fish"}, "", "The shell").required();
     AddExamples(command,
                 "  korvane-json completion bash > ~/.local/share/bash-completion/completions/korvane-json\n"
                 "  korvane-json completion zsh > ~/.zfunc/_korvane-json\n"

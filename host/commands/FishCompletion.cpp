@@ -1,5 +1,3 @@
-#include <sstream>
-
 #include "CompletionScripts.h"
 
 namespace host {
@@ -91,7 +89,7 @@ std::string Completed(const ValueKind& kind) {
     return kind.isFile ? " -a '(__korvane_json_files " + Joined(kind.endings) + ")'" : "";
 }
 
-void PutOption(const std::string& condition, const CommandOption& option, std::ostream& out) {
+void PutOption(const std::string& condition, const CommandOption& option, ScriptText& out) {
     out << "complete -c korvane-json -n " << Quoted(condition);
     if (!option.shortName.empty()) {
         out << " -s " << option.shortName.substr(1);
@@ -103,7 +101,7 @@ void PutOption(const std::string& condition, const CommandOption& option, std::o
     out << " -d " << Quoted(option.description) << '\n';
 }
 
-void PutCommand(const CommandEntry& entry, std::ostream& out) {
+void PutCommand(const CommandEntry& entry, ScriptText& out) {
     std::string valued;
     for (const CommandOption& option : entry.options) {
         PutOption("__korvane_json_is " + entry.name, option, out);
@@ -126,7 +124,7 @@ void PutCommand(const CommandEntry& entry, std::ostream& out) {
 }  // namespace
 
 std::string FishCompletion(const std::vector<CommandEntry>& table) {
-    std::ostringstream out;
+    ScriptText out;
     out << kBegin;
     for (const CommandOption& option : table.front().options) {
         PutOption("__korvane_json_needs_command", option, out);
@@ -138,7 +136,7 @@ std::string FishCompletion(const std::vector<CommandEntry>& table) {
     for (std::size_t index = 1; index < table.size(); ++index) {
         PutCommand(table[index], out);
     }
-    return out.str();
+    return out.Text();
 }
 
 }  // namespace host

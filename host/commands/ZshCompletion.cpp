@@ -1,5 +1,3 @@
-#include <sstream>
-
 #include "CompletionScripts.h"
 
 namespace host {
@@ -43,7 +41,7 @@ std::string Action(const ValueKind& kind) {
     return action.empty() ? "_files" : action + ")\"";
 }
 
-void PutOption(const CommandOption& option, std::ostream& out) {
+void PutOption(const CommandOption& option, ScriptText& out) {
     const std::string value =
         option.hasValue ? ':' + Escaped(option.valueName) + ':' + Action(option.value) : "";
     const std::string described = '[' + Escaped(option.description) + ']' + value + "'";
@@ -56,12 +54,12 @@ void PutOption(const CommandOption& option, std::ostream& out) {
     }
 }
 
-void PutArgument(const CommandArgument& argument, std::size_t number, std::ostream& out) {
+void PutArgument(const CommandArgument& argument, std::size_t number, ScriptText& out) {
     out << "'" << (argument.isRepeated ? "*" : std::to_string(number)) << ':' << Escaped(argument.name) << ':'
         << Action(argument.value) << "'";
 }
 
-void PutCommand(const CommandEntry& entry, std::ostream& out) {
+void PutCommand(const CommandEntry& entry, ScriptText& out) {
     out << "        " << entry.name << ")\n            _arguments -s -S";
     for (const CommandOption& option : entry.options) {
         out << " \\\n                ";
@@ -77,7 +75,7 @@ void PutCommand(const CommandEntry& entry, std::ostream& out) {
 }  // namespace
 
 std::string ZshCompletion(const std::vector<CommandEntry>& table) {
-    std::ostringstream out;
+    ScriptText out;
     out << "#compdef korvane-json\n"
            "# zsh completion for korvane-json, printed by \"korvane-json completion zsh\".\n\n"
            "_korvane-json() {\n"
@@ -106,7 +104,7 @@ std::string ZshCompletion(const std::vector<CommandEntry>& table) {
            "else\n"
            "    compdef _korvane-json korvane-json\n"
            "fi\n";
-    return out.str();
+    return out.Text();
 }
 
 }  // namespace host
