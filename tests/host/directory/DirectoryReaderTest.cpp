@@ -473,20 +473,19 @@ TEST_F(DirectoryReaderTest, UsersDescribeStudiesIterationsAndParts) {
           "solver = \"Mine\"\n[iteration.job]\nname = \"Load\"\nmetadata.Steps = 7\n"
           "[part.arm]\ndescription = \"Left\"\n");
     EXPECT_EQ(Tree(),
-              // The study has another name than its directory, so the directory stands in the paths.
-              "root                          Project            #1  Simulation\n"
+              "root                    Project            #1  Simulation\n"
               "|  Files: 3; Size: 32 B; Solver: Abaqus/CalculiX; Studies: 1\n"
-              "`- Bracket                    Model              #2\n"
+              "`- Bracket              Model              #2\n"
               "   |  Description: Said; Files: 3; Size: 32 B; Solver: Mine; Mass: 2.4 kg\n"
-              "   |- study/README.md         custom file        #3  Report  ASCII     7 B\n"
-              "   |- arm                     Part               #4\n"
+              "   |- README.md         custom file        #3  Report  ASCII     7 B\n"
+              "   |- arm               Part               #4\n"
               "   |  |  Description: Left\n"
-              "   |  `- study/arm.step       CAD file           #5  CAD     ASCII     1 B\n"
-              "   `- Iterations              IterationFolder    #6\n"
-              "      `- Load                 Iteration          #7\n"
+              "   |  `- arm.step       CAD file           #5  CAD     ASCII     1 B\n"
+              "   `- Iterations        IterationFolder    #6\n"
+              "      `- Load           Iteration          #7\n"
               "         |  Solver: Abaqus/CalculiX; Steps: 7\n"
-              "         `- job.inp           IterationModel     #8\n"
-              "            `- study/job.inp  FE representation  #9  Deck    ASCII    24 B\n"
+              "         `- job.inp     IterationModel     #8\n"
+              "            `- job.inp  FE representation  #9  Deck    ASCII    24 B\n"
               "\n"
               "1 study, 1 iteration, 1 part, 3 files (32 B)\n");
     EXPECT_EQ(kept.said, "");
