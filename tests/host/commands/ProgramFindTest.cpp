@@ -15,7 +15,7 @@ protected:
         folder.Write("p/plates/left.msh", "$MeshFormat\n");
         folder.Write("p/plates/right.msh", "$MeshFormat\n");
         folder.Write("p/plates/right.step", "ISO-10303-21;\n");
-        folder.Write("p/plates/refs/a, \"b\".png", "12345");
+        folder.Write("p/plates/refs/a, b.png", "12345");
         folder.Write("p/modes/run.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
     }
 };
@@ -41,7 +41,11 @@ TEST_F(ProgramFind, ReadsProjectFilesAndDocumentsAsWell) {
 TEST_F(ProgramFind, ListsCommaSeparatedValues) {
     EXPECT_EQ(OutputOf({"find", "p", "name~*.png", "--show", "size", "--show", "type", "--format", "csv"}),
               "kind,path,id,key,size,size unit,type\r\n"
-              "File,\"plates/refs/a, \"\"b\"\".png\",8,,5,B,Picture\r\n");
+              "File,\"plates/refs/a, b.png\",8,,5,B,Picture\r\n");
+    folder.Write("d.json",
+                 R"({"type":"SIMULATION","name":"D","children":[{"type":"CAEPART","name":"a \"b\"\nc"}]})");
+    EXPECT_EQ(OutputOf({"find", "d.json", "kind=Part", "--format", "csv"}),
+              "kind,path,id,key\r\nPart,\"a \"\"b\"\"\nc\",2,\r\n");
 }
 
 TEST_F(ProgramFind, ListsJson) {

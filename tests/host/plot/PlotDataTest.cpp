@@ -53,13 +53,13 @@ TEST_F(PlotDataTest, WhatAnObjectLacksIsThatOfTheObjectAbove) {
     SetEntry(study, L"Solver", L"CalculiX");
     SetEntry(study, L"Mass", L"7", L"kg");
     CAEObject& iteration = *korvane::CreateObject(study, CAE_ITERATION, L"i");
-    SetEntry(iteration, L"Stress", L"3", L"Pa");
+    SetEntry(iteration, L"Stress", L"3", L"MPa");
     korvane::CreateObject(iteration, CAE_TAG, L"has neither itself");
     AddPart(*project, L"alone", L"1", L"kg");
     const PlotData data = Read(FieldOf("Solver"));
     ASSERT_EQ(data.plot.points.size(), 2U);
     EXPECT_EQ(data.plot.points[0].x, 7);
-    EXPECT_EQ(data.plot.points[0].label, "s/i\nmass: 7 kg\nstress: 3 Pa\nSolver: CalculiX");
+    EXPECT_EQ(data.plot.points[0].label, "s/i\nmass: 7 kg\nstress: 3 MPa\nSolver: CalculiX");
     EXPECT_EQ(data.plot.groups, (std::vector<std::string>{"CalculiX", "without Solver"}));
     EXPECT_EQ(data.plot.points[1].group, 1U);
     EXPECT_EQ(data.withX, 2U);
