@@ -1,10 +1,9 @@
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <string>
 #include <vector>
 
 #include "AbaqusElements.h"
+#include "CoordinateSystem.h"
 #include "ModelSyntaxes.h"
 #include "Numbers.h"
 #include "StarKeywords.h"
@@ -17,33 +16,7 @@ namespace host {
 namespace {
 
 enum class Block { Other, Nodes, Elements, Heading, Instance };
-enum class Coordinates { Rectangular, Cylindrical, Spherical };
-
 constexpr std::size_t kLongestKeyword = 4096;
-
-Coordinates CoordinatesOf(std::string_view system) {
-    const std::string name = ToUpperAscii(Trim(system));
-    return name == "C"   ? Coordinates::Cylindrical
-           : name == "S" ? Coordinates::Spherical
-                         : Coordinates::Rectangular;
-}
-
-Position Rectangular(const Position& given, Coordinates coordinates) {
-    constexpr double kDegree = std::numbers::pi / 180;
-    const auto [radius, theta, third] = given;
-    switch (coordinates) {
-        case Coordinates::Rectangular:
-            return given;
-        case Coordinates::Cylindrical:
-            return {radius * std::cos(theta * kDegree), radius * std::sin(theta * kDegree), third};
-        case Coordinates::Spherical: {
-            const double onPlane = radius * std::cos(third * kDegree);
-            return {onPlane * std::cos(theta * kDegree), onPlane * std::sin(theta * kDegree),
-                    radius * std::sin(third * kDegree)};
-        }
-    }
-    return given;
-}
 
 /// The keyword without any blanks: the solvers read *ENDSTEP and *END STEP alike.
 std::string KeywordOf(std::string_view line) {
@@ -75,7 +48,7 @@ private:
     InputLines& lines_;
     ModelRecorder& model_;
     Block block_ = Block::Other;
-    Coordinates coordinates_ = Coordinates::Rectangular;
+    CoordinateSystem coordinates_ = CoordinateSystem::Rectangular;
     std::string type_;
     ElementKind kind_;
     /// The identifier of the element, and its nodes so far.
@@ -139,7 +112,7 @@ void AbaqusReader::ReadKeyword(const std::string& line) {
 void AbaqusReader::BeginData(const std::string& keyword, const std::string& line) {
     if (keyword == "NODE") {
         block_ = Block::Nodes;
-        coordinates_ = CoordinatesOf(StarParameter(line, "SYSTEM"));
+        coordinates_ = CoordinateSystemOf(StarParameter(line, "SYSTEM"));
     } else {
         block_ = Block::Elements;
         type_ = ToUpperAscii(Trim(StarParameter(line, "TYPE")));

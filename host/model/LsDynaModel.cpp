@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <array>
 #include <string>
 #include <vector>
 
+#include "LsDynaElements.h"
 #include "ModelSyntaxes.h"
 #include "Numbers.h"
 #include "StatedUnits.h"
@@ -20,31 +20,6 @@ struct Widths {
     std::size_t number = 8;
     std::size_t coordinate = 16;
 };
-
-struct ElementKeyword {
-    std::string_view name;
-    ElementShape shape;
-    /// The most nodes, those of an element whose middles have nodes.
-    std::size_t mostNodes;
-    std::size_t numbering;
-    /// The field of the first node.
-    std::size_t first;
-};
-
-constexpr std::array kElements = {
-    ElementKeyword{"ELEMENT_SOLID", ElementShape::Hexahedron, 10, 0, 2},
-    ElementKeyword{"ELEMENT_TSHELL", ElementShape::Hexahedron, 8, 1, 2},
-    ElementKeyword{"ELEMENT_SHELL", ElementShape::Quadrilateral, 8, 2, 2},
-    ElementKeyword{"ELEMENT_BEAM", ElementShape::Line, 2, 3, 2},
-    ElementKeyword{"ELEMENT_DISCRETE", ElementShape::Line, 2, 4, 2},
-    ElementKeyword{"ELEMENT_SEATBELT", ElementShape::Line, 2, 5, 2},
-    ElementKeyword{"ELEMENT_MASS", ElementShape::Other, 1, 6, 1},
-    ElementKeyword{"ELEMENT_SPH", ElementShape::Other, 1, 7, 0},
-};
-
-/// Options of shells and beams that add one line to each element.
-constexpr std::array<std::string_view, 10> kOneLineOptions = {
-    "THICKNESS", "BETA", "MCID", "OFFSET", "SECTION", "SCALAR", "PID", "ORIENTATION", "WARPAGE", "SCALR"};
 
 class LsDynaReader {
 public:
@@ -72,7 +47,7 @@ private:
     ModelRecorder& model_;
     Block block_ = Block::Other;
     Widths widths_;
-    const ElementKeyword* element_ = nullptr;
+    const LsDynaElement* element_ = nullptr;
     /// Lines behind each element that have no nodes, and how many are still to come.
     std::size_t linesOfOptions_ = 0;
     std::size_t linesLeft_ = 0;
@@ -150,32 +125,11 @@ void LsDynaReader::ReadKeyword(std::string_view line) {
 }
 
 void LsDynaReader::BeginElements(const std::string& keyword) {
-    const auto* const found = std::ranges::find_if(kElements, [&](const ElementKeyword& element) {
-        return keyword.starts_with(element.name) &&
-               (keyword.size() == element.name.size() || keyword[element.name.size()] == '_');
-    });
-    std::string_view options = found == kElements.end()
-                                   ? std::string_view(keyword)
-                                   : std::string_view(keyword).substr(found->name.size());
-    linesOfOptions_ = 0;
-    while (options.starts_with('_')) {
-        options.remove_prefix(1);
-        const std::string_view option = options.substr(0, std::min(options.find('_'), options.size()));
-        const bool mayHave =
-            found->shape == ElementShape::Quadrilateral || found->shape == ElementShape::Line;
-        if (!mayHave || std::ranges::find(kOneLineOptions, option) == kOneLineOptions.end()) {
-            break;
-        }
-        // The angle stands on the line of the thicknesses.
-        const bool sharesLine = option == "BETA" || option == "MCID";
-        linesOfOptions_ += sharesLine && linesOfOptions_ > 0 ? 0 : 1;
-        options.remove_prefix(option.size());
-    }
-    if (!options.empty()) {
+    element_ = FindLsDynaElement(keyword, linesOfOptions_);
+    if (element_ == nullptr) {
         model_.CannotCountElements(lines_.Place() + ": the lines below *" + keyword + " are not known");
         return;
     }
-    element_ = found;
     block_ = Block::Elements;
 }
 
@@ -300,58 +254,14 @@ void LsDynaReader::ReadElement(std::string_view line) {
     }
 }
 
-/// The shape of a solid is what its repeated nodes leave of a hexahedron.
-ElementShape ShapeOfSolid(std::vector<std::int64_t>& nodes, int& order) {
-    nodes.resize(std::max<std::size_t>(nodes.size(), 8));
-    if (nodes.size() >= 10 && nodes[8] > 0 && nodes[9] > 0) {
-        order = 2;
-        return ElementShape::Tetrahedron;
-    }
-    nodes.resize(8);
-    const auto same = [&](std::size_t from, std::size_t to) {
-        return std::all_of(nodes.begin() + static_cast<std::ptrdiff_t>(from),
-                           nodes.begin() + static_cast<std::ptrdiff_t>(to),
-                           [&](std::int64_t node) { return node == nodes[from] || node == 0; });
-    };
-    if (same(3, 8)) {
-        nodes.resize(4);
-        return ElementShape::Tetrahedron;
-    }
-    if (same(4, 8)) {
-        nodes.resize(5);
-        return ElementShape::Pyramid;
-    }
-    if (same(4, 6) && same(6, 8)) {
-        // The edges 1-4 and 2-3 are those of the triangles at both ends.
-        nodes = {nodes[0], nodes[1], nodes[4], nodes[3], nodes[2], nodes[6]};
-        return ElementShape::Wedge;
-    }
-    return ElementShape::Hexahedron;
-}
-
 void LsDynaReader::AddElement() {
     numbers_.resize(std::max(numbers_.size(), element_->first + 1));
     nodes_.assign(numbers_.begin() + static_cast<std::ptrdiff_t>(element_->first), numbers_.end());
     const std::int64_t id = numbers_.front();
     numbers_.clear();
     linesLeft_ = linesOfOptions_;
-    ElementShape shape = element_->shape;
     int order = 1;
-    if (shape == ElementShape::Hexahedron) {
-        shape = ShapeOfSolid(nodes_, order);
-    } else if (shape == ElementShape::Quadrilateral) {
-        nodes_.resize(8);
-        order = nodes_[4] > 0 ? 2 : 1;
-        nodes_.resize(order == 2 ? 8 : 4);
-        if (order == 1 && (nodes_[3] == 0 || nodes_[3] == nodes_[2])) {
-            shape = ElementShape::Triangle;
-            nodes_.resize(3);
-        }
-    } else if (shape == ElementShape::Line) {
-        nodes_.resize(2);
-        // A spring to the ground has one node.
-        shape = nodes_[1] == 0 ? ElementShape::Other : shape;
-    }
+    const ElementShape shape = ShapeOf(*element_, nodes_, order);
     const auto corners = static_cast<std::ptrdiff_t>(CornersOf(shape));
     if (id <= 0 ||
         std::any_of(nodes_.begin(), nodes_.begin() + corners, [](std::int64_t node) { return node <= 0; })) {

@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <array>
 #include <string>
 #include <vector>
 
 #include "ModelSyntaxes.h"
+#include "NastranCards.h"
 #include "Numbers.h"
 #include "StatedUnits.h"
 #include "host/system/Text.h"
@@ -17,62 +17,6 @@ namespace {
 constexpr std::size_t kColumns = 8;
 /// A hexahedron with all its nodes has 22 fields; nothing that is read here has more.
 constexpr std::size_t kMostFields = 24;
-
-struct ElementCard {
-    std::string_view name;
-    ElementShape shape;
-    /// The field of the first node, counted from that of the identifier.
-    std::size_t first;
-    std::size_t mostNodes;
-};
-
-// Rigid elements and PLOTEL are no elements of the mesh, as the solver counts them.
-constexpr std::array kElements = {
-    ElementCard{"CTETRA", ElementShape::Tetrahedron, 2, 10},
-    ElementCard{"CHEXA", ElementShape::Hexahedron, 2, 20},
-    ElementCard{"CPENTA", ElementShape::Wedge, 2, 15},
-    ElementCard{"CPYRAM", ElementShape::Pyramid, 2, 13},
-    ElementCard{"CPYRA", ElementShape::Pyramid, 2, 13},
-    ElementCard{"CQUAD4", ElementShape::Quadrilateral, 2, 4},
-    ElementCard{"CQUADR", ElementShape::Quadrilateral, 2, 4},
-    ElementCard{"CQUAD8", ElementShape::Quadrilateral, 2, 8},
-    ElementCard{"CQUAD", ElementShape::Quadrilateral, 2, 9},
-    ElementCard{"CSHEAR", ElementShape::Quadrilateral, 2, 4},
-    ElementCard{"CTRIA3", ElementShape::Triangle, 2, 3},
-    ElementCard{"CTRIAR", ElementShape::Triangle, 2, 3},
-    ElementCard{"CTRIA6", ElementShape::Triangle, 2, 6},
-    ElementCard{"CBAR", ElementShape::Line, 2, 2},
-    ElementCard{"CBEAM", ElementShape::Line, 2, 2},
-    ElementCard{"CBEND", ElementShape::Line, 2, 2},
-    ElementCard{"CROD", ElementShape::Line, 2, 2},
-    ElementCard{"CTUBE", ElementShape::Line, 2, 2},
-    ElementCard{"CONROD", ElementShape::Line, 1, 2},
-    ElementCard{"CVISC", ElementShape::Line, 2, 2},
-    ElementCard{"CGAP", ElementShape::Line, 2, 2},
-    ElementCard{"CBUSH", ElementShape::Other, 2, 2},
-    ElementCard{"CBUSH1D", ElementShape::Other, 2, 2},
-    ElementCard{"CELAS1", ElementShape::Other, 0, 0},
-    ElementCard{"CELAS2", ElementShape::Other, 0, 0},
-    ElementCard{"CELAS3", ElementShape::Other, 0, 0},
-    ElementCard{"CELAS4", ElementShape::Other, 0, 0},
-    ElementCard{"CDAMP1", ElementShape::Other, 0, 0},
-    ElementCard{"CDAMP2", ElementShape::Other, 0, 0},
-    ElementCard{"CMASS1", ElementShape::Other, 0, 0},
-    ElementCard{"CMASS2", ElementShape::Other, 0, 0},
-    ElementCard{"CONM1", ElementShape::Other, 0, 0},
-    ElementCard{"CONM2", ElementShape::Other, 0, 0},
-    ElementCard{"CTRIAX", ElementShape::Other, 0, 0},
-    ElementCard{"CTRIAX6", ElementShape::Other, 0, 0},
-    ElementCard{"CQUADX", ElementShape::Other, 0, 0},
-    ElementCard{"CWELD", ElementShape::Other, 0, 0},
-    ElementCard{"CFAST", ElementShape::Other, 0, 0},
-    ElementCard{"CSEAM", ElementShape::Other, 0, 0},
-    ElementCard{"CHBDYG", ElementShape::Other, 0, 0},
-};
-
-// MATS1, MATT1 and their like add to one of these.
-constexpr std::array<std::string_view, 12> kMaterials = {
-    "MAT1", "MAT2", "MAT3", "MAT4", "MAT5", "MAT8", "MAT9", "MAT10", "MAT11", "MATHP", "MATHE", "MAT10C"};
 
 enum class Section { Unknown, Control, Bulk };
 
@@ -105,7 +49,7 @@ private:
     void AddField(std::string_view field);
     void EndCard();
     void ReadGrid();
-    void ReadElement(const ElementCard& card);
+    void ReadElement(const NastranElement& card);
     void ReadUnits();
     std::string_view Field(std::size_t index) const {
         return index < fields_.size() ? std::string_view(fields_[index]) : std::string_view();
@@ -225,8 +169,9 @@ void NastranReader::BeginCard(std::string_view line) {
         return;
     }
     const std::string name = ToUpperAscii(word);
-    const bool isRead = name == "GRID" || name == "GRDSET" || name == "DTI" || name.starts_with("MAT") ||
-                        std::ranges::find(kElements, name, &ElementCard::name) != kElements.end();
+    const bool isRead =
+        name == "GRID" || name == "GRDSET" || name == "DTI" || name.starts_with("MAT") ||
+        std::ranges::find(kNastranElements, name, &NastranElement::name) != kNastranElements.end();
     if (isRead) {
         name_ = name;
         place_ = lines_.Place();
@@ -271,10 +216,10 @@ void NastranReader::EndCard() {
         }
     } else if (name_ == "DTI") {
         ReadUnits();
-    } else if (std::ranges::find(kMaterials, name_) != kMaterials.end()) {
+    } else if (std::ranges::find(kNastranMaterials, name_) != kNastranMaterials.end()) {
         model_.AddMaterial(name_ + ' ' + std::string(Field(0)));
-    } else if (const auto* const card = std::ranges::find(kElements, name_, &ElementCard::name);
-               card != kElements.end()) {
+    } else if (const auto* const card = std::ranges::find(kNastranElements, name_, &NastranElement::name);
+               card != kNastranElements.end()) {
         ReadElement(*card);
     }
     name_.clear();
@@ -302,7 +247,7 @@ void NastranReader::ReadGrid() {
     model_.AddNode(*id, position);
 }
 
-void NastranReader::ReadElement(const ElementCard& card) {
+void NastranReader::ReadElement(const NastranElement& card) {
     const std::optional<std::int64_t> id = ParseInteger(Field(0));
     if (!id || *id <= 0) {
         model_.CannotCountElements(place_ + ": the element has no number");
