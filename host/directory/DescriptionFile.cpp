@@ -5,12 +5,21 @@
 #include <charconv>
 #include <cmath>
 #include <sstream>
+#include <stdexcept>
 #include <unordered_set>
 #include <utility>
 
 #include "DottedKeys.h"
 #include "host/system/Text.h"
 
+namespace {
+/// What the parser takes for certain, and damaged texts can make untrue.
+[[noreturn]] void FailInParser() {
+    throw std::logic_error("a character that is not allowed here");
+}
+}  // namespace
+
+#define TOML_ASSERT(expression) ((expression) ? static_cast<void>(0) : FailInParser())
 // The parser calls itself for what is in brackets.
 #define TOML_MAX_NESTED_VALUES 64
 #define TOML_ENABLE_WINDOWS_COMPAT 0
@@ -221,6 +230,7 @@ DescriptionFile ReadDescriptionFile(std::string_view text) {
     } else if (HasKeyWithManyDots(text, place)) {
         file.problems.push_back({place, "the file is left out: a name has too many dots"});
     } else {
+        place = {};
         try {
             Reader(file).ReadStudy(toml::parse(text));
         } catch (const toml::parse_error& error) {
@@ -228,6 +238,10 @@ DescriptionFile ReadDescriptionFile(std::string_view text) {
             file.problems.push_back(
                 {PlaceOf(error.source().begin),
                  "the file is left out, because it is not TOML: " + std::string(error.description())});
+        } catch (const std::logic_error& error) {
+            file = {};
+            file.problems.push_back(
+                {place, std::string("the file is left out, because it is not TOML: ") + error.what()});
         }
     }
     return file;

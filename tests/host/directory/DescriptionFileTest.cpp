@@ -84,6 +84,13 @@ TEST(DescriptionFile, IsLeftOutIfItIsNotToml) {
         << file.problems[0].text;
 }
 
+TEST(DescriptionFile, IsLeftOutWithSignsThatTheParserDoesNotExpect) {
+    using namespace std::string_view_literals;
+    for (const std::string_view text : {"[\t\0tadata]\n"sv, "[ $]\n"sv, "[[ \x01]]\n"sv}) {
+        EXPECT_EQ(ReadDescriptionFile(text).problems.size(), 1U);
+    }
+}
+
 TEST(DescriptionFile, HasLimits) {
     EXPECT_EQ(TextOf(std::string((std::size_t{1} << 20U) + 1, '\n')),
               "1:1 the file is left out: it is longer than a megabyte\n");
