@@ -91,6 +91,10 @@ TEST(DescriptionFile, IsLeftOutWithSignsThatTheParserDoesNotExpect) {
     }
 }
 
+TEST(DescriptionFile, ReadsAnyCharacterBehindALineThatIsContinued) {
+    EXPECT_EQ(TextOf("name = \"\"\"a\\\n\xE3\x80\x81 \xC3\xBC\"\"\""), "study name a\xE3\x80\x81 \xC3\xBC\n");
+}
+
 TEST(DescriptionFile, HasLimits) {
     EXPECT_EQ(TextOf(std::string((std::size_t{1} << 20U) + 1, '\n')),
               "1:1 the file is left out: it is longer than a megabyte\n");
