@@ -114,9 +114,8 @@ std::vector<FieldValue> WhatItHas(CAEObject& object) {
         words.emplace(kKey);
     }
     std::vector<FieldValue> values;
-    for (const std::string& word : words) {
-        values.push_back({word});
-    }
+    std::ranges::transform(words, std::back_inserter(values),
+                           [](const std::string& word) { return FieldValue{word}; });
     return values;
 }
 
