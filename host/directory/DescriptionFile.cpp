@@ -19,11 +19,15 @@ namespace {
 }
 }  // namespace
 
-#define TOML_ASSERT(expression) ((expression) ? static_cast<void>(0) : FailInParser())
 // The parser calls itself for what is in brackets.
 #define TOML_MAX_NESTED_VALUES 64
 #define TOML_ENABLE_WINDOWS_COMPAT 0
 #include <toml++/impl/preprocessor.h>
+// Without debugging it would check nothing.
+#undef TOML_ASSERT
+#undef TOML_ASSERT_ASSUME
+#define TOML_ASSERT(expression) ((expression) ? static_cast<void>(0) : FailInParser())
+#define TOML_ASSERT_ASSUME(expression) TOML_ASSERT(expression)
 // Its questions about characters reach this for some, such as U+3001; the answer is no then.
 #pragma push_macro("TOML_UNREACHABLE")
 #undef TOML_UNREACHABLE

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "TextPlace.h"
+
 /// What users say about a study, in a file korvane.toml in its directory.
 namespace host {
 
@@ -12,12 +14,6 @@ inline constexpr std::string_view kDescriptionFile = "korvane.toml";
 
 /// Longer files are not read.
 inline constexpr std::uint64_t kMostOfDescriptionFile = std::uint64_t{1} << 20U;
-
-/// Counted from 1.
-struct TextPlace {
-    std::uint32_t line = 1;
-    std::uint32_t column = 1;
-};
 
 /// An entry of the metadata. A number is written as briefly as it can be.
 struct DescribedEntry {

@@ -1,6 +1,7 @@
 #include "DottedKeys.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace host {
 namespace {

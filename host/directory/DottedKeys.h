@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "DescriptionFile.h"
+#include "TextPlace.h"
 
 namespace host {
 
