@@ -115,7 +115,8 @@ void PutCommand(const CommandEntry& entry, ScriptText& out) {
         const std::string completed = Completed(argument.value);
         if (!completed.empty()) {
             const std::string number = argument.isRepeated ? "more" : std::to_string(index + 1);
-            const std::string condition = "__korvane_json_argument " + entry.name + ' ' + number + valued;
+            std::string condition = "__korvane_json_argument ";
+            condition.append(entry.name).append(1, ' ').append(number).append(valued);
             out << "complete -c korvane-json -n " << Quoted(condition) << completed << '\n';
         }
     }

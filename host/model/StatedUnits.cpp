@@ -18,6 +18,9 @@ constexpr std::array<std::string_view, 66> kUnits = {
     "RAD", "DEG", "A",   "V",   "INCH", "INCHES", "METER", "SECOND", "SECONDS", "NEWTON", "POUND",
 };
 
+constexpr std::array<std::string_view, 4> kHeadings = {"UNITS", "UNIT SYSTEM", "UNITS SYSTEM",
+                                                       "SYSTEM OF UNITS"};
+
 constexpr std::string_view kSeparators = " \t,;/";
 
 bool IsUnit(std::string_view word) {
@@ -32,8 +35,7 @@ std::string_view ListBehindWord(std::string_view text) {
         return {};
     }
     const std::string words = ToUpperAscii(Trim(text.substr(0, mark)));
-    const bool isHeading =
-        words == "UNITS" || words == "UNIT SYSTEM" || words == "UNITS SYSTEM" || words == "SYSTEM OF UNITS";
+    const bool isHeading = std::ranges::find(kHeadings, words) != kHeadings.end();
     return isHeading ? text.substr(mark + 1) : std::string_view();
 }
 

@@ -92,7 +92,11 @@ PlotScale::PlotScale(double smallest, double largest) {
         exponent_ = static_cast<int>(std::floor(ExponentOf(size) / 3.0)) * 3;
     }
     const int digits = std::max(0, exponent_ - step.exponent);
-    for (double number = first; number <= last; ++number) {
+    // No number where the range is beyond what a number can be.
+    const double span = last - first;
+    const std::size_t count = span >= 0 && span <= 2 * kMostSteps ? static_cast<std::size_t>(span) + 1 : 0;
+    for (std::size_t index = 0; index < count; ++index) {
+        const double number = first + static_cast<double>(index);
         ticks_.push_back(number * step.value);
         // Divided by a power of ten, or multiplied: both are exact where the power is.
         const double shown =

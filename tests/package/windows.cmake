@@ -20,10 +20,10 @@ endforeach()
 # The text names every licence, and nothing that is not there.
 file(GLOB licences RELATIVE "${PREFIX}/licences" "${PREFIX}/licences/*")
 string(REGEX REPLACE "^.*\n[0-9]+\\. Licences\n" "" section "${text}")
-string(REGEX MATCHALL "[A-Za-z0-9-]+\\.txt" named "${section}")
+string(REGEX MATCHALL "[A-Za-z0-9.-]+\\.txt" named "${section}")
 list(REMOVE_DUPLICATES named)
 list(SORT named)
-if(NOT named STREQUAL "GPL-3.txt;cli11.txt;gcc-mingw-w64.txt;mingw-w64.txt;tomlplusplus.txt")
+if(NOT named STREQUAL "GPL-3.txt;cli11.txt;gcc-mingw-w64.txt;mingw-w64.txt;three.js.txt;tomlplusplus.txt")
   message(SEND_ERROR "README-Windows.txt names the licences \"${named}\"")
 endif()
 # Only Debian has them in known places.
