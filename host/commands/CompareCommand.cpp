@@ -32,6 +32,8 @@ struct CompareOptions {
     bool isAllShown = false;
     ReportFormat format = ReportFormat::Text;
     std::string ignored;
+    /// For those of the two that are directories.
+    Selection selection;
 };
 
 /// What is compared: a project in memory, or a document.
@@ -40,12 +42,14 @@ struct Input {
     std::optional<JSONNode> document;
 };
 
-bool OpenInput(const std::string& name, Input& input, Console& console) {
-    if (KindOfInput(name) == InputKind::Document) {
+bool OpenInput(const std::string& name, const Selection& selection, Input& input, Console& console) {
+    const InputKind kind = KindOfInput(name);
+    if (kind == InputKind::Document) {
         input.document = ReadJson(name, console);
         return input.document && IsImportable(*input.document, name, console);
     }
-    std::optional<OpenedProject> reading = OpenProject({name, false}, std::nullopt, console);
+    std::optional<OpenedProject> reading = OpenProject(
+        {name, false, kind == InputKind::Directory ? selection : Selection()}, std::nullopt, console);
     if (!reading) {
         return false;
     }
@@ -87,7 +91,8 @@ std::string TextOf(const CompareReport& report, bool isAllShown) {
 int Compare(const CompareOptions& options, Console& console) {
     Input first;
     Input second;
-    if (!OpenInput(options.first, first, console) || !OpenInput(options.second, second, console)) {
+    if (!OpenInput(options.first, options.selection, first, console) ||
+        !OpenInput(options.second, options.selection, second, console)) {
         return kTrouble;
     }
     korvane::exchange::CompareOptions comparing = UsualComparison();
@@ -124,6 +129,11 @@ std::string NamesComplaint(const CompareOptions& options) {
     if (options.first == kStandardStream && options.second == kStandardStream) {
         return "only one of the two can be the standard input (-)";
     }
+    if (!options.selection.IsEmpty() && KindOfInput(options.first) != InputKind::Directory &&
+        KindOfInput(options.second) != InputKind::Directory) {
+        return "--study and --exclude choose from a directory, and neither " + InputName(options.first) +
+               " nor " + InputName(options.second) + " is one";
+    }
     return {};
 }
 
@@ -146,6 +156,7 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     command.add_option("--ignore", options->ignored, "Leave out dates of creation")
         ->type_name("WHAT")
         ->check(CLI::Validator(check, "{dates}"));
+    AddSelection(command, options->selection);
     AddFormat(command, options->format,
               "text (the default) is for people, json for scripts, with all differences:\n--format json");
     AddExamples(command,

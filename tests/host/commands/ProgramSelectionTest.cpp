@@ -61,6 +61,19 @@ TEST_F(ProgramSelectionTest, IsForDirectoriesOnly) {
     EXPECT_EQ(Run({"tree", "p.json", "--exclude", "x"}).status, 1);
 }
 
+TEST_F(ProgramSelectionTest, ComparesWhatIsChosenOfDirectories) {
+    ASSERT_EQ(Run({"new", "root", "p.kvp", "--exclude", "*.frd"}).status, 0);
+    EXPECT_EQ(Run({"compare", "p.kvp", "root", "--ignore", "dates"}).status, 1);
+    EXPECT_EQ(Run({"compare", "p.kvp", "root", "--ignore", "dates", "--exclude", "*.frd"}).status, 0);
+    EXPECT_EQ(Run({"compare", "root", "root", "--ignore", "dates", "--study", "a"}).status, 0);
+    const ProcessResult result = Run({"compare", "p.kvp", "p.kvp", "--study", "a"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(
+        result.error,
+        "korvane-json: --study and --exclude choose from a directory, and neither 'p.kvp' nor 'p.kvp' is "
+        "one. See 'korvane-json compare --help'\n");
+}
+
 TEST_F(ProgramSelectionTest, AnUpdateLeavesTheRestAsItWas) {
     ASSERT_EQ(Run({"new", "root", "p.kvp"}).status, 0);
     folder.Write("root/a/new.txt", "x");
