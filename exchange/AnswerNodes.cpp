@@ -121,11 +121,9 @@ void AnswerApplication::TellOfNode(const JSONNode& node, const AnswerPlace& plac
 void AnswerApplication::TellOfKey(const JSONNode& node, const AnswerPlace& place, std::string_view id,
                                   std::string_view key) {
     const ResponseKey sought{NodeText(id), NodeText(), 0};
+    // It is there: the keys are those of all nodes that have an identifier and a key.
     const auto first = std::lower_bound(keys_.begin(), keys_.end(), sought);
-    if (first == keys_.end() || first->Id() != id) {
-        return;
-    }
-    Outcome& outcome = outcomes_[static_cast<std::size_t>(first - keys_.begin())];
+    Outcome& outcome = outcomes_.at(static_cast<std::size_t>(first - keys_.begin()));
     const int identifier = outcome.target == nullptr ? 0 : outcome.target->getID();
     if (std::exchange(outcome.isTold, true) ? first->Key() != key : outcome.isOverridden) {
         Tell(Reason::kLaterKey, place, identifier, [&] {

@@ -1,8 +1,9 @@
 #include "CarriedTree.h"
 
-#include <new>
+#include <algorithm>
 #include <string>
 
+#include "Room.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
 #include "objectjson/Sections.h"
@@ -37,9 +38,7 @@ std::string UpperCase(std::string_view name) {
 }  // namespace
 
 CarriedNode& CarriedTreeBuilder::Add(NodeIndex parent, NodePlace place, std::uint32_t position) {
-    if (tree_.nodes.size() >= kNoNode) {
-        throw std::bad_alloc();
-    }
+    ThrowIfFull(tree_.nodes.size(), kNoNode);
     CarriedNode& node = tree_.nodes.emplace_back();
     node.parent = parent;
     node.place = place;

@@ -31,15 +31,22 @@ using NodeIndex = std::uint32_t;
 inline constexpr NodeIndex kNoNode = std::numeric_limits<NodeIndex>::max();
 inline constexpr TextId kNoText = std::numeric_limits<TextId>::max();
 
-constexpr bool IsCarriedInRecord(const format::NodeMember& known) {
+consteval bool IsCarriedInRecord(const format::NodeMember& known) {
     return format::FindEffect(known.name.View())->inRecord == format::Effect::kTaken;
 }
 
-/// The members that only file records have.
-inline constexpr std::size_t kCarriedFileMemberCount =
-    static_cast<std::size_t>(std::ranges::count_if(format::kFileRecord, IsCarriedInRecord));
+consteval std::size_t CountCarriedInRecord() {
+    std::size_t count = 0;
+    for (const format::NodeMember& known : format::kFileRecord) {
+        count += IsCarriedInRecord(known) ? 1 : 0;
+    }
+    return count;
+}
 
-constexpr format::MemberName CarriedFileMember(std::size_t number) {
+/// The members that only file records have.
+inline constexpr std::size_t kCarriedFileMemberCount = CountCarriedInRecord();
+
+consteval format::MemberName CarriedFileMember(std::size_t number) {
     for (const format::NodeMember& known : format::kFileRecord) {
         if (IsCarriedInRecord(known) && number-- == 0) {
             return known.name;
@@ -49,7 +56,7 @@ constexpr format::MemberName CarriedFileMember(std::size_t number) {
 }
 
 template <std::size_t... number>
-constexpr auto CarriedFileMembers(std::index_sequence<number...>) {
+consteval auto CarriedFileMembers(std::index_sequence<number...>) {
     return std::array{CarriedFileMember(number)...};
 }
 

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
-#include <new>
+
+#include "Room.h"
 
 namespace korvane::exchange {
 namespace {
@@ -22,9 +23,7 @@ TextId DistinctTexts::IdOf(std::string_view text) {
     if (const std::uint32_t known = SlotOf(text); known != 0) {
         return known;
     }
-    if (texts_.size() > std::numeric_limits<TextId>::max()) {
-        throw std::bad_alloc();
-    }
+    ThrowIfFull(texts_.size(), std::size_t{std::numeric_limits<TextId>::max()} + 1);
     if (texts_.size() * 3 > slots_.size() * 2) {
         Grow();
     }

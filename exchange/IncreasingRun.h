@@ -36,7 +36,7 @@ inline std::vector<bool> FindLongestIncreasing(const std::vector<std::uint32_t>&
         }
     }
     std::vector<bool> isIn(numbers.size(), false);
-    std::size_t index = ends.empty() ? 0 : ends.back();
+    std::size_t index = ends.back();
     for (std::size_t left = ends.size(); left > 0; --left) {
         isIn[index] = true;
         index = before[index];

@@ -102,9 +102,7 @@ bool ReportingImport::ResolvesReference(const ImportTarget& viewItem) {
         return viewItem.object != nullptr;
     }
     const Frame& frame = frames_.back();
-    const OuString key = frame.linkKey                ? *frame.linkKey
-                         : viewItem.object != nullptr ? viewItem.object->getLinkDBKey()
-                                                      : OuString();
+    const OuString key = frame.linkKey ? *frame.linkKey : OuString();
     if (HasMasterAssembly(viewItem.project, key)) {
         ++report_.viewItemsLinked;
     } else {

@@ -5,6 +5,7 @@
 // clang-format on
 
 #include <cstddef>
+#include <cwchar>
 #include <type_traits>
 
 #include "Utf8.h"
@@ -24,14 +25,13 @@ char32_t TakeUtf8(std::string_view text, std::size_t& at) {
     return isText ? character : kByteEscapes + character;
 }
 
-template <std::size_t UnitSize = sizeof(wchar_t)>
 void PutWide(char32_t codePoint, std::wstring& wide) {
-    if constexpr (UnitSize == 2) {
-        if (codePoint > 0xFFFF) {
-            wide += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10U));
-            codePoint = 0xDC00 + ((codePoint - 0x10000) & 0x3FFU);
-        }
+#if WCHAR_MAX == 0xFFFF
+    if (codePoint > 0xFFFF) {
+        wide += static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10U));
+        codePoint = 0xDC00 + ((codePoint - 0x10000) & 0x3FFU);
     }
+#endif
     wide += static_cast<wchar_t>(codePoint);
 }
 

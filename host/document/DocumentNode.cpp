@@ -70,6 +70,9 @@ std::string Describe(const JSONNode& node) {
 }
 
 void RemoveNullKeys(JSONNode& document, Notes& notes) {
+    if (!korvane::exchange::HasNullKeys(document)) {
+        return;
+    }
     korvane::exchange::RemoveNullKeys(
         document, [&notes](const JSONNode& node) { notes.Add(kNullKeys, [&] { return Describe(node); }); });
 }

@@ -58,6 +58,9 @@ void CAEObject::getChildrenList(OuList& children) const {
 
 int CAEObject::addChild(CAEObject* child) {
     const Recorded note("CAEObject::addChild", *this, child);
+    if (const auto* const odd = note.Odd()) {
+        return odd->status;
+    }
     if (child == nullptr) {
         return kFailed;
     }

@@ -17,8 +17,8 @@ namespace korvane {
 /// What an operation answers in place of its own answer. Each operation takes what it has to return or to
 /// fill in and ignores the rest; it changes nothing and fills in nothing else.
 struct Answer {
-    /// What an operation returns that returns a status. CAEObject::getMetadataType, getMetadataUnitString,
-    /// getMetadataValue, getPointerToVersion and createNewVersion, createCAEObject,
+    /// What an operation returns that returns a status. CAEObject::addChild, getMetadataType,
+    /// getMetadataUnitString, getMetadataValue, getPointerToVersion and createNewVersion, createCAEObject,
     /// getMasterAssemblyCAEIDByITEMID.
     int status = 0;
     /// The identifier that is filled in; none leaves the caller's as it was. createCAEObject,

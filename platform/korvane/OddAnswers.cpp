@@ -14,8 +14,9 @@ namespace korvane {
 namespace {
 
 /// The operations that ask their scope for an odd answer.
-constexpr std::array<std::string_view, 15> kAnswering{
+constexpr std::array<std::string_view, 16> kAnswering{
     "CAEGetFileTypeName",
+    "CAEObject::addChild",
     "CAEObject::createNewVersion",
     "CAEObject::getChildrenList",
     "CAEObject::getMetadataType",

@@ -25,6 +25,27 @@ TEST(CompareMembers, FindsEveryChangeThatTheFormatCarries) {
               "~ [/type] model: type changed from 'X' to 'CAEPART'\n");
 }
 
+TEST(CompareMembers, LongNamesAndValuesAreShortened) {
+    const auto repeated = [](const std::string& text, int times) {
+        std::string all;
+        for (int time = 0; time < times; ++time) {
+            all += text;
+        }
+        return all;
+    };
+    const std::string name = R"("type":"CAEPART","name":")" + std::string(90, 'n') + "\"";
+    EXPECT_EQ(CompareChildren(name, name + R"(,"createdDate":"d")"),
+              "~ [/children/0/createdDate] P/" + std::string(80, 'n') +
+                  "...: createdDate changed from '' to 'd'\n");
+    // Twenty bytes before what differs begins a character's second byte: the whole character is shown.
+    const std::string before = "z" + repeated("\u00e4", 50) + "w" + repeated("\u00e4", 5);
+    const std::string shown = "...'" + repeated("\u00e4", 5) + "w" + repeated("\u00e4", 5);
+    EXPECT_EQ(
+        CompareChildren(R"("type":"CAEPART","name":"p","createdDate":")" + before + "x\"",
+                        R"("type":"CAEPART","name":"p","createdDate":")" + before + "y\""),
+        "~ [/children/0/createdDate] P/p: createdDate changed from " + shown + "x' to " + shown + "y'\n");
+}
+
 TEST(CompareMembers, FindsEveryChangeOfFiles) {
     const auto changed = [](const std::string& what) { return "~ [/files/0/" + what + "\n"; };
     EXPECT_EQ(CompareRecords(R"("name":"a")", R"("name":"b")"),

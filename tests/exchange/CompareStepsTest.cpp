@@ -1,8 +1,10 @@
+#include <new>
 #include <numeric>
 
 #include "CompareSupport.h"
 #include "exchange/Alignment.h"
 #include "exchange/IncreasingRun.h"
+#include "exchange/Room.h"
 #include "support/SmallStack.h"
 
 namespace korvane::exchange {
@@ -169,6 +171,11 @@ TEST(DistinctTexts, EqualTextsHaveEqualNumbers) {
     }
     EXPECT_EQ(texts.TextOf(ofLarge), large);
     EXPECT_EQ(texts.size(), 20002U);
+}
+
+TEST(DistinctTexts, AreAsManyAsThereAreNumbers) {
+    EXPECT_NO_THROW(ThrowIfFull(kNoNode - 1, kNoNode));
+    EXPECT_THROW(ThrowIfFull(kNoNode, kNoNode), std::bad_alloc);
 }
 
 std::string Chain(int depth, const std::string& name, const std::string& innermost) {

@@ -95,6 +95,7 @@ TEST_F(ReportJsonTest, NamesOfReasonsStay) {
     for (std::size_t index = 0; index < korvane::exchange::kReasonCount; ++index) {
         EXPECT_EQ(NameOf(static_cast<Reason>(index)), kReasonNames[index]);
     }
+    EXPECT_EQ(NameOf(static_cast<Reason>(korvane::exchange::kReasonCount)), "");
 }
 
 TEST_F(ReportJsonTest, TheTableOfReasonsIsThatOfTheHeader) {

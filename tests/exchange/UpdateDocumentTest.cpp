@@ -140,6 +140,34 @@ TEST_F(UpdateDocumentTest, AnObjectThatCannotMoveStays) {
     Update(text);
 }
 
+TEST_F(UpdateDocumentTest, AnObjectThatIsNotTakenElsewhereStaysAndIsAConflict) {
+    CAEObject& first = project_.Add(CAE_MODEL, L"a");
+    project_.Add(first, CAE_PART, L"p").setDBKey(L"K-1");
+    project_.Add(CAE_MODEL, L"b");
+    const std::string before = Outline(*project_);
+    const korvane::OddAnswer refusal("CAEObject::addChild(#4, #3)", {.status = 1});
+    const ImportReport report =
+        Import(R"({"type":"SIMULATION","children":[{"type":"CAEMODEL","name":"b","children":[)"
+               R"({"type":"CAEPART","name":"p","dbkey":"K-1"}]}]})",
+               {.match = Match::kByKey});
+    EXPECT_EQ(refusal.TimesGiven(), 1);
+    EXPECT_EQ(report.Count(Reason::kConflict), 1U);
+    EXPECT_EQ(report.objectsMoved, 0U);
+    EXPECT_EQ(Outline(*project_), before);
+}
+
+TEST_F(UpdateDocumentTest, AnObjectThatHangsNowhereMovesFromThere) {
+    project_.Add(project_.Add(CAE_MODEL, L"a"), CAE_PART, L"p").setDBKey(L"K-1");
+    project_.Add(CAE_MODEL, L"b");
+    const korvane::OddAnswer orphan("CAEObject::getParent(#3)", {.object = nullptr},
+                                    korvane::OddAnswer::kAlways);
+    const ImportReport report =
+        Import(R"({"type":"SIMULATION","children":[{"type":"CAEMODEL","name":"b","children":[)"
+               R"({"type":"CAEPART","name":"p","dbkey":"K-1"}]}]})",
+               {.match = Match::kByKey, .dryRun = true});
+    EXPECT_NE(Whole(report).find(" moves from nowhere to "), std::string::npos) << Whole(report);
+}
+
 TEST_F(UpdateDocumentTest, MovesAreNested) {
     CAEObject& outer = project_.Add(CAE_MODEL, L"outer");
     outer.setDBKey(L"A");
@@ -237,6 +265,42 @@ TEST_F(UpdateDocumentTest, ConflictsAreNotRemoved) {
                {.remove = true});
     EXPECT_EQ(report.Count(Reason::kConflict), 1U);
     EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 p K-1\n  #3 q K-1\n");
+}
+
+TEST_F(UpdateDocumentTest, WhatHasAFileInConflictIsNotRemoved) {
+    CAEObject& gone = project_.Add(CAE_MODEL, L"gone");
+    project_.AddFile(project_.Add(gone, CAE_PART, L"inner"), L"a.inp", CAE_FILE_DECK).setDBKey(L"F-1");
+    project_.Add(CAE_PART, L"p");
+    const ImportReport report =
+        Update(R"({"type":"SIMULATION","children":[{"type":"CAEPART","name":"p","files":[)"
+               R"({"name":"a.inp","fileType":"Deck","dbkey":"F-1"},)"
+               R"({"name":"b.inp","fileType":"Deck","dbkey":"F-1"}]}]})",
+               {.remove = true});
+    EXPECT_EQ(report.objectsRemoved, 0U);
+    EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 gone\n    #3 inner [#4 a.inp F-1]\n  #5 p\n");
+}
+
+TEST_F(UpdateDocumentTest, WithAndWithoutKeysTheFirstIsTaken) {
+    project_.Add(CAE_PART, L"x").setDBKey(L"K-1");
+    project_.Add(CAE_PART, L"x");
+    project_.Add(CAE_TAG, L"y");
+    project_.Add(CAE_TAG, L"y").setDBKey(L"K-2");
+    const ImportReport report = Update(
+        R"({"type":"SIMULATION","children":[{"type":"CAEPART","name":"x","dbkey":""},)"
+        R"({"type":"CAEPART","name":"x"},{"type":"CAETAG","name":"y"},{"type":"CAETAG","name":"y"}]})");
+    EXPECT_EQ(report.objectsAdded, 0U);
+    EXPECT_EQ(report.objectsMatched, 5U);
+}
+
+TEST_F(UpdateDocumentTest, AViewItemKeepsTheLinkThatTheDocumentDoesNotName) {
+    CAEObject& item = project_.Add(CAE_VIEW_ITEM, L"v");
+    item.setLinkDBKey(L"ITEM");
+    const ImportReport report =
+        Update(R"({"type":"SIMULATION","children":[{"type":"CAEVIEWITEM","name":"v"}]})");
+    // The document asks for nothing to be shown.
+    EXPECT_EQ(report.Count(Reason::kNoMasterAssembly), 0U);
+    EXPECT_EQ(report.viewItems, 1U);
+    EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 v ->ITEM\n");
 }
 
 TEST_F(UpdateDocumentTest, KeepsWhatTheDocumentLacks) {

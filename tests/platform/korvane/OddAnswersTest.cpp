@@ -141,6 +141,19 @@ TEST(OddAnswers, AVersionIsNotMade) {
     EXPECT_EQ(VersionsOf(m.part), Numbers{});
 }
 
+TEST(OddAnswers, AChildIsNotTaken) {
+    Model m;
+    CAEObject* child = &m.part;
+    CAEObject* const parent = child->getParent();
+    ASSERT_EQ(parent->detachChild(child, false), 0);
+    {
+        const OddAnswer odd("CAEObject::addChild", {.status = 1});
+        EXPECT_EQ(parent->addChild(&m.part), 1);
+        EXPECT_EQ(m.part.getParent(), nullptr);
+    }
+    EXPECT_EQ(parent->addChild(&m.part), 0);
+}
+
 TEST(OddAnswers, EveryOperationCanThrowAndThenDoesNothing) {
     Model m;
     const OddAnswer odd("CAEObject::setName(#2, \"x\")", {.throws = true});
