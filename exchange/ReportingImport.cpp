@@ -93,12 +93,8 @@ const std::string& ReportingImport::Component() {
 
 void ReportingImport::Tell(Reason reason, const std::string& component, int identifier,
                            const std::string& subject, const std::string& sentence) {
-    if (builder_.IsListing()) {
-        const int told = identifier == 0 ? frames_.back().identifier : identifier;
-        builder_.Add(reason, Pointer() + component, told, subject, sentence);
-    } else {
-        builder_.CountUnlisted(reason);
-    }
+    const int told = identifier == 0 ? frames_.back().identifier : identifier;
+    builder_.Add(reason, Pointer() + component, told, subject, sentence);
 }
 
 void ReportingImport::CountStep() {

@@ -31,7 +31,7 @@ bool IsUnit(std::string_view word) {
 std::string_view ListBehindWord(std::string_view text) {
     constexpr std::size_t kLongestWords = 16;
     const std::size_t mark = text.find_first_of(":=");
-    if (mark == std::string_view::npos || mark > kLongestWords) {
+    if (mark > kLongestWords) {
         return {};
     }
     const std::string words = ToUpperAscii(Trim(text.substr(0, mark)));

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "ImportSupport.h"
+#include "exchange/ReportBuilder.h"
 
 // Reports list what has room in their memory and count all: what comes behind is counted alike, whatever it
 // is.
@@ -51,6 +52,20 @@ std::string Unlisted(const Report& report) {
 }
 
 }  // namespace
+
+TEST(ReportLimit, RoomThatIsKeptForOthersIsNotUsed) {
+    Report report;
+    korvane::exchange::ReportBuilder builder(report);
+    constexpr std::size_t kAll = std::size_t{256} << 20U;
+    builder.Reserve(kAll);
+    builder.Add(korvane::exchange::Reason::kKept, "/a", 1, "a", "a stays");
+    EXPECT_EQ(report.entries.size(), 0U);
+    EXPECT_EQ(report.unlisted, 1U);
+    builder.Release(kAll);
+    builder.Add(korvane::exchange::Reason::kKept, "/b", 2, "b", "b stays");
+    EXPECT_EQ(report.entries.size(), 1U);
+    EXPECT_EQ(Unlisted(report), "1 kept");
+}
 
 TEST(ReportLimit, OfAComparison) {
     const std::string first = Deep(
