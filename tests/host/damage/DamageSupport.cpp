@@ -43,8 +43,7 @@ std::string WithoutDates(const std::string& text) {
 /// The text as if the project's files were in the folder that the project file was copied to: a file of the
 /// first format does not know where they are seen from itself.
 std::string InOneFolder(std::string text) {
-    for (const auto& [from, to] :
-         {std::pair("/given/part", "/work/part"), std::pair("/given\"", "/work\"")}) {
+    for (const auto& [from, to] : {std::pair("given/part", "work/part"), std::pair("given\"", "work\"")}) {
         for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at)) {
             text.replace(at, std::string_view(from).size(), to);
         }
