@@ -38,6 +38,24 @@ void AppendQuoted(std::wstring& line, const std::wstring& argument) {
     line += L'"';
 }
 
+/// Wine cannot always say how a new process's first steps went: ERROR_INTERNAL_ERROR stands for that alone,
+/// and the process never came to run. Windows does not give it.
+PROCESS_INFORMATION Start(const std::filesystem::path& program, const std::wstring& line,
+                          const std::filesystem::path& directory, STARTUPINFOW& streams) {
+    constexpr int kMostStarts = 5;
+    PROCESS_INFORMATION started{};
+    for (int start = 1;; ++start) {
+        std::wstring ownLine = line;
+        if (::CreateProcessW(program.c_str(), ownLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                             directory.empty() ? nullptr : directory.c_str(), &streams, &started) != 0) {
+            return started;
+        }
+        if (::GetLastError() != ERROR_INTERNAL_ERROR || start == kMostStarts) {
+            Fail("start of the program");
+        }
+    }
+}
+
 Handle OpenInherited(const std::filesystem::path& file, DWORD access, DWORD disposition) {
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE const handle = ::CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
@@ -96,21 +114,15 @@ ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOpti
     for (const auto& [name, value] : options.environment) {
         ::SetEnvironmentVariableW(Widen(name).c_str(), Widen(value).c_str());
     }
-    STARTUPINFOW start{};
-    start.cb = sizeof(start);
-    start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdInput = input.get();
-    start.hStdOutput = output.get();
-    start.hStdError = error.get();
-    PROCESS_INFORMATION started{};
-    const BOOL isStarted =
-        ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                         options.directory.empty() ? nullptr : options.directory.c_str(), &start, &started);
+    STARTUPINFOW streams{};
+    streams.cb = sizeof(streams);
+    streams.dwFlags = STARTF_USESTDHANDLES;
+    streams.hStdInput = input.get();
+    streams.hStdOutput = output.get();
+    streams.hStdError = error.get();
+    const PROCESS_INFORMATION started = Start(program, line, options.directory, streams);
     for (const auto& [name, value] : options.environment) {
         ::SetEnvironmentVariableW(Widen(name).c_str(), nullptr);
-    }
-    if (isStarted == 0) {
-        Fail("start of the program");
     }
     const Handle process(started.hProcess);
     const Handle thread(started.hThread);
