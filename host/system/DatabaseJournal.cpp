@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "DatabaseError.h"
+#include "DatabaseSettings.h"
 #include "FileSystem.h"
 
 namespace host {
@@ -115,6 +116,7 @@ void RefuseLongName(const path& database) {
     if (nameSize > longestName) {
         refuse("a name", nameSize - longestName);
     }
+    SetUpSqlite();
     const sqlite3_vfs* const files = sqlite3_vfs_find(nullptr);
     const std::size_t pathSize = SqliteName(known).size() + kJournalEnding.size();
     const auto longestPath = static_cast<std::size_t>(files != nullptr ? files->mxPathname : 0);

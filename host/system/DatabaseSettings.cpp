@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "FileSystem.h"
+#include "SqliteMemory.h"
 
 namespace host {
 
@@ -19,6 +20,7 @@ constexpr const char* kLargeCache = "PRAGMA cache_size = -65536";
 
 void SetUpSqlite() {
     sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    WatchSqliteMemory();
 }
 
 void Harden(sqlite3* handle) {

@@ -7,8 +7,8 @@ struct sqlite3;
 /// How SQLite is set up for databases that come from anywhere.
 namespace host {
 
-/// Switches off what SQLite would count about its memory, with a lock for every block. It must be called
-/// before the first database is opened; later it does nothing.
+/// Switches off what SQLite would count about its memory, with a lock for every block, and has it watched
+/// (SqliteMemory.h). It must be called before the first database is opened; later it does nothing.
 void SetUpSqlite();
 
 /// Switches off everything in SQLite that a database could make run.

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "DatabaseError.h"
+#include "SqliteMemory.h"
 
 namespace host {
 
@@ -29,6 +30,9 @@ void Fail(sqlite3* handle, int code) {
         case SQLITE_FULL:
             throw DatabaseError("cannot be written, because the disk is full: free some space");
         case SQLITE_NOMEM:
+            if (!HasSqliteLackedMemory()) {
+                RefuseDamaged("a record in it has no possible length");
+            }
             throw std::bad_alloc();
         case SQLITE_INTERRUPT:
             // Only ReadingLimits (DatabaseCheck.h) interrupt.

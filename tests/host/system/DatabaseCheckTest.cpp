@@ -141,6 +141,27 @@ TEST_F(DatabaseCheckTest, APageThatIsUsedTwiceIsFoundBeforeAnythingIsWritten) {
     EXPECT_EQ(ReadWholeFile(file), bytes);
 }
 
+TEST_F(DatabaseCheckTest, AnImpossibleLengthIsNoLackOfMemory) {
+    TestProject project;
+    for (int part = 0; part < 200; ++part) {
+        SetMetadata(project.Add(CAE_PART, L"Arm"), L"Mass", L"5");
+    }
+    const std::filesystem::path file = folder / "p.kvp";
+    CreateProjectFile(file, *project, kept.console);
+    const std::string bytes = ReadWholeFile(file);
+    constexpr std::size_t kStep = 331;
+    constexpr std::size_t kLength = 64;
+    int damages = 0;
+    for (std::size_t at = 4096; at + kLength < bytes.size(); at += kStep) {
+        std::string damaged = bytes;
+        damaged.replace(at, kLength, kLength, '\xFF');
+        folder.Write("p.kvp", damaged);
+        const std::string error = ErrorOf([&] { ReadProjectFile(file, kept.console); });
+        damages += error.starts_with("is damaged: ") ? 1 : 0;
+    }
+    EXPECT_GT(damages, 20);
+}
+
 /// A page of a table that has only the page `below` below it.
 std::string PageAbove(std::size_t below, std::size_t size) {
     const auto number = [](std::size_t value, int bytes) {
