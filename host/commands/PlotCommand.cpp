@@ -1,6 +1,7 @@
 #include <korvaneexchange/Text.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 
 #include "Commands.h"
@@ -11,6 +12,7 @@
 #include "host/document/ObjectTexts.h"
 #include "host/plot/PlotData.h"
 #include "host/query/FieldNames.h"
+#include "host/query/TextMatch.h"
 #include "host/system/NearestWord.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
@@ -29,8 +31,13 @@ struct PlotOptions {
     std::string output = kStandardStream;
 };
 
+bool IsAmong(const std::vector<std::string>& names, const std::string& wanted) {
+    const std::string folded = FoldCase(wanted);
+    return std::ranges::any_of(names, [&](const std::string& name) { return FoldCase(name) == folded; });
+}
+
 /// Says why there are no points.
-void SayNothingToPlot(CAEObject& root, const PlotRequest& request, const PlotData& data,
+void SayNothingToPlot(const std::vector<std::string>& names, const PlotRequest& request, const PlotData& data,
                       const std::string& input, Console& console) {
     const bool isMissing = data.withX == 0 || data.withY == 0;
     if (!isMissing) {
@@ -41,8 +48,7 @@ void SayNothingToPlot(CAEObject& root, const PlotRequest& request, const PlotDat
         return;
     }
     const Field& field = data.withX == 0 ? request.x : request.y;
-    const std::vector<std::string> names = NamesOfNumbers(root);
-    const std::string nearest = DidYouMean(NearestWord(field.name, names));
+    const std::string nearest = IsAmong(names, field.name) ? "" : DidYouMean(NearestWord(field.name, names));
     console.Say("cannot plot " + input + ": no object" +
                 (request.conditions.empty() ? "" : " that meets the conditions") + " has a number " +
                 Quoted(field.name) +
@@ -51,17 +57,27 @@ void SayNothingToPlot(CAEObject& root, const PlotRequest& request, const PlotDat
                                      ListNames(names)));
 }
 
+/// A project of which a user asks the size has an entry of that name more often than files that are compared.
+void PreferEntry(const std::vector<std::string>& names, Field& field) {
+    if (IsAmong(names, field.name)) {
+        field = EntryNamed(field.name);
+    }
+}
+
 bool PlotObjects(CAEObject& root, PlotRequest request, const PlotOptions& options, Console& console) {
     CAEProject* const project = root.getProject();
     if (project != nullptr && !IsReplaceableIn(*project, options.output, console)) {
         return false;
     }
+    const std::vector<std::string> names = NamesOfNumbers(root);
+    PreferEntry(names, request.x);
+    PreferEntry(names, request.y);
     request.title = options.title ? *options.title : korvane::exchange::ToUtf8(NameOf(root));
     const PlotData data = ReadPlotData(root, request);
     const std::string input = InputName(options.from.input);
     data.notes.Say(input, console);
     if (data.plot.points.empty()) {
-        SayNothingToPlot(root, request, data, input, console);
+        SayNothingToPlot(names, request, data, input, console);
         return false;
     }
     if (request.by) {

@@ -55,9 +55,41 @@ std::string UnknownWord(std::string_view condition, std::string_view value, std:
            (nearest.empty() ? "." : nearest) + " There are " + Listed(listed);
 }
 
+/// Whether a text is a number but for a comma in the place of the decimal point.
+bool HasDecimalComma(std::string_view value) {
+    const std::size_t comma = value.find(',');
+    if (comma == std::string_view::npos || comma == 0) {
+        return false;
+    }
+    std::string withPoint(value);
+    withPoint[comma] = '.';
+    return ParseQuantity(withPoint).has_value();
+}
+
+/// What is wrong with two signs in a row.
+std::string SignComplaint(std::string_view condition, std::string_view signs, std::string_view value) {
+    return "the condition " + Quoted(condition) + " has the sign " + Quoted(signs) +
+           ", which is none of = != ~ !~ < <= > >=; a value that begins with " + Quoted(value.substr(0, 1)) +
+           " has a blank in front of it";
+}
+
+/// What is wrong with what stands behind `<`, `<=`, `>` or `>=`; empty if nothing is.
+std::string OrderComplaint(std::string_view text, std::string_view value) {
+    if (value.empty()) {
+        return "the condition " + Quoted(text) + " has no value to compare with";
+    }
+    if (HasDecimalComma(value)) {
+        return "the condition " + Quoted(text) + " has a comma in its number; the decimal sign is a point";
+    }
+    return {};
+}
+
 /// What is wrong with a condition whose parts were found; empty if nothing is.
 std::string Complaint(std::string_view text, const Field& field, Comparison comparison,
                       std::string_view value) {
+    if (field.IsMeasured() && comparison != Comparison::Equal && comparison != Comparison::Fits) {
+        return OrderComplaint(text, value);
+    }
     if (field.kind == FieldKind::Has && comparison != Comparison::Equal) {
         return "the condition " + Quoted(text) + " can only use = or !=, like has=mesh or has!=cad";
     }
@@ -106,9 +138,13 @@ std::variant<Condition, std::string> Condition::Parse(std::string_view text) {
             continue;
         }
         const std::string_view name = Trim(text.substr(0, place));
-        const std::string_view value = Trim(text.substr(place + found->text.size()));
+        const std::string_view rest = text.substr(place + found->text.size());
+        const std::string_view value = Trim(rest);
         if (name.empty()) {
             break;
+        }
+        if (rest.find_first_of("=~<>") == 0) {
+            return SignComplaint(text, text.substr(place, found->text.size() + 1), value);
         }
         Field field = FieldOf(name);
         if (std::string complaint = Complaint(text, field, found->comparison, value); !complaint.empty()) {
@@ -141,13 +177,31 @@ bool Condition::HoldsOfNumbers(double left, double right, bool isExact) const {
     return HoldsOfOrder(isEqual ? 0 : left < right ? -1 : 1);
 }
 
+bool Condition::HoldsOfTexts(const FieldValue& value, Notes& notes) const {
+    if (IsOrdering() && field_.IsMeasured()) {
+        if (quantity_) {
+            notes.AddQuoted(
+                "values of " + Quoted(field_.name) + " that are not numbers, as that of the condition is",
+                value.text);
+            return false;
+        }
+        if (ParseValue(value.text, value.unit)) {
+            notes.AddQuoted(
+                "values of " + Quoted(field_.name) + " that are numbers, as that of the condition is not",
+                value.text);
+            return false;
+        }
+    }
+    return HoldsOfOrder(FoldCase(value.text).compare(folded_));
+}
+
 bool Condition::Holds(const FieldValue& value, Units& units, Notes& notes) const {
     if (glob_) {
         return glob_->Fits(value.text);
     }
     const std::optional<Quantity> number = quantity_ ? ParseValue(value.text, value.unit) : std::nullopt;
     if (!number) {
-        return HoldsOfOrder(FoldCase(value.text).compare(folded_));
+        return HoldsOfTexts(value, notes);
     }
     if (quantity_->unit.empty() || quantity_->unit == number->unit) {
         return HoldsOfNumbers(number->value, quantity_->value, true);
@@ -167,7 +221,9 @@ bool Condition::Holds(const FieldValue& value, Units& units, Notes& notes) const
 }
 
 bool Condition::IsMet(const WalkedObject& walked, Units& units, Notes& notes) const {
-    const std::vector<FieldValue> values = ValuesOf(field_, walked);
+    const bool isInParts = !IsOrdering() && !quantity_;
+    const std::vector<FieldValue> values =
+        isInParts ? ValuesWithParts(field_, walked) : ValuesOf(field_, walked);
     const bool isHeld =
         std::ranges::any_of(values, [&](const FieldValue& value) { return Holds(value, units, notes); });
     return isHeld != isNegated_;

@@ -43,6 +43,9 @@ struct Field {
 /// `metadata:`.
 Field FieldOf(std::string_view name);
 
+/// The metadata entry with this name, also where the name is a fixed word.
+Field EntryNamed(std::string_view name);
+
 /// The fixed words.
 std::vector<std::string> FixedFields();
 
@@ -56,6 +59,10 @@ struct FieldValue {
 /// then the others that mean the same), Files and Has. `type` and `size` are those of a file; other objects
 /// have metadata entries of these names.
 std::vector<FieldValue> ValuesOf(const Field& field, const WalkedObject& walked);
+
+/// The same, and for a metadata entry that is a list the parts between its commas, too. Solvers that share a
+/// syntax are alternatives with a slash between them, each of which is a part.
+std::vector<FieldValue> ValuesWithParts(const Field& field, const WalkedObject& walked);
 
 /// The values as one text for people, or for programs with all digits; empty if there are none.
 std::string ShownText(const Field& field, const WalkedObject& walked);

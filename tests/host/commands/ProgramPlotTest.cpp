@@ -26,6 +26,12 @@ TEST_F(ProgramPlot, DrawsTheStudiesOfADirectory) {
     EXPECT_EQ(OutputOf({"plot", "p", "--x", "Files", "--y", "size", "--by", "Solver", "kind=study"}), svg);
 }
 
+TEST_F(ProgramPlot, TakesTheEntryWhereAWordForFilesHasItsName) {
+    const std::string svg = OutputOf({"plot", "p", "--x", "Files", "--y", "size"});
+    EXPECT_NE(svg.find("<title>plates\nFiles: 2\nsize: 36 B</title>"), std::string::npos) << svg;
+    EXPECT_EQ(svg.find("left.msh"), std::string::npos) << "a file's own size is not its study's entry";
+}
+
 TEST_F(ProgramPlot, ReplacesItsOwnPlotInTheDirectory) {
     const std::vector<std::string> arguments = {"plot", "p",    "--x", "Files",
                                                 "--y",  "Size", "-o",  "p/plot.svg"};
@@ -46,6 +52,10 @@ TEST_F(ProgramPlot, SaysWhichNumbersThereAre) {
     ExpectRefused(
         {"plot", "p", "--x", "Files", "--y", "Solver", "--kind", "Study", "-o", "plot.svg"},
         "cannot plot 'p': no object that meets the conditions has a number 'Solver'. Metadata entries "
+        "with numbers are 'Files', 'Size', 'Studies', 'Steps'");
+    ExpectRefused(
+        {"plot", "p", "--x", "Files", "--y", "Size", "--kind", "Part"},
+        "cannot plot 'p': no object that meets the conditions has a number 'Files'. Metadata entries "
         "with numbers are 'Files', 'Size', 'Studies', 'Steps'");
     folder.Write("none.json", R"({"type":"SIMULATION","name":"N"})");
     ExpectRefused(

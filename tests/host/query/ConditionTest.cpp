@@ -128,6 +128,33 @@ TEST_F(ConditionTest, AnEntryOfADocumentHasItsUnitAsItsType) {
     EXPECT_EQ(Found({"Results>3.1 kB"}), "");
 }
 
+TEST_F(ConditionTest, AListMeetsAConditionIfAPartDoes) {
+    SetEntry(*study, L"Solver", L"Abaqus/CalculiX, Nastran", L"");
+    SetEntry(*study, L"Materials", L"Steel, AlMg3", L"");
+    for (const char* const solver :
+         {"Abaqus", "calculix", "Nastran", "Abaqus/CalculiX", "Abaqus/CalculiX, Nastran", "*stran"}) {
+        EXPECT_EQ(Found({std::string("Solver~") + solver}), "Static") << solver;
+        EXPECT_EQ(Found({std::string("Solver!~") + solver, "kind=Model"}), "") << solver;
+    }
+    EXPECT_EQ(Found({"Solver=Nastran"}), "Static");
+    EXPECT_EQ(Found({"Solver!=Nastran", "kind=Model"}), "");
+    EXPECT_EQ(Found({"Solver=LS-DYNA"}), "");
+    EXPECT_EQ(Found({"Materials=almg3"}), "Static");
+    EXPECT_EQ(Found({"Materials=Mg3"}), "");
+    SetEntry(*study, L"Materials", L"a/b", L"");
+    EXPECT_EQ(Found({"Materials=a"}), "") << "a slash separates nothing but solvers";
+}
+
+TEST_F(ConditionTest, ANumberIsNeitherLessNorGreaterThanAText) {
+    SetEntry(*study, L"Mass", L"unknown", L"");
+    EXPECT_EQ(Found({"Mass>100"}), "bolt");
+    EXPECT_EQ(notes.CountOf("values of 'Mass' that are not numbers, as that of the condition is"), 1U);
+    EXPECT_EQ(Found({"Mass>heavy"}), "Static");
+    EXPECT_EQ(notes.CountOf("values of 'Mass' that are numbers, as that of the condition is not"), 2U);
+    EXPECT_EQ(Found({"Mass=unknown"}), "Static");
+    EXPECT_EQ(Found({"name>bolt", "kind=Part"}), "bracket left") << "names are texts";
+}
+
 TEST_F(ConditionTest, MetadataNamesMayHaveBlanksAndBeFixedWords) {
     EXPECT_EQ(Found({"Run on>2026-02-28"}), "Static");
     EXPECT_EQ(Found({"Run on<2026-02-28"}), "");
@@ -151,6 +178,17 @@ TEST_F(ConditionTest, ABadConditionIsNamed) {
     EXPECT_TRUE(Found({"has=msh"})
                     .starts_with("! the condition 'has=msh' names no file, type of file or key; did you mean "
                                  "'mesh'? There are cad, "));
+    EXPECT_EQ(Found({"Mass>10,5 kg"}),
+              "! the condition 'Mass>10,5 kg' has a comma in its number; the decimal sign is a point");
+    EXPECT_EQ(Found({"Mass> "}), "! the condition 'Mass> ' has no value to compare with");
+    for (const char* const signs : {"==", "=>", "=<", "<>", ">>", "<<", ">==", "!=="}) {
+        EXPECT_EQ(
+            Found({std::string("Mass") + signs + "2 kg"})
+                .find("! the condition 'Mass" + std::string(signs) + "2 kg' has the sign '" + signs + "'"),
+            0U)
+            << Found({std::string("Mass") + signs + "2 kg"});
+    }
+    EXPECT_EQ(Found({"name= =x"}), "") << "a value that begins with a sign";
     EXPECT_EQ(Found({"has~mesh"}),
               "! the condition 'has~mesh' can only use = or !=, like has=mesh or has!=cad");
 }
