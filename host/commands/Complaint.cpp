@@ -93,6 +93,23 @@ std::string TooMany(const std::vector<LeftOver>& left) {
     return list + " are " + std::to_string(names.size()) + " arguments too many";
 }
 
+/// The parser's own words, where people would use others.
+std::string Reworded(const CLI::ParseError& error) {
+    const std::string said = error.what();
+    const std::string option = said.substr(0, said.find_first_of(": "));
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr &&
+        said.find(": At Most 1 ") != std::string::npos) {
+        return Quoted(option) + " is given more than once";
+    }
+    constexpr std::string_view kExcludes = " excludes ";
+    if (const std::size_t place = said.find(kExcludes);
+        dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr && place != std::string::npos) {
+        return Quoted(said.substr(0, place)) + " and " + Quoted(said.substr(place + kExcludes.size())) +
+               " cannot be given together";
+    }
+    return Printable(std::string_view(said));
+}
+
 }  // namespace
 
 std::string NoSuchCommand(const std::string& name, const CLI::App& program) {
@@ -112,7 +129,7 @@ std::string ComplaintOf(const CLI::ParseError& error, const CLI::App& program,
     const bool isMissing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
     const std::string ofCommand = command == nullptr ? "" : command->get_name();
     if (left.empty() || (!isExtra && !isMissing)) {
-        return UsageMessage(Printable(std::string_view(error.what())), ofCommand);
+        return UsageMessage(Reworded(error), ofCommand);
     }
     const LeftOver& first = left.front();
     if (command == nullptr || first.isBeforeCommand) {

@@ -76,15 +76,19 @@ void AddTreeCommand(CLI::App& program, Console& console, int& status) {
     CLI::App& command =
         *program.add_subcommand("tree", "Print the objects of a project: kinds, names, files and metadata");
     AddObjectInput(command, options->from);
+    CLI::Option* const depth =
+        command
+            .add_option("--depth", options->depth,
+                        "Show only so many levels below the project; files are a level below their\n"
+                        "object: --depth 2")
+            ->type_name("LEVELS")
+            ->check(CheckDepth);
+    // A list of studies has no levels.
     command
-        .add_option("--depth", options->depth,
-                    "Show only so many levels below the project; files are a level below their\n"
-                    "object: --depth 2")
-        ->type_name("LEVELS")
-        ->check(CheckDepth);
-    command.add_flag("--studies", options->areStudiesListed,
-                     "Show a line for each study instead: solvers, iterations, files, size and\n"
-                     "description");
+        .add_flag("--studies", options->areStudiesListed,
+                  "Show a line for each study instead: solvers, iterations, files, size and\n"
+                  "description")
+        ->excludes(depth);
     AddChoice(command, "--files", options->files, {kAll, kWithRoles, kNone}, "WHICH",
               "all (the default) shows all files, roles those that are the CAD file, a mesh,\n"
               "the graphic file or the deck of their object, none none: --files roles");

@@ -119,6 +119,14 @@ TEST(ProgramUsage, NamesWhatWasMostLikelyMeant) {
                      "'korvane-json export --help'");
 }
 
+TEST(ProgramUsage, NamesOptionsThatAreTooMany) {
+    const std::string help = ". See 'korvane-json tree --help'";
+    ExpectUsageError({"tree", ".", "--depth", "1", "--depth", "2"},
+                     "'--depth' is given more than once" + help);
+    ExpectUsageError({"tree", ".", "--depth", "1", "--studies"},
+                     "'--depth' and '--studies' cannot be given together" + help);
+}
+
 TEST(ProgramUsage, NamesSurplusArgumentsInTheirOrder) {
     const std::string help = ". See 'korvane-json tree --help'";
     ExpectUsageError({"tree", "a", "c", "b", "a"}, "'c', 'b' and 'a' are 3 arguments too many" + help);
