@@ -4,6 +4,7 @@
 
 #include "AbaqusElements.h"
 #include "CoordinateSystem.h"
+#include "IncludedFile.h"
 #include "ModelSyntaxes.h"
 #include "Numbers.h"
 #include "StarKeywords.h"
@@ -36,7 +37,6 @@ private:
     void ReadPartKeyword(const std::string& keyword, const std::string& line);
     void BeginData(const std::string& keyword, const std::string& line);
     void NoteGaps(const std::string& keyword, const std::string& line);
-    void Include(const std::string& name);
     void ReadData(std::string_view line);
     void ReadNode(std::string_view line);
     void ReadElement(std::string_view line);
@@ -64,9 +64,7 @@ void AbaqusReader::Read() {
     while (lines_.Next(next)) {
         const std::string_view line = Trim(next);
         if (line.starts_with("**")) {
-            if (std::string units = StatedUnits(line); !units.empty()) {
-                model_.AddUnits(units);
-            }
+            model_.AddUnits(StatedUnits(line));
         } else if (!keyword.empty() || IsStarKeyword(line)) {
             if (keyword.size() > kLongestKeyword) {
                 model_.CannotCount(lines_.Place() + ": the keyword is too long");
@@ -91,7 +89,7 @@ void AbaqusReader::ReadKeyword(const std::string& line) {
     const std::string keyword = KeywordOf(line);
     if (keyword == "INCLUDE") {
         // The lines of the file may continue the data above.
-        Include(FileReference(StarParameter(line, "INPUT")));
+        IncludeFile(FileReference(StarParameter(line, "INPUT")), lines_, model_);
         return;
     }
     EndBlock();
@@ -119,7 +117,7 @@ void AbaqusReader::BeginData(const std::string& keyword, const std::string& line
         kind_ = AbaqusElement(type_);
     }
     if (const std::string file = FileReference(StarParameter(line, "INPUT")); !file.empty()) {
-        Include(file);
+        IncludeFile(file, lines_, model_);
     }
 }
 
@@ -150,12 +148,6 @@ void AbaqusReader::NoteGaps(const std::string& keyword, const std::string& line)
     }
 }
 
-void AbaqusReader::Include(const std::string& name) {
-    if (!lines_.Include(name) && lines_.StopReason().empty()) {
-        model_.CannotCount(lines_.Place() + ": " + Quoted(name) + " is included, but cannot be read");
-    }
-}
-
 void AbaqusReader::ReadData(std::string_view line) {
     switch (block_) {
         case Block::Other:
@@ -167,9 +159,7 @@ void AbaqusReader::ReadData(std::string_view line) {
             ReadElement(line);
             break;
         case Block::Heading:
-            if (std::string units = StatedUnits(line); !units.empty()) {
-                model_.AddUnits(units);
-            }
+            model_.AddUnits(StatedUnits(line));
             break;
         case Block::Instance:
             ReadPlacement(line);

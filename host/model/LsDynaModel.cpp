@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "IncludedFile.h"
 #include "LsDynaElements.h"
 #include "ModelSyntaxes.h"
 #include "Numbers.h"
@@ -66,9 +67,7 @@ void LsDynaReader::Read() {
     while (lines_.Next(line)) {
         ReturnFromIncludes();
         if (line.starts_with('$')) {
-            if (std::string units = StatedUnits(line); !units.empty()) {
-                model_.AddUnits(units);
-            }
+            model_.AddUnits(StatedUnits(line));
         } else if (line.starts_with('*')) {
             ReadKeyword(line);
         } else {
@@ -167,9 +166,7 @@ void LsDynaReader::ReadData(std::string_view line) {
             ReadInclude(line);
             break;
         case Block::Title:
-            if (std::string units = StatedUnits(line); !units.empty()) {
-                model_.AddUnits(units);
-            }
+            model_.AddUnits(StatedUnits(line));
             block_ = Block::Other;
             break;
         case Block::Other:
@@ -286,9 +283,7 @@ void LsDynaReader::ReadUnits(std::string_view line) {
     for (int unit = 0; unit < 3; ++unit) {
         list += std::string(NextField(rest, 10)) + ' ';
     }
-    if (const std::string units = UnitList(list, 3); !units.empty()) {
-        model_.AddUnits(units);
-    }
+    model_.AddUnits(UnitList(list, 3));
     block_ = Block::Other;
 }
 
@@ -304,11 +299,9 @@ void LsDynaReader::ReadInclude(std::string_view line) {
     const std::string name = FileReference(include_);
     include_.clear();
     const std::size_t depth = lines_.Depth();
-    if (lines_.Include(name)) {
+    if (IncludeFile(name, lines_, model_)) {
         including_.push_back(depth);
         block_ = Block::Other;
-    } else if (lines_.StopReason().empty()) {
-        model_.CannotCount(lines_.Place() + ": " + Quoted(name) + " is included, but cannot be read");
     }
 }
 

@@ -38,6 +38,9 @@ void ModelRecorder::AddStep() {
 }
 
 void ModelRecorder::AddUnits(const std::string& units) {
+    if (units.empty()) {
+        return;
+    }
     areUnitsUncertain_ = areUnitsUncertain_ || (!model_.units.empty() && model_.units != units);
     model_.units = areUnitsUncertain_ ? std::string() : units;
 }

@@ -31,7 +31,7 @@ public:
     /// Names are compared without regard to case.
     void AddMaterial(std::string_view name);
     void AddStep();
-    /// Two statements that differ say nothing.
+    /// Two statements that differ say nothing, and neither does an empty text.
     void AddUnits(const std::string& units);
 
     void BeginPart(std::string_view name);

@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "IncludedFile.h"
 #include "ModelSyntaxes.h"
 #include "NastranCards.h"
 #include "Numbers.h"
@@ -86,9 +87,7 @@ void NastranReader::Read() {
 bool NastranReader::ReadLine(std::string_view line) {
     const std::string_view text = Trim(line);
     if (text.starts_with('$')) {
-        if (std::string units = StatedUnits(text); !units.empty()) {
-            model_.AddUnits(units);
-        }
+        model_.AddUnits(StatedUnits(text));
         return true;
     }
     if (text.empty()) {
@@ -131,10 +130,7 @@ void NastranReader::ReadInclude(std::string text) {
            text.size() < kLongestName && lines_.Next(next)) {
         text += Trim(next);
     }
-    const std::string name = FileReference(text);
-    if (!lines_.Include(name) && lines_.StopReason().empty()) {
-        model_.CannotCount(lines_.Place() + ": " + Quoted(name) + " is included, but cannot be read");
-    }
+    IncludeFile(FileReference(text), lines_, model_);
 }
 
 void NastranReader::ReadBulk(std::string_view line) {
@@ -282,9 +278,7 @@ void NastranReader::ReadUnits() {
     for (std::size_t field = 2; field < 6; ++field) {
         list += std::string(Field(field)) + ' ';
     }
-    if (const std::string units = UnitList(list, 4); !units.empty()) {
-        model_.AddUnits(units);
-    }
+    model_.AddUnits(UnitList(list, 4));
 }
 
 }  // namespace
