@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "IncludedFile.h"
-#include "LsDynaElements.h"
+#include "LsDynaElementReader.h"
+#include "LsDynaFields.h"
 #include "ModelSyntaxes.h"
 #include "Numbers.h"
 #include "StatedUnits.h"
@@ -16,12 +17,6 @@ namespace {
 
 enum class Block { Other, Nodes, Elements, MaterialTitle, Material, Units, Include, Title };
 
-/// The columns of the fields: numbers, and coordinates.
-struct Widths {
-    std::size_t number = 8;
-    std::size_t coordinate = 16;
-};
-
 class LsDynaReader {
 public:
     LsDynaReader(InputLines& lines, ModelRecorder& model) : lines_(lines), model_(model) {}
@@ -31,30 +26,19 @@ public:
 private:
     void ReturnFromIncludes();
     void ReadKeyword(std::string_view line);
-    void BeginElements(const std::string& keyword);
     void NoteGaps(const std::string& keyword);
     void ReadData(std::string_view line);
     void ReadNode(std::string_view line);
-    void ReadElement(std::string_view line);
-    bool AddNumbers(std::string_view line);
-    void AddElement();
     void ReadMaterial(std::string_view line);
     void ReadUnits(std::string_view line);
     void ReadInclude(std::string_view line);
     void EndBlock();
-    std::string_view NextField(std::string_view& rest, std::size_t width) const;
 
     InputLines& lines_;
     ModelRecorder& model_;
     Block block_ = Block::Other;
-    Widths widths_;
-    const LsDynaElement* element_ = nullptr;
-    /// Lines behind each element that have no nodes, and how many are still to come.
-    std::size_t linesOfOptions_ = 0;
-    std::size_t linesLeft_ = 0;
-    /// Identifier, part and nodes of the element so far.
-    std::vector<std::int64_t> numbers_;
-    std::vector<std::int64_t> nodes_;
+    LsDynaWidths widths_;
+    LsDynaElementReader elements_{widths_, lines_, model_};
     std::string material_;
     std::string title_;
     std::string include_;
@@ -92,15 +76,15 @@ void LsDynaReader::ReadKeyword(std::string_view line) {
         ToUpperAscii(line.substr(1, std::min(line.find_first_of(" \t,", 1), line.size()) - 1));
     const std::string whole = ToUpperAscii(line);
     if (keyword == "KEYWORD") {
-        widths_ = whole.find("LONG=Y") != std::string::npos  ? Widths{20, 20}
-                  : whole.find("I10=Y") != std::string::npos ? Widths{10, 16}
-                                                             : Widths();
+        widths_ = whole.find("LONG=Y") != std::string::npos  ? LsDynaWidths{20, 20}
+                  : whole.find("I10=Y") != std::string::npos ? LsDynaWidths{10, 16}
+                                                             : LsDynaWidths();
     } else if (keyword == "END") {
         lines_.SkipFile();
     } else if (keyword == "NODE") {
         block_ = Block::Nodes;
     } else if (keyword.starts_with("ELEMENT_")) {
-        BeginElements(keyword);
+        block_ = elements_.Begin(keyword) ? Block::Elements : Block::Other;
     } else if (keyword.starts_with("MAT_") && !keyword.starts_with("MAT_ADD_")) {
         const bool hasTitle = keyword.ends_with("_TITLE");
         material_ = keyword.substr(4, keyword.size() - 4 - (hasTitle ? 6 : 0));
@@ -123,15 +107,6 @@ void LsDynaReader::ReadKeyword(std::string_view line) {
     }
 }
 
-void LsDynaReader::BeginElements(const std::string& keyword) {
-    element_ = FindLsDynaElement(keyword, linesOfOptions_);
-    if (element_ == nullptr) {
-        model_.CannotCountElements(lines_.Place() + ": the lines below *" + keyword + " are not known");
-        return;
-    }
-    block_ = Block::Elements;
-}
-
 void LsDynaReader::NoteGaps(const std::string& keyword) {
     if (keyword == "INCLUDE_TRANSFORM" || keyword == "INCLUDE_COMPENSATION_BLANK_RUNS" ||
         keyword.starts_with("INCLUDE_STAMPED") || keyword == "INCLUDE_BINARY" ||
@@ -150,7 +125,7 @@ void LsDynaReader::ReadData(std::string_view line) {
             ReadNode(line);
             break;
         case Block::Elements:
-            ReadElement(line);
+            elements_.Read(line);
             break;
         case Block::MaterialTitle:
             title_ = Trim(line);
@@ -174,15 +149,6 @@ void LsDynaReader::ReadData(std::string_view line) {
     }
 }
 
-/// Takes a field off the line: up to the next comma, or so many columns.
-std::string_view LsDynaReader::NextField(std::string_view& rest, std::size_t width) const {
-    const std::size_t comma = rest.find(',');
-    const std::size_t end = std::min(comma != std::string_view::npos ? comma : width, rest.size());
-    const std::string_view field = Trim(rest.substr(0, end));
-    rest.remove_prefix(std::min(comma != std::string_view::npos ? end + 1 : end, rest.size()));
-    return field;
-}
-
 void LsDynaReader::ReadNode(std::string_view line) {
     if (Trim(line).empty()) {
         return;
@@ -190,7 +156,8 @@ void LsDynaReader::ReadNode(std::string_view line) {
     const bool hasCommas = line.find(',') != std::string_view::npos;
     const std::size_t all = line.size();
     std::string_view rest = line;
-    const std::optional<std::int64_t> id = ParseInteger(NextField(rest, hasCommas ? all : widths_.number));
+    const std::optional<std::int64_t> id =
+        ParseInteger(NextLsDynaField(rest, hasCommas ? all : widths_.number));
     if (!id || *id <= 0) {
         model_.CannotCountNodes(lines_.Place() + ": the line is not a node");
         return;
@@ -198,7 +165,7 @@ void LsDynaReader::ReadNode(std::string_view line) {
     Position position{};
     for (std::size_t axis = 0; model_.WantsPositions() && axis < position.size(); ++axis) {
         // The last field of a line has no comma behind it.
-        const std::string_view field = NextField(rest, hasCommas ? all : widths_.coordinate);
+        const std::string_view field = NextLsDynaField(rest, hasCommas ? all : widths_.coordinate);
         const std::optional<double> value = field.empty() ? 0.0 : ParseReal(field);
         if (!value) {
             model_.CannotPlace(lines_.Place() + ": " + Quoted(field) + " is not a coordinate");
@@ -208,71 +175,11 @@ void LsDynaReader::ReadNode(std::string_view line) {
     model_.AddNode(*id, position);
 }
 
-/// Adds the numbers of a line. Returns false if it has anything else.
-bool LsDynaReader::AddNumbers(std::string_view line) {
-    constexpr std::size_t kMostNumbers = 16;
-    const bool hasCommas = line.find(',') != std::string_view::npos;
-    std::string_view rest = line;
-    const std::size_t known = element_->first + element_->mostNodes;
-    for (std::size_t field = 0; !rest.empty() && numbers_.size() < std::min(known, kMostNumbers); ++field) {
-        const std::string_view text = NextField(rest, hasCommas ? line.size() : widths_.number);
-        const std::optional<std::int64_t> number = text.empty() ? 0 : ParseInteger(text);
-        if (!number || *number < 0) {
-            return false;
-        }
-        numbers_.push_back(*number);
-    }
-    return true;
-}
-
-void LsDynaReader::ReadElement(std::string_view line) {
-    if (linesLeft_ > 0) {
-        --linesLeft_;
-        return;
-    }
-    if (Trim(line).empty()) {
-        return;
-    }
-    const bool isSecondLine = !numbers_.empty();
-    if (!AddNumbers(line)) {
-        model_.CannotCountElements(lines_.Place() + ": the line is not an element");
-        numbers_.clear();
-        return;
-    }
-    // Solids may have their nodes on a line of their own.
-    const auto isNode = [](std::int64_t number) { return number > 0; };
-    const bool hasNodes = std::any_of(
-        numbers_.begin() + static_cast<std::ptrdiff_t>(std::min(element_->first, numbers_.size())),
-        numbers_.end(), isNode);
-    if (hasNodes || isSecondLine || element_->shape != ElementShape::Hexahedron) {
-        AddElement();
-    } else {
-        numbers_.resize(element_->first);
-    }
-}
-
-void LsDynaReader::AddElement() {
-    numbers_.resize(std::max(numbers_.size(), element_->first + 1));
-    nodes_.assign(numbers_.begin() + static_cast<std::ptrdiff_t>(element_->first), numbers_.end());
-    const std::int64_t id = numbers_.front();
-    numbers_.clear();
-    linesLeft_ = linesOfOptions_;
-    int order = 1;
-    const ElementShape shape = ShapeOf(*element_, nodes_, order);
-    const auto corners = static_cast<std::ptrdiff_t>(CornersOf(shape));
-    if (id <= 0 ||
-        std::any_of(nodes_.begin(), nodes_.begin() + corners, [](std::int64_t node) { return node <= 0; })) {
-        model_.CannotCountElements(lines_.Place() + ": the element lacks a node");
-        return;
-    }
-    model_.AddElement({id, shape, order, element_->name, nodes_}, element_->numbering);
-}
-
 void LsDynaReader::ReadMaterial(std::string_view line) {
     std::string_view rest = line;
     // Without a title a material has its kind and its number.
-    model_.AddMaterial(!title_.empty() ? title_
-                                       : material_ + ' ' + std::string(NextField(rest, widths_.number + 2)));
+    model_.AddMaterial(
+        !title_.empty() ? title_ : material_ + ' ' + std::string(NextLsDynaField(rest, widths_.number + 2)));
     title_.clear();
     block_ = Block::Other;
 }
@@ -281,7 +188,7 @@ void LsDynaReader::ReadUnits(std::string_view line) {
     std::string_view rest = line;
     std::string list;
     for (int unit = 0; unit < 3; ++unit) {
-        list += std::string(NextField(rest, 10)) + ' ';
+        list += std::string(NextLsDynaField(rest, 10)) + ' ';
     }
     model_.AddUnits(UnitList(list, 3));
     block_ = Block::Other;
@@ -306,13 +213,9 @@ void LsDynaReader::ReadInclude(std::string_view line) {
 }
 
 void LsDynaReader::EndBlock() {
-    if (!numbers_.empty()) {
-        model_.CannotCountElements(lines_.Place() + ": the element above has no nodes");
-        numbers_.clear();
-    }
+    elements_.End();
     title_.clear();
     include_.clear();
-    linesLeft_ = 0;
     block_ = Block::Other;
 }
 
