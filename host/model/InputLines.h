@@ -1,14 +1,14 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
+#include "ModelFile.h"
 #include "SolverModel.h"
 
 namespace host {
@@ -46,28 +46,16 @@ public:
     const std::string& StopReason() const { return stopReason_; }
 
 private:
-    struct OpenFile {
-        std::filesystem::path path;
-        std::ifstream stream;
-        std::string buffer;
-        std::size_t begin = 0;
-        std::uint64_t line = 0;
-        bool isAtEnd = false;
-    };
-
-    bool NextOf(OpenFile& file, std::string_view& line);
-    bool Refill(OpenFile& file);
     bool IsTimeOver();
     std::error_code Push(const std::filesystem::path& resolved);
     bool MayInclude(const std::filesystem::path& resolved) const;
     void Stop(const std::string& reason);
 
     const ModelLimits& limits_;
-    ModelLimits::Clock::time_point end_;
+    ModelDeadline deadline_;
     std::filesystem::path root_;
     std::filesystem::path directory_;
-    std::vector<std::unique_ptr<OpenFile>> files_;
-    std::string place_;
+    std::vector<std::unique_ptr<ModelFile>> files_;
     std::string stopReason_;
 };
 
