@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// Reads a file of solver input, with the files that it includes.
+/// Reads a file of solver input, with the files that it includes, or of a mesh.
 ///
 /// `sink` gets the nodes and elements; it may be null. What it got before the reading stopped is no more than
 /// the beginning: `model.gap` says whether something is missing. Damage is no error, but a gap. If the time

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
+#include <limits>
 #include <system_error>
 
 #include "host/system/Text.h"
@@ -65,6 +67,18 @@ std::optional<double> ParseReal(std::string_view text) {
         }
     }
     return Parse<double>(plain.data(), plain.data() + size);
+}
+
+bool IsCoordinate(double value) {
+    return std::abs(value) <= std::numeric_limits<float>::max();
+}
+
+std::string_view NextWord(std::string_view& line) {
+    constexpr std::string_view kBlanks = " \t\r";
+    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+    const std::string_view word = line.substr(0, line.find_first_of(kBlanks));
+    line.remove_prefix(word.size());
+    return word;
 }
 
 bool CommaFields::Next(std::string_view& field) {

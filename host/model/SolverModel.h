@@ -11,7 +11,8 @@
 #include <string_view>
 #include <vector>
 
-/// What a reading of solver input gives: counts, and for those who want to draw it, nodes and elements.
+/// What a reading of solver input or a mesh gives: counts, and for those who want to draw it, nodes and
+/// elements.
 namespace host {
 
 /// The syntaxes that models are read from.
@@ -21,6 +22,8 @@ enum class ModelSyntax {
     /// Nastran and OptiStruct.
     Nastran,
     LsDyna,
+    /// Triangles, as text or as bytes.
+    Stl,
 };
 
 enum class ElementShape {
@@ -44,7 +47,7 @@ struct ModelElement {
     ElementShape shape = ElementShape::Other;
     /// 1 with nodes at the corners only, 2 with nodes between them.
     int order = 1;
-    /// As the file names it: `C3D8R`, `CTETRA`, `ELEMENT_SHELL`.
+    /// As the file names it: `C3D8R`, `CTETRA`, `ELEMENT_SHELL`, `facet`.
     std::string_view type;
     /// The corners first, in the order of the usual hexahedron: four around the bottom, four around the top
     /// above them. Zeros stand for nodes that the file leaves out.

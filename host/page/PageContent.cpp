@@ -49,9 +49,7 @@ PageFile LookAt(CAEFile& file, PageRooms& rooms) {
     if (entry.type == EntryType::File) {
         shown.pictureType = PictureType(whole);
         shown.isEmbedded = !shown.pictureType.empty() && rooms.pictures.Take(entry.size);
-        if (file.getFileType() == CAE_FILE_DECK) {
-            shown.model = ReadPageModel(whole, DirectoryOfProject(file), rooms.models);
-        }
+        shown.model = ReadPageModel(whole, file.getFileType(), DirectoryOfProject(file), rooms.models);
     }
     return shown;
 }

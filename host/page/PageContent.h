@@ -35,7 +35,7 @@ struct PageFile {
     std::string_view pictureType;
     /// Whether the picture is in the page itself.
     bool isEmbedded = false;
-    /// What a deck has to be drawn.
+    /// What a deck, a mesh or geometry has to be drawn.
     std::optional<PageModel> model;
 };
 

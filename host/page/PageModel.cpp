@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/directory/DeckModel.h"
+#include "host/model/MeshSyntax.h"
 #include "host/model/ModelReader.h"
 #include "host/model/SurfaceMesh.h"
 #include "host/system/FileSystem.h"
@@ -24,6 +25,19 @@ constexpr std::size_t kMostTriangles = 2'000'000;
 
 constexpr std::size_t Padded(std::size_t size) {
     return (size + 3) / 4 * 4;
+}
+
+std::optional<ModelSyntax> SyntaxOf(const std::filesystem::path& file, _tagFileType type) {
+    switch (type) {
+        case CAE_FILE_DECK:
+            return ModelSyntaxOf(file);
+        case CAE_FILE_MESH:
+        case CAE_FILE_CAD:
+        case CAE_FILE_GRAPHIC:
+            return MeshSyntaxOf(file);
+        default:
+            return std::nullopt;
+    }
 }
 
 /// Sets the box. Returns false if a coordinate is not a number that can be drawn.
@@ -69,9 +83,9 @@ std::string Encode(const SurfaceMesh& surface, const PageModel& model) {
 
 }  // namespace
 
-std::optional<PageModel> ReadPageModel(const std::filesystem::path& file,
+std::optional<PageModel> ReadPageModel(const std::filesystem::path& file, _tagFileType type,
                                        const std::filesystem::path& directory, PageRoom& room) {
-    const std::optional<ModelSyntax> syntax = ModelSyntaxOf(file);
+    const std::optional<ModelSyntax> syntax = SyntaxOf(file, type);
     if (!syntax) {
         return std::nullopt;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <CAETypes.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +13,7 @@
 
 namespace host {
 
-/// What a page shows of the model in a file of solver input.
+/// What a page shows of the model in a file of solver input, or of a mesh.
 struct PageModel {
     std::optional<std::uint64_t> nodes;
     std::optional<std::uint64_t> elements;
@@ -30,8 +32,10 @@ struct PageModel {
 };
 
 /// Reads the model in the file and takes room for its surface. Returns nothing if the file has no model that
-/// can be read, or nothing of it can be drawn. Files that it includes are read in the directory only.
-std::optional<PageModel> ReadPageModel(const std::filesystem::path& file,
+/// can be read, or nothing of it can be drawn. Decks, and the files that they include in the directory, are
+/// read in the syntaxes of solvers; meshes and geometry in those of meshes, because what a deck includes is
+/// shown with the deck.
+std::optional<PageModel> ReadPageModel(const std::filesystem::path& file, _tagFileType type,
                                        const std::filesystem::path& directory, PageRoom& room);
 
 }  // namespace host

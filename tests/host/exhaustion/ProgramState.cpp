@@ -22,7 +22,9 @@ ProgramState::ProgramState(const ProgramCommand& command) {
     folder_.Write("given/studies/README.md", "# A bracket\n");
     folder_.Write("given/studies/plan.csv", "a;b\n");
     folder_.Write("given/studies/static/job.inp", "*STEP\n*STATIC\n*END STEP\n");
-    folder_.Write("given/studies/static/plate.stp", "ISO-10303-21;\nHEADER;\n");
+    folder_.Write("given/studies/static/plate.stl",
+                  "solid\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 1 0\nendloop\n"
+                  "endfacet\nendsolid\n");
     folder_.Write("given/studies/static/plate.png", "\x89PNG");
     folder_.Write("given/studies/notes/old.txt", "text\n");
     std::filesystem::create_symlink("gone", folder_ / "given/studies/dangling.inp");

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "host/model/MeshFiles.h"
 #include "host/page/PageModel.h"
 #include "support/TemporaryDirectory.h"
 
@@ -26,7 +27,7 @@ std::uint32_t NumberAt(const std::string& bytes, std::size_t place, std::size_t 
 class PageModels : public testing::Test {
 protected:
     std::optional<PageModel> Read(std::string_view text, PageRoom& room) const {
-        return ReadPageModel(folder.Write("job.inp", text), folder.Path(), room);
+        return ReadPageModel(folder.Write("job.inp", text), CAE_FILE_DECK, folder.Path(), room);
     }
 
     TemporaryDirectory folder;
@@ -76,8 +77,8 @@ TEST_F(PageModels, NeedSomethingToDraw) {
     PageRoom room{1000};
     EXPECT_FALSE(Read("*STEP\n*STATIC\n*END STEP\n", room));
     EXPECT_FALSE(Read("*NODE\n1, 0, 0, 0\n*STEP\n*STATIC\n*END STEP\n", room));
-    EXPECT_FALSE(ReadPageModel(folder.Write("notes.txt", "x"), folder.Path(), room));
-    EXPECT_FALSE(ReadPageModel(folder / "missing.inp", folder.Path(), room));
+    EXPECT_FALSE(ReadPageModel(folder.Write("notes.txt", "x"), CAE_FILE_DECK, folder.Path(), room));
+    EXPECT_FALSE(ReadPageModel(folder / "missing.inp", CAE_FILE_DECK, folder.Path(), room));
     EXPECT_EQ(room.bytes, 1000U);
 }
 
@@ -88,6 +89,25 @@ TEST_F(PageModels, SayWhatTheyLack) {
     EXPECT_FALSE(model->nodes);
     EXPECT_NE(model->gap.find("more.inc"), std::string::npos) << model->gap;
     EXPECT_EQ(model->triangles, 1U);
+}
+
+TEST_F(PageModels, ShowMeshesAndGeometry) {
+    PageRoom room{10000};
+    const std::filesystem::path part = folder.Write("part.stl", BinaryStl(FacetsOfTetrahedron()));
+    for (const _tagFileType type : {CAE_FILE_CAD, CAE_FILE_MESH, CAE_FILE_GRAPHIC}) {
+        const std::optional<PageModel> model = ReadPageModel(part, type, folder.Path(), room);
+        ASSERT_TRUE(model);
+        EXPECT_EQ(model->nodes, 4U);
+        EXPECT_EQ(model->elements, 4U);
+        EXPECT_EQ(model->points, 4U);
+        EXPECT_EQ(model->triangles, 4U);
+        EXPECT_EQ(model->lines, 6U);
+        EXPECT_EQ(model->gap, "");
+    }
+    EXPECT_FALSE(ReadPageModel(part, CAE_FILE_REPORT, folder.Path(), room));
+    EXPECT_FALSE(ReadPageModel(folder.Write("part.stl", "no STL"), CAE_FILE_CAD, folder.Path(), room));
+    // A deck that includes it shows it.
+    EXPECT_FALSE(ReadPageModel(folder.Write("mesh.msh", kTriangle), CAE_FILE_MESH, folder.Path(), room));
 }
 
 }  // namespace
