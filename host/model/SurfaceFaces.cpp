@@ -48,22 +48,37 @@ Face MakeFace(const std::array<std::uint32_t, 8>& corners, std::span<const std::
     return face;
 }
 
-void FaceTable::Add(const Face& face) {
-    if (face.count < 3) {
-        return;
-    }
-    std::array<std::uint32_t, 4> key = face.corners;
+FaceTable::Key FaceTable::KeyOf(const Face& face) {
+    Key key = face.corners;
     // Triangles repeat a corner, which no quadrilateral does.
     key[3] = face.count == 3 ? key[0] : key[3];
     std::ranges::sort(key);
+    return key;
+}
+
+std::uint64_t FaceTable::HashOf(const Key& key) {
     std::uint64_t hash = 0;
     for (const std::uint32_t corner : key) {
         hash = (hash ^ corner) * kMix;
         hash ^= hash >> 32U;
     }
+    return hash;
+}
+
+bool FaceTable::Has(const Face& face) const {
+    const Key key = KeyOf(face);
+    return face.count >= 3 &&
+           table_.Has(HashOf(key), [&](std::uint32_t known) { return keys_[known] == key; });
+}
+
+void FaceTable::Add(const Face& face) {
+    if (face.count < 3) {
+        return;
+    }
+    const Key key = KeyOf(face);
     const auto next = static_cast<std::uint32_t>(faces_.size());
     const std::uint32_t place =
-        table_.FindOrAdd(hash, next, [&](std::uint32_t known) { return keys_[known] == key; });
+        table_.FindOrAdd(HashOf(key), next, [&](std::uint32_t known) { return keys_[known] == key; });
     if (place == next) {
         faces_.push_back(face);
         keys_.push_back(key);

@@ -43,19 +43,31 @@ public:
     /// The place of the thing that `isSame` knows; `next`, which the table then has, if it knows none.
     template <typename IsSame>
     std::uint32_t FindOrAdd(std::uint64_t hash, std::uint32_t next, const IsSame& isSame) {
+        std::uint32_t& place = slots_[SlotOf(hash, isSame)];
+        if (place == kFree) {
+            place = next;
+        }
+        return place;
+    }
+    /// Whether there is a thing that `isSame` knows.
+    template <typename IsSame>
+    bool Has(std::uint64_t hash, const IsSame& isSame) const {
+        return slots_[SlotOf(hash, isSame)] != kFree;
+    }
+
+private:
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+
+    template <typename IsSame>
+    std::size_t SlotOf(std::uint64_t hash, const IsSame& isSame) const {
         // Neighbouring numbers must not be neighbours in the table.
         std::size_t slot = (hash * 0x9E3779B97F4A7C15U) >> 20U & (slots_.size() - 1);
         while (slots_[slot] != kFree && !isSame(slots_[slot])) {
             slot = (slot + 1) & (slots_.size() - 1);
         }
-        if (slots_[slot] == kFree) {
-            slots_[slot] = next;
-        }
-        return slots_[slot];
+        return slot;
     }
 
-private:
-    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
     std::vector<std::uint32_t> slots_;
 };
 
@@ -65,12 +77,19 @@ public:
     explicit FaceTable(std::size_t most) : table_(most) {}
 
     void Add(const Face& face);
+    /// Whether there is a face with these corners.
+    bool Has(const Face& face) const;
     const std::vector<Face>& Faces() const { return faces_; }
 
 private:
+    using Key = std::array<std::uint32_t, 4>;
+
+    static Key KeyOf(const Face& face);
+    static std::uint64_t HashOf(const Key& key);
+
     PlaceTable table_;
     std::vector<Face> faces_;
-    std::vector<std::array<std::uint32_t, 4>> keys_;
+    std::vector<Key> keys_;
 };
 
 /// Lines between two points, in either direction.

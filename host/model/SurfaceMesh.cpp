@@ -158,6 +158,8 @@ bool SurfaceBuilder::Surface::Add(const Body& body) {
     FaceTable faces(count);
     std::vector<Face> visible;
     CollectFaces(body, faces, visible);
+    // A skin of shells shows nothing that the solids below do not show.
+    std::erase_if(visible, [&](const Face& shell) { return faces.Has(shell); });
     for (const Face& face : faces.Faces()) {
         if (face.uses == 1) {
             visible.push_back(face);

@@ -21,8 +21,8 @@ struct SurfaceMesh {
     std::vector<std::uint32_t> lines;
 };
 
-/// Collects a model, and gives its surface: the faces that belong to one solid only, shells, and lines.
-/// Nodes between corners do not bend it.
+/// Collects a model, and gives its surface: the faces that belong to one solid only, shells that are not on
+/// solids, and lines. Nodes between corners do not bend it.
 class SurfaceBuilder : public SolverModelSink {
 public:
     SurfaceBuilder() = default;

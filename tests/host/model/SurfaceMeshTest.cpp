@@ -125,6 +125,23 @@ TEST_F(Surface, HasShellsAndBeams) {
     EXPECT_EQ(Point(mesh.lines.back()), (Position{6, 0, 0}));
 }
 
+TEST_F(Surface, HasShellsOnSolidsOnce) {
+    AddBricks(2, 1, 1);
+    Build();
+    const std::size_t triangles = mesh.triangles.size();
+    const std::size_t lines = mesh.lines.size();
+    // On the outside, whatever way around, and between the bricks.
+    Add(ElementShape::Quadrilateral, {1, 2, 5, 4});
+    Add(ElementShape::Quadrilateral, {7, 8, 2, 1});
+    Add(ElementShape::Quadrilateral, {2, 5, 11, 8});
+    Build();
+    EXPECT_EQ(mesh.triangles.size(), triangles);
+    EXPECT_EQ(mesh.lines.size(), lines);
+    Add(ElementShape::Triangle, {1, 2, 5});
+    Build();
+    EXPECT_EQ(mesh.triangles.size(), triangles + 3) << "half of a face is not the face";
+}
+
 TEST_F(Surface, LeavesOutElementsWithoutNodesAndFoldedFaces) {
     AddPoints({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}});
     Add(ElementShape::Triangle, {1, 2, 99});
