@@ -180,7 +180,7 @@ bool GlobPattern::Parser::TakeNamedClass(std::bitset<256>& characters) {
     if (end == std::string_view::npos) {
         return false;
     }
-    if (rest_[end - 1] != ':' || end < 4) {
+    if (rest_[end - 1] != ':' || end < 3) {
         // Without the second colon the bracket is a character like others.
         characters.set('[');
         Take();

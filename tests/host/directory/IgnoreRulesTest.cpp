@@ -72,6 +72,9 @@ TEST(IgnoreRules, HaveClasses) {
     EXPECT_EQ(VerdictOf("[[:digit:][:upper:]]x\n", "Ax"), "out");
     EXPECT_EQ(VerdictOf("[]]x\n", "]x"), "out");
     EXPECT_EQ(VerdictOf("[a\n", "[a"), "none");
+    EXPECT_EQ(VerdictOf("a[[:]b\n", "a:b"), "out");
+    EXPECT_EQ(VerdictOf("a[[::]]\n", "a:]"), "none") << "a class without a name";
+    EXPECT_EQ(VerdictOf("a[[:none:]]\n", "an"), "none");
     EXPECT_EQ(VerdictOf("a\\\n", "a\\"), "none");
     EXPECT_EQ(VerdictOf("a\\*b\n", "a*b"), "out");
     EXPECT_EQ(VerdictOf("a\\*b\n", "axb"), "none");
