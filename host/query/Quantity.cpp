@@ -56,12 +56,13 @@ std::optional<Quantity> ParseQuantity(std::string_view text) {
 }
 
 std::optional<Quantity> ParseValue(std::string_view value, std::string_view unit) {
+    unit = Trim(unit);
     std::optional<Quantity> quantity = ParseQuantity(value);
     if (quantity && !unit.empty()) {
         if (!quantity->unit.empty() && quantity->unit != unit) {
             return std::nullopt;
         }
-        quantity->unit = Trim(unit);
+        quantity->unit = unit;
     }
     return quantity;
 }

@@ -94,7 +94,8 @@ bool Glob::Accepts(const Token& token, char32_t character) const {
         case TokenKind::One:
             return style_ == GlobStyle::Name || character != '/';
         case TokenKind::OneOf:
-            return token.isNegated != std::ranges::any_of(token.ranges, [&](const Range& range) {
+            return (style_ == GlobStyle::Name || character != '/') &&
+                   token.isNegated != std::ranges::any_of(token.ranges, [&](const Range& range) {
                        return range.first <= character && character <= range.last;
                    });
         case TokenKind::AnyWithinName:

@@ -14,7 +14,8 @@ std::string FoldCase(std::string_view utf8);
 enum class GlobStyle {
     /// A star stands for any text.
     Name,
-    /// A star and a question mark stay within one name; two stars stand for any text, and `**/` also for
+    /// A star, a question mark and brackets stay within one name; two stars stand for any text, and `**/`
+    /// also for
     /// nothing.
     Path,
 };

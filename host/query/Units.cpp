@@ -1,6 +1,7 @@
 #include "Units.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <string_view>
 
@@ -38,7 +39,12 @@ std::optional<double> Units::Convert(double value, const std::string& from, cons
         return value;
     }
     const UnitConversion& conversion = Find(from, to);
-    return conversion ? std::optional(conversion(value)) : std::nullopt;
+    if (!conversion) {
+        return std::nullopt;
+    }
+    // Beyond the largest number, or no number, like the logarithm of what is negative: nothing compares.
+    const double converted = conversion(value);
+    return std::isfinite(converted) ? std::optional(converted) : std::nullopt;
 }
 
 const UnitConversion& Units::Find(const std::string& from, const std::string& to) {

@@ -15,7 +15,8 @@ namespace host {
 /// database is read when two units differ for the first time.
 class Units {
 public:
-    /// The value in another unit; nothing if there is no way there. Every unit is itself, known or not.
+    /// The value in another unit; nothing if there is no way there, or the value has no end there, as 1e308
+    /// km in millimetres. Every unit is itself, known or not.
     std::optional<double> Convert(double value, const std::string& from, const std::string& to);
 
 private:

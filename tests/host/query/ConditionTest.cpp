@@ -121,6 +121,14 @@ TEST_F(ConditionTest, UnitsAreConvertedWhereThatIsPossible) {
 #endif
 }
 
+TEST_F(ConditionTest, ANumberThatHasNoEndInTheOtherUnitMeetsNoCondition) {
+    SetEntry(*meshed, L"Size", L"1e308", L"TB");
+    EXPECT_EQ(Found({"Size=5 B"}), "");
+    EXPECT_EQ(Found({"Size<5 B"}), "");
+    EXPECT_EQ(Found({"Size>5 B"}), "");
+    EXPECT_EQ(notes.CountOf("values of 'Size' whose unit cannot be converted to 'B'"), 3U);
+}
+
 TEST_F(ConditionTest, AnEntryOfADocumentHasItsUnitAsItsType) {
     study->setMetadataValue(L"Results", L"3000");
     study->setMetadataType(L"Results", L"B");

@@ -40,6 +40,8 @@ TEST(Quantity, AValueHasItsUnitBesideItOrBehindItsNumber) {
     EXPECT_EQ(ParseValue("2", "kg")->unit, "kg");
     EXPECT_EQ(ParseValue("2 kg", "")->unit, "kg");
     EXPECT_EQ(ParseValue("2 kg", "kg")->unit, "kg");
+    EXPECT_EQ(ParseValue("2 kg", " kg ")->unit, "kg");
+    EXPECT_EQ(ParseValue("2 kg", " ")->unit, "kg");
     EXPECT_FALSE(ParseValue("2 kg", "mm"));
     EXPECT_FALSE(ParseValue("steel", "kg"));
 }
@@ -64,6 +66,18 @@ TEST(Units, BytesAreConvertedEverywhere) {
     EXPECT_EQ(units.Convert(2, "MB", "B"), 2e6);
     EXPECT_EQ(units.Convert(2, "KiB", "B"), 2048);
     EXPECT_FALSE(units.Convert(2, "B", "kg"));
+}
+
+TEST(Units, AConversionIsANumberWithAnEnd) {
+    Units units;
+    EXPECT_FALSE(units.Convert(1e308, "TB", "B"));
+    EXPECT_EQ(units.Convert(1e308, "B", "TB"), 1e296);
+#if !defined(_WIN32)
+    EXPECT_FALSE(units.Convert(1e308, "km", "mm"));
+    EXPECT_FALSE(units.Convert(0, "s", "Hz"));
+    EXPECT_FALSE(units.Convert(-1, "mW", "lg(re 1 mW)")) << "no number at all";
+    EXPECT_DOUBLE_EQ(*units.Convert(4, "s", "Hz"), 0.25);
+#endif
 }
 
 TEST(Units, ThoseOfTheDatabaseAreConverted) {

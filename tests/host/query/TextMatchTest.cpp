@@ -65,6 +65,10 @@ TEST(TextMatch, AStarInAPathStaysWithinOneName) {
     EXPECT_FALSE(FitsPath("a/**/b", "a/xb"));
     EXPECT_TRUE(FitsPath("**/a*/b*", "x/a1/a2/b"));
     EXPECT_FALSE(FitsPath("*/b", "a/x/b"));
+    EXPECT_FALSE(FitsPath("a[!x]b", "a/b")) << "brackets are a character of a name, too";
+    EXPECT_FALSE(FitsPath("*[!x]*c", "ab/dc"));
+    EXPECT_TRUE(FitsPath("**[!x]c", "ab/dc"));
+    EXPECT_TRUE(FitsName("a[!x]b", "a/b"));
 }
 
 TEST(TextMatch, ManyStarsTakeNoTimeWithoutEnd) {
