@@ -108,8 +108,8 @@ class MeshView {
       return;
     }
     const style = getComputedStyle(this.canvas);
-    this.face.color = new Color(style.getPropertyValue('--face').trim());
-    this.edge.color = new Color(style.getPropertyValue('--edge').trim());
+    this.face.color = new Color(style.fill);
+    this.edge.color = new Color(style.color);
     this.faces.visible = !this.isWire;
     this.renderer.setPixelRatio(Math.min(devicePixelRatio, 2));
     this.renderer.setSize(width, height, false);
