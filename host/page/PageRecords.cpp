@@ -14,14 +14,32 @@
 #include "host/document/FileFacts.h"
 #include "host/document/ObjectLists.h"
 #include "host/document/ObjectTexts.h"
+#include "host/query/Quantity.h"
 
 namespace host {
 namespace {
 
 using korvane::exchange::ToUtf8;
 
+/// The name, the value and the unit as they are; behind them the number with its unit, and the same number in
+/// other units.
+void AddEntry(PageText& text, PageNumbers& numbers, const korvane::MetadataValues& entry) {
+    text.Add("[");
+    text.AddJson(ToUtf8(entry.name));
+    text.Add(",");
+    text.AddJson(ToUtf8(entry.value));
+    text.Add(",");
+    text.AddJson(ToUtf8(UnitOf(entry)));
+    for (const auto& [unit, number] : numbers.Of(entry)) {
+        text.Add(",");
+        text.AddJson(unit);
+        text.Add("," + FormatNumber(number));
+    }
+    text.Add("]");
+}
+
 /// What every object has, files among them.
-void AddHeader(PageText& text, const CAEObject& object) {
+void AddHeader(PageText& text, PageNumbers& numbers, const CAEObject& object) {
     text.AddName("id", true);
     text.AddNumber(object.getID());
     text.AddMember("name", ToUtf8(NameOf(object)));
@@ -33,14 +51,9 @@ void AddHeader(PageText& text, const CAEObject& object) {
         if (isFirst) {
             text.AddName("metadata");
         }
-        text.Add(isFirst ? "[[" : ",[");
+        text.Add(isFirst ? "[" : ",");
         isFirst = false;
-        text.AddJson(ToUtf8(entry.name));
-        text.Add(",");
-        text.AddJson(ToUtf8(entry.value));
-        text.Add(",");
-        text.AddJson(ToUtf8(entry.unit.IsEmpty() ? entry.type : entry.unit));
-        text.Add("]");
+        AddEntry(text, numbers, entry);
     }
     text.Add(isFirst ? "" : "]");
 }
@@ -98,9 +111,9 @@ void AddAttachedFiles(PageText& text, const PageContent& content, CAEObject& obj
 
 }  // namespace
 
-void AddFileRecord(PageText& text, const PageFile& shown) {
+void AddFileRecord(PageText& text, PageNumbers& numbers, const PageFile& shown) {
     const CAEFile& file = *shown.file;
-    AddHeader(text, file);
+    AddHeader(text, numbers, file);
     text.AddMember("type", CAEGetFileTypeName(file.getFileType()));
     text.AddMember("format", format::NameOfFileFormat(static_cast<format::FileFormat>(file.getFileFormat())));
     text.AddMember("place", shown.place);
@@ -120,7 +133,8 @@ void AddFileRecord(PageText& text, const PageFile& shown) {
     }
 }
 
-void AddObjectRecord(PageText& text, const PageContent& content, const PageObject& shown) {
+void AddObjectRecord(PageText& text, PageNumbers& numbers, const PageContent& content,
+                     const PageObject& shown) {
     CAEObject& object = *shown.object;
     if (shown.file >= 0) {
         // The rest is said with the files.
@@ -129,7 +143,7 @@ void AddObjectRecord(PageText& text, const PageContent& content, const PageObjec
         text.AddName("file");
         text.AddNumber(shown.file);
     } else {
-        AddHeader(text, object);
+        AddHeader(text, numbers, object);
     }
     text.AddMember("kind", CAEObject::getTypeName(object.getType()));
     text.AddName("parent");

@@ -130,14 +130,15 @@ private:
 
     void AddSide(std::size_t side) {
         const PageContent& content = page_.sides[side].content;
+        PageNumbers numbers(content);
         AddBlocks("files", side, content.files.size(), [&](std::size_t index) {
             text_.Add("{");
-            AddFileRecord(text_, content.files[index]);
+            AddFileRecord(text_, numbers, content.files[index]);
             text_.Add("}");
         });
         AddBlocks("objects", side, content.objects.size(), [&](std::size_t index) {
             text_.Add("{");
-            AddObjectRecord(text_, content, content.objects[index]);
+            AddObjectRecord(text_, numbers, content, content.objects[index]);
             text_.Add("}");
             if (page_.progress) {
                 page_.progress(index, content.objects.size());

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
+#include <ranges>
 #include <string_view>
 
 namespace host {
@@ -30,6 +32,14 @@ constexpr ByteUnit kByteUnits[] = {
 const ByteUnit* FindByteUnit(std::string_view name) {
     const auto* const found = std::ranges::find(kByteUnits, name, &ByteUnit::name);
     return found == std::end(kByteUnits) ? nullptr : found;
+}
+
+/// Keeps the most frequent units, of equally frequent ones the first.
+void KeepMostFrequent(std::vector<std::string>& units, const std::map<std::string, std::size_t>& counts) {
+    constexpr std::size_t kMostTried = 8;
+    std::ranges::stable_sort(units, std::ranges::greater(),
+                             [&](const std::string& unit) { return counts.at(unit); });
+    units.resize(std::min(units.size(), kMostTried));
 }
 
 }  // namespace
@@ -66,9 +76,14 @@ const UnitConversion& Units::Find(const std::string& from, const std::string& to
     return conversions_.emplace(std::pair(from, to), std::move(conversion)).first->second;
 }
 
+std::vector<std::string> UsualUnits(const std::map<std::string, std::size_t>& counts) {
+    std::vector<std::string> units;
+    std::ranges::copy(std::views::keys(counts), std::back_inserter(units));
+    KeepMostFrequent(units, counts);
+    return units;
+}
+
 std::string CommonUnit(const std::vector<std::string>& given, Units& units) {
-    // Rare units are not tried, so that thousands of different ones take no time without end.
-    constexpr std::size_t kMostTried = 8;
     std::map<std::string, std::size_t> counts;
     std::vector<std::string> tried;
     for (const std::string& unit : given) {
@@ -76,9 +91,7 @@ std::string CommonUnit(const std::vector<std::string>& given, Units& units) {
             tried.push_back(unit);
         }
     }
-    std::ranges::stable_sort(tried, std::ranges::greater(),
-                             [&](const std::string& unit) { return counts[unit]; });
-    tried.resize(std::min(tried.size(), kMostTried));
+    KeepMostFrequent(tried, counts);
     std::string common;
     std::size_t most = 0;
     for (const std::string& unit : tried) {

@@ -27,6 +27,10 @@ private:
     std::map<std::pair<std::string, std::string>, UnitConversion> conversions_;
 };
 
+/// Of units with how often they occur, those that are tried for a common one: the most frequent ones. Rare
+/// ones are not tried, so that thousands of different ones take no time without end.
+std::vector<std::string> UsualUnits(const std::map<std::string, std::size_t>& counts);
+
 /// The one of the units that most of them can be converted to, of these the one that occurs most often, and
 /// of these the first. Empty if there are none.
 std::string CommonUnit(const std::vector<std::string>& given, Units& units);

@@ -191,11 +191,15 @@ class Content(PageCase):
         """Two numbers as points, with groups; points lead to their objects, and a search leaves some out."""
         parts = [object_of(0, "CAEPART", f"part {number}", metaData={
             "Mass": {"value": str(number), "metaDataType": "kg"},
-            "Stress": {"value": f"{number * number}e1", "metaDataType": "MPa" if number != 7 else "psi"},
+            "Stress": {"value": f"{number * number}e1", "metaDataType": "MPa"},
             "Maker": {"value": "<b>" if number % 2 else "west", "metaDataType": ""}}) for number in range(1, 9)]
-        # Has its mass from above.
+        # Have their masses from above; what is not a number counts as nothing.
         parts[0]["children"] = [object_of(0, "CAEPART", "below", metaData={
-            "stress": {"value": "-20", "metaDataType": "MPa"}})]
+            "stress": {"value": "-20", "metaDataType": "MPa"}, "Mass": {"value": "?", "metaDataType": "kg"}})]
+        parts[1]["metaData"]["Mass"] = {"value": "2000", "metaDataType": "g"}
+        parts[2]["metaData"]["Mass"] = {"value": "3 kg", "metaDataType": ""}
+        parts[6]["metaData"]["Stress"]["metaDataType"] = "bananas"
+        parts[7]["metaData"]["Stress"] = {"value": "1e4", "metaDataType": "psi"}
         browser = self.browser
         browser.open(self.page("plot", object_of(1, "SIMULATION", "loads", parts)))
         browser.one("#plot").click()
@@ -203,7 +207,8 @@ class Content(PageCase):
         self.assertEqual(browser.texts("#plot-x option"), ["Mass", "Stress"])
         self.assertEqual(browser.texts("#plot-by option"), ["nothing", "Maker", "Mass", "Stress"])
         self.assertEqual(browser.attribute(".plot svg", "aria-label"), "Stress in MPa over Mass in kg: 8 points")
-        self.assertEqual(browser.text(".tip"), "8 points; 1 object left out, whose numbers have other units.")
+        self.assertEqual(browser.text(".tip"),
+                         "8 points; 1 object left out, with units that cannot be converted or numbers that are too large.")
         browser.choose("#plot-by", "Maker")
         browser.wait("document.querySelectorAll('.legend li').length === 2")
         self.assertEqual(browser.texts(".legend .value"), ["<b>", "west"])
@@ -214,7 +219,16 @@ class Content(PageCase):
             return Array.from(document.querySelectorAll('.values tbody tr'), (row) =>
               Array.from(row.cells, (cell) => cell.textContent))""")
         self.assertEqual(rows[:3], [["part 1", "1 kg", "10 MPa", "<b>"], ["below", "1 kg", "-20 MPa", "<b>"],
-                                    ["part 2", "2 kg", "40 MPa", "west"]])
+                                    ["part 2", "2000 g", "40 MPa", "west"]])
+        self.assertEqual(rows[-1][1:3], ["8 kg", "10000 psi"])
+        # On the axes they have one unit: 2000 g stand where 2 kg would, and 10000 psi are 68.948 MPa.
+        west = browser.run("""
+            const points = document.querySelector('.plot .points.group-1').getAttribute('d');
+            return Array.from(points.matchAll(/M([\\d.]+),([\\d.]+)/g), (one) => one.slice(1).map(Number))""")
+        self.assertEqual([row[0][5:] for row in rows if row[-1] == "west"], ["2", "4", "6", "8"])
+        for (across, up), mass, stress in zip(west, [2, 4, 6, 8], [40, 160, 360, 68.948]):
+            self.assertAlmostEqual(across, west[0][0] + (west[1][0] - west[0][0]) * (mass - 2) / 2, delta=0.2)
+            self.assertAlmostEqual(up, west[0][1] + (west[1][1] - west[0][1]) * (stress - 40) / 120, delta=0.2)
         browser.picture("plot.png")
         ring = browser.run("""
             const svg = document.querySelector('.plot svg');
@@ -224,7 +238,7 @@ class Content(PageCase):
             return [x * box.width / 640 - box.width / 2 + 4, y * box.height / 400 - box.height / 2]""")
         mouse = ActionChains(browser.driver)
         mouse.move_to_element_with_offset(browser.one(".plot svg"), *ring).perform()
-        self.expect(lambda: browser.text(".tip"), "part 2 · Mass: 2 kg · Stress: 40 MPa · Maker: west")
+        self.expect(lambda: browser.text(".tip"), "part 2 · Mass: 2000 g · Stress: 40 MPa · Maker: west")
         mouse.click().perform()
         self.wait_for_panel("part 2")
         self.expect(self.active, "part 2")

@@ -35,6 +35,11 @@ function table(className, caption, headings) {
   return element;
 }
 
+/** The value and the unit of a metadata entry as people read them: sizes of files are not counted in bytes. */
+function shownValue(text, unit) {
+  return unit === 'B' && /^\d+$/.test(text) ? [textOfSize(Number(text)), ''] : [text, unit];
+}
+
 class Panel {
   /** `does` has the functions select(project, place) and partner(project, place). */
   constructor(element, does) {
@@ -151,9 +156,9 @@ class Panel {
       heading.scope = 'row';
       heading.append(value(name));
       row.append(heading);
-      const isSize = unit === 'B' && /^\d+$/.test(text);
-      row.insertCell().append(value(isSize ? textOfSize(Number(text)) : text));
-      row.insertCell().append(value(isSize ? '' : unit));
+      for (const shown of shownValue(text, unit)) {
+        row.insertCell().append(value(shown));
+      }
     }
     return element;
   }

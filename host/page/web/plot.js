@@ -75,7 +75,8 @@ class PlotView {
     this.data = data;
     this.groups = this.groupsOf(data.points);
     const words = countOf(data.points.length, 'point', 'points') + (data.leftOut > 0
-      ? '; ' + countOf(data.leftOut, 'object', 'objects') + ' left out, whose numbers have other units' : '');
+      ? '; ' + countOf(data.leftOut, 'object', 'objects') +
+        ' left out, with units that cannot be converted or numbers that are too large' : '');
     this.tip = make('p', 'tip', words + '.');
     this.tip.setAttribute('role', 'status');
     this.place.replaceChildren(this.picture(), this.tip, this.table());
@@ -102,7 +103,7 @@ class PlotView {
     const svg = drawing('svg', { viewBox: `0 0 ${width} ${height}`, role: 'img' });
     const title = (axis) => this.names[axis] + (units[axis] ? ' in ' + units[axis] : '');
     svg.setAttribute('aria-label', `${title('y')} over ${title('x')}: ${countOf(points.length, 'point', 'points')}`);
-    const ticks = { x: ticksOf(points.map((one) => one.x.number)), y: ticksOf(points.map((one) => one.y.number)) };
+    const ticks = { x: ticksOf(points.map((one) => one.across)), y: ticksOf(points.map((one) => one.up)) };
     const share = (axis, number) => (number - ticks[axis][0]) / (ticks[axis].at(-1) - ticks[axis][0]);
     this.atX = (number) => left + share('x', number) * (width - left - right);
     this.atY = (number) => height - bottom - share('y', number) * (height - top - bottom);
@@ -133,7 +134,7 @@ class PlotView {
     const paths = this.groups.map(() => []);
     for (const point of this.data.points) {
       const group = this.groupOf(point);
-      const at = [this.atX(point.x.number), this.atY(point.y.number)].map((one) => Math.round(one * 10) / 10);
+      const at = [this.atX(point.across), this.atY(point.up)].map((one) => Math.round(one * 10) / 10);
       paths[group].push(SHAPES[group % SHAPES.length](...at, PLOT.radius));
     }
     paths.forEach((parts, group) => {
@@ -171,7 +172,7 @@ class PlotView {
       let best;
       let least = 15 ** 2;
       for (const point of this.data.points) {
-        const distance = (this.atX(point.x.number) - x) ** 2 + (this.atY(point.y.number) - y) ** 2;
+        const distance = (this.atX(point.across) - x) ** 2 + (this.atY(point.up) - y) ** 2;
         if (distance < least) {
           [best, least] = [point, distance];
         }
@@ -180,8 +181,8 @@ class PlotView {
     };
     svg.addEventListener('pointermove', (event) => {
       const point = nearest(event);
-      this.ring.setAttribute('cx', point ? this.atX(point.x.number) : -99);
-      this.ring.setAttribute('cy', point ? this.atY(point.y.number) : -99);
+      this.ring.setAttribute('cx', point ? this.atX(point.across) : -99);
+      this.ring.setAttribute('cy', point ? this.atY(point.up) : -99);
       if (point) {
         this.tip.textContent = this.wordsOf(point);
       }

@@ -1,12 +1,27 @@
-// Two numbers of the objects, as points: what `korvane-json plot` draws, but for units, which are not converted here.
+// Two numbers of the objects, as points: what `korvane-json plot` draws.
 
 const LARGEST = 1e150;
 const NUMBER = /^\s*[+-]?(\d+\.?\d*|\.\d+)(e[+-]?\d+)?\s*$/i;
+// Rare units are not tried, so that thousands of different ones take no time without end.
+const MOST_UNITS_TRIED = 8;
 
-/** The number of a metadata entry with its unit; undefined if it is not a number. */
+/**
+ * The number of a metadata entry with its unit, and with units and numbers that mean the same; undefined if it is not
+ * a number. Where there are several units, or the value itself has one, the entry has the numbers behind its texts.
+ */
 function numberOf(entry) {
+  if (entry?.length > 3) {
+    const [unit, number, ...others] = entry.slice(3);
+    return { number, unit, others };
+  }
   const number = entry && NUMBER.test(entry[1]) ? Number(entry[1]) : NaN;
-  return Math.abs(number) <= LARGEST ? { number, unit: entry[2] } : undefined;
+  return isFinite(number) ? { number, unit: entry[2], others: [] } : undefined;
+}
+
+/** The number in a unit; undefined if there is no way there. */
+function numberIn({ number, unit, others }, wanted) {
+  const found = unit === wanted ? number : others[others.indexOf(wanted) + 1];
+  return unit === wanted || others.includes(wanted) ? found : undefined;
 }
 
 /** The names of the metadata entries that are numbers, and of all of them. Letter case does not count. */
@@ -25,57 +40,72 @@ async function namesOfMetadata(project) {
   return { numbers: [...numbers.values()].sort(), all: [...all.values()].sort() };
 }
 
-/** For each object the entry that it has itself, or the nearest object above it that has one. */
+/** For each object what `read` makes of the entry that it has itself, or else of that of the nearest object above. */
 class Inherited {
-  constructor(project, name) {
+  constructor(project, name, read) {
     this.project = project;
     this.key = name.toLowerCase();
-    this.own = new Array(project.count);
+    this.read = read;
     this.found = new Array(project.count);
   }
 
-  /** To be called for each place, in their order. */
+  /** To be called for each place, in their order. Gives the value, and whether it is the object's own. */
   look(place) {
     const { parent, metadata } = this.project.objects[place];
     const entry = (metadata ?? []).find(([name]) => name.toLowerCase() === this.key);
-    this.own[place] = numberOf(entry);
-    this.found[place] = entry ?? (parent < 0 ? undefined : this.found[parent]);
+    const own = entry && this.read(entry);
+    this.found[place] = own ?? (parent < 0 ? undefined : this.found[parent]);
+    return [this.found[place], own !== undefined];
   }
 }
 
-/** The unit that most of the values have. */
-function usualUnit(values) {
-  const numbers = new Map();
-  for (const { unit } of values) {
-    numbers.set(unit, (numbers.get(unit) ?? 0) + 1);
+/** The unit that most of the numbers can be converted to, of these the one that occurs most often. */
+function commonUnit(quantities) {
+  const kinds = new Map();
+  for (const quantity of quantities) {
+    const kind = kinds.get(quantity.unit) ?? { unit: quantity.unit, quantity, count: 0 };
+    ++kind.count;
+    kinds.set(kind.unit, kind);
   }
-  return [...numbers].reduce((best, one) => (one[1] > best[1] ? one : best), ['', 0])[0];
+  const tried = [...kinds.values()].sort((left, right) => right.count - left.count).slice(0, MOST_UNITS_TRIED);
+  let most = { convertible: 0, unit: '' };
+  for (const { unit } of tried) {
+    let convertible = 0;
+    for (const { quantity, count } of kinds.values()) {
+      convertible += numberIn(quantity, unit) === undefined ? 0 : count;
+    }
+    most = convertible > most.convertible ? { convertible, unit } : most;
+  }
+  return most.unit;
 }
 
 /**
  * The points of the objects that have one of the numbers themselves, and the other one too or from above. `matches`
- * leaves out objects; null takes all. Gives null if `isOver` says so in the meantime.
+ * leaves out objects; null takes all. A point has the numbers as they are, in `x` and `y`, and in the units of the axes.
+ * Gives null if `isOver` says so in the meantime.
  */
 async function readPoints(project, names, matches, isOver) {
-  const x = new Inherited(project, names.x);
-  const y = new Inherited(project, names.y);
-  const by = new Inherited(project, names.by || '');
+  const x = new Inherited(project, names.x, numberOf);
+  const y = new Inherited(project, names.y, numberOf);
+  const by = new Inherited(project, names.by, ([, text, unit]) => shownValue(text, unit).join(' ').trim() || undefined);
   const points = [];
   const isWhole = await inSlices(project.count, (place) => {
-    x.look(place);
-    y.look(place);
-    by.look(place);
-    const left = numberOf(x.found[place]);
-    const right = numberOf(y.found[place]);
-    if (left && right && (x.own[place] || y.own[place]) && (!matches || matches[place])) {
-      points.push({ place, x: left, y: right, group: names.by ? by.found[place]?.[1] ?? '' : '' });
+    const [left, isLeftOwn] = x.look(place);
+    const [right, isRightOwn] = y.look(place);
+    const [group] = names.by ? by.look(place) : [];
+    if (left && right && (isLeftOwn || isRightOwn) && (!matches || matches[place])) {
+      points.push({ place, x: left, y: right, group: group ?? '' });
     }
   }, isOver);
   if (!isWhole) {
     return null;
   }
-  const units = { x: usualUnit(points.map((one) => one.x)), y: usualUnit(points.map((one) => one.y)) };
-  const kept = points.filter((one) => one.x.unit === units.x && one.y.unit === units.y);
+  const units = { x: commonUnit(points.map((one) => one.x)), y: commonUnit(points.map((one) => one.y)) };
+  for (const point of points) {
+    point.across = numberIn(point.x, units.x);
+    point.up = numberIn(point.y, units.y);
+  }
+  const kept = points.filter(({ across, up }) => Math.abs(across) <= LARGEST && Math.abs(up) <= LARGEST);
   return { points: kept, units, leftOut: points.length - kept.length };
 }
 
