@@ -91,7 +91,7 @@ class PageView {
     await this.fillFilters();
     byId('summary').textContent = this.summary();
     byId('controls').addEventListener('submit', (event) => event.preventDefault());
-    byId('search').addEventListener('input', () => this.find());
+    byId('search').addEventListener('input', () => this.findSoon());
     for (const id of FILTERS.slice(1)) {
       byId(id).addEventListener('change', () => this.find());
     }
@@ -192,10 +192,16 @@ class PageView {
       : '';
   }
 
+  /** Letters that are typed faster than the browser can show them are searched for together. */
+  findSoon() {
+    clearTimeout(this.finding);
+    this.finding = setTimeout(() => this.find(), 0);
+  }
+
   beginSearch(letter) {
     byId('search').value += letter;
     byId('search').focus();
-    this.find();
+    this.findSoon();
   }
 
   clear() {

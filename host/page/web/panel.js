@@ -1,6 +1,7 @@
 // What is known of the selected object.
 
-const MOST_FILES = 200;
+// How many rows of a table are shown at once.
+const MOST_ROWS = 500;
 const MOST_PICTURES = 12;
 const LONGEST_VALUE = 4000;
 
@@ -33,6 +34,20 @@ function table(className, caption, headings) {
   }
   element.createTBody();
   return element;
+}
+
+/** Gives as many of the entries to `add` as are shown at once; a button at the end of the part gives it more. */
+function addInPortions(part, entries, words, add) {
+  let shown = 0;
+  const button = make('button', 'more', 'Show more ' + words);
+  const addSome = () => {
+    entries.slice(shown, shown + MOST_ROWS).forEach(add);
+    shown += MOST_ROWS;
+    button.hidden = shown >= entries.length;
+  };
+  button.addEventListener('click', addSome);
+  addSome();
+  part.append(button);
 }
 
 /** The value and the unit of a metadata entry as people read them: sizes of files are not counted in bytes. */
@@ -139,18 +154,20 @@ class Panel {
     const element = make('section', 'differences');
     element.setAttribute('aria-label', 'Differences');
     const list = make('ul');
-    for (const { mark, text } of marks) {
+    element.append(make('h3', '', countOf(marks.length, 'difference', 'differences')), list);
+    addInPortions(element, marks, 'differences', ({ mark, text }) => {
       const item = make('li', MARKS[mark]);
       item.append(make('span', 'mark ' + MARKS[mark], mark), ' ', value(text));
       list.append(item);
-    }
-    element.append(make('h3', '', countOf(marks.length, 'difference', 'differences')), list);
+    });
     return element;
   }
 
   metadata(entries) {
+    const part = make('div');
     const element = table('metadata', 'Metadata', ['Name', 'Value', 'Unit']);
-    for (const [name, text, unit] of entries) {
+    part.append(element);
+    addInPortions(part, entries, 'metadata', ([name, text, unit]) => {
       const row = element.tBodies[0].insertRow();
       const heading = make('th');
       heading.scope = 'row';
@@ -159,32 +176,17 @@ class Panel {
       for (const shown of shownValue(text, unit)) {
         row.insertCell().append(value(shown));
       }
-    }
-    return element;
+    });
+    return part;
   }
 
   files(files) {
+    const part = make('div');
     const element = table('files', countOf(files.length, 'file', 'files'),
       ['Name', 'Role', 'Type', 'Size', 'Folder']);
-    const body = element.tBodies[0];
-    const addSome = () => {
-      const next = files.slice(body.rows.length, body.rows.length + MOST_FILES);
-      for (const file of next) {
-        this.addFile(body.insertRow(), file);
-      }
-    };
-    addSome();
-    if (files.length > MOST_FILES) {
-      const part = make('div');
-      const button = make('button', 'more', 'Show more files');
-      button.addEventListener('click', () => {
-        addSome();
-        button.hidden = body.rows.length === files.length;
-      });
-      part.append(element, button);
-      return part;
-    }
-    return element;
+    part.append(element);
+    addInPortions(part, files, 'files', (file) => this.addFile(element.tBodies[0].insertRow(), file));
+    return part;
   }
 
   addFile(row, file) {

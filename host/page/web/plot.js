@@ -64,6 +64,7 @@ class PlotView {
     const run = ++this.run;
     const names = { x: byId('plot-x').value, y: byId('plot-y').value, by: byId('plot-by').value };
     const data = await readPoints(this.project, names, this.does.matches(), () => run !== this.run);
+    await breathe();
     if (!data || run !== this.run) {
       return;
     }
@@ -79,7 +80,11 @@ class PlotView {
         ' left out, with units that cannot be converted or numbers that are too large' : '');
     this.tip = make('p', 'tip', words + '.');
     this.tip.setAttribute('role', 'status');
-    this.place.replaceChildren(this.picture(), this.tip, this.table());
+    const picture = this.picture();
+    await breathe();
+    if (run === this.run) {
+      this.place.replaceChildren(picture, this.tip, this.table());
+    }
   }
 
   /** The names of the groups, the largest first; those beyond the eighth are one group. */
@@ -134,8 +139,9 @@ class PlotView {
     const paths = this.groups.map(() => []);
     for (const point of this.data.points) {
       const group = this.groupOf(point);
-      const at = [this.atX(point.across), this.atY(point.up)].map((one) => Math.round(one * 10) / 10);
-      paths[group].push(SHAPES[group % SHAPES.length](...at, PLOT.radius));
+      point.left = Math.round(this.atX(point.across) * 10) / 10;
+      point.top = Math.round(this.atY(point.up) * 10) / 10;
+      paths[group].push(SHAPES[group % SHAPES.length](point.left, point.top, PLOT.radius));
     }
     paths.forEach((parts, group) => {
       svg.append(drawing('path', { class: 'points group-' + group, d: parts.join('') }));
@@ -172,7 +178,7 @@ class PlotView {
       let best;
       let least = 15 ** 2;
       for (const point of this.data.points) {
-        const distance = (this.atX(point.across) - x) ** 2 + (this.atY(point.up) - y) ** 2;
+        const distance = (point.left - x) ** 2 + (point.top - y) ** 2;
         if (distance < least) {
           [best, least] = [point, distance];
         }
@@ -181,8 +187,8 @@ class PlotView {
     };
     svg.addEventListener('pointermove', (event) => {
       const point = nearest(event);
-      this.ring.setAttribute('cx', point ? this.atX(point.across) : -99);
-      this.ring.setAttribute('cy', point ? this.atY(point.up) : -99);
+      this.ring.setAttribute('cx', point?.left ?? -99);
+      this.ring.setAttribute('cy', point?.top ?? -99);
       if (point) {
         this.tip.textContent = this.wordsOf(point);
       }
