@@ -42,6 +42,12 @@ void UpdatingImport::Match(CAEObject& object, const JSONNode& element) {
     Innermost().matching = std::make_unique<MatchedNode>(object, element, keys_);
 }
 
+void UpdatingImport::OpenAbove(CAEObject& object) {
+    for (CAEObject* above = object.getParent(); above != nullptr && open_.insert(above).second;) {
+        above = above->getParent();
+    }
+}
+
 bool UpdatingImport::EnterRoot(const ImportTarget& target, const JSONNode& node) {
     Enter(node, false);
     if (!HasType(node)) {
@@ -184,10 +190,14 @@ std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& paren
     if (HasType(element)) {
         const LastMembers last(element);
         const Found found = FindObject(element, last);
-        if (found.object != nullptr && Move(parent, *found.object)) {
+        // A document does not say where its root hangs.
+        if (found.object != nullptr && (isRoot || Move(parent, *found.object))) {
             ++Result().membersTaken;
             ++Result().objectsMatched;
             Match(*found.object, element);
+            if (isRoot) {
+                OpenAbove(*found.object);
+            }
             child = ImportTarget{found.object, parent.project, this};
         } else if (found.object == nullptr && !found.isConflict) {
             child = Make(parent, element);

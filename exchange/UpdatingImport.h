@@ -77,6 +77,8 @@ private:
     /// False, after an entry, where the object model does not let it hang there.
     bool Move(const ImportTarget& parent, CAEObject& object);
     void Match(CAEObject& object, const JSONNode& element);
+    /// What the object, which stays where it hangs, lies below cannot move below it.
+    void OpenAbove(CAEObject& object);
     void TellChange(CAEObject& object, const std::string& component, const std::string& what,
                     const OuString& from, const OuString& to);
     bool TellNotComparable(const std::string& component, const std::string& what);

@@ -82,13 +82,14 @@ struct ImportReport : Report {
 /// directory are left out, and a document without "type" as a whole.
 ///
 /// With Match::kByKey it updates. An element whose key an object below the target has becomes that object,
-/// and moves where it hangs elsewhere. Any other element becomes the first object under its parent that has
-/// its kind and name, that no element names by key, and that has no other key; else it is made. An inner
-/// project is recognised by the "type" that an export writes for it, too. Names, keys, dates, metadata, files
-/// and children are brought in line: a value is set only where it differs from what is there and from what an
-/// export would write. Files are matched by key, else by name and type, among those of their object; a file
-/// with the key that is attached elsewhere is attached here too, and several records of one file that are
-/// alike make one file.
+/// and moves where it hangs elsewhere; a root that is to become a child of the target stays where it hangs,
+/// because a document does not say where that is. Any other element becomes the first object under its parent
+/// that has its kind and name, that no element names by key, and that has no other key; else it is made. An
+/// inner project is recognised by the "type" that an export writes for it, too. Names, keys, dates, metadata,
+/// files and children are brought in line: a value is set only where it differs from what is there and from
+/// what an export would write. Files are matched by key, else by name and type, among those of their object;
+/// a file with the key that is attached elsewhere is attached here too, and several records of one file that
+/// are alike make one file.
 ///
 /// A key is a conflict, and nothing is done for an element with it, where it occurs twice among the elements
 /// or in the tree, where file records with it differ, and where it belongs to an object of another kind, to a

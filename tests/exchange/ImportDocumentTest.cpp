@@ -343,6 +343,27 @@ TEST_F(ImportDocumentTest, ByKindAnUpdateFindsTheRootAmongTheChildren) {
     EXPECT_EQ(report.root, 2);
 }
 
+TEST_F(ImportDocumentTest, ByKindARootWithTheKeyOfAnObjectStaysWhereThatHangs) {
+    CAEObject& folder = project_.Add(CAE_ASSEMBLY_FOLDER, L"CAD");
+    folder.setDBKey(L"F");
+    CAEObject& study = project_.Add(folder, CAE_MODEL, L"s");
+    study.setDBKey(L"S");
+    project_.Add(study, CAE_PART, L"old");
+    project_.Add(CAE_PART, L"elsewhere").setDBKey(L"P");
+    const ImportReport report =
+        Update(R"({"type":"CAEMODEL","name":"t","dbkey":"S","children":[{"type":"CAETAG","name":"new"},)"
+               R"({"type":"CAEPART","name":"elsewhere","dbkey":"P"},)"
+               R"({"type":"CAEASSEMBLYFOLDER","name":"CAD","dbkey":"F"}]})",
+               {.place = Place::kByKind, .remove = true});
+    EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 CAD F\n    #3 t S\n      #6 new\n      #5 elsewhere P\n");
+    EXPECT_EQ(report.root, 3);
+    EXPECT_EQ(ListedChanges(report),
+              "/name changed #3\n/children/0 added #6\n/children/1 moved #5\n/children removed #4\n");
+    // What the root lies below does not move below it.
+    EXPECT_EQ(Listed(report, [](auto reason) { return reason == Reason::kConflict; }),
+              "/children/2 conflict #2\n");
+}
+
 TEST_F(ImportDocumentTest, ADryRunChangesNothingAndSaysTheSame) {
     const std::string text = ManyObjects(150);
     ImportReport said;
