@@ -129,7 +129,9 @@ void Comparison::CompareMembers(const Pair& pair) {
     if (!options_.ignoreDates) {
         CompareTexts(pair, member::kCreatedDate, first.createdDate, second.createdDate);
     }
-    CompareTexts(pair, member::kDatabaseKey, first.key, second.key);
+    if (!options_.ignoreKeys) {
+        CompareTexts(pair, member::kDatabaseKey, first.key, second.key);
+    }
     CompareMetadata(pair);
     CompareFileMembers(pair);
 }

@@ -24,14 +24,13 @@ using korvane::exchange::Entry;
 
 /// How many differences are shown without --all.
 constexpr std::size_t kMostShown = 20;
-constexpr const char* kDates = "dates";
 
 struct CompareOptions {
     std::string first;
     std::string second;
     bool isAllShown = false;
     ReportFormat format = ReportFormat::Text;
-    std::string ignored;
+    Ignored ignored;
     /// For those of the two that are directories.
     Selection selection;
 };
@@ -96,7 +95,9 @@ int Compare(const CompareOptions& options, Console& console) {
         return kTrouble;
     }
     korvane::exchange::CompareOptions comparing = UsualComparison();
-    comparing.ignoreDates = options.ignored == kDates;
+    comparing.ignoreDates = options.ignored.dates;
+    comparing.ignoreKeys = options.ignored.keys || KindOfInput(options.first) == InputKind::Directory ||
+                           KindOfInput(options.second) == InputKind::Directory;
     comparing.progress = [&](const korvane::exchange::Progress& progress) {
         console.ShowProgress("Comparing", progress.objects, progress.total);
         return true;
@@ -150,12 +151,7 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     command.add_option("SECOND", options->second, "Another one")->type_name("");
     command.add_flag("--all", options->isAllShown,
                      "Show all differences, not only the first " + std::to_string(kMostShown));
-    const auto check = [](const std::string& text) -> std::string {
-        return text == kDates ? "" : Quoted(text) + " is not dates, which is all that can be ignored";
-    };
-    command.add_option("--ignore", options->ignored, "Leave out dates of creation")
-        ->type_name("WHAT")
-        ->check(CLI::Validator(check, "{dates}"));
+    AddIgnore(command, options->ignored);
     AddSelection(command, options->selection);
     AddFormat(command, options->format,
               "text (the default) is for people, json for scripts, with all differences:\n--format json");

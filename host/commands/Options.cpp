@@ -26,6 +26,20 @@ std::string NoneOf(const std::vector<std::string>& words) {
                              : "none of " + Joined(words, ", ", " and ");
 }
 
+/// Takes one of the words, in any letter case, as it is in the list.
+CLI::Validator ChoiceOf(const std::vector<std::string>& words) {
+    const auto choose = [words](std::string& text) -> std::string {
+        for (const std::string& known : words) {
+            if (ToUpperAscii(text) == ToUpperAscii(known)) {
+                text = known;
+                return "";
+            }
+        }
+        return Quoted(text) + " is " + NoneOf(words) + DidYouMean(NearestWord(text, words));
+    };
+    return {choose, "{" + Joined(words, ",", ",") + "}"};
+}
+
 }  // namespace
 
 CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options) {
@@ -77,18 +91,22 @@ void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::s
 CLI::Option& AddChoice(CLI::App& command, const std::string& name, std::string& word,
                        const std::vector<std::string>& words, const std::string& type,
                        const std::string& description) {
-    const auto choose = [words](std::string& text) -> std::string {
-        for (const std::string& known : words) {
-            if (ToUpperAscii(text) == ToUpperAscii(known)) {
-                text = known;
-                return "";
-            }
-        }
-        return Quoted(text) + " is " + NoneOf(words) + DidYouMean(NearestWord(text, words));
-    };
-    return *command.add_option(name, word, description)
-                ->type_name(type)
-                ->transform(CLI::Validator(choose, "{" + Joined(words, ",", ",") + "}"));
+    return *command.add_option(name, word, description)->type_name(type)->transform(ChoiceOf(words));
+}
+
+void AddIgnore(CLI::App& command, Ignored& ignored) {
+    const auto words = std::make_shared<std::vector<std::string>>();
+    command
+        .add_option("--ignore", *words,
+                    "Leave out of the comparison dates of creation, or keys. Can be given for both.\n"
+                    "Keys are left out anyway where one of the two is a directory, which has none")
+        ->type_name("WHAT")
+        ->allow_extra_args(false)
+        ->transform(ChoiceOf({"dates", "keys"}))
+        ->each([words, &ignored](const std::string& word) {
+            ignored.dates = ignored.dates || word == "dates";
+            ignored.keys = ignored.keys || word == "keys";
+        });
 }
 
 void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description) {

@@ -36,6 +36,15 @@ CLI::Option& AddChoice(CLI::App& command, const std::string& name, std::string& 
                        const std::vector<std::string>& words, const std::string& type,
                        const std::string& description);
 
+/// What a comparison leaves out.
+struct Ignored {
+    bool dates = false;
+    bool keys = false;
+    bool IsEmpty() const { return !dates && !keys; }
+};
+/// Adds --ignore, which takes `dates` or `keys` and can be given for each.
+void AddIgnore(CLI::App& command, Ignored& ignored);
+
 enum class ReportFormat { Text, Json };
 /// Adds --format, which takes `text` (the default) or `json`.
 void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description);

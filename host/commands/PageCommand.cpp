@@ -14,6 +14,7 @@
 #include "ObjectInput.h"
 #include "Options.h"
 #include "Output.h"
+#include "ProjectInput.h"
 #include "host/document/CompareText.h"
 #include "host/document/ObjectTexts.h"
 #include "host/page/PageWriter.h"
@@ -23,13 +24,11 @@
 namespace host {
 namespace {
 
-constexpr const char* kDates = "dates";
-
 struct PageOptions {
     InputOptions from;
     /// The project that it is compared with; empty if there is none.
     std::string other;
-    std::string ignored;
+    Ignored ignored;
     std::string title;
     std::string pictures = "20M";
     std::string models = "20M";
@@ -64,7 +63,9 @@ std::optional<std::uint64_t> ParseSize(std::string_view text) {
 korvane::exchange::CompareOptions ComparisonOf(const PageOptions& options, PageComparison& comparison,
                                                Console& console) {
     korvane::exchange::CompareOptions comparing = UsualComparison();
-    comparing.ignoreDates = options.ignored == kDates;
+    comparing.ignoreDates = options.ignored.dates;
+    comparing.ignoreKeys = options.ignored.keys || KindOfInput(options.from.input) == InputKind::Directory ||
+                           KindOfInput(options.other) == InputKind::Directory;
     comparing.pairs = [&comparison](int first, int second) { comparison.pairs.emplace_back(first, second); };
     comparing.progress = [&console](const korvane::exchange::Progress& progress) {
         console.ShowProgress("Comparing", progress.objects, progress.total);
@@ -152,7 +153,7 @@ std::string Complaint(const PageOptions& options) {
     if (options.other == kStandardStream && options.from.input == kStandardStream) {
         return "only one of the two can be the standard input (-)";
     }
-    return options.other.empty() && !options.ignored.empty()
+    return options.other.empty() && !options.ignored.IsEmpty()
                ? "--ignore needs another project to compare with"
                : "";
 }
@@ -168,12 +169,7 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
         .add_option("OTHER", options->other,
                     "Another one: the page shows both side by side, and how it differs from DIR")
         ->type_name("");
-    const auto checkIgnored = [](const std::string& text) -> std::string {
-        return text == kDates ? "" : Quoted(text) + " is not dates, which is all that can be ignored";
-    };
-    command.add_option("--ignore", options->ignored, "Leave dates of creation out of the comparison")
-        ->type_name("WHAT")
-        ->check(CLI::Validator(checkIgnored, "{dates}"));
+    AddIgnore(command, options->ignored);
     command
         .add_option("--title", options->title,
                     "The title of the page instead of the name of the project: --title Brackets")

@@ -18,6 +18,9 @@ namespace korvane::exchange {
 struct CompareOptions {
     /// Whether dates of creation are left out.
     bool ignoreDates = false;
+    /// Whether database keys are left out, as for a tree that no server has seen. Objects with the same key
+    /// are compared with each other all the same.
+    bool ignoreKeys = false;
     /// What a project is displayed as, in UTF-8, which the object model's interface does not show. An import
     /// reads the name of a project as its display name; so with this function, the name of a project in one
     /// tree may be the name or the display name of the other's. Without it, and where both are documents,

@@ -224,5 +224,17 @@ TEST(CompareMembers, IgnoresDatesOnRequest) {
     EXPECT_EQ(CompareTexts(first, second, {.ignoreDates = true}), "");
 }
 
+TEST(CompareMembers, IgnoresKeysOnRequestAndStillComparesByThem) {
+    const std::string first = R"({"type":"X","name":"P","dbkey":"a","children":[)"
+                              R"({"type":"CAETAG","name":"old","dbkey":"K"},{"type":"CAETAG","name":"t"}]})";
+    const std::string second = R"({"type":"X","name":"P","dbkey":"b","children":[)"
+                               R"({"type":"CAETAG","name":"new","dbkey":"K"},)"
+                               R"({"type":"CAETAG","name":"t","dbkey":"L"}]})";
+    const std::string renamed = "~ [/children/0/name] P/new: name changed from 'old' to 'new'\n";
+    EXPECT_EQ(CompareTexts(first, second), "~ [/dbkey] P: dbkey changed from 'a' to 'b'\n" + renamed +
+                                               "~ [/children/1/dbkey] P/t: dbkey changed from '' to 'L'\n");
+    EXPECT_EQ(CompareTexts(first, second, {.ignoreKeys = true}), renamed);
+}
+
 }  // namespace
 }  // namespace korvane::exchange

@@ -91,8 +91,7 @@ TEST(ProgramUsage, RefusesBadUsageWithAWordOnWhatToDo) {
     ExpectUsageError({"compare", "a", "b", "c"},
                      "'c' is one argument too many. See 'korvane-json compare --help'");
     ExpectUsageError({"compare", "a", "b", "--ignore", "names"},
-                     "--ignore: 'names' is not dates, which is all that can be ignored. See 'korvane-json "
-                     "compare --help'");
+                     "--ignore: 'names' is neither dates nor keys. See 'korvane-json compare --help'");
 }
 
 TEST(ProgramUsage, NamesWhatWasMostLikelyMeant) {

@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ProgramSupport.h"
+
+namespace {
+
+constexpr std::string_view kDeck = "*STEP\n*STATIC\n*END STEP\n";
+
+/// Two studies, and a project file of them.
+class ProgramCompareTest : public ProgramInFolder {
+protected:
+    void SetUp() override {
+        folder.Write("root/a/job.inp", kDeck);
+        folder.Write("root/a/plan.csv", "x");
+        folder.Write("root/b/job.inp", kDeck);
+        Do({"new", "root", "p.kvp"});
+    }
+    /// Gives everything in the project file a key.
+    void SetKeys() const {
+        Do({"export", "p.kvp", "-o", "sent.json"});
+        Do({"store", "sent.json", "--db", "server.db", "-o", "answer.json"});
+        Do({"apply", "answer.json", "p.kvp"});
+    }
+    std::string DifferencesOf(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "compare");
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.error, "");
+        EXPECT_EQ(result.status, result.output.starts_with("the same") ? 0 : 1);
+        return result.output;
+    }
+};
+
+TEST_F(ProgramCompareTest, ADirectoryHasNoKeysThatDiffer) {
+    SetKeys();
+    EXPECT_TRUE(DifferencesOf({"p.kvp", "root", "--ignore", "dates"}).starts_with("the same"));
+    EXPECT_TRUE(DifferencesOf({"root", "p.kvp", "--ignore", "dates"}).starts_with("the same"));
+    folder.Write("root/b/korvane.toml", "[metadata]\nReviewer = \"Grace\"\n");
+    EXPECT_EQ(DifferencesOf({"p.kvp", "root", "--ignore", "dates"}),
+              "~ root/b: metadata 'Reviewer' added 'Grace'\n1 difference: 1 changed\n");
+    const std::string page = OutputOf({"page", "p.kvp", "root", "--ignore", "dates", "-o", "-"});
+    EXPECT_NE(page.find("\"1 difference: 1 changed\""), std::string::npos);
+}
+
+TEST_F(ProgramCompareTest, KeysAreLeftOutOnRequest) {
+    Do({"new", "root", "without.kvp"});
+    SetKeys();
+    const std::string keyed = DifferencesOf({"p.kvp", "without.kvp", "--ignore", "dates"});
+    EXPECT_NE(keyed.find("dbkey changed from 'MOD-"), std::string::npos) << keyed;
+    EXPECT_TRUE(DifferencesOf({"p.kvp", "without.kvp", "--ignore", "keys", "--ignore", "dates"})
+                    .starts_with("the same"));
+    folder.Write("old.json", R"({"type":"X","name":"P","createdDate":"1","dbkey":"K"})");
+    folder.Write("new.json", R"({"type":"X","name":"P","createdDate":"2","dbkey":"L"})");
+    EXPECT_EQ(DifferencesOf({"old.json", "new.json", "--ignore", "KEYS"}),
+              "~ P: createdDate changed from '1' to '2'\n1 difference: 1 changed\n");
+    const std::string page = OutputOf({"page", "old.json", "new.json", "--ignore", "keys", "-o", "-"});
+    EXPECT_NE(page.find("\"1 difference: 1 changed\""), std::string::npos);
+}
+
+}  // namespace
