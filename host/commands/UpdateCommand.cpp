@@ -28,6 +28,7 @@ struct UpdateOptions {
     std::string directory;
     std::string file;
     bool isRemoving = false;
+    bool isForced = false;
     bool isMoved = false;
     bool isStrict = false;
     Selection selection;
@@ -42,7 +43,11 @@ bool IsDirectory(const path& candidate) {
     return isDirectory;
 }
 
-/// Whether the directory has more than half of the files.
+/// What counts as most of the files of a project.
+bool AreMost(std::size_t part, std::size_t all) {
+    return 2 * part > all;
+}
+
 bool HasMostOf(const KnownFiles& known, const path& directory) {
     const auto count = std::ranges::count_if(known, [&](const auto& file) {
         std::error_code error;
@@ -50,7 +55,7 @@ bool HasMostOf(const KnownFiles& known, const path& directory) {
         ThrowIfOutOfMemory(error);
         return isThere;
     });
-    return 2 * static_cast<std::size_t>(count) > known.size();
+    return AreMost(static_cast<std::size_t>(count), known.size());
 }
 
 /// Whether the directory is the project's: the one that it has, or that one moved. Otherwise says so: reading
@@ -73,6 +78,21 @@ bool IsDirectoryOf(const CAEProject& project, const KnownFiles& known, const Upd
         Quoted(options.file) + " is the project of " + Quoted(own) + ", and " + Quoted(options.directory) +
         " is another directory. Nothing was changed; give that directory, or --moved if it is this one "
         "now");
+    return false;
+}
+
+/// Whether the update may be saved: a directory that has lost most of its files is more likely to be
+/// incomplete than meant. Otherwise says so.
+bool IsRemovalMeant(const ProjectUpdate& update, const UpdateOptions& options, Console& console) {
+    const std::size_t removed = update.report.removed.files;
+    if (options.isForced || !AreMost(removed, update.filesBefore)) {
+        return true;
+    }
+    console.Say("--remove would remove " + std::to_string(removed) + " of the " +
+                FormatCount(update.filesBefore, "file", "files") + " that " + Quoted(options.file) +
+                " has from its directory, and their identifiers and keys would be lost. Nothing was changed; "
+                "look whether " +
+                Quoted(options.directory) + " is complete, and give --force if it is");
     return false;
 }
 
@@ -103,6 +123,9 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
             return UpdateProject(project, *reading.project, options.isRemoving, isJson,
                                  {reading.described.named, reading.exclusion});
         }();
+        if (!IsRemovalMeant(update, options, console)) {
+            return kFailure;
+        }
         if (!options.isDryRun && update.report.isChanged) {
             const Phase phase(console, "writing " + Quoted(options.file));
             file.SaveWithout(std::move(update.removedFiles), console);
@@ -139,6 +162,8 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
     command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
     command.add_flag("--remove", options->isRemoving,
                      "Remove what came from the directory and is not there any more");
+    command.add_flag("--force", options->isForced,
+                     "With --remove: remove even most of the files that the project has from the directory");
     command.add_flag("--moved", options->isMoved,
                      "DIR is the directory of the project now, although it was another one before.\n"
                      "Needed only if the old one is still there, or most of its files are not in DIR");

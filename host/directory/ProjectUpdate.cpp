@@ -84,6 +84,8 @@ ProjectUpdate Updater::Run(bool isRemoving) {
     FileUpdate files(project_, origins_, readOrigins_, matching_, update_.report);
     files.ReportAdded([&](const CAEObject& read) { return IsAdded(read); });
     MissingObjects missing(project_, origins_, matching_, notes_.exclusion);
+    update_.filesBefore =
+        static_cast<std::size_t>(std::ranges::count(origins_.Files(), true, &FileOrigin::isFromDirectory));
     if (isRemoving) {
         missing.Remove(update_);
     } else {

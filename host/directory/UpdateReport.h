@@ -61,5 +61,8 @@ struct ProjectUpdate {
     /// Files that are removed, but still in the project's list, from which the object model cannot remove
     /// them. No object has them attached.
     std::unordered_set<int> removedFiles;
+    /// The files of the project that had come from its directory before.
+    std::size_t filesBefore = 0;
 };
+
 }  // namespace host

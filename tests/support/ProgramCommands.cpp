@@ -63,11 +63,11 @@ const std::vector<ProgramCommand>& AllCommands() {
         // The directory of the project is another one in some folders.
         {"Update", {"update", "--moved", "given/other", "work/p.kvp"}, FileUse::Changes, "p.kvp"},
         {"UpdateRemove",
-         {"update", "--moved", "--remove", "given/other", "work/p.kvp"},
+         {"update", "--moved", "--remove", "--force", "given/other", "work/p.kvp"},
          FileUse::Changes,
          "p.kvp"},
         {"UpdateJson",
-         {"update", "--moved", "--remove", "--format", "json", "given/other", "work/p.kvp"},
+         {"update", "--moved", "--remove", "--force", "--format", "json", "given/other", "work/p.kvp"},
          FileUse::Changes,
          "p.kvp"},
         {"UpdateDryRun",

@@ -492,7 +492,7 @@ TEST_F(ProgramProjectFile, EveryCommandExplainsItsOptions) {
     const std::pair<const char*, std::vector<const char*>> commands[] = {
         {"page", {"DIR", "--strict", "--title", "--pictures SIZE", "--meshes SIZE", "--output"}},
         {"new", {"--empty", "--force", "--strict", "--dry-run", "PROJECT.kvp"}},
-        {"update", {"DIR", "PROJECT.kvp", "--remove", "--moved", "--strict", "--dry-run"}},
+        {"update", {"DIR", "PROJECT.kvp", "--remove", "--force", "--moved", "--strict", "--dry-run"}},
         {"store", {"DOCUMENT.json", "--db", "--project", "--again", "--output", "--dry-run"}},
         {"apply", {"ANSWER.json", "PROJECT.kvp", "--dry-run"}},
         {"fetch", {"KEY", "--db", "--list", "--format", "--output"}},

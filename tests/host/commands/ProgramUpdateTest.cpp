@@ -105,6 +105,8 @@ TEST_F(ProgramUpdate, AStudyInTheMiddleOfTheAlphabetMovesNoKey) {
 
 TEST_F(ProgramUpdate, RemovesOnRequestOnly) {
     WriteStudies();
+    folder.Write("root/crate/a.csv", "1\n");
+    folder.Write("root/crate/b.csv", "1\n");
     Do({"new", "root", "p.kvp"});
     std::filesystem::remove_all(folder / "root/beam");
     std::filesystem::remove(folder / "root/plan.csv");
@@ -124,7 +126,32 @@ TEST_F(ProgramUpdate, RemovesOnRequestOnly) {
     EXPECT_NE(Read("q.kvp").find("crate.inp"), std::string::npos);
     EXPECT_EQ(Read("q.kvp").find("beam.step"), std::string::npos);
     folder.Write("root/new.csv", "1\n");
-    EXPECT_NE(Do({"update", "root", "p.kvp"}).find("'new.csv' (File #15)"), std::string::npos);
+    EXPECT_NE(Do({"update", "root", "p.kvp"}).find("'new.csv' (File #17)"), std::string::npos);
+}
+
+TEST_F(ProgramUpdate, RemovesMostFilesOnlyWithForce) {
+    WriteStudies();
+    Do({"new", "root", "p.kvp"});
+    const auto refusal = [](int files) {
+        return "--remove would remove " + std::to_string(files) +
+               " of the 4 files that 'p.kvp' has from its directory, and their identifiers and keys would be "
+               "lost. Nothing was changed; look whether 'root' is complete, and give --force if it is";
+    };
+    std::filesystem::rename(folder / "root", folder / "away");
+    std::filesystem::create_directory(folder / "root");
+    ExpectRefused({"update", "root", "p.kvp", "--remove"}, refusal(4));
+    ExpectRefused({"update", "root", "p.kvp", "--remove", "--dry-run"}, refusal(4));
+    ExpectRefused({"update", "root", "p.kvp", "--remove", "--moved", "--format", "json"}, refusal(4));
+    folder.Write("root/plan.csv", "a;b\n");
+    ExpectRefused({"update", "root", "p.kvp", "--remove"}, refusal(3));
+    // Without --remove nothing is lost, and what is left out is not missing.
+    Do({"update", "root", "p.kvp", "--dry-run"});
+    Do({"update", "root", "p.kvp", "--remove", "--exclude", "beam", "--exclude", "crate", "--dry-run"});
+    folder.Write("root/beam/beam.step", "x");
+    Do({"update", "root", "p.kvp", "--remove", "--dry-run"});
+    std::filesystem::remove_all(folder / "root/beam");
+    EXPECT_NE(DoAfterDryRun({"update", "root", "p.kvp", "--remove", "--force"}).find("and 3 files removed"),
+              std::string::npos);
 }
 
 TEST_F(ProgramUpdate, KeepsWhatWasImported) {
@@ -178,7 +205,7 @@ TEST_F(ProgramUpdate, RefusesAnotherDirectory) {
     // A directory that is gone does not make every other one its place.
     std::filesystem::remove_all(folder / "root");
     ExpectRefused({"update", "other", "p.kvp"}, refusal);
-    Do({"update", "other", "p.kvp", "--moved", "--remove"});
+    Do({"update", "other", "p.kvp", "--moved", "--remove", "--force"});
     EXPECT_NE(OutputOf({"tree", "p.kvp"}).find("job.inp"), std::string::npos);
 }
 
