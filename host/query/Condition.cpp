@@ -106,6 +106,40 @@ std::string Complaint(std::string_view text, const Field& field, Comparison comp
     return {};
 }
 
+/// What stands between the separators, without blanks around it.
+std::vector<std::string> PartsOf(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, begin), text.size());
+        parts.emplace_back(Trim(text.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+/// The values, and for a metadata entry that is a list the parts between its commas, too. Solvers that share
+/// a syntax are alternatives with a slash between them, each of which is a part.
+std::vector<FieldValue> ValuesWithParts(const Field& field, const WalkedObject& walked) {
+    std::vector<FieldValue> values = ValuesOf(field, walked);
+    if (field.kind != FieldKind::Metadata || values.empty()) {
+        return values;
+    }
+    const std::string whole = values.front().text;
+    const auto add = [&](const std::string& part) {
+        if (part != whole) {
+            values.push_back({part});
+        }
+    };
+    const bool hasAlternatives = FoldCase(field.name) == FoldCase("Solver");
+    for (const std::string& part : PartsOf(whole, ',')) {
+        add(part);
+        if (hasAlternatives) {
+            std::ranges::for_each(PartsOf(part, '/'), add);
+        }
+    }
+    return values;
+}
+
 /// Conversions are not exact.
 bool IsNear(double left, double right) {
     constexpr double kTolerance = 1e-9;
@@ -178,7 +212,8 @@ bool Condition::HoldsOfNumbers(double left, double right, bool isExact) const {
 }
 
 bool Condition::HoldsOfTexts(const FieldValue& value, Notes& notes) const {
-    if (IsOrdering() && field_.IsMeasured()) {
+    const int order = FoldCase(value.text).compare(folded_);
+    if (order != 0 && IsOrdering() && field_.IsMeasured()) {
         if (quantity_) {
             notes.AddQuoted(
                 "values of " + Quoted(field_.name) + " that are not numbers, as that of the condition is",
@@ -192,7 +227,7 @@ bool Condition::HoldsOfTexts(const FieldValue& value, Notes& notes) const {
             return false;
         }
     }
-    return HoldsOfOrder(FoldCase(value.text).compare(folded_));
+    return HoldsOfOrder(order);
 }
 
 bool Condition::Holds(const FieldValue& value, Units& units, Notes& notes) const {
@@ -221,9 +256,8 @@ bool Condition::Holds(const FieldValue& value, Units& units, Notes& notes) const
 }
 
 bool Condition::IsMet(const WalkedObject& walked, Units& units, Notes& notes) const {
-    const bool isInParts = !IsOrdering() && !quantity_;
     const std::vector<FieldValue> values =
-        isInParts ? ValuesWithParts(field_, walked) : ValuesOf(field_, walked);
+        quantity_ ? ValuesOf(field_, walked) : ValuesWithParts(field_, walked);
     const bool isHeld =
         std::ranges::any_of(values, [&](const FieldValue& value) { return Holds(value, units, notes); });
     return isHeld != isNegated_;

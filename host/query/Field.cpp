@@ -12,7 +12,6 @@
 #include "host/document/FileFacts.h"
 #include "host/document/ObjectLists.h"
 #include "host/document/ObjectTexts.h"
-#include "host/system/Text.h"
 
 namespace host {
 namespace {
@@ -50,7 +49,6 @@ constexpr RoleWord kRoleWords[] = {
 };
 constexpr std::string_view kActiveMesh = "active-mesh";
 constexpr std::string_view kAnyFile = "file";
-constexpr std::string_view kSolverEntry = "Solver";
 constexpr std::string_view kKey = "key";
 
 std::string TypeWord(int type) {
@@ -144,17 +142,6 @@ std::vector<FieldValue> Text(std::string text) {
     return text.empty() ? std::vector<FieldValue>() : std::vector<FieldValue>{{std::move(text)}};
 }
 
-/// What stands between the separators, without blanks around it.
-std::vector<std::string> PartsOf(std::string_view text, char separator) {
-    std::vector<std::string> parts;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(separator, begin), text.size());
-        parts.emplace_back(Trim(text.substr(begin, end - begin)));
-        begin = end + 1;
-    }
-    return parts;
-}
-
 bool IsShownOnce(const Field& field) {
     return field.kind == FieldKind::Kind;
 }
@@ -234,22 +221,6 @@ std::vector<FieldValue> ValuesOf(const Field& field, const WalkedObject& walked)
             break;
     }
     return MetadataOf(field.entry, object);
-}
-
-std::vector<FieldValue> ValuesWithParts(const Field& field, const WalkedObject& walked) {
-    std::vector<FieldValue> values = ValuesOf(field, walked);
-    if (field.kind != FieldKind::Metadata || values.empty()) {
-        return values;
-    }
-    const std::string whole = values.front().text;
-    for (const std::string& listed : PartsOf(whole, ',')) {
-        values.push_back({listed});
-        if (FoldCase(field.name) == FoldCase(kSolverEntry)) {
-            std::ranges::transform(PartsOf(listed, '/'), std::back_inserter(values),
-                                   [](const std::string& solver) { return FieldValue{solver}; });
-        }
-    }
-    return values;
 }
 
 std::string ShownText(const Field& field, const WalkedObject& walked) {

@@ -60,10 +60,6 @@ struct FieldValue {
 /// have metadata entries of these names.
 std::vector<FieldValue> ValuesOf(const Field& field, const WalkedObject& walked);
 
-/// The same, and for a metadata entry that is a list the parts between its commas, too. Solvers that share a
-/// syntax are alternatives with a slash between them, each of which is a part.
-std::vector<FieldValue> ValuesWithParts(const Field& field, const WalkedObject& walked);
-
 /// The values as one text for people, or for programs with all digits; empty if there are none.
 std::string ShownText(const Field& field, const WalkedObject& walked);
 std::string ExactText(const Field& field, const WalkedObject& walked);

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <functional>
 #include <iterator>
-#include <ranges>
 #include <string_view>
 
 namespace host {
@@ -78,7 +77,9 @@ const UnitConversion& Units::Find(const std::string& from, const std::string& to
 
 std::vector<std::string> UsualUnits(const std::map<std::string, std::size_t>& counts) {
     std::vector<std::string> units;
-    std::ranges::copy(std::views::keys(counts), std::back_inserter(units));
+    for (const auto& [unit, count] : counts) {
+        units.push_back(unit);
+    }
     KeepMostFrequent(units, counts);
     return units;
 }
