@@ -41,6 +41,7 @@ void AnswerApplication::TellOfNodes() {
             place.place = visit.place;
             place.section = visit.section;
             place.index = visit.section == nullptr ? rootIndex_++ : visit.position;
+            place.number = nodeCount_++;
             TellOfNode(visit.node, place);
             return true;
         },
@@ -85,6 +86,11 @@ void AnswerApplication::Tell(Reason reason, const AnswerPlace& place, int identi
 }
 
 void AnswerApplication::TellOfNode(const JSONNode& node, const AnswerPlace& place) {
+    // What is below a node that is left out is left out with it.
+    if (places_ && places_->FitOf(place.number) != NodeFit::kFits) {
+        TellOfOtherParent(node, place);
+        return;
+    }
     if (node.type() != JSON_NODE) {
         Tell(Reason::kNotAnObject, place, 0, [&] {
             return std::pair(Describe(node),
@@ -123,7 +129,7 @@ void AnswerApplication::TellOfKey(const JSONNode& node, const AnswerPlace& place
     const ResponseKey sought{NodeText(id), NodeText(), 0};
     // It is there: the keys are those of all nodes that have an identifier and a key.
     const auto first = std::lower_bound(keys_.begin(), keys_.end(), sought);
-    Outcome& outcome = outcomes_.at(static_cast<std::size_t>(first - keys_.begin()));
+    KeyOutcome& outcome = outcomes_.at(static_cast<std::size_t>(first - keys_.begin()));
     const int identifier = outcome.target == nullptr ? 0 : outcome.target->getID();
     if (std::exchange(outcome.isTold, true) ? first->Key() != key : outcome.isOverridden) {
         Tell(Reason::kLaterKey, place, identifier, [&] {
@@ -139,13 +145,15 @@ void AnswerApplication::TellOfKey(const JSONNode& node, const AnswerPlace& place
             const std::string subject = Excerpt(Utf8OfAnsi(id)) + " with the key " + Excerpt(Utf8OfAnsi(key));
             return std::pair(subject, "no object has the identifier " + subject);
         });
+    } else if (outcome.conflict) {
+        TellOfConflict(place, outcome, key);
     } else if (outcome.isDone) {
         TellOfChange(place, id, outcome, key);
         outcome.isDone = false;
     }
 }
 
-void AnswerApplication::TellOfChange(const AnswerPlace& place, std::string_view id, const Outcome& outcome,
+void AnswerApplication::TellOfChange(const AnswerPlace& place, std::string_view id, const KeyOutcome& outcome,
                                      std::string_view key) {
     CAEObject& object = *outcome.target;
     const std::string number = std::to_string(ReadIdentifier(id));
@@ -171,6 +179,47 @@ void AnswerApplication::TellOfChange(const AnswerPlace& place, std::string_view 
     Tell(Reason::kChanged, place, object.getID(), [&] {
         return std::pair(subject, subject + ": " + Excerpt(Utf8Of(outcome.oldKey)) + " becomes " +
                                       Excerpt(Utf8Of(newKey)));
+    });
+}
+
+void AnswerApplication::TellOfConflict(const AnswerPlace& place, const KeyOutcome& outcome,
+                                       std::string_view key) {
+    CAEObject& object = *outcome.target;
+    Tell(*outcome.conflict, place, object.getID(), [&] {
+        const std::string shown = Excerpt(Utf8OfAnsi(key));
+        if (*outcome.conflict == Reason::kOtherParent) {
+            const std::string subject = Describe(object);
+            return std::pair(subject,
+                             "the key of " + subject + ": " + shown +
+                                 " is not set, because the answer has the object in other places, too");
+        }
+        const std::string subject = "the key of " + Describe(object);
+        return std::pair(subject, *outcome.conflict == Reason::kOtherKey
+                                      ? subject + ": " + Excerpt(Utf8Of(outcome.oldKey)) + " stays, and " +
+                                            shown + " is not set"
+                                      : subject + ": " + shown + " is not set, because it is the key of " +
+                                            Describe(*outcome.holder));
+    });
+}
+
+void AnswerApplication::TellOfOtherParent(const JSONNode& node, const AnswerPlace& place) {
+    if (places_->FitOf(place.number) == NodeFit::kBelowMisplaced) {
+        return;
+    }
+    CAEProject& project = *object_.getProject();
+    const auto objectOf = [&](const JSONNode& of) {
+        const NodeText id = NodeValue(*FindMember(of, member::kId));
+        return project.getCAEObject(ReadIdentifier(UpToNul(id)));
+    };
+    // A node can only be misplaced if it and the one above have identifiers.
+    CAEObject& object = *objectOf(node);
+    Tell(Reason::kOtherParent, place, object.getID(), [&] {
+        const std::string subject = Describe(object);
+        CAEObject* const above = objectOf(*place.above->node);
+        return std::pair(subject,
+                         subject + " is left out with everything below it, because the answer has it below " +
+                             (above == nullptr ? Describe(*place.above->node) : Describe(*above)) +
+                             ", and the project does not");
     });
 }
 

@@ -28,8 +28,9 @@ void AnswerApplication::Run() {
     keys_ = ReadResponseKeys(answer_);
     FindTargets();
     report_.hasFitted =
-        std::ranges::any_of(outcomes_, [](const Outcome& outcome) { return outcome.target != nullptr; });
+        std::ranges::any_of(outcomes_, [](const KeyOutcome& outcome) { return outcome.target != nullptr; });
     if (report_.hasFitted) {
+        FindConflictsWithProject();
         Apply();
     } else {
         report_.whyUseless = WhyUseless();
@@ -45,33 +46,41 @@ void AnswerApplication::FindTargets() {
     }
 }
 
+void AnswerApplication::FindConflictsWithProject() {
+    if (options_.keys != KeyChoice::kAll) {
+        CAEProject& project = *object_.getProject();
+        places_.emplace(original_, project);
+        hasConflict_ = FindConflicts(project, keys_, *places_, options_.keys, outcomes_);
+    }
+}
+
 bool AnswerApplication::GoesOn(std::size_t done) {
     return !options_.progress || done % kStepsBetweenCalls != 0 ||
            options_.progress({.objects = done, .total = keys_.size()});
 }
 
 void AnswerApplication::Apply() {
-    report_.hasName =
-        FindMember(answer_, member::kName) != nullptr && KindOf(object_) == format::Kind::kProject;
-    if (!options_.dryRun) {
+    report_.hasName = !hasConflict_ && FindMember(answer_, member::kName) != nullptr &&
+                      KindOf(object_) == format::Kind::kProject;
+    if (!options_.dryRun && !hasConflict_) {
         TakeDisplayName(answer_, object_);
     }
     // Of several texts for one identifier, 7 and 007, the last one counts.
-    std::unordered_map<const CAEObject*, Outcome*> counting;
+    std::unordered_map<const CAEObject*, KeyOutcome*> counting;
     for (std::size_t index = 0; index < keys_.size(); ++index) {
         if (!GoesOn(index)) {
             report_.isStopped = true;
             return;
         }
-        Outcome& outcome = outcomes_[index];
-        if (outcome.target == nullptr) {
+        KeyOutcome& outcome = outcomes_[index];
+        if (outcome.target == nullptr || outcome.conflict || outcome.isOverridden) {
             continue;
         }
         const auto [found, isFirst] = counting.try_emplace(outcome.target, &outcome);
         if (isFirst) {
             outcome.oldKey = outcome.target->getDBKey();
         } else {
-            Outcome& before = *std::exchange(found->second, &outcome);
+            KeyOutcome& before = *std::exchange(found->second, &outcome);
             outcome.oldKey = before.oldKey;
             before.isDone = false;
             before.isOverridden = true;

@@ -42,6 +42,12 @@ std::string_view NameOf(Reason reason) {
             return "no-key";
         case Reason::kLaterKey:
             return "later-key";
+        case Reason::kOtherKey:
+            return "other-key";
+        case Reason::kKeyInUse:
+            return "key-in-use";
+        case Reason::kOtherParent:
+            return "other-parent";
         case Reason::kReadAsEmpty:
             return "read-as-empty";
         case Reason::kNamelessFile:

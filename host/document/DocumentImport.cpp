@@ -45,9 +45,10 @@ std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuStr
     return CreateSimulationProject(isProject && !name.IsEmpty() ? name : otherName, directory);
 }
 
-korvane::exchange::AnswerReport ApplyAnswer(const JSONNode& answer, CAEProject& project, Console& console) {
-    korvane::exchange::AnswerReport report =
-        korvane::exchange::ApplyAnswer(answer, project, {.progress = Shown("Applying the answer", console)});
+korvane::exchange::AnswerReport ApplyAnswer(const JSONNode& answer, CAEProject& project, Console& console,
+                                            korvane::exchange::KeyChoice keys) {
+    korvane::exchange::AnswerReport report = korvane::exchange::ApplyAnswer(
+        answer, project, {.progress = Shown("Applying the answer", console), .keys = keys});
     console.ClearProgress();
     return report;
 }

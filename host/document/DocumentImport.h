@@ -27,7 +27,9 @@ std::unique_ptr<CAEProject> MakeProjectFor(const JSONNode& document, const OuStr
 
 /// Sets the keys from the answer on the objects of the project. An answer that fits no object changes
 /// nothing.
-korvane::exchange::AnswerReport ApplyAnswer(const JSONNode& answer, CAEProject& project, Console& console);
+korvane::exchange::AnswerReport ApplyAnswer(
+    const JSONNode& answer, CAEProject& project, Console& console,
+    korvane::exchange::KeyChoice keys = korvane::exchange::KeyChoice::kAll);
 
 /// Says what an answer seems to be that fits no object.
 void SayUseless(const korvane::exchange::AnswerReport& report, const std::string& file, Console& console);

@@ -55,6 +55,12 @@ enum class Reason {
     kNoKey,
     /// A node of an answer whose object gets another key from another node.
     kLaterKey,
+    /// A key of an answer for an object that has another one, which stays (KeyChoice).
+    kOtherKey,
+    /// A key of an answer that another object of the project has.
+    kKeyInUse,
+    /// A node of an answer that is not where its object is in the project, with everything below it.
+    kOtherParent,
 
     // Taken, and not as it stands.
 
@@ -97,7 +103,7 @@ KORVANEEXCHANGE_API std::string_view NameOf(Reason reason);
 
 /// Whether the reason says that something of the document had no effect.
 constexpr bool IsLeftOut(Reason reason) {
-    return reason <= Reason::kLaterKey;
+    return reason <= Reason::kOtherParent;
 }
 
 /// Whether the reason says that something was changed.

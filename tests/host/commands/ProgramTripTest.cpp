@@ -21,11 +21,14 @@ protected:
         return answer.substr(begin, answer.find('"', begin) - begin);
     }
 
-    /// Everything behind `new` or the first `import`; returns what the last `import` said.
-    std::string GoOn() {
+    /// Everything behind `new` or the first `import`; returns what the last `import` said. `replacing` is the
+    /// option for a project that has the keys of another server.
+    std::string GoOn(const std::vector<std::string>& replacing = {}) {
         Do({"export", "first.kvp", "-o", "doc.json"});
         Do({"store", "doc.json", "--db", "server.db", "-o", "answer.json"});
-        applied = Do({"apply", "answer.json", "first.kvp"});
+        std::vector<std::string> apply = {"apply", "answer.json", "first.kvp"};
+        apply.insert(apply.end(), replacing.begin(), replacing.end());
+        applied = Do(apply);
         Do({"fetch", FirstKey(Read("answer.json")), "--db", "server.db", "-o", "doc2.json"});
         std::string said = Do({"import", "doc2.json", "second.kvp"});
         const ProcessResult same = Run({"compare", "first.kvp", "second.kvp"});
@@ -137,7 +140,8 @@ TEST_F(ProgramTrip, OfTheDocumentOfAServer) {
         << said;
     EXPECT_NE(OutputOf({"tree", "first.kvp"}).find("ViewItem            #21  -> #6\n"), std::string::npos);
     EXPECT_EQ(Run({"compare", document, "first.kvp"}).status, 0);
-    GoOn();
+    GoOn({"--replace-keys"});
+    EXPECT_EQ(applied, "korvane-json: 'first.kvp': 26 keys set, 0 unchanged\n");
 
     // Through the server the view items still show their assemblies.
     Do({"store", document, "--db", "server2.db", "-o", "answer.json"});
