@@ -23,10 +23,11 @@
 /// Every object node and file record is stored with all its members. A key such as `PRT-12-3f9a20` shows the
 /// kind of the object, and is given only once, in one database. A node belongs to
 ///
-/// - the object with the node's "dbkey", if this database gave that key to an object of the same kind, and no
-///   other node of the document has it. Files may have it several times, because a file can be attached to
-///   several objects. If the "dbkey" of a view item is the key of an assembly or an iteration model, the view
-///   item shows that object.
+/// - the object with the node's "dbkey", if this database gave that key to an object of the same kind and the
+///   same project, and no other node of the document has it. Files may have it several times, because a file
+///   can be attached to several objects. If the "dbkey" of a view item is the key of an assembly or an
+///   iteration model, the view item shows that object. An object that was stored alone, before the project
+///   that it is a part of, comes into that project with all that is below it.
 /// - otherwise, the object that was stored last at the same path: below the same object, with the same kind
 /// and
 ///   "name", and for files the same "fileType". Equal siblings are told apart by their order. An object that

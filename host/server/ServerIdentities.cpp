@@ -5,6 +5,7 @@
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "ServerSiblings.h"
 #include "ServerTables.h"
@@ -16,6 +17,8 @@ namespace {
 
 constexpr std::string_view kKeyOfAnotherKind =
     "\"dbkey\" not used, because it is the key of an object of another kind";
+constexpr std::string_view kKeyOfAnotherProject =
+    "\"dbkey\" not used, because it is the key of an object of another project";
 constexpr std::string_view kKeyInUse =
     "\"dbkey\" not used, because another object of the document has the same";
 
@@ -28,10 +31,13 @@ public:
     void Run(const StoreRequest& request);
 
 private:
+    void TakeRoot(const StoreRequest& request);
     void TakeByKeys();
-    void TakeByKey(StoredNode& stored);
+    void TakeByKey(std::size_t index);
+    bool IsOfProject(std::size_t index, const KnownObject& known);
+    bool IsPart(std::int64_t project);
+    void LinkViewItems();
     void JoinNodesOfFile(std::size_t index);
-    void FindProject(const StoreRequest& request);
     void TakeByPaths();
     void TakeBelow(std::size_t owner);
     void Make(std::int64_t project);
@@ -47,7 +53,13 @@ private:
     StoreReport& report_;
     Statement byKey_;
     Statement ownedBy_;
-    std::int64_t project_ = 0;
+    ProjectOfDocument project_;
+    /// For each node the project that it comes from, if it is or is below an object that was stored alone
+    /// before and has its place in a whole project now. 0 for all other nodes.
+    std::vector<std::int64_t> cameFrom_;
+    std::unordered_map<std::int64_t, bool> isPart_;
+    /// View items with the keys of assemblies, and these.
+    std::vector<std::pair<std::size_t, KnownObject>> viewItems_;
     std::unordered_set<std::int64_t> taken_;
     /// The first nodes of the files that have keys, and the other nodes of the files that have several.
     std::unordered_map<std::int64_t, std::size_t> fileOfObject_;
@@ -60,15 +72,16 @@ Identification::Identification(Database& database, std::vector<StoredNode>& node
       nodes_(nodes),
       sum_(sum),
       report_(report),
-      byKey_(database, "SELECT number, key, type FROM object WHERE key = ?"),
-      ownedBy_(database, StoredSiblings::kOwnedBy) {}
+      byKey_(database, "SELECT number, key, type, project FROM object WHERE key = ?"),
+      ownedBy_(database, StoredSiblings::kOwnedBy),
+      cameFrom_(nodes.size()) {}
 
 void Identification::Run(const StoreRequest& request) {
+    TakeRoot(request);
     // Keys first: an object with a key must not go to a node that only has the same path.
     TakeByKeys();
-    FindProject(request);
     TakeByPaths();
-    Make(project_);
+    Make(project_.number);
     LinkByGivenKeys();
 }
 
@@ -78,15 +91,31 @@ void Identification::Take(StoredNode& stored, const KnownObject& known) {
     stored.key = known.key;
 }
 
+/// Takes the root by its key, and finds the project of the document, as far as that is known then.
+void Identification::TakeRoot(const StoreRequest& request) {
+    StoredNode& root = nodes_.front();
+    TakeByKey(0);
+    project_ = root.object != 0 ? FindProjectOfRoot(database_, root, request)
+                                : FindProjectByName(database_, root, request, sum_);
+}
+
 void Identification::TakeByKeys() {
     for (std::size_t index = 0; index < nodes_.size(); ++index) {
-        StoredNode& stored = nodes_[index];
-        if (!stored.givenKey.empty()) {
-            TakeByKey(stored);
+        if (index != 0) {
+            cameFrom_[index] = cameFrom_[nodes_[index].above];
+            TakeByKey(index);
         }
-        if (stored.IsFile()) {
+        if (nodes_[index].IsFile()) {
             JoinNodesOfFile(index);
         }
+    }
+    LinkViewItems();
+    StoredNode& root = nodes_.front();
+    if (root.object != 0) {
+        return;
+    }
+    if (const auto found = FindRootByName(database_, project_, root, taken_)) {
+        Take(root, *found);
     }
 }
 
@@ -107,35 +136,57 @@ void Identification::JoinNodesOfFile(std::size_t index) {
     }
 }
 
-void Identification::TakeByKey(StoredNode& stored) {
-    if (!byKey_.Begin(stored.givenKey).Next()) {
+void Identification::TakeByKey(std::size_t index) {
+    StoredNode& stored = nodes_[index];
+    if (stored.givenKey.empty() || !byKey_.Begin(stored.givenKey).Next()) {
         return;
     }
-    const KnownObject known{byKey_.Number(0), byKey_.Text(1), byKey_.Text(2)};
+    const KnownObject known{byKey_.Number(0), byKey_.Text(1), byKey_.Text(2), byKey_.Number(3)};
     byKey_.Reset();
     StoredNode found;
     found.type = known.type;
     if (stored.IsViewItem() && found.IsMasterAssembly()) {
-        stored.shown = known.object;
+        viewItems_.emplace_back(index, known);
     } else if (KeyPrefix(stored.type) != KeyPrefix(known.type)) {
         report_.notes.Add(kKeyOfAnotherKind, [&] { return Describe(stored.node); });
     } else if (!IsFree(known.object) && !stored.IsFile()) {
         report_.notes.Add(kKeyInUse, [&] { return Describe(stored.node); });
+    } else if (index != 0 && !IsOfProject(index, known)) {
+        report_.notes.Add(kKeyOfAnotherProject, [&] { return Describe(stored.node); });
     } else {
         Take(stored, known);
     }
 }
 
-void Identification::FindProject(const StoreRequest& request) {
-    StoredNode& root = nodes_.front();
-    if (root.object != 0) {
-        project_ = FindProjectOfRoot(database_, root, request).number;
-        return;
+/// Another project must not lose an object. But one that was stored alone, before the whole that it is a part
+/// of, loses nothing: it comes with all that is below it.
+bool Identification::IsOfProject(std::size_t index, const KnownObject& known) {
+    if (known.project == project_.number || known.project == cameFrom_[index] || !IsFree(known.object)) {
+        return true;
     }
-    const ProjectOfDocument found = FindProjectByName(database_, root, request, taken_, sum_);
-    project_ = found.number;
-    if (found.root) {
-        Take(root, *found.root);
+    if (!IsPart(known.project) || !IsStoredRoot(database_, known.object)) {
+        return false;
+    }
+    cameFrom_[index] = known.project;
+    return true;
+}
+
+bool Identification::IsPart(std::int64_t project) {
+    const auto [found, isFirst] = isPart_.try_emplace(project);
+    if (isFirst) {
+        found->second = !HasWhole(database_, project);
+    }
+    return found->second;
+}
+
+/// A view item shows an assembly of its own project, which may come after it in the document.
+void Identification::LinkViewItems() {
+    for (const auto& [index, assembly] : viewItems_) {
+        if (assembly.project == project_.number || !IsFree(assembly.object)) {
+            nodes_[index].shown = assembly.object;
+        } else {
+            report_.notes.Add(kKeyOfAnotherProject, [&] { return Describe(nodes_[index].node); });
+        }
     }
 }
 

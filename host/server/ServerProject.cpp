@@ -70,7 +70,8 @@ Candidates FindCandidates(Database& database, std::int64_t project, const NodeNa
     return candidates;
 }
 
-/// Whether the database has the root of the project itself, and not only parts of it.
+}  // namespace
+
 bool HasWhole(Database& database, std::int64_t project) {
     Statement types(database, "SELECT type FROM object WHERE project = ?");
     types.Begin(project);
@@ -82,31 +83,11 @@ bool HasWhole(Database& database, std::int64_t project) {
     return false;
 }
 
-std::optional<KnownObject> FindRoot(Database& database, std::int64_t project, const std::string& projectName,
-                                    const StoredNode& root, const std::unordered_set<std::int64_t>& taken) {
-    const NodeName name = root.Name();
-    const Candidates candidates = FindCandidates(database, project, name, taken);
-    const std::vector<KnownObject>& found = candidates.roots.empty() ? candidates.all : candidates.roots;
-    if (found.size() == 1) {
-        return found.front();
-    }
-    const std::string what = Quoted(name.name) + " (" + Printable(std::string_view(root.type)) +
-                             ") in the project " + Quoted(projectName);
-    constexpr const char* kAdvice =
-        ". Store the document of the whole project, or one whose root has its key: 'korvane-json apply' sets "
-        "the keys";
-    if (!found.empty()) {
-        throw DatabaseError("has more than one " + what +
-                            ", and the document does not say which of them its root is" + kAdvice);
-    }
-    if (HasWhole(database, project)) {
-        throw DatabaseError("has no " + what + ", and the document does not say where its root belongs" +
-                            kAdvice);
-    }
-    return std::nullopt;
+bool IsStoredRoot(Database& database, std::int64_t object) {
+    Statement find(database,
+                   "SELECT 1 FROM node WHERE object = ? AND owner IS NULL AND ordinal >= 0 LIMIT 1");
+    return find.Begin(object).Next();
 }
-
-}  // namespace
 
 ProjectOfDocument FindProjectOfRoot(Database& database, const StoredNode& root, const StoreRequest& request) {
     Statement find(database,
@@ -125,11 +106,11 @@ ProjectOfDocument FindProjectOfRoot(Database& database, const StoredNode& root, 
     if (request.project.empty()) {
         FollowRoot(database, number, name, root);
     }
-    return {number};
+    return {number, name};
 }
 
 ProjectOfDocument FindProjectByName(Database& database, const StoredNode& root, const StoreRequest& request,
-                                    const std::unordered_set<std::int64_t>& taken, RowSum& sum) {
+                                    RowSum& sum) {
     const std::string name = request.project.empty() ? root.Name().name : request.project;
     if (name.empty()) {
         throw DatabaseError(
@@ -141,7 +122,7 @@ ProjectOfDocument FindProjectByName(Database& database, const StoredNode& root, 
         throw DatabaseError("has no project " + Quoted(name) + ": leave out --again to store a new one");
     }
     if (!known) {
-        return {AddProject(database, name, sum)};
+        return {AddProject(database, name, sum), name, true};
     }
     if (!request.isAgain) {
         throw DatabaseError(
@@ -150,7 +131,35 @@ ProjectOfDocument FindProjectByName(Database& database, const StoredNode& root, 
             "of that project, use --again: its objects are then recognised by their names. If "
             "it is of another project, give that another name with --project");
     }
-    return {*known, FindRoot(database, *known, name, root, taken)};
+    return {*known, name};
+}
+
+std::optional<KnownObject> FindRootByName(Database& database, const ProjectOfDocument& project,
+                                          const StoredNode& root,
+                                          const std::unordered_set<std::int64_t>& taken) {
+    if (project.isNew) {
+        return std::nullopt;
+    }
+    const NodeName name = root.Name();
+    const Candidates candidates = FindCandidates(database, project.number, name, taken);
+    const std::vector<KnownObject>& found = candidates.roots.empty() ? candidates.all : candidates.roots;
+    if (found.size() == 1) {
+        return found.front();
+    }
+    const std::string what = Quoted(name.name) + " (" + Printable(std::string_view(root.type)) +
+                             ") in the project " + Quoted(project.name);
+    constexpr const char* kAdvice =
+        ". Store the document of the whole project, or one whose root has its key: 'korvane-json apply' sets "
+        "the keys";
+    if (!found.empty()) {
+        throw DatabaseError("has more than one " + what +
+                            ", and the document does not say which of them its root is" + kAdvice);
+    }
+    if (HasWhole(database, project.number)) {
+        throw DatabaseError("has no " + what + ", and the document does not say where its root belongs" +
+                            kAdvice);
+    }
+    return std::nullopt;
 }
 
 }  // namespace host

@@ -60,7 +60,7 @@ void Placement::ListStored(const std::vector<StoredNode>& nodes) {
         "temp.stored)");
 }
 
-/// What has moved here from another project is of this one now.
+/// What was stored alone before, and is a part of this project now, is of this project.
 void Placement::UpdateProjects(const StoredNode& root) {
     Statement update(database_,
                      "UPDATE object SET project = (SELECT project FROM object WHERE number = ?1)"

@@ -146,12 +146,59 @@ TEST_F(ServerPart, TheKnownNameOfAProjectFollowsItsRoot) {
     EXPECT_EQ(KeysOf(With(document, "name", "S"), {}), (Keys{"PRJ-9", "PRT-10"}));
 }
 
-TEST_F(ServerPart, AnObjectThatMovedToAnotherProjectIsFoundThere) {
-    KeysOf(Project({Study("S", {Part("A")})}));
-    EXPECT_EQ(KeysOf(WithKeys(Project({Study("S", {Part("A")})}), {{"/P/S", "MOD-2"}}), {"Q"}),
-              (Keys{"PRJ-4", "MOD-2", "PRT-3"}));
-    EXPECT_TRUE(RefusalOfNode(Study("S", {}), {"P", true}).starts_with("has no 'S'"));
-    EXPECT_EQ(KeysAgain(Study("S", {Part("A")}), "Q"), (Keys{"MOD-2", "PRT-3"}));
+TEST_F(ServerPart, NoProjectTakesAnObjectFromAnother) {
+    const ordered_json document = Project({Study("S", {Part("A", {FileOf("f", "CAD")})}), Part("B")});
+    const Keys keys = {"PRJ-1", "MOD-2", "PRT-3", "FIL-4", "PRT-5"};
+    EXPECT_EQ(KeysOf(document), keys);
+    const std::string before = FetchWhole("PRJ-1");
+    const ordered_json other = WithKeys(document, {{"/P/S", "MOD-2"}, {"/P/S/A/f", "FIL-4"}});
+    const Keys otherKeys = {"PRJ-6", "MOD-7", "PRT-8", "FIL-9", "PRT-10"};
+    EXPECT_EQ(KeysOf(other, {"Q"}), otherKeys);
+    EXPECT_EQ(
+        Said(),
+        "korvane-json: s: 4 objects and 1 file stored, 5 of them under new keys\n"
+        "korvane-json: s: \"dbkey\" not used, because it is the key of an object of another project (2): "
+        "'S'; 'f'\n");
+    EXPECT_EQ(KeysAgain(other, "Q"), otherKeys);
+    // Nor if its own root has its key.
+    EXPECT_EQ(KeysOf(With(other, "dbkey", KeyOf("PRJ-6")), {}), otherKeys);
+    EXPECT_EQ(report.detached, 0U);
+    EXPECT_EQ(FetchWhole("PRJ-1"), before);
+    EXPECT_EQ(KeysAgain(document), keys);
+}
+
+TEST_F(ServerPart, AnObjectThatWasStoredAloneComesIntoItsProjectWithAllBelowIt) {
+    const ordered_json study = Study("S", {Part("A", {FileOf("f", "CAD")}), Part("B")});
+    EXPECT_EQ(KeysOf(study, {}), (Keys{"MOD-1", "PRT-2", "FIL-3", "PRT-4"}));
+    const ordered_json whole = Project({Study("folder", {study}), Study("T", {Part("B")})});
+    const Keys keys = {"PRJ-5", "MOD-6", "MOD-1", "PRT-2", "FIL-3", "PRT-4", "MOD-7", "PRT-8"};
+    EXPECT_EQ(KeysOf(WithKeys(whole, {{"/P/folder/S", "MOD-1"},
+                                      {"/P/folder/S/A", "PRT-2"},
+                                      {"/P/folder/S/A/f", "FIL-3"},
+                                      {"/P/T/B", "PRT-4"}})),
+              keys);
+    EXPECT_NE(Said().find("of another project (1): 'B'\n"), std::string::npos) << Said();
+    EXPECT_EQ(KeysAgain(whole), keys);
+    // What is in the whole project stays there.
+    EXPECT_EQ(KeysOf(WithKeys(Project({study}), {{"/P/S", "MOD-1"}}), {"Q"}),
+              (Keys{"PRJ-9", "MOD-10", "PRT-11", "FIL-12", "PRT-13"}));
+    // Without its root, a part of what was stored alone is not taken either.
+    EXPECT_EQ(KeysOf(Study("U", {Part("C")}), {}), (Keys{"MOD-14", "PRT-15"}));
+    EXPECT_EQ(KeysOf(WithKeys(Project({Part("C")}), {{"/P/C", "PRT-15"}}), {"R"}),
+              (Keys{"PRJ-16", "PRT-17"}));
+}
+
+TEST_F(ServerPart, AViewItemShowsNoAssemblyOfAnotherProject) {
+    const auto document = [&](const std::string& key) {
+        return Project({With(Node("CAEVIEWITEM", "V", {}), "dbkey", key),
+                        With(Node("CAESUBASSEMBLY", "W", {}), "dbkey", key)});
+    };
+    EXPECT_EQ(KeysOf(document("")), (Keys{"PRJ-1", "ITM-2", "SUB-3"}));
+    // It shows the assembly of its own document, which had that key.
+    EXPECT_EQ(KeysOf(document(KeyOf("SUB-3")), {"Q"}), (Keys{"PRJ-4", "ITM-5", "SUB-6"}));
+    EXPECT_NE(Said().find("of another project (2): 'W'; 'V'\n"), std::string::npos) << Said();
+    EXPECT_EQ(KeysIn(ordered_json::parse(Fetch("PRJ-4"))), (Keys{"PRJ-4", "SUB-6", "SUB-6"}));
+    EXPECT_EQ(KeysIn(ordered_json::parse(Fetch("PRJ-1"))), (Keys{"PRJ-1", "ITM-2", "SUB-3"}));
 }
 
 TEST_F(ServerPart, WhatAnExportModeLeavesOutComesBackWithItsKeys) {
