@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -71,6 +72,10 @@ private:
     void FindTargets();
     void FindConflictsWithProject();
     void Apply();
+    /// Marks the outcome of another text of the same identifier that came before; `counting` has those that
+    /// count. FindConflicts has done it already.
+    static void FindOverridden(KeyOutcome& outcome,
+                               std::unordered_map<const CAEObject*, KeyOutcome*>& counting);
     bool GoesOn(std::size_t done);
 
     void TellOfNodes();

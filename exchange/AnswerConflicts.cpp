@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 
 #include "AnswerApplication.h"
 #include "TreeIndex.h"
@@ -15,14 +15,15 @@ class KeyHolders {
 public:
     explicit KeyHolders(CAEProject& project);
 
-    const std::vector<CAEObject*>& Of(const std::string& key) const {
+    const std::vector<CAEObject*>& Of(std::string_view key) const {
         static const std::vector<CAEObject*> kNobody;
-        const auto found = holders_.find(key);
+        const auto found = holders_.empty() ? holders_.end() : holders_.find(std::string(key));
         return found == holders_.end() ? kNobody : found->second;
     }
 
 private:
-    void Add(CAEObject& object);
+    /// Adds an object that has a key, and a file once, which may be in several places.
+    void Add(CAEObject& object, std::unordered_set<const CAEObject*>& known);
 
     std::unordered_map<std::string, std::vector<CAEObject*>> holders_;
 };
@@ -37,22 +38,17 @@ KeyHolders::KeyHolders(CAEProject& project) {
     while (!open.empty()) {
         CAEObject& object = *open.back();
         open.pop_back();
-        // A file may be attached to several objects, and be a child as well.
-        if (known.insert(&object).second) {
-            Add(object);
-        }
+        Add(object, known);
         for (CAEFile* const file : FilesOf(object)) {
-            if (known.insert(file).second) {
-                Add(*file);
-            }
+            Add(*file, known);
         }
         const std::vector<CAEObject*> children = ChildrenOf(object);
         open.insert(open.end(), children.begin(), children.end());
     }
 }
 
-void KeyHolders::Add(CAEObject& object) {
-    if (const OuString key = object.getDBKey(); !IsEmpty(key)) {
+void KeyHolders::Add(CAEObject& object, std::unordered_set<const CAEObject*>& known) {
+    if (const OuString key = object.getDBKey(); !IsEmpty(key) && known.insert(&object).second) {
         holders_[AnsiFormOf(key)].push_back(&object);
     }
 }
@@ -60,11 +56,14 @@ void KeyHolders::Add(CAEObject& object) {
 /// The objects that get another key, and what speaks against it.
 class KeyMoves {
 public:
-    explicit KeyMoves(CAEProject& project) : holders_(project) {}
+    explicit KeyMoves(CAEProject& project) : project_(project) {}
 
-    void Add(KeyOutcome& outcome, std::string newKey) {
-        moves_.push_back({&outcome, std::move(newKey)});
-        moveOf_.emplace(outcome.target, &outcome);
+    /// `newKey` must stay valid.
+    void Add(KeyOutcome& outcome, std::string_view newKey) {
+        moves_.push_back({&outcome, newKey});
+        if (!IsEmpty(outcome.oldKey)) {
+            moveOfHolder_.emplace(outcome.target, &outcome);
+        }
     }
     /// No two objects have one key afterwards, unless they have it now.
     void FindKeysInUse();
@@ -72,24 +71,24 @@ public:
 private:
     struct Move {
         KeyOutcome* outcome;
-        std::string newKey;
+        std::string_view newKey;
     };
 
-    CAEObject* HolderThatStays(const std::string& key) const;
+    CAEObject* HolderThatStays(const KeyHolders& all, std::string_view key) const;
     /// An object that gets no other key keeps its own, so that no other one can get that.
     void Refuse(KeyOutcome& outcome, CAEObject& holder);
 
-    KeyHolders holders_;
+    CAEProject& project_;
     std::vector<Move> moves_;
-    std::unordered_map<const CAEObject*, KeyOutcome*> moveOf_;
-    std::unordered_map<std::string, KeyOutcome*> takers_;
+    std::unordered_map<const CAEObject*, KeyOutcome*> moveOfHolder_;
+    std::unordered_map<std::string_view, KeyOutcome*> takers_;
 };
 
-CAEObject* KeyMoves::HolderThatStays(const std::string& key) const {
-    const std::vector<CAEObject*>& holders = holders_.Of(key);
+CAEObject* KeyMoves::HolderThatStays(const KeyHolders& all, std::string_view key) const {
+    const std::vector<CAEObject*>& holders = all.Of(key);
     const auto found = std::ranges::find_if(holders, [this](const CAEObject* holder) {
-        const auto move = moveOf_.find(holder);
-        return move == moveOf_.end() || move->second->conflict;
+        const auto move = moveOfHolder_.find(holder);
+        return move == moveOfHolder_.end() || move->second->conflict;
     });
     return found == holders.end() ? nullptr : *found;
 }
@@ -101,12 +100,17 @@ void KeyMoves::Refuse(KeyOutcome& outcome, CAEObject& holder) {
         refused->conflict = Reason::kKeyInUse;
         refused->holder = has;
         has = refused->target;
-        const auto taker = takers_.find(AnsiFormOf(refused->oldKey));
+        const auto taker = takers_.find(std::string_view(AnsiFormOf(refused->oldKey)));
         refused = taker == takers_.end() ? nullptr : taker->second;
     }
 }
 
 void KeyMoves::FindKeysInUse() {
+    if (moves_.empty()) {
+        return;
+    }
+    const KeyHolders holders(project_);
+    takers_.reserve(moves_.size());
     for (const Move& move : moves_) {
         if (!move.newKey.empty()) {
             takers_.emplace(move.newKey, move.outcome);
@@ -119,7 +123,7 @@ void KeyMoves::FindKeysInUse() {
         KeyOutcome& first = *takers_.at(move.newKey);
         if (&first != move.outcome) {
             Refuse(*move.outcome, *first.target);
-        } else if (CAEObject* const holder = HolderThatStays(move.newKey)) {
+        } else if (CAEObject* const holder = HolderThatStays(holders, move.newKey)) {
             Refuse(*move.outcome, *holder);
         }
     }
@@ -130,6 +134,7 @@ void KeyMoves::FindKeysInUse() {
 bool FindConflicts(CAEProject& project, const std::vector<ResponseKey>& keys, const AnswerPlaces& places,
                    KeyChoice choice, std::vector<KeyOutcome>& outcomes) {
     std::unordered_set<const CAEObject*> known;
+    known.reserve(outcomes.size());
     KeyMoves moves(project);
     for (std::size_t index = outcomes.size(); index-- > 0;) {
         KeyOutcome& outcome = outcomes[index];
@@ -141,15 +146,14 @@ bool FindConflicts(CAEProject& project, const std::vector<ResponseKey>& keys, co
             continue;
         }
         outcome.oldKey = outcome.target->getDBKey();
-        const OuString newKey = TextFromAnsi(keys[index].Key());
         if (places.IsMisplaced(*outcome.target)) {
             outcome.conflict = Reason::kOtherParent;
-        } else if (AreEqual(outcome.oldKey, newKey)) {
+        } else if (AreEqual(outcome.oldKey, TextFromAnsi(keys[index].Key()))) {
             continue;
         } else if (!IsEmpty(outcome.oldKey) && choice != KeyChoice::kReplacing) {
             outcome.conflict = Reason::kOtherKey;
         } else {
-            moves.Add(outcome, std::string(keys[index].Key()));
+            moves.Add(outcome, keys[index].Key());
         }
     }
     moves.FindKeysInUse();

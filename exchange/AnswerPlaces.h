@@ -30,6 +30,9 @@ public:
     bool IsMisplaced(const CAEObject& object) const { return misplaced_.contains(&object); }
 
 private:
+    /// The root and all below it.
+    void AddTree(const JSONNode& root, CAEProject& project);
+
     std::vector<NodeFit> fits_;
     std::unordered_set<const CAEObject*> misplaced_;
 };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_map>
 #include <utility>
 
 #include "AnswerApplication.h"
@@ -59,6 +58,19 @@ bool AnswerApplication::GoesOn(std::size_t done) {
            options_.progress({.objects = done, .total = keys_.size()});
 }
 
+void AnswerApplication::FindOverridden(KeyOutcome& outcome,
+                                       std::unordered_map<const CAEObject*, KeyOutcome*>& counting) {
+    const auto [found, isFirst] = counting.try_emplace(outcome.target, &outcome);
+    if (isFirst) {
+        outcome.oldKey = outcome.target->getDBKey();
+    } else {
+        KeyOutcome& before = *std::exchange(found->second, &outcome);
+        outcome.oldKey = before.oldKey;
+        before.isDone = false;
+        before.isOverridden = true;
+    }
+}
+
 void AnswerApplication::Apply() {
     report_.hasName = !hasConflict_ && FindMember(answer_, member::kName) != nullptr &&
                       KindOf(object_) == format::Kind::kProject;
@@ -76,14 +88,8 @@ void AnswerApplication::Apply() {
         if (outcome.target == nullptr || outcome.conflict || outcome.isOverridden) {
             continue;
         }
-        const auto [found, isFirst] = counting.try_emplace(outcome.target, &outcome);
-        if (isFirst) {
-            outcome.oldKey = outcome.target->getDBKey();
-        } else {
-            KeyOutcome& before = *std::exchange(found->second, &outcome);
-            outcome.oldKey = before.oldKey;
-            before.isDone = false;
-            before.isOverridden = true;
+        if (!places_) {
+            FindOverridden(outcome, counting);
         }
         outcome.isDone = true;
         if (!options_.dryRun) {
