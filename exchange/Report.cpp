@@ -32,6 +32,8 @@ std::string_view NameOf(Reason reason) {
             return "null-key";
         case Reason::kConflict:
             return "conflict";
+        case Reason::kOtherRoot:
+            return "other-root";
         case Reason::kNotComparable:
             return "not-comparable";
         case Reason::kNoSuchObject:

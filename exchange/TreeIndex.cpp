@@ -1,5 +1,6 @@
 #include "TreeIndex.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "NodeText.h"
@@ -108,6 +109,13 @@ const TreeIndex::Owners& TreeIndex::ViewItemsWith(const OuString& key) const {
 
 const TreeIndex::Owners& TreeIndex::FilesWith(const OuString& key) const {
     return Find(files_, key);
+}
+
+bool TreeIndex::HasAnyOf(const DocumentKeys& keys) const {
+    return std::ranges::any_of(
+               objects_,
+               [&](const auto& owners) { return !owners.second.isOutside && keys.Has(owners.first); }) ||
+           std::ranges::any_of(files_, [&](const auto& owners) { return keys.HasFile(owners.first); });
 }
 
 DocumentKeys::DocumentKeys(const JSONNode& root) {

@@ -13,6 +13,8 @@
 
 namespace korvane::exchange {
 
+class DocumentKeys;
+
 std::vector<CAEObject*> ChildrenOf(CAEObject& object);
 /// The files attached to the object that its project knows.
 std::vector<CAEFile*> FilesOf(CAEObject& object);
@@ -36,6 +38,8 @@ public:
     /// The same for view items at the root or below it, by their own key.
     const Owners& ViewItemsWith(const OuString& key) const;
     const Owners& FilesWith(const OuString& key) const;
+    /// Whether an object of the document has the key of one below the root, or a file that of a file.
+    bool HasAnyOf(const DocumentKeys& keys) const;
 
 private:
     using Map = std::unordered_map<std::string, Owners>;
@@ -58,9 +62,11 @@ public:
 
     /// Whether objects have the key, file records left out.
     bool Has(const OuString& key) const;
+    bool Has(const std::string& key) const { return counts_.contains(key); }
     /// Whether the key is one of several objects, or of an object and a file.
     bool HasTwice(const OuString& key) const;
     bool HasFile(const OuString& key) const;
+    bool HasFile(const std::string& key) const { return files_.contains(key); }
     /// Whether the key is one of an object and a file, or of files that are not alike: an export writes a
     /// file that several objects have several times.
     bool HasFileTwice(const OuString& key) const;

@@ -42,40 +42,6 @@ void UpdatingImport::Match(CAEObject& object, const JSONNode& element) {
     Innermost().matching = std::make_unique<MatchedNode>(object, element, keys_);
 }
 
-void UpdatingImport::OpenAbove(CAEObject& object) {
-    for (CAEObject* above = object.getParent(); above != nullptr && open_.insert(above).second;) {
-        above = above->getParent();
-    }
-}
-
-bool UpdatingImport::EnterRoot(const ImportTarget& target, const JSONNode& node) {
-    Enter(node, false);
-    if (!HasType(node)) {
-        return false;
-    }
-    CAEObject& object = *target.object;
-    const OuString key = TextOf(LastMembers(node).key);
-    if (!IsEmpty(key) && KindOf(object) != Kind::kViewItem) {
-        const OuString own = object.getDBKey();
-        const TreeIndex::Owners& owners = index_.ObjectsWith(key);
-        if (!owners.several.empty() || (owners.object != nullptr && owners.object != &object) ||
-            (!IsEmpty(own) && !IsWrittenAs(own, key))) {
-            Conflict(node, &object, "the target of the import has another key, " + Excerpt(Utf8Of(own)));
-            return false;
-        }
-    }
-    Result().root = object.getID();
-    Result().hasRoot = true;
-    ++Result().objectsMatched;
-    Match(object, node);
-    return true;
-}
-
-void UpdatingImport::EnterParentOfRoot(const ImportTarget& target) {
-    ReportingImport::EnterParentOfRoot(target);
-    Match(*target.object, noNode_);
-}
-
 UpdatingImport::Found UpdatingImport::Conflict(const JSONNode& element, CAEObject* object,
                                                const std::string& why) {
     Tell(Reason::kConflict, {}, object == nullptr ? 0 : object->getID(), [&] {
@@ -123,15 +89,8 @@ UpdatingImport::Found UpdatingImport::FindObject(const JSONNode& element, const 
     const Kind kind = format::KindOfType(AnsiFormOf(TextOf(last.type)));
     const OuString key = TextOf(last.key);
     MatchedNode* const parent = MatchOf(AboveInnermost());
-    const OuString name = TextOf(last.anyName);
     if (kind == Kind::kViewItem && !IsEmpty(key)) {
-        const TreeIndex::Owners& owners = index_.ViewItemsWith(key);
-        if (owners.object != nullptr && !landed_.contains(owners.object)) {
-            return {.object = owners.object};
-        }
-        CAEObject* const linked =
-            parent == nullptr ? nullptr : parent->Children().Find(SignOfLink(key, name), false, landed_);
-        if (linked != nullptr) {
+        if (CAEObject* const linked = FindByLink(parent, last)) {
             return {.object = linked};
         }
     } else if (!IsEmpty(key)) {
@@ -140,24 +99,37 @@ UpdatingImport::Found UpdatingImport::FindObject(const JSONNode& element, const 
             return found;
         }
     }
-    if (parent == nullptr) {
-        return {};
+    return {.object = parent == nullptr ? nullptr : FindByName(*parent, last)};
+}
+
+CAEObject* UpdatingImport::FindByLink(MatchedNode* parent, const LastMembers& last) const {
+    const OuString key = TextOf(last.key);
+    const TreeIndex::Owners& owners = index_.ViewItemsWith(key);
+    if (owners.object != nullptr && !landed_.contains(owners.object)) {
+        return owners.object;
     }
-    const bool withoutKey = !IsEmpty(key) && kind != Kind::kViewItem;
+    return parent == nullptr ? nullptr
+                             : parent->Children().Find(SignOfLink(key, TextOf(last.anyName)), false, landed_);
+}
+
+CAEObject* UpdatingImport::FindByName(MatchedNode& parent, const LastMembers& last) const {
+    const Kind kind = format::KindOfType(AnsiFormOf(TextOf(last.type)));
+    const OuString name = TextOf(last.anyName);
+    const bool withoutKey = !IsEmpty(TextOf(last.key)) && kind != Kind::kViewItem;
     if (kind == Kind::kUnknown) {
-        return {.object = parent->Children().Find(SignOfType(TextOf(last.type), name), withoutKey, landed_)};
+        return parent.Children().Find(SignOfType(TextOf(last.type), name), withoutKey, landed_);
     }
     if (kind != Kind::kProject) {
-        return {.object = parent->Children().Find(SignOf(kind, name), withoutKey, landed_)};
+        return parent.Children().Find(SignOf(kind, name), withoutKey, landed_);
     }
     // An import names a project by its "displayName", an export writes that as "name", and what an import
     // does with the "name" cannot be read back: a project without a name may be the one.
     for (const OuString& known : {TextOf(last.displayName), TextOf(last.name), OuString()}) {
-        if (CAEObject* const found = parent->Children().Find(SignOf(kind, known), withoutKey, landed_)) {
-            return {.object = found};
+        if (CAEObject* const found = parent.Children().Find(SignOf(kind, known), withoutKey, landed_)) {
+            return found;
         }
     }
-    return {};
+    return nullptr;
 }
 
 bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
@@ -190,13 +162,12 @@ std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& paren
     if (HasType(element)) {
         const LastMembers last(element);
         const Found found = FindObject(element, last);
-        // A document does not say where its root hangs.
-        if (found.object != nullptr && (isRoot || Move(parent, *found.object))) {
+        if (found.object != nullptr &&
+            (isRoot ? MatchRoot(*found.object, element) : Move(parent, *found.object))) {
             ++Result().membersTaken;
             ++Result().objectsMatched;
-            Match(*found.object, element);
-            if (isRoot) {
-                OpenAbove(*found.object);
+            if (!isRoot) {
+                Match(*found.object, element);
             }
             child = ImportTarget{found.object, parent.project, this};
         } else if (found.object == nullptr && !found.isConflict) {

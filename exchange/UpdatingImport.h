@@ -55,6 +55,10 @@ private:
     static MatchedNode* MatchOf(Frame& frame) { return static_cast<MatchedNode*>(frame.matching.get()); }
 
     Found FindObject(const JSONNode& element, const LastMembers& last);
+    /// The child of the object that the element becomes by kind and name; null if there is none.
+    CAEObject* FindByName(MatchedNode& parent, const LastMembers& last) const;
+    /// The view item that the element becomes by the key of what it shows; null if there is none.
+    CAEObject* FindByLink(MatchedNode* parent, const LastMembers& last) const;
     Found FindByKey(const JSONNode& element, const OuString& key, const OuString& type);
     Found FindFile(const ImportTarget& owner, const JSONNode& record, const LastMembers& last);
     /// Sets also `isMadeAlready_`.
@@ -77,8 +81,12 @@ private:
     /// False, after an entry, where the object model does not let it hang there.
     bool Move(const ImportTarget& parent, CAEObject& object);
     void Match(CAEObject& object, const JSONNode& element);
-    /// What the object, which stays where it hangs, lies below cannot move below it.
-    void OpenAbove(CAEObject& object);
+    /// The same for the root of the document. False, after an entry, where the document may be of another
+    /// object.
+    bool MatchRoot(CAEObject& object, const JSONNode& root);
+    static bool HasOtherName(CAEObject& object, const LastMembers& last);
+    /// Whether objects are removed below the match, and nothing of the document is recognised there.
+    bool RemovesAll(MatchedNode& match, const JSONNode& root) const;
     void TellChange(CAEObject& object, const std::string& component, const std::string& what,
                     const OuString& from, const OuString& to);
     bool TellNotComparable(const std::string& component, const std::string& what);

@@ -70,8 +70,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CAEObject* const target = project->getCAEObject(kTargets[size % std::size(kTargets)]);
     Expect(target != nullptr, "every target is there");
     const bool removes = size % 2 == 0;
-    const ImportOptions update = {
-        .match = Match::kByKey, .remove = removes, .allowStrayFiles = size % 3 == 0};
+    const ImportOptions update = {.match = Match::kByKey,
+                                  .remove = removes,
+                                  .sameRoot = size % 5 != 0,
+                                  .allowStrayFiles = size % 3 == 0};
 
     ImportAfterADryRun(*document, *project, *target, update);
     const std::string updated = TextOf(*project);

@@ -17,6 +17,8 @@
 #include "host/system/Phase.h"
 #include "host/system/Text.h"
 
+using korvane::exchange::Reason;
+
 namespace host {
 namespace {
 
@@ -26,6 +28,7 @@ struct ImportOptions {
     std::optional<int> object;
     bool isUpdate = false;
     bool removes = false;
+    bool isSame = false;
     bool isStrict = false;
     bool isDryRun = false;
     ReportFormat format = ReportFormat::Text;
@@ -33,7 +36,28 @@ struct ImportOptions {
 
 korvane::exchange::ImportOptions LibraryOptions(const ImportOptions& options) {
     using korvane::exchange::Match;
-    return {.match = options.isUpdate ? Match::kByKey : Match::kNever, .remove = options.removes};
+    return {.match = options.isUpdate ? Match::kByKey : Match::kNever,
+            .remove = options.removes,
+            .sameRoot = options.isSame};
+}
+
+/// Whether the document can be imported at all. If not, a message says why. `name` is that of the project
+/// file.
+bool Fits(const ImportReport& report, const ImportOptions& options, const std::string& name,
+          Console& console) {
+    if (report.hasRoot) {
+        return true;
+    }
+    const std::string why =
+        report.entries.empty() ? "its root cannot be read" : report.entries.front().sentence;
+    if (report.Count(Reason::kOtherRoot) != 0) {
+        console.Say("cannot update " + name + " with " + InputName(options.document) + ": " + why +
+                    ". Nothing was changed; if the document is the right one all the same, use --same");
+    } else {
+        console.Say("nothing of " + InputName(options.document) + " fits " + name + ": " + why +
+                    ". Nothing was changed");
+    }
+    return false;
 }
 
 int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
@@ -64,14 +88,8 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
             const Phase phase(console, "importing");
             return ImportDocument(*document, *target, LibraryOptions(options), console);
         }();
-        if (!report.hasRoot) {
-            console.Say(
-                "nothing of " + InputName(options.document) + " fits " + name + ": " +
-                (report.entries.empty() ? "its root cannot be read" : report.entries.front().sentence) +
-                ". Nothing was changed");
-            return kFailure;
-        }
-        if (!IsAllowed(report, {options.document, options.isStrict}, console)) {
+        if (!Fits(report, options, name, console) ||
+            !IsAllowed(report, {options.document, options.isStrict}, console)) {
             return kFailure;
         }
         if (!options.isDryRun && old) {
@@ -128,13 +146,22 @@ void AddImportCommand(CLI::App& program, Console& console, int& status) {
                   "With --update: remove objects that the document lacks, with everything below\n"
                   "them. Metadata entries and files stay")
         ->needs(update);
+    command
+        .add_flag("--same", options->isSame,
+                  "With --update: the document is of this project, although it has another name and\n"
+                  "not its key, or nothing in it is known here")
+        ->needs(update);
     AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
     AddExamples(command,
                 "  korvane-json import bracket.json rebuilt.kvp\n"
                 "  korvane-json import --update --dry-run bracket.json rebuilt.kvp\n"
-                "  korvane-json fetch PRJ-1-3f9a20 --db server.db | korvane-json import - rebuilt.kvp\n");
+                "  korvane-json fetch PRJ-1-3f9a20 --db server.db | korvane-json import - rebuilt.kvp\n",
+                "An update needs the document of the same project: its root has the key of the project, or\n"
+                "its name, or no name. With --remove something below the root must be known here as well,\n"
+                "unless the root has the key. The document of a single object, such as a study, brings that\n"
+                "object in line, wherever it is in the project, if it has its key.");
     command.callback([options, &console, &status] { status = ImportIntoProjectFile(*options, console); });
 }
 

@@ -37,6 +37,7 @@ constexpr Heading kHeadings[] = {
     {Reason::kNoRole, "file left out, because its type has no role there"},
     {Reason::kNullKey, "\"dbkey\" ignored, because it is null"},
     {Reason::kConflict, "left out with everything below it, because its key is not its own"},
+    {Reason::kOtherRoot, "left out with everything below it, because it may be of another project"},
     {Reason::kNotComparable, "left as it is, because what the object has cannot be read back"},
     {Reason::kNoSuchObject, "key not set, because no object has the identifier"},
     {Reason::kNoIdentifier, "key not set, because there is no \"id\""},

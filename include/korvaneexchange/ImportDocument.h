@@ -33,6 +33,8 @@ struct ImportOptions {
     Place place = Place::kOnTarget;
     /// In an update, objects below updated ones that their "children" lack are removed.
     bool remove = false;
+    /// In an update, the root is what it is read onto, even if nothing else says so.
+    bool sameRoot = false;
     /// Nothing is changed, and the report says what would be.
     bool dryRun = false;
     /// Whether file names may lead out of the project's directory.
@@ -95,6 +97,11 @@ struct ImportReport : Report {
 /// or in the tree, where file records with it differ, and where it belongs to an object of another kind, to a
 /// file and an object, to an object that the element lies below or to one outside the target. So is the key
 /// of a root whose target has another. What is in conflict or left out is not removed.
+///
+/// A root is refused, with an entry, and nothing is done, where it may be of another object than the one that
+/// it would be read onto: without that object's key, if that is a project that has another name, and, when
+/// objects are to be removed, if the root has "children" and nothing below it is recognised. A root without a
+/// name has no other name. ImportOptions::sameRoot says that it is the same.
 ///
 /// The order of objects that are there already stays as it is, and so do metadata entries and files that the
 /// document lacks.

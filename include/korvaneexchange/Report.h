@@ -46,6 +46,9 @@ enum class Reason {
     /// A key that occurs twice, or belongs to an object of another kind or place; a second record of a file
     /// that says something else.
     kConflict,
+    /// A root that is not recognised as the object that an update would read it onto, so that it may be of
+    /// another one.
+    kOtherRoot,
     /// A value that the object model takes but does not show, so that it is set on new objects only.
     kNotComparable,
     /// The key of an answer for which there is no object.

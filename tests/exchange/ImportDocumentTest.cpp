@@ -417,9 +417,11 @@ TEST_F(ImportDocumentTest, AStoppedUpdateRemovesNothing) {
         project_.Add(CAE_PART, L"old");
     }
     int calls = 0;
-    const ImportReport report = Import(
-        ManyObjects(1000),
-        {.match = Match::kByKey, .remove = true, .progress = [&](const Progress&) { return ++calls < 3; }});
+    const ImportReport report =
+        Import(ManyObjects(1000),
+               {.match = Match::kByKey, .remove = true, .sameRoot = true, .progress = [&](const Progress&) {
+                    return ++calls < 3;
+                }});
     EXPECT_TRUE(report.isStopped);
     EXPECT_EQ(report.objectsRemoved, 0U);
     EXPECT_NE(project_->getCAEObject(300), nullptr);

@@ -35,6 +35,7 @@ constexpr std::string_view kReasonNames[] = {
     "no-role",
     "null-key",
     "conflict",
+    "other-root",
     "not-comparable",
     "no-such-object",
     "no-identifier",

@@ -99,8 +99,9 @@ TEST(ReportLimit, OfAnImport) {
         R"({"name":"../x.inp","fileType":"Deck"}]},{"type":"CAEWHEEL"},{"type":"CAEVIEWITEM","name":"v"})");
     for (const auto match : {korvane::exchange::Match::kNever, korvane::exchange::Match::kByKey}) {
         TestProject project;
-        const korvane::exchange::ImportReport report = korvane::exchange::ImportDocument(
-            korvane::exchange::ParseDocument(text), *project, {.match = match, .listFixed = false});
+        const korvane::exchange::ImportReport report =
+            korvane::exchange::ImportDocument(korvane::exchange::ParseDocument(text), *project,
+                                              {.match = match, .sameRoot = true, .listFixed = false});
         const std::string unlisted = Unlisted(report);
         for (const char* const reason : {"null-key", "leads-out", "unknown-type", "no-master-assembly"}) {
             EXPECT_NE(unlisted.find(reason), std::string::npos) << reason << " in " << unlisted;

@@ -372,7 +372,7 @@ TEST_F(UpdateDocumentTest, BringsHeadersInLine) {
     const std::string text = R"({"type":"SIMULATION","name":"Shown","dbkey":"P-1","displayName":"Called",)"
                              R"("createdDate":"then","children":[{"type":"CAEPART","dbkey":"K-1",)"
                              R"("name":"q","createdDate":"now"}]})";
-    const ImportReport report = Update(text);
+    const ImportReport report = Update(text, {.sameRoot = true});
     EXPECT_EQ(Outline(*project_), "#1 Called P-1\n  #2 q K-1\n");
     OuString date;
     part.getCreatedDate(date);

@@ -117,7 +117,9 @@ TEST(ExchangeImport, TakesWhatItDoesNotReport) {
                   const bool isUpdate = subject.Source().OneIn(2);
                   const ImportReport report =
                       ImportDocument(document, subject.Object(),
-                                     {.match = isUpdate ? Match::kByKey : Match::kNever, .remove = true});
+                                     {.match = isUpdate ? Match::kByKey : Match::kNever,
+                                      .remove = true,
+                                      .sameRoot = subject.Source().OneIn(2)});
                   const MemberCount count(document, report);
                   if (count.IsAmbiguous()) {
                       return false;
@@ -134,7 +136,8 @@ TEST(ExchangeImport, SecondUpdateChangesNothing) {
                   Subject subject(seed);
                   const JSONNode document = RandomDocument(subject.Source());
                   const bool removes = subject.Source().OneIn(2);
-                  const ImportOptions options = {.match = Match::kByKey, .remove = removes};
+                  const ImportOptions options = {
+                      .match = Match::kByKey, .remove = removes, .sameRoot = subject.Source().OneIn(2)};
                   const ImportReport first = ImportDocument(document, subject.Object(), options);
                   korvane::StartRecording();
                   const ImportReport second = ImportDocument(document, subject.Object(), options);
@@ -161,7 +164,8 @@ TEST(ExchangeImport, DryRunChangesNothingAndSaysTheSame) {
                   Subject real(seed);
                   const JSONNode document = RandomDocument(dry.Source());
                   static_cast<void>(RandomDocument(real.Source()));
-                  ImportOptions options = {.remove = dry.Source().OneIn(2), .dryRun = true};
+                  ImportOptions options = {
+                      .remove = dry.Source().OneIn(2), .sameRoot = dry.Source().OneIn(2), .dryRun = true};
                   options.match = dry.Source().OneIn(2) ? Match::kByKey : Match::kNever;
                   const std::string before = Lines(StateOf(dry.Model()));
                   korvane::StartRecording();

@@ -112,7 +112,7 @@ const std::vector<ProgramCommand>& AllCommands() {
         {"ApplyDryRun", {"apply", "given/answer.json", "work/p.kvp", "--dry-run"}, FileUse::Reads, "p.kvp"},
 
         {"ImportUpdate",
-         {"import", "--update", "--remove", "given/other.json", "work/p.kvp"},
+         {"import", "--update", "--same", "--remove", "given/other.json", "work/p.kvp"},
          FileUse::Changes,
          "p.kvp"},
 

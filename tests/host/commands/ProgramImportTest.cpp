@@ -56,4 +56,37 @@ TEST_F(ProgramImport, KeepsASingleStudyInStepWithTheServer) {
     EXPECT_NE(paths.find("group/modes/Iterations\n"), std::string::npos) << paths;
 }
 
+TEST_F(ProgramImport, AnUpdateWithTheDocumentOfAnotherProjectIsRefused) {
+    MakeKeyedProject();
+    const std::string right = "; if the document is the right one all the same, use --same";
+    const std::string other =
+        "cannot update 'p.kvp' with 'wrong.json': the document of 'other' is of another project than 'root' "
+        "(id 1): it has another name, and not the key of this project. Nothing was changed" +
+        right;
+    folder.Write("wrong.json", R"({"type":"SIMULATION","name":"other","children":[],"files":[]})");
+    for (const std::string more : {"--remove", "--strict", "--dry-run", "--format=json"}) {
+        ExpectRefused({"import", "--update", more, "wrong.json", "p.kvp"}, other);
+    }
+    ExpectRefused({"import", "--update", "wrong.json", "p.kvp", "--object", "1"}, other);
+    const std::string nothing =
+        "cannot update 'p.kvp' with 'wrong.json': the document of 'root' may be of another object than "
+        "'root' "
+        "(id 1): nothing below it is known there, so that all objects would be removed. Nothing was changed" +
+        right;
+    folder.Write("wrong.json", R"({"type":"SIMULATION","name":"root","children":[{"type":"CAETAG"}]})");
+    ExpectRefused({"import", "--update", "--remove", "wrong.json", "p.kvp"}, nothing);
+    ExpectRefused({"import", "--same", "wrong.json", "p.kvp"},
+                  "--same requires --update. See 'korvane-json import --help'", 2);
+
+    folder.Write("wrong.json", R"({"type":"SIMULATION","name":"other","children":[]})");
+    const std::string said =
+        DoAfterDryRun({"import", "--update", "--remove", "--same", "wrong.json", "p.kvp"});
+    EXPECT_NE(said.find(" 9 removed\n"), std::string::npos) << said;
+    // The key of the project says that it is the same, whatever its name is.
+    ordered_json renamed = ordered_json::parse(OutputOf({"export", "p.kvp"}));
+    renamed["name"] = "renamed";
+    folder.Write("renamed.json", renamed.dump());
+    Do({"import", "--update", "--remove", "renamed.json", "p.kvp"});
+}
+
 }  // namespace
