@@ -76,6 +76,7 @@ std::optional<ImportTarget> ReportingImport::Make(const ImportTarget& parent, co
 std::optional<ImportTarget> ReportingImport::EnterChild(const ImportTarget& parent, const JSONNode& element) {
     CountStep();
     Enter(element, false);
+    report_.elements += IsInnermostRoot() ? 0 : 1;
     std::optional<ImportTarget> child;
     if (HasType(element)) {
         child = Make(parent, element);
@@ -85,11 +86,17 @@ std::optional<ImportTarget> ReportingImport::EnterChild(const ImportTarget& pare
         return std::nullopt;
     }
     TellAdded();
-    if (frames_.size() == 2 && frames_.front().node == nullptr) {
+    CountLanded();
+    return child;
+}
+
+void ReportingImport::CountLanded() {
+    if (IsInnermostRoot()) {
         report_.hasRoot = true;
         report_.root = frames_.back().identifier;
+    } else {
+        ++report_.elementsTaken;
     }
-    return child;
 }
 
 void ReportingImport::TellAdded() {
@@ -165,10 +172,12 @@ bool ReportingImport::IsStray(const JSONNode& record) {
 ImportPolicy::FileLanding ReportingImport::EnterFile(const ImportTarget&, const JSONNode& record) {
     CountStep();
     Frame& frame = Enter(record, true);
+    ++report_.elements;
     if (IsStray(record)) {
         Leave();
         return {.isLeftOut = true};
     }
+    ++report_.elementsTaken;
     frame.isNew = true;
     ++report_.membersTaken;
     if (record.type() != JSON_NODE) {

@@ -211,6 +211,8 @@ void ReportingImport::TellOfTaken(const JSONNode& value, const MemberEffect& kno
         return;
     }
     if (!IsContainer(value)) {
+        // What is not a section may have been meant as one; null says that there is nothing.
+        report_.elements += known.shape == Shape::kNodes && value.type() != JSON_NULL ? 1 : 0;
         Tell(Reason::kWrongKind, Component(), 0, [&] {
             const std::string subject = Excerpt(name) + Of(*frame.node);
             return std::pair(subject, subject + " is neither an array nor an object");

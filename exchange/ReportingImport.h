@@ -94,6 +94,8 @@ protected:
     Frame& AboveInnermost() { return frames_[frames_.size() - 2]; }
     /// Whether the root becomes a child of the target.
     bool HasParentOfRoot() const { return frames_.front().node == nullptr; }
+    /// Whether the innermost node is the root, which becomes a child of the target.
+    bool IsInnermostRoot() const { return frames_.size() == 2 && HasParentOfRoot(); }
     /// The member that is being read, where the members of an object node are.
     const JSONNode* CurrentMember() const { return member_; }
     bool IsNullKey() const { return isNullKey_; }
@@ -117,6 +119,8 @@ protected:
     bool HasType(const JSONNode& element);
     /// A new object for the element; nothing, after an entry, if the object model makes none.
     std::optional<ImportTarget> Make(const ImportTarget& parent, const JSONNode& element);
+    /// The innermost node, which is an object's, became one.
+    void CountLanded();
     /// Something was made for the innermost node. This import counts it, and does not list it.
     virtual void TellAdded();
     /// Whether the name of a file record leads out of the directory; if so, an entry says it.

@@ -96,6 +96,7 @@ ImportPolicy::FileLanding UpdatingImport::EnterFile(const ImportTarget& owner, c
     if (found.isConflict || (!isAttached && !HasRole(owner, record, file))) {
         KeepOwnersOfKey(record);
         Untake();
+        --Result().elementsTaken;
         Leave();
         return {.isLeftOut = true};
     }

@@ -157,7 +157,8 @@ bool UpdatingImport::Move(const ImportTarget& parent, CAEObject& object) {
 std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& parent, const JSONNode& element) {
     CountStep();
     Enter(element, false);
-    const bool isRoot = HasParentOfRoot() && Innermost().section.empty();
+    const bool isRoot = IsInnermostRoot();
+    Result().elements += isRoot ? 0 : 1;
     std::optional<ImportTarget> child;
     if (HasType(element)) {
         const LastMembers last(element);
@@ -187,10 +188,7 @@ std::optional<ImportTarget> UpdatingImport::EnterChild(const ImportTarget& paren
         Leave();
         return std::nullopt;
     }
-    if (isRoot) {
-        Result().hasRoot = true;
-        Result().root = Innermost().identifier;
-    }
+    CountLanded();
     return child;
 }
 

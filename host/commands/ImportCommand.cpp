@@ -17,6 +17,8 @@
 #include "host/system/Phase.h"
 #include "host/system/Text.h"
 
+using korvane::exchange::Entry;
+using korvane::exchange::IsLeftOut;
 using korvane::exchange::Reason;
 
 namespace host {
@@ -41,21 +43,35 @@ korvane::exchange::ImportOptions LibraryOptions(const ImportOptions& options) {
             .sameRoot = options.isSame};
 }
 
-/// Whether the document can be imported at all. If not, a message says why. `name` is that of the project
-/// file.
+/// Why nothing of the document fitted.
+std::string WhyNothingFits(const ImportReport& report) {
+    const std::string useless =
+        report.hasRoot ? "nothing below its root can be used" : "its root cannot be read";
+    for (const Entry& entry : report.entries) {
+        const bool isBelow = entry.pointer.starts_with("/children") || entry.pointer.starts_with("/files");
+        if (IsLeftOut(entry.reason) && !report.hasRoot) {
+            return entry.sentence;
+        }
+        if (IsLeftOut(entry.reason) && isBelow) {
+            return useless + ", the first at '" + Printable(std::string_view(entry.pointer)) +
+                   "': " + entry.sentence;
+        }
+    }
+    return useless;
+}
+
+/// Whether anything of the document fits the project file. If not, a message says why.
 bool Fits(const ImportReport& report, const ImportOptions& options, const std::string& name,
           Console& console) {
-    if (report.hasRoot) {
+    if (report.HasFitted()) {
         return true;
     }
-    const std::string why =
-        report.entries.empty() ? "its root cannot be read" : report.entries.front().sentence;
+    const std::string why = WhyNothingFits(report) + ". Nothing was changed";
     if (report.Count(Reason::kOtherRoot) != 0) {
         console.Say("cannot update " + name + " with " + InputName(options.document) + ": " + why +
-                    ". Nothing was changed; if the document is the right one all the same, use --same");
+                    "; if the document is the right one all the same, use --same");
     } else {
-        console.Say("nothing of " + InputName(options.document) + " fits " + name + ": " + why +
-                    ". Nothing was changed");
+        console.Say("nothing of " + InputName(options.document) + " fits " + name + ": " + why);
     }
     return false;
 }
@@ -88,8 +104,9 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
             const Phase phase(console, "importing");
             return ImportDocument(*document, *target, LibraryOptions(options), console);
         }();
-        if (!Fits(report, options, name, console) ||
-            !IsAllowed(report, {options.document, options.isStrict}, console)) {
+        // What --strict does not allow is named with its number.
+        if ((report.hasRoot && !IsAllowed(report, {options.document, options.isStrict}, console)) ||
+            !Fits(report, options, name, console)) {
             return kFailure;
         }
         if (!options.isDryRun && old) {

@@ -65,11 +65,16 @@ struct ImportReport : Report {
     std::size_t viewItems = 0;
     /// Of the view items, those that show an object.
     std::size_t viewItemsLinked = 0;
+    /// Elements of "children" and "files" that were met, and those that became an object or a file.
+    std::size_t elements = 0;
+    std::size_t elementsTaken = 0;
     /// The identifier of the object that the root was read onto; 0 where there is none.
     int root = 0;
 
-    /// Whether anything of the document fitted: a root that could be read.
+    /// Whether there was a root that could be read.
     bool hasRoot = false;
+    /// Whether anything of the document fitted: its root and, if it has something below that, any of it.
+    bool HasFitted() const { return hasRoot && (elements == 0 || elementsTaken != 0); }
     bool HasChanged() const {
         return Count(Reason::kAdded) + Count(Reason::kChanged) + Count(Reason::kMoved) +
                    Count(Reason::kRemoved) !=

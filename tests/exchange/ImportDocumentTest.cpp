@@ -259,6 +259,48 @@ TEST_F(ImportDocumentTest, Counts) {
     EXPECT_TRUE(report.HasChanged());
 }
 
+TEST_F(ImportDocumentTest, NothingFitsWhereNothingBelowTheRootDoes) {
+    struct Case {
+        const char* members;
+        std::size_t elements;
+        std::size_t taken;
+        bool hasFitted;
+    };
+    for (const Case& tried : {
+             Case{R"("name":"Project")", 0, 0, true},
+             Case{R"("children":[],"files":{},"metaData":{"Mass":{}})", 0, 0, true},
+             Case{R"("children":null,"files":null)", 0, 0, true},
+             Case{R"("children":[{"type":"NOPE"},{"name":"p"},7])", 3, 0, false},
+             Case{R"("metaData":{"Mass":{"value":"1"}},"children":[{"type":"NOPE"}])", 1, 0, false},
+             Case{R"("files":[{"name":"../a"}])", 1, 0, false},
+             Case{R"("children":"none")", 1, 0, false},
+             Case{R"("children":[{"type":"NOPE","children":[{"type":"CAETAG"}]},{"type":"CAETAG"}])", 2, 1,
+                  true},
+             Case{R"("children":[{"type":"CAEPART","files":[{"name":"../a"},{"name":"b"}]}])", 3, 2, true},
+             Case{R"("children":[{"type":"NOPE"}],"files":[{"name":"b"}])", 2, 1, true},
+         }) {
+        const std::string text = std::string(R"({"type":"SIMULATION",)") + tried.members + "}";
+        for (const Match match : {Match::kNever, Match::kByKey, Match::kByKey}) {
+            const ImportReport report = Import(text, {.match = match});
+            EXPECT_TRUE(report.hasRoot) << text;
+            EXPECT_EQ(report.elements, tried.elements) << text;
+            EXPECT_EQ(report.elementsTaken, tried.taken) << text;
+            EXPECT_EQ(report.HasFitted(), tried.hasFitted) << text;
+        }
+    }
+    // The root that becomes a child is none of them, and a file in conflict is left out.
+    for (const Match match : {Match::kNever, Match::kByKey, Match::kByKey}) {
+        const ImportReport report = Import(
+            R"({"type":"CAEMODEL","name":"m","files":[{"name":"a","dbkey":"F"},{"name":"b","dbkey":"F"}]})",
+            {.match = match, .place = Place::kByKind});
+        EXPECT_TRUE(report.hasRoot);
+        EXPECT_EQ(report.elements, 2U);
+        EXPECT_EQ(report.elementsTaken, match == Match::kNever ? 2U : 0U);
+        EXPECT_EQ(report.HasFitted(), match == Match::kNever);
+    }
+    EXPECT_FALSE(Import(R"({"name":"Project"})").HasFitted());
+}
+
 TEST_F(ImportDocumentTest, DoesWhatTheLibraryDoesButNullKeysAndStrayFiles) {
     const std::string text =
         R"({"type":"CRASH","name":"n","displayName":"d","dbkey":"P","createdDate":"then","metaData":{)"

@@ -98,7 +98,8 @@ inline std::vector<std::size_t> Numbers(const korvane::exchange::ImportReport& r
                    {report.membersTaken, report.objectsAdded, report.objectsMatched, report.objectsMoved,
                     report.objectsRemoved, report.filesAdded, report.filesMatched, report.filesAttached,
                     report.filesAsChildren, report.keys, report.viewItems, report.viewItemsLinked,
-                    static_cast<std::size_t>(report.root), report.hasRoot ? 1U : 0U, report.unlisted});
+                    static_cast<std::size_t>(report.root), report.hasRoot ? 1U : 0U, report.unlisted,
+                    report.elements, report.elementsTaken});
     return numbers;
 }
 

@@ -89,4 +89,31 @@ TEST_F(ProgramImport, AnUpdateWithTheDocumentOfAnotherProjectIsRefused) {
     Do({"import", "--update", "--remove", "renamed.json", "p.kvp"});
 }
 
+TEST_F(ProgramImport, FailsWhereNothingBelowTheRootFits) {
+    folder.Write("none.json", R"({"type":"SIMULATION","name":"P","children":[{"type":"NOPE","name":"a"},)"
+                              R"({"type":"NOPE2","name":"b"}],"metaData":{"Mass":{"value":"1"}}})");
+    folder.Write("file.json", R"({"type":"CAEPART","name":"P","files":[{"name":"../a"}]})");
+    folder.Write("text.json", R"({"type":"SIMULATION","name":"P","children":"none"})");
+    folder.Write("fine.json", R"({"type":"SIMULATION","name":"P","children":[]})");
+    Do({"import", "fine.json", "p.kvp"});
+    const std::string below = "nothing below its root can be used";
+    for (const std::string file : {"new.kvp", "p.kvp"}) {
+        for (const std::string more : {"--update", "--dry-run", "--format=json"}) {
+            ExpectRefused({"import", "none.json", file, more},
+                          "nothing of 'none.json' fits '" + file + "': " + below +
+                              ", the first at '/children/0': 'a' of type 'NOPE' is left out with everything "
+                              "below it: its \"type\" is not known. Nothing was changed");
+        }
+        ExpectRefused(
+            {"import", "file.json", file},
+            "nothing of 'file.json' fits '" + file + "': " + below +
+                ", the first at '/files/0': the file '../a' is left out, because its name leads out of "
+                "the project's directory. Nothing was changed");
+        ExpectRefused({"import", "text.json", file},
+                      "nothing of 'text.json' fits '" + file + "': " + below +
+                          ", the first at '/children': 'children' of 'P' is neither an array nor an object. "
+                          "Nothing was changed");
+    }
+}
+
 }  // namespace

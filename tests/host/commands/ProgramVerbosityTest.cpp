@@ -13,7 +13,9 @@ protected:
     void SetUp() override {
         folder.Write("root/beam/beam.inp", "*STEP\n*STATIC\n");
         folder.Write("root/.hidden/x.inp", "*STEP\n");
-        folder.Write("odd.json", R"({"name":"P","type":"SIMULATION","odd":1,"children":[{"name":"a"}]})");
+        folder.Write(
+            "odd.json",
+            R"({"name":"P","type":"SIMULATION","odd":1,"children":[{"name":"a"},{"name":"t","type":"CAETAG"}]})");
     }
     /// Runs the commands of a whole trip with the option, which stands before the command or behind it.
     void GoRound(const std::string& option, bool isBefore,
