@@ -76,6 +76,38 @@ bool Fits(const ImportReport& report, const ImportOptions& options, const std::s
     return false;
 }
 
+/// What there is to say of a document and a project file before one is imported into the other.
+struct Remarks {
+    /// The "type" of the root that the project would get, if it is not a known one.
+    std::string unknownType;
+    /// Keys of the document that the project has, if everything is added anew.
+    std::size_t knownKeys = 0;
+};
+
+bool IsTypeAllowed(const Remarks& remarks, const ImportOptions& options, Console& console) {
+    if (!options.isStrict || remarks.unknownType.empty()) {
+        return true;
+    }
+    console.Say("the \"type\" of the root of " + InputName(options.document) +
+                " is not known, which --strict " + "does not allow: " + Excerpt(remarks.unknownType) +
+                ". Nothing was changed; without --strict it becomes the type of the project");
+    return false;
+}
+
+void SayRemarks(const Remarks& remarks, const ImportOptions& options, const std::string& name,
+                Console& console) {
+    if (!remarks.unknownType.empty()) {
+        console.Note(name + ": the project gets the type of the document's root, which is not known: " +
+                     Excerpt(remarks.unknownType));
+    }
+    if (remarks.knownKeys != 0) {
+        console.Note(name + ": " + FormatCount(remarks.knownKeys, "key", "keys") + " of " +
+                     InputName(options.document) + (remarks.knownKeys == 1 ? " was" : " were") +
+                     " in the project already; 'korvane-json import --update' brings what is there in line "
+                     "instead of adding it again");
+    }
+}
+
 int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
     return ChangeDatabase(options.file, console, [&] {
         const std::optional<JSONNode> document = ReadJson(options.document, console);
@@ -100,13 +132,15 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
                         ". Nothing was changed; 'korvane-json tree' lists the objects");
             return kFailure;
         }
+        const Remarks remarks = {UnknownProjectType(*document, *target),
+                                 old && !options.isUpdate ? CountKnownKeys(*document, project) : 0};
         const ImportReport report = [&] {
             const Phase phase(console, "importing");
             return ImportDocument(*document, *target, LibraryOptions(options), console);
         }();
         // What --strict does not allow is named with its number.
         if ((report.hasRoot && !IsAllowed(report, {options.document, options.isStrict}, console)) ||
-            !Fits(report, options, name, console)) {
+            !Fits(report, options, name, console) || !IsTypeAllowed(remarks, options, console)) {
             return kFailure;
         }
         if (!options.isDryRun && old) {
@@ -121,10 +155,13 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
             RefuseNewName(file);
         }
         const int status = ReportDone(options.isDryRun, console, [&] {
+            const auto sayRemarks = [&] { SayRemarks(remarks, options, name, console); };
             if (options.format == ReportFormat::Json) {
+                sayRemarks();
                 return WriteReport(korvane::exchange::ToJson(report), options.isDryRun, console);
             }
             (options.isUpdate ? SayUpdate : SayImport)(report, name, console);
+            sayRemarks();
             SayDryRun(options.isDryRun, console);
             return kSuccess;
         });

@@ -5,6 +5,7 @@
 #include <korvaneexchange/ImportDocument.h>
 #include <libjson.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,13 @@ namespace host {
 /// Any other document is written onto the target itself, for example that of a project onto a project.
 korvane::exchange::ImportReport ImportDocument(const JSONNode& document, CAEObject& target,
                                                korvane::exchange::ImportOptions options, Console& console);
+
+/// The "type" of the document's root, if it would become that of the target, which is a project, and is
+/// neither the target's own nor one that this program knows; empty otherwise.
+std::string UnknownProjectType(const JSONNode& document, CAEObject& target);
+
+/// How many keys of the document's objects and files are keys of the project's.
+std::size_t CountKnownKeys(const JSONNode& document, CAEProject& project);
 
 /// A new project in the directory, to import a document into. It has the name of the document if that is the
 /// document of a project, otherwise `otherName`.

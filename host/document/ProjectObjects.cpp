@@ -8,7 +8,7 @@ namespace host {
 
 std::unique_ptr<CAEProject> CreateSimulationProject(const OuString& name, const OuString& directory) {
     std::unique_ptr<CAEProject> project = korvane::CreateProject(name, directory);
-    project->setAdditionalType(L"Simulation");
+    project->setAdditionalType(kSimulationType);
     return project;
 }
 

@@ -9,6 +9,9 @@
 /// Projects and their objects.
 namespace host {
 
+/// The additional type of the projects that this program makes.
+inline constexpr const wchar_t* kSimulationType = L"Simulation";
+
 /// A project without objects, with the additional type "Simulation".
 std::unique_ptr<CAEProject> CreateSimulationProject(const OuString& name, const OuString& directory);
 

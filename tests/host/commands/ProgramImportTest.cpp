@@ -116,4 +116,56 @@ TEST_F(ProgramImport, FailsWhereNothingBelowTheRootFits) {
     }
 }
 
+TEST_F(ProgramImport, SaysThatTheTypeOfTheRootIsNotKnown) {
+    folder.Write("odd.json", R"({"type":"BOGUS","name":"P"})");
+    const std::string known =
+        "korvane-json: 'p.kvp': 0 objects and 0 files created, 0 of the files attached, 0 keys set\n";
+    const std::string said =
+        "korvane-json: 'p.kvp': the project gets the type of the document's root, which is not known: "
+        "'BOGUS'\n";
+    ExpectRefused(
+        {"import", "--strict", "odd.json", "p.kvp"},
+        "the \"type\" of the root of 'odd.json' is not known, which --strict does not allow: 'BOGUS'. "
+        "Nothing was changed; without --strict it becomes the type of the project");
+    EXPECT_EQ(DoAfterDryRun({"import", "odd.json", "p.kvp"}), known + said);
+    EXPECT_NE(OutputOf({"tree", "p.kvp"}).find("BOGUS"), std::string::npos);
+    // The type of the project itself is known, and so are those of this program and of objects.
+    for (const std::string type : {"BOGUS", "Simulation", "SIMULATION"}) {
+        folder.Write("odd.json", R"({"type":")" + type + R"(","name":"P"})");
+        EXPECT_EQ(Do({"import", "--strict", "odd.json", "p.kvp"}), known);
+    }
+    ExpectRefused(
+        {"import", "--strict", "--update", "odd.json", "p.kvp", "--object", "7"},
+        "there is no object 7 in 'p.kvp'. Nothing was changed; 'korvane-json tree' lists the objects");
+    folder.Write("part.json", R"({"type":"CAEPART","name":"a"})");
+    Do({"import", "--strict", "part.json", "p.kvp"});
+    folder.Write("odd.json", R"({"type":"BOGUS","name":"a"})");
+    EXPECT_EQ(Do({"import", "--strict", "odd.json", "p.kvp", "--object", "2"}), known);
+    EXPECT_EQ(Do({"import", "--update", "--strict", "-q", "odd.json", "p.kvp", "--object", "2"}), "");
+}
+
+TEST_F(ProgramImport, SaysWhichKeysWereThereAlready) {
+    MakeKeyedProject();
+    Do({"export", "p.kvp", "-o", "d.json"});
+    const std::string said = DoAfterDryRun({"import", "d.json", "p.kvp"});
+    EXPECT_NE(
+        said.find("\nkorvane-json: 'p.kvp': 12 keys of 'd.json' were in the project already; 'korvane-json "
+                  "import --update' brings what is there in line instead of adding it again\n"),
+        std::string::npos)
+        << said;
+    const std::string none = "in the project already";
+    EXPECT_EQ(Do({"import", "d.json", "q.kvp"}).find(none), std::string::npos);
+    EXPECT_EQ(Do({"import", "--update", "d.json", "q.kvp"}).find(none), std::string::npos);
+    // The key of a view item is that of what it shows.
+    folder.Write("one.json",
+                 R"({"type":"CAEMODEL","dbkey":"M","name":"m","files":[{"name":"f","dbkey":"F"}]})");
+    Do({"import", "one.json", "q.kvp"});
+    folder.Write("view.json", R"({"type":"SIMULATION","children":[{"type":"CAEVIEWITEM","dbkey":"M"},)"
+                              R"({"type":"CAEPART","dbkey":null},{"type":"CAEPART","dbkey":""}]})");
+    EXPECT_EQ(Do({"import", "view.json", "q.kvp"}).find(none), std::string::npos);
+    folder.Write("file.json", R"({"type":"SIMULATION","files":[{"name":"f","dbkey":"F"}]})");
+    EXPECT_NE(Do({"import", "file.json", "q.kvp"}).find(" 1 key of 'file.json' was " + none),
+              std::string::npos);
+}
+
 }  // namespace
