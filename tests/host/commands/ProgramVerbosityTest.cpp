@@ -29,7 +29,7 @@ protected:
             {"import", "--update", "odd.json", "q.kvp", "--dry-run"},
             {"update", "root", "p.kvp"},
             {"tree", "root"},
-            {"compare", "p.kvp", "root", "--ignore", "dates"},
+            {"compare", "p.kvp", "q.kvp", "--ignore", "dates"},
         };
         for (Arguments arguments : trip) {
             arguments.insert(isBefore ? arguments.begin() : arguments.end(), option);
