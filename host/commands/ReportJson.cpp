@@ -34,6 +34,34 @@ JSONNode NamedList(const char* name) {
     return list;
 }
 
+void AddValues(JSONNode& entry, const ValueChanges& values) {
+    if (values.empty()) {
+        return;
+    }
+    JSONNode list = NamedList("values");
+    for (const ValueChange& value : values) {
+        JSONNode node(JSON_NODE);
+        node.push_back(JSONNode("value", std::string(WordOf(value.value)).c_str()));
+        const auto add = [&](const char* name, const std::string& text) {
+            node.push_back(JSONNode(name, text.c_str()));
+        };
+        if (!value.name.empty()) {
+            add("name", value.name);
+        }
+        if (value.from) {
+            add("from", *value.from);
+        }
+        if (value.to) {
+            add("to", *value.to);
+        }
+        if (!value.unit.empty()) {
+            add("unit", value.unit);
+        }
+        list.push_back(node);
+    }
+    entry.push_back(list);
+}
+
 std::string TextOf(const JSONNode& json) {
     const auto text = json.write();
     return {text.c_str(), text.size()};
@@ -70,6 +98,7 @@ std::string ToJson(const UpdateReport& report, std::size_t leftOut, bool isDryRu
         entry.push_back(JSONNode("kind", listed.kind.c_str()));
         entry.push_back(JSONNode("id", listed.identifier));
         entry.push_back(JSONNode("path", listed.path.c_str()));
+        AddValues(entry, listed.values);
         entries.push_back(entry);
     }
     json.push_back(entries);

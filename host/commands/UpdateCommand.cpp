@@ -120,7 +120,7 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
         const bool isJson = options.format == ReportFormat::Json;
         ProjectUpdate update = [&] {
             const Phase phase(console, "updating");
-            return UpdateProject(project, *reading.project, options.isRemoving, isJson,
+            return UpdateProject(project, *reading.project, options.isRemoving, isJson || console.IsVerbose(),
                                  {reading.described.named, reading.exclusion});
         }();
         if (!IsRemovalMeant(update, options, console)) {

@@ -1,10 +1,36 @@
 #include "FileUpdate.h"
 
+#include <CAEFunctions.h>
 #include <EmbeddedModel.h>
 
+#include <string>
+#include <utility>
+
+#include "format/Kinds.h"
 #include "host/document/ObjectTexts.h"
 
 namespace host {
+namespace {
+
+/// What a file gets from a new reading of it.
+ValueChanges ChangesOf(const CAEFile& file, const CAEFile& read) {
+    using Value = ValueChange::Value;
+    ValueChanges changes;
+    const auto add = [&](Value value, std::string from, std::string to) {
+        if (from != to) {
+            changes.push_back({value, {}, std::move(from), std::move(to)});
+        }
+    };
+    const auto formatOf = [](const CAEFile& of) {
+        return std::string(format::NameOfFileFormat(static_cast<format::FileFormat>(of.getFileFormat())));
+    };
+    add(Value::FileType, CAEGetFileTypeName(file.getFileType()), CAEGetFileTypeName(read.getFileType()));
+    add(Value::FileFormat, formatOf(file), formatOf(read));
+    add(Value::Date, DateOf(file).GetAnsiBuffer(), DateOf(read).GetAnsiBuffer());
+    return changes;
+}
+
+}  // namespace
 
 FileUpdate::FileUpdate(CAEProject& project, const ProjectOrigins& origins, const ProjectOrigins& reading,
                        const ProjectMatching& matching, UpdateReport& report)
@@ -60,6 +86,7 @@ void FileUpdate::Update(CAEFile& file, const CAEFile& read) {
                     DateOf(file) == DateOf(read))) {
         return;
     }
+    ValueChanges changes = ChangesOf(file, read);
     file.setFileType(read.getFileType());
     file.setFileFormat(read.getFileFormat());
     file.SetFileDownloadFlag(true);
@@ -70,7 +97,7 @@ void FileUpdate::Update(CAEFile& file, const CAEFile& read) {
     }
     ++report_.changed.files;
     report_.isChanged = true;
-    report_.Note(UpdateReport::Change::Changed, file, DirectoryOf(project_));
+    report_.Note(UpdateReport::Change::Changed, file, DirectoryOf(project_), true, std::move(changes));
 }
 
 void FileUpdate::ReportAdded(const std::function<bool(const CAEObject& read)>& isAdded) {
@@ -83,8 +110,9 @@ void FileUpdate::ReportAdded(const std::function<bool(const CAEObject& read)>& i
     }
     for (const FileOrigin& read : reading_.Files()) {
         const int identifier = IdentifierOf(read.file->getID());
-        if (isAdded_.contains(identifier) && !isOfAdded.contains(read.file->getID())) {
-            report_.Note(UpdateReport::Change::Added, *project_.getFile(identifier), DirectoryOf(project_));
+        if (isAdded_.contains(identifier)) {
+            report_.Note(UpdateReport::Change::Added, *project_.getFile(identifier), DirectoryOf(project_),
+                         !isOfAdded.contains(read.file->getID()));
         }
     }
 }

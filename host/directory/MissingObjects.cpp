@@ -95,16 +95,12 @@ void MissingObjects::FindUses() {
 
 void MissingObjects::ReportObject(const CAEObject& object, UpdateReport& report) const {
     ++report.missing.objects;
-    if (!isMissing_.contains(object.getParent())) {
-        report.Note(Change::Missing, object);
-    }
+    report.Note(Change::Missing, object, !isMissing_.contains(object.getParent()));
 }
 
 void MissingObjects::ReportFile(const CAEFile& file, UpdateReport& report) const {
     ++report.missing.files;
-    if (!isOfMissing_.contains(file.getID())) {
-        report.Note(Change::Missing, file, directory_);
-    }
+    report.Note(Change::Missing, file, directory_, !isOfMissing_.contains(file.getID()));
 }
 
 void MissingObjects::Report(UpdateReport& report) const {
@@ -146,14 +142,13 @@ void MissingObjects::RemoveObjects(UpdateReport& report) {
     for (CAEObject* const object : objects_) {
         if (!isRemovable_.contains(object)) {
             ++report.missing.objects;
-            if (!isMissing_.contains(object->getParent())) {
-                report.Note(Change::InUse, *object);
-            }
+            report.Note(Change::InUse, *object, !isMissing_.contains(object->getParent()));
             continue;
         }
         ++report.removed.objects;
-        if (!isRemovable_.contains(object->getParent())) {
-            report.Note(Change::Removed, *object);
+        const bool isTopmost = !isRemovable_.contains(object->getParent());
+        report.Note(Change::Removed, *object, isTopmost);
+        if (isTopmost) {
             topmost.push_back(object);
         }
     }
@@ -171,9 +166,7 @@ void MissingObjects::RemoveFiles(ProjectUpdate& update) {
             continue;
         }
         ++update.report.removed.files;
-        if (!isOfMissing_.contains(file->getID())) {
-            update.report.Note(Change::Removed, *file, directory_);
-        }
+        update.report.Note(Change::Removed, *file, directory_, !isOfMissing_.contains(file->getID()));
         removed.insert(file->getID());
     }
     if (removed.empty()) {

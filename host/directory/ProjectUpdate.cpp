@@ -3,6 +3,7 @@
 #include <EmbeddedRestore.h>
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -15,6 +16,7 @@
 #include "MissingObjects.h"
 #include "ProjectMatching.h"
 #include "ScannedObjects.h"
+#include "host/document/FileFacts.h"
 #include "host/document/ObjectLists.h"
 #include "host/document/ObjectTexts.h"
 
@@ -27,16 +29,16 @@ bool IsNameOfReading(const OuString& name, const std::string& fileName) {
     return text == fileName || text == fileName.substr(0, fileName.rfind('.'));
 }
 
-/// Returns whether the object had another name.
-bool GiveName(CAEObject& object, const OuString& name) {
-    if (NameOf(object) == name) {
-        return false;
+void GiveName(CAEObject& object, const OuString& name, ValueChanges& changes) {
+    const OuString before = NameOf(object);
+    if (before == name) {
+        return;
     }
+    changes.push_back({ValueChange::Value::Name, {}, before.GetAnsiBuffer(), name.GetAnsiBuffer()});
     object.setName(name);
     if (auto* const project = dynamic_cast<CAEProject*>(&object)) {
         project->SetDisplayName(name);
     }
-    return true;
 }
 
 class Updater {
@@ -59,8 +61,11 @@ private:
     CAEObject& AddObject(CAEObject& parent, const CAEObject& read);
     void MoveBelow(CAEObject& parent, CAEObject& object);
     void UpdateObjects(const FileUpdate& files);
-    bool UpdateName(CAEObject& object, const CAEObject& read) const;
-    static bool UpdateFiles(CAEObject& object, const CAEObject& read, const FileUpdate& files);
+    void UpdateName(CAEObject& object, const CAEObject& read, ValueChanges& changes) const;
+    void UpdateFiles(CAEObject& object, const CAEObject& read, const FileUpdate& files,
+                     ValueChanges& changes) const;
+    void AddRoleChanges(const std::map<int, FileRole>& before, const std::map<int, FileRole>& now,
+                        ValueChanges& changes) const;
     bool UpdateOrder(CAEObject& object, const CAEObject& read, const FileUpdate& files);
     bool IsAdded(const CAEObject& read) const { return isAdded_.contains(objectOf_.at(&read)); }
 
@@ -75,7 +80,8 @@ private:
     /// What the objects of the reading are in the project.
     std::unordered_map<const CAEObject*, CAEObject*> objectOf_;
     std::unordered_set<const CAEObject*> isAdded_;
-    std::unordered_set<const CAEObject*> isMoved_;
+    /// Where objects were that are below another one now.
+    std::unordered_map<const CAEObject*, std::string> movedFrom_;
 };
 
 ProjectUpdate Updater::Run(bool isRemoving) {
@@ -128,9 +134,7 @@ CAEObject& Updater::AddObject(CAEObject& parent, const CAEObject& read) {
     isAdded_.insert(&object);
     ++update_.report.added.objects;
     update_.report.isChanged = true;
-    if (!isAdded_.contains(&parent)) {
-        update_.report.Note(UpdateReport::Change::Added, object);
-    }
+    update_.report.Note(UpdateReport::Change::Added, object, !isAdded_.contains(&parent));
     return object;
 }
 
@@ -138,40 +142,47 @@ void Updater::MoveBelow(CAEObject& parent, CAEObject& object) {
     if (object.getParent() == &parent) {
         return;
     }
+    movedFrom_.emplace(&object, update_.report.isListing ? WholePathOf(object) : "");
     // Everything above the parent has its place already, so the parent is not below the object.
     CAEObject* moving = &object;
     object.getParent()->detachChild(moving, false);
     parent.addChild(&object);
-    isMoved_.insert(&object);
 }
 
 void Updater::UpdateObjects(const FileUpdate& files) {
     for (const ObjectOrigin& read : readOrigins_.Objects()) {
         CAEObject& object = *objectOf_.at(read.object);
-        const bool areMetadataChanged = UpdateMetadata(object, *read.object);
-        const bool areFilesChanged = UpdateFiles(object, *read.object, files);
+        ValueChanges changes = UpdateMetadata(object, *read.object);
+        UpdateFiles(object, *read.object, files, changes);
         const bool isReordered = UpdateOrder(object, *read.object, files);
         if (isAdded_.contains(&object)) {
             continue;
         }
-        const bool isMoved = isMoved_.contains(&object);
-        const bool isRenamed = UpdateName(object, *read.object);
-        if (areMetadataChanged || areFilesChanged || isRenamed || isMoved) {
-            ++update_.report.changed.objects;
-            update_.report.Note(isMoved ? UpdateReport::Change::Moved : UpdateReport::Change::Changed,
-                                object);
+        UpdateName(object, *read.object, changes);
+        const auto moved = movedFrom_.find(&object);
+        if (moved != movedFrom_.end()) {
+            changes.push_back({ValueChange::Value::Place,
+                               {},
+                               moved->second,
+                               update_.report.isListing ? WholePathOf(object) : ""});
         }
-        update_.report.isChanged = update_.report.isChanged || areMetadataChanged || areFilesChanged ||
-                                   isRenamed || isMoved || isReordered;
+        update_.report.isChanged = update_.report.isChanged || !changes.empty() || isReordered;
+        if (!changes.empty()) {
+            ++update_.report.changed.objects;
+            update_.report.Note(
+                moved != movedFrom_.end() ? UpdateReport::Change::Moved : UpdateReport::Change::Changed,
+                object, true, std::move(changes));
+        }
     }
 }
 
 /// The name of a part or an iteration is that of its file, with the extension only if two would have the
 /// same.
-bool Updater::UpdateName(CAEObject& object, const CAEObject& read) const {
+void Updater::UpdateName(CAEObject& object, const CAEObject& read, ValueChanges& changes) const {
     const OuString name = NameOf(read);
     if (notes_.named.contains(&read)) {
-        return GiveName(object, name);
+        GiveName(object, name, changes);
+        return;
     }
     const korvane::FileRoles roles =
         korvane::GetFileRoles(read.getType() == CAE_ITERATION ? *ChildrenOf(read).front() : read);
@@ -179,24 +190,52 @@ bool Updater::UpdateName(CAEObject& object, const CAEObject& read) const {
                    : roles.activeMesh != 0 ? roles.activeMesh
                                            : roles.feRepresentation;
     const FileOrigin* const file = readOrigins_.FileOf(id);
-    if (file == nullptr || NameOf(object) == name ||
-        !IsNameOfReading(NameOf(object), NameOf(*file->file).GetAnsiBuffer())) {
-        return false;
+    if (file != nullptr && IsNameOfReading(NameOf(object), NameOf(*file->file).GetAnsiBuffer())) {
+        GiveName(object, name, changes);
     }
-    object.setName(name);
-    return true;
 }
 
-bool Updater::UpdateFiles(CAEObject& object, const CAEObject& read, const FileUpdate& files) {
+void Updater::UpdateFiles(CAEObject& object, const CAEObject& read, const FileUpdate& files,
+                          ValueChanges& changes) const {
     const korvane::FileRoles before = korvane::GetFileRoles(object);
     const korvane::FileRoles reading =
         TranslateRoles(korvane::GetFileRoles(read), [&](int id) { return files.IdentifierOf(id); });
     const korvane::FileRoles roles = MergeRoles(before, reading, [&](int id) { return files.IsThere(id); });
     if (AreSame(roles, before)) {
-        return false;
+        return;
     }
+    const std::map<int, FileRole> rolesBefore = RolesOfFiles(object);
     korvane::SetFileRoles(object, roles);
-    return true;
+    const std::size_t count = changes.size();
+    AddRoleChanges(rolesBefore, RolesOfFiles(object), changes);
+    if (changes.size() == count) {
+        changes.push_back({ValueChange::Value::FileOrder, {}, std::nullopt, std::nullopt});
+    }
+}
+
+/// What files are to an object now, where they were something else to it or nothing.
+void Updater::AddRoleChanges(const std::map<int, FileRole>& before, const std::map<int, FileRole>& now,
+                             ValueChanges& changes) const {
+    const auto roleIn = [](const std::map<int, FileRole>& roles, int id) -> std::optional<std::string> {
+        const auto found = roles.find(id);
+        return found == roles.end() ? std::nullopt : std::optional<std::string>(NameOfRole(found->second));
+    };
+    const auto add = [&](int id) {
+        const CAEFile* const file = project_.getFile(id);
+        changes.push_back({ValueChange::Value::File,
+                           file == nullptr ? "" : PathInDirectory(*file, DirectoryOf(project_)),
+                           roleIn(before, id), roleIn(now, id)});
+    };
+    for (const auto& [id, role] : now) {
+        if (roleIn(before, id) != NameOfRole(role)) {
+            add(id);
+        }
+    }
+    for (const auto& [id, role] : before) {
+        if (!now.contains(id)) {
+            add(id);
+        }
+    }
 }
 
 bool Updater::UpdateOrder(CAEObject& object, const CAEObject& read, const FileUpdate& files) {

@@ -32,7 +32,8 @@ struct ReadingNotes {
 ///   below it or attached to it, or if a view item shows it.
 /// - Files that the reading knows from before only (DirectoryReading) stay as they are.
 ///
-/// With `isListing` the report lists every change, and not only the first of each kind.
+/// With `isListing` the report lists everything that was changed or is missing with its values, and not only
+/// the first of each kind. Another order of siblings is not listed.
 /// Names that users gave in the directory are given on. What is left out is neither missing nor new.
 ///
 /// The project's directory becomes that of the reading. The time is linear in the number of objects and

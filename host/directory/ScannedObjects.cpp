@@ -109,20 +109,26 @@ void SetModelMetadata(CAEObject& iteration, const ScannedFile& deck) {
     }
 }
 
-bool UpdateMetadata(CAEObject& object, const CAEObject& read) {
-    bool isChanged = false;
+ValueChanges UpdateMetadata(CAEObject& object, const CAEObject& read) {
+    using Value = ValueChange::Value;
+    ValueChanges changes;
     const auto update = [&](const korvane::MetadataValues& entry) {
         OuString value;
         OuString unit;
         const bool isThere = object.getMetadataValue(entry.name, value) == 0;
         object.getMetadataUnitString(entry.name, unit);
+        const std::string name = entry.name.GetAnsiBuffer();
+        const std::string unitNow = entry.unit.GetAnsiBuffer();
         if (!isThere || !(value == entry.value)) {
             object.setMetadataValue(entry.name, entry.value);
-            isChanged = true;
+            const auto before = isThere ? std::optional<std::string>(value.GetAnsiBuffer()) : std::nullopt;
+            changes.push_back({Value::Metadata, name, before, entry.value.GetAnsiBuffer(), unitNow});
         }
         if (!(unit == entry.unit)) {
             korvane::SetMetadataUnit(object, entry.name, entry.unit);
-            isChanged = true;
+            if (isThere) {
+                changes.push_back({Value::Unit, name, unit.GetAnsiBuffer(), unitNow});
+            }
         }
     };
     std::ranges::for_each(korvane::GetMetadata(read), update);
@@ -132,7 +138,7 @@ bool UpdateMetadata(CAEObject& object, const CAEObject& read) {
             update({name, {}, {}, {}});
         }
     }
-    return isChanged;
+    return changes;
 }
 
 void SetOrigin(CAEObject& object, const ScannedFile& file) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "DirectoryTree.h"
+#include "ValueChange.h"
 
 /// Common to all objects that are created from scanned files and directories.
 namespace host {
@@ -33,9 +34,9 @@ void SetModelMetadata(CAEObject& iteration, const ScannedFile& deck);
 
 /// Gives an object the metadata that a new reading of its directory has for it, and leaves its other entries.
 /// Solvers, counts and materials that the directory does not have any more become empty, because entries
-/// cannot be removed. A description and units stay then, because a user may have given them. Returns whether
-/// anything was changed.
-bool UpdateMetadata(CAEObject& object, const CAEObject& read);
+/// cannot be removed. A description and units stay then, because a user may have given them. Returns what
+/// was changed.
+ValueChanges UpdateMetadata(CAEObject& object, const CAEObject& read);
 
 /// Gives an object the date and the user of its file or directory.
 void SetOrigin(CAEObject& object, const ScannedFile& file);

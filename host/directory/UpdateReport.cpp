@@ -1,6 +1,8 @@
 #include "UpdateReport.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 #include <vector>
 
 #include "RelativePath.h"
@@ -38,15 +40,14 @@ const ChangeNames& NamesOf(UpdateReport::Change change) {
     return *std::ranges::find(kChangeNames, change, &ChangeNames::change);
 }
 
-std::string PathOfObject(const CAEObject& object) {
-    // Only the end of a long path is named, so that objects far below each other cost nothing.
-    constexpr std::size_t kMostNames = 8;
+/// The names from the root to the object; of more than `most` only the last.
+std::string PathOfObject(const CAEObject& object, std::size_t most) {
     std::vector<std::string> names;
     const CAEObject* next = &object;
     if (next->getParent() == nullptr) {
         names.emplace_back(NameOf(*next).GetAnsiBuffer());
     }
-    for (; next->getParent() != nullptr && names.size() < kMostNames; next = next->getParent()) {
+    for (; next->getParent() != nullptr && names.size() < most; next = next->getParent()) {
         names.emplace_back(NameOf(*next).GetAnsiBuffer());
     }
     std::string path = next->getParent() != nullptr ? "..." : "";
@@ -55,6 +56,9 @@ std::string PathOfObject(const CAEObject& object) {
     }
     return path;
 }
+
+/// In messages only the end of a long path is named.
+constexpr std::size_t kMostNames = 8;
 
 std::string Describe(const UpdateReport::Listed& one) {
     return Quoted(one.path) + " (" + one.kind + " #" + std::to_string(one.identifier) + ')';
@@ -73,6 +77,7 @@ void UpdateReport::Say(const std::string& project, bool isRemoving, Console& con
         console.Note(project + ": the directory of the project is now " + Quoted(ToPath(directory)));
     }
     notes.Say(project, console);
+    SayValues(project, console);
     if (!isChanged && !missing.IsZero()) {
         console.Note(project + ": nothing else has changed in the directory. The project file is as it was");
     }
@@ -81,25 +86,47 @@ void UpdateReport::Say(const std::string& project, bool isRemoving, Console& con
     }
 }
 
-void UpdateReport::Note(Change change, const CAEObject& object) {
-    const auto list = [&] {
-        return Listed{change, CAEObject::getTypeName(object.getType()), object.getID(), PathOfObject(object)};
-    };
-    notes.Add(NamesOf(change).heading, [&] { return Describe(list()); });
-    if (isListing) {
-        listed.push_back(list());
+void UpdateReport::SayValues(const std::string& project, Console& console) const {
+    for (const Listed& one : listed) {
+        for (const ValueChange& value : one.values) {
+            console.Detail(project + ": " + SentenceOf(value, Describe(one)));
+        }
     }
 }
 
-void UpdateReport::Note(Change change, const CAEFile& file, const OuString& projectDirectory) {
-    const auto list = [&] {
-        return Listed{change, kFileKind, file.getID(),
-                      RelativePath(PathOf(file), projectDirectory).value_or(NameOf(file).GetAnsiBuffer())};
+void UpdateReport::Note(Change change, const CAEObject& object, bool isTopmost, ValueChanges values) {
+    const auto list = [&](std::string path) {
+        return Listed{change, CAEObject::getTypeName(object.getType()), object.getID(), std::move(path), {}};
     };
-    notes.Add(NamesOf(change).heading, [&] { return Describe(list()); });
+    if (isTopmost) {
+        notes.Add(NamesOf(change).heading, [&] { return Describe(list(PathOfObject(object, kMostNames))); });
+    }
+    if (isListing) {
+        listed.push_back(list(WholePathOf(object)));
+        listed.back().values = std::move(values);
+    }
+}
+
+void UpdateReport::Note(Change change, const CAEFile& file, const OuString& projectDirectory, bool isTopmost,
+                        ValueChanges values) {
+    const auto list = [&] {
+        return Listed{change, kFileKind, file.getID(), PathInDirectory(file, projectDirectory), {}};
+    };
+    if (isTopmost) {
+        notes.Add(NamesOf(change).heading, [&] { return Describe(list()); });
+    }
     if (isListing) {
         listed.push_back(list());
+        listed.back().values = std::move(values);
     }
+}
+
+std::string WholePathOf(const CAEObject& object) {
+    return PathOfObject(object, std::numeric_limits<std::size_t>::max());
+}
+
+std::string PathInDirectory(const CAEFile& file, const OuString& directory) {
+    return RelativePath(PathOf(file), directory).value_or(NameOf(file).GetAnsiBuffer());
 }
 
 std::string_view WordOf(UpdateReport::Change change) {

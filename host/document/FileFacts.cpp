@@ -24,6 +24,10 @@ constexpr RoleName kRoleNames[] = {
     {FileRole::Custom, "custom file"},
 };
 
+std::string WithUnit(std::string_view value, std::string_view unit) {
+    return std::string(value) + (unit.empty() ? "" : " ") + std::string(unit);
+}
+
 }  // namespace
 
 std::string_view NameOfRole(FileRole role) {
@@ -92,7 +96,15 @@ std::string ShownValue(std::string_view value, std::string_view unit) {
     if (unit == kBytes && error == std::errc() && rest == end) {
         return FormatSize(bytes);
     }
-    return std::string(value) + (unit.empty() ? "" : " ") + std::string(unit);
+    return WithUnit(value, unit);
+}
+
+ShownChange ShownChangeOf(std::string_view from, std::string_view to, std::string_view unit) {
+    ShownChange shown{ShownValue(from, unit), ShownValue(to, unit)};
+    if (shown.from == shown.to) {
+        shown = {WithUnit(from, unit), WithUnit(to, unit)};
+    }
+    return shown;
 }
 
 }  // namespace host

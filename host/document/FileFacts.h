@@ -50,4 +50,11 @@ const OuString& UnitOf(const korvane::MetadataValues& entry);
 /// A metadata value for people. A number of bytes is a size like those of files: `1.2 kB`.
 std::string ShownValue(std::string_view value, std::string_view unit);
 
+/// A value of an entry before and after a change, for people. Sizes that would look the same are in bytes.
+struct ShownChange {
+    std::string from;
+    std::string to;
+};
+ShownChange ShownChangeOf(std::string_view from, std::string_view to, std::string_view unit);
+
 }  // namespace host

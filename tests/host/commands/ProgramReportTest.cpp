@@ -101,6 +101,60 @@ TEST_F(ProgramReport, OfUpdateListsEveryChange) {
     EXPECT_EQ(directory, ToUtf8(folder / "moved"));
 }
 
+TEST_F(ProgramReport, OfUpdateHasWhatIsBelowAndTheValues) {
+    Do({"new", "root", "p.kvp"});
+    std::string path = "root";
+    for (int level = 0; level < 10; ++level) {
+        path += "/level";
+    }
+    folder.Write(path + "/job.inp", kDeck);
+    folder.Write("root/beam/beam.inp", "*NODE\n1,0,0,0\n2,1,0,0\n*STEP\n*STATIC\n*STEP\n*STATIC\n");
+    folder.Write("root/beam/loads.csv", "1\n");
+    const ordered_json report = ReportAfterDryRun({"update", "root", "p.kvp"});
+    std::map<std::string, int> added;
+    std::map<std::string, ordered_json> changed;
+    for (const ordered_json& entry : report["entries"]) {
+        const std::string where = entry["path"];
+        EXPECT_EQ(where.find("..."), std::string::npos) << where;
+        if (entry["change"] == "added") {
+            ++added[entry["kind"]];
+            EXPECT_FALSE(entry.contains("values"));
+        } else {
+            changed[where] = entry["values"];
+        }
+    }
+    EXPECT_EQ(report["counts"]["added"], Counts(13, 2));
+    EXPECT_EQ(added, (std::map<std::string, int>{{"AssemblyFolder", 9},
+                                                 {"Model", 1},
+                                                 {"IterationFolder", 1},
+                                                 {"Iteration", 1},
+                                                 {"IterationModel", 1},
+                                                 {"File", 2}}));
+    EXPECT_EQ(changed.at("beam"),
+              ordered_json::array(
+                  {{{"value", "metadata"}, {"name", "Files"}, {"from", "2"}, {"to", "3"}},
+                   {{"value", "metadata"}, {"name", "Size"}, {"from", "33"}, {"to", "65"}, {"unit", "B"}},
+                   {{"value", "file"}, {"name", "beam/loads.csv"}, {"to", "custom file"}}}));
+    EXPECT_EQ(changed.at("beam/Iterations/beam"),
+              ordered_json::array({{{"value", "metadata"}, {"name", "Nodes"}, {"to", "2"}},
+                                   {{"value", "metadata"}, {"name", "Steps"}, {"from", "1"}, {"to", "2"}}}));
+}
+
+TEST_F(ProgramReport, OfUpdateSaysTheValuesOnRequest) {
+    Do({"new", "root", "p.kvp"});
+    folder.Write("root/beam/beam.inp", std::string(2000, '*'));
+    folder.Write("root/beam/korvane.toml",
+                 "name = \"Girder\"\n[metadata]\nMass = { value = 3, unit = \"kg\" }\n");
+    EXPECT_EQ(Do({"update", "root", "p.kvp", "--dry-run"}).find("changes from"), std::string::npos);
+    const std::string said = Run({"update", "root", "p.kvp", "--dry-run", "-v"}).error;
+    for (const char* const sentence : {"'Size' of 'Girder' (Model #3) changes from 33 B to 2.0 kB\n",
+                                       "the name of 'Girder' (Model #3) changes from 'beam' to 'Girder'\n",
+                                       "'Mass' of 'Girder' (Model #3) is new: 3 kg\n"}) {
+        EXPECT_NE(said.find(std::string("korvane-json: 'p.kvp': ") + sentence), std::string::npos)
+            << sentence << said;
+    }
+}
+
 TEST_F(ProgramReport, OfStoreLeavesTheAnswerToAFile) {
     Do({"new", "root", "p.kvp"});
     Do({"export", "p.kvp", "-o", "d.json"});
