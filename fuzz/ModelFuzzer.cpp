@@ -105,7 +105,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ofstream(folder / "a", std::ios::binary) << text.substr(size / 2);
     std::ofstream(folder / "b", std::ios::binary) << text.substr(size / 4 * 3);
     for (const host::ModelSyntax syntax :
-         {host::ModelSyntax::Abaqus, host::ModelSyntax::Nastran, host::ModelSyntax::LsDyna, host::ModelSyntax::Stl}) {
+         {host::ModelSyntax::Abaqus, host::ModelSyntax::Nastran, host::ModelSyntax::LsDyna,
+          host::ModelSyntax::Stl, host::ModelSyntax::Gmsh}) {
         ExpectModel(folder / "deck", syntax);
     }
     return 0;

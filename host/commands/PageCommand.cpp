@@ -185,8 +185,8 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
         ->check(CLI::Validator(check, ""));
     command
         .add_option("--meshes", options->models,
-                    "The same for the meshes of solver inputs and for STL files, which can be\n"
-                    "turned in the page: --meshes 100M")
+                    "The same for the meshes of solver inputs, STL files and meshes of Gmsh,\n"
+                    "which can be turned in the page: --meshes 100M")
         ->type_name("SIZE")
         ->check(CLI::Validator(check, ""));
     command

@@ -13,6 +13,13 @@ std::optional<ModelSyntax> MeshSyntaxOf(const std::filesystem::path& file) {
         return std::nullopt;
     }
     const OuString extension = ToOuString(file.extension());
+    // What other meshes begin with, is in no name: many programs write files that end in .msh.
+    FileSample sample;
+    const std::error_code unread = ReadSample(file, 512, 0, sample);
+    ThrowIfOutOfMemory(unread);
+    if (!unread && Trim(sample.head).starts_with("$MeshFormat")) {
+        return ModelSyntax::Gmsh;
+    }
     // Nothing that every such file begins with would tell it from other files.
     if (ToUpperAscii(extension.GetAnsiBuffer()) == ".STL") {
         return ModelSyntax::Stl;

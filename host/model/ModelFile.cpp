@@ -83,6 +83,7 @@ bool ModelFile::NextLine(std::string_view& line) {
     }
     end = std::min(end, buffer_.size());
     line = std::string_view(buffer_).substr(begin_, end - begin_);
+    bytesBegin_ = before_ + begin_;
     begin_ = std::min(end + 1, buffer_.size());
     ++line_;
     if (line.ends_with('\r')) {

@@ -51,8 +51,8 @@ public:
     /// Continues behind the next place with the text.
     bool SkipBehind(std::string_view text);
 
-    /// The file and the line, for messages (`mesh.inp:12`), or the place of the last bytes, if it is not read
-    /// in lines (`part.stl, byte 84`).
+    /// The file and the line, for messages (`mesh.inp:12`), or the byte where the last line or the last bytes
+    /// begin, if any bytes were read (`part.stl, byte 84`).
     std::string Place() const;
 
     /// Why the reading stopped before the end; empty if it did not.

@@ -64,6 +64,8 @@ std::error_code ReadModel(const std::filesystem::path& file, ModelSyntax syntax,
             return ReadLines(file, limits, ReadLsDynaModel, sink, model);
         case ModelSyntax::Stl:
             return ReadMesh(file, limits, ReadStlModel, sink, model);
+        case ModelSyntax::Gmsh:
+            return ReadMesh(file, limits, ReadGmshModel, sink, model);
     }
     return std::make_error_code(std::errc::not_supported);
 }

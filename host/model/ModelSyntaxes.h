@@ -8,6 +8,7 @@
 namespace host {
 
 void ReadAbaqusModel(InputLines& lines, ModelRecorder& model);
+void ReadGmshModel(ModelFile& file, ModelRecorder& model);
 void ReadLsDynaModel(InputLines& lines, ModelRecorder& model);
 void ReadNastranModel(InputLines& lines, ModelRecorder& model);
 void ReadStlModel(ModelFile& file, ModelRecorder& model);

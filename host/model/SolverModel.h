@@ -24,6 +24,8 @@ enum class ModelSyntax {
     LsDyna,
     /// Triangles, as text or as bytes.
     Stl,
+    /// Meshes of Gmsh, as text or as bytes.
+    Gmsh,
 };
 
 enum class ElementShape {
@@ -47,7 +49,8 @@ struct ModelElement {
     ElementShape shape = ElementShape::Other;
     /// 1 with nodes at the corners only, 2 with nodes between them.
     int order = 1;
-    /// As the file names it: `C3D8R`, `CTETRA`, `ELEMENT_SHELL`, `facet`.
+    /// As the file names it: `C3D8R`, `CTETRA`, `ELEMENT_SHELL`, `facet`; Gmsh has
+    /// numbers: `5`.
     std::string_view type;
     /// The corners first, in the order of the usual hexahedron: four around the bottom, four around the top
     /// above them. Zeros stand for nodes that the file leaves out.

@@ -104,6 +104,14 @@ TEST_F(PageModels, ShowMeshesAndGeometry) {
         EXPECT_EQ(model->lines, 6U);
         EXPECT_EQ(model->gap, "");
     }
+    const std::filesystem::path mesh = folder.Write(
+        "part.msh",
+        "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n$Nodes\n4\n1 0 0 0\n2 1 0 0\n3 0 1 0\n4 0 0 1\n$EndNodes\n"
+        "$Elements\n2\n1 2 0 1 2 3\n2 4 0 1 2 3 4\n$EndElements\n");
+    const std::optional<PageModel> solid = ReadPageModel(mesh, CAE_FILE_MESH, folder.Path(), room);
+    ASSERT_TRUE(solid);
+    EXPECT_EQ(solid->elements, 2U);
+    EXPECT_EQ(solid->triangles, 4U);
     EXPECT_FALSE(ReadPageModel(part, CAE_FILE_REPORT, folder.Path(), room));
     EXPECT_FALSE(ReadPageModel(folder.Write("part.stl", "no STL"), CAE_FILE_CAD, folder.Path(), room));
     // A deck that includes it shows it.
