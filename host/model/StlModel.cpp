@@ -71,11 +71,11 @@ private:
 void StlReader::Read() {
     constexpr std::size_t kSample = 512;
     const std::string_view beginning = file_.Peek(kSample);
-    const bool hasTitle = beginning.size() >= kBeginning;
     // Many files of bytes begin with "solid" as well.
-    if (hasTitle && file_.Size() == kBeginning + std::uint64_t{kTriangle} * NumberAt(beginning, kTitle)) {
-        ReadBytes();
-    } else if (IsText(beginning)) {
+    const bool hasSizeOfBytes =
+        beginning.size() >= kBeginning &&
+        file_.Size() == kBeginning + std::uint64_t{kTriangle} * NumberAt(beginning, kTitle);
+    if (!hasSizeOfBytes && IsText(beginning)) {
         ReadText();
     } else {
         ReadBytes();
