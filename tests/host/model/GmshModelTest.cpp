@@ -260,6 +260,21 @@ TEST_F(GmshModel, OfBytesIsReadWithAnyNumbersInIt) {
               "- 6 -: model, byte 171: the node 3 has no number, or is at no place");
 }
 
+TEST_F(GmshModel, LeavesOutOtherSectionsOfAnySize) {
+    const GmshMesh mesh = Bricks();
+    const std::string whole = GmshFile(mesh, true, true).text;
+    const std::size_t nodes = whole.find("$Nodes");
+    // The end of the section is on both sides of the end of a block that is read.
+    constexpr std::size_t kBlock = std::size_t{64} * 1024;
+    constexpr std::size_t kFirstLine = 10;
+    for (std::size_t size = kBlock - nodes - kFirstLine - 16; size < kBlock - nodes - kFirstLine + 2;
+         ++size) {
+        const std::string section = "$Entities\n" + std::string(size, '\7') + "\n$EndEntities\n";
+        EXPECT_EQ(Outcome(whole.substr(0, nodes) + section + whole.substr(nodes)), "9 6 -: ") << size;
+    }
+    EXPECT_EQ(Outcome(whole + "$NodeData\n" + std::string(3 * kBlock, '\7')), "9 6 -: ");
+}
+
 TEST_F(GmshModel, HasNoCountsWhenTheTimeIsOver) {
     GmshMesh mesh = Bricks();
     mesh.nodes.resize(20000);

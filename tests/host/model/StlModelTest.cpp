@@ -96,8 +96,8 @@ TEST_F(StlModel, OfBytesSaysWhereItIsDamaged) {
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const std::string shown = std::to_string(size < 84 ? 0 : (size - 84) / 50);
         EXPECT_EQ(Outcome(whole.substr(0, size)),
-                  "- - -, " + shown +
-                      " shown: " + (size < 84 ? "model, byte 0: the file is too short for STL" : gap(size, 4)));
+                  "- - -, " + shown + " shown: " +
+                      (size < 84 ? "model, byte 0: the file is too short for STL" : gap(size, 4)));
     }
     EXPECT_EQ(Outcome(whole + "123"), "- - -, 4 shown: " + gap(whole.size() + 3, 4));
     // It says four thousand million triangles, and has sixteen bytes of them.
@@ -119,7 +119,10 @@ TEST_F(StlModel, OfBytesSaysWhereItIsDamaged) {
 }
 
 TEST_F(StlModel, HasNoCountsWhenTheTimeIsOver) {
-    Write("part", BinaryStl(std::vector<Facet>(5000, FacetsOfTetrahedron()[2])));
+    const std::vector<Facet> facets(5000, FacetsOfTetrahedron()[2]);
+    EXPECT_EQ(Outcome(BinaryStl(facets)), "3 5000 -, 5000 shown: ");
+    EXPECT_EQ(Outcome(TextStl(facets)), "3 5000 -, 5000 shown: ");
+    Write("part", BinaryStl(facets));
     int calls = 0;
     // Two blocks are read.
     limits.now = [&] { return ModelLimits::Clock::time_point() + std::chrono::seconds(++calls > 3 ? 1 : 0); };
