@@ -121,6 +121,24 @@ class Content(PageCase):
             self.assertNotEqual(self.drawing(1), first)
         self.expect_clean()
 
+    def points(self):
+        """Where the points of a plot answer to the pointer, by the names of their objects."""
+        return self.browser.run("""
+            const svg = document.querySelector('.plot svg');
+            const box = svg.getBoundingClientRect();
+            const found = {};
+            for (let x = 0; x < 640; x += 8) {
+              for (let y = 0; y < 400; y += 8) {
+                svg.dispatchEvent(new PointerEvent('pointermove',
+                  { clientX: box.left + x * box.width / 640, clientY: box.top + y * box.height / 400 }));
+                const at = ['cx', 'cy'].map((name) => Number(document.querySelector('.ring').getAttribute(name)));
+                if (at[0] >= 0) {
+                  found[document.querySelector('.tip').textContent.split(' · ')[0]] = at;
+                }
+              }
+            }
+            return found""")
+
     def test_no_webgl(self):
         """A browser without WebGL shows everything else, and says what is missing."""
         browser = self.browser
@@ -222,22 +240,28 @@ class Content(PageCase):
                                     ["part 2", "2000 g", "40 MPa", "west"]])
         self.assertEqual(rows[-1][1:3], ["8 kg", "10000 psi"])
         # On the axes they have one unit: 2000 g stand where 2 kg would, and 10000 psi are 68.948 MPa.
-        west = browser.run("""
-            const points = document.querySelector('.plot .points.group-1').getAttribute('d');
-            return Array.from(points.matchAll(/M([\\d.]+),([\\d.]+)/g), (one) => one.slice(1).map(Number))""")
+        points = self.points()
+        west = [points[f"part {number}"] for number in (2, 4, 6, 8)]
         self.assertEqual([row[0][5:] for row in rows if row[-1] == "west"], ["2", "4", "6", "8"])
         for (across, up), mass, stress in zip(west, [2, 4, 6, 8], [40, 160, 360, 68.948]):
-            self.assertAlmostEqual(across, west[0][0] + (west[1][0] - west[0][0]) * (mass - 2) / 2, delta=0.2)
-            self.assertAlmostEqual(up, west[0][1] + (west[1][1] - west[0][1]) * (stress - 40) / 120, delta=0.2)
+            self.assertAlmostEqual(across, west[0][0] + (west[1][0] - west[0][0]) * (mass - 2) / 2, places=2)
+            self.assertAlmostEqual(up, west[0][1] + (west[1][1] - west[0][1]) * (stress - 40) / 120, places=2)
+        # What is drawn there has the colour of the group.
+        drawn = browser.run("""
+            const canvas = document.querySelector('.plot canvas');
+            const scale = canvas.width / 640;
+            return arguments[0].map(([x, y]) =>
+              Array.from(canvas.getContext('2d').getImageData(x * scale, y * scale, 1, 1).data).slice(0, 3))""",
+                            [points["part 1"], *west, [620, 20]])
+        self.assertEqual(drawn[-1], [0, 0, 0])
+        for colour, wanted in zip(drawn, [(47, 127, 209), *[(217, 102, 43)] * 4]):
+            self.assertTrue(all(abs(one - other) <= 2 for one, other in zip(colour, wanted)), drawn)
         browser.picture("plot.png")
-        ring = browser.run("""
-            const svg = document.querySelector('.plot svg');
-            const box = svg.getBoundingClientRect();
-            const view = page => page.getAttribute('d').match(/M([\\d.]+),([\\d.]+)/).slice(1).map(Number);
-            const [x, y] = view(document.querySelector('.plot .points.group-1'));
-            return [x * box.width / 640 - box.width / 2 + 4, y * box.height / 400 - box.height / 2]""")
+        box = browser.run("const {width, height} = document.querySelector('.plot svg').getBoundingClientRect();"
+                          "return [width, height]")
         mouse = ActionChains(browser.driver)
-        mouse.move_to_element_with_offset(browser.one(".plot svg"), *ring).perform()
+        mouse.move_to_element_with_offset(browser.one(".plot svg"), west[0][0] * box[0] / 640 - box[0] / 2 + 4,
+                                          west[0][1] * box[1] / 400 - box[1] / 2).perform()
         self.expect(lambda: browser.text(".tip"), "part 2 · Mass: 2000 g · Stress: 40 MPa · Maker: west")
         mouse.click().perform()
         self.wait_for_panel("part 2")

@@ -3,13 +3,6 @@
 const PLOT = { width: 640, height: 400, left: 72, right: 16, top: 12, bottom: 52, radius: 4.5 };
 const MOST_GROUPS = 8;
 const MOST_LISTED = 200;
-// Groups differ in shape as well as in colour.
-const SHAPES = [
-  (x, y, r) => `M${x - r},${y}a${r},${r} 0 1 0 ${2 * r},0a${r},${r} 0 1 0 ${-2 * r},0z`,
-  (x, y, r) => `M${x - r},${y - r}h${2 * r}v${2 * r}h${-2 * r}z`,
-  (x, y, r) => `M${x},${y - r * 1.2}l${r * 1.2},${r * 2.1}h${-2.4 * r}z`,
-  (x, y, r) => `M${x},${y - r * 1.3}l${r * 1.3},${r * 1.3}l${-r * 1.3},${r * 1.3}l${-r * 1.3},${-r * 1.3}z`,
-];
 
 function drawing(name, attributes, text) {
   const element = document.createElementNS('http://www.w3.org/2000/svg', name);
@@ -125,29 +118,27 @@ class PlotView {
     svg.append(drawing('text', { x: (left + width - right) / 2, y: height - 12, 'text-anchor': 'middle' }, title('x')));
     svg.append(drawing('text', { x: 14, y: (top + height - bottom) / 2, 'text-anchor': 'middle',
       transform: `rotate(-90 14 ${(top + height - bottom) / 2})` }, title('y')));
-    this.drawPoints(svg);
+    const layer = this.drawPoints(svg);
     this.listen(svg);
     const part = make('div');
-    part.append(svg);
+    const layers = make('div', 'layers');
+    layers.append(svg, layer);
+    part.append(layers);
     if (this.names.by) {
       part.append(this.legend());
     }
     return part;
   }
 
+  /** The points with a ring for the one under the pointer. */
   drawPoints(svg) {
-    const paths = this.groups.map(() => []);
     for (const point of this.data.points) {
-      const group = this.groupOf(point);
-      point.left = Math.round(this.atX(point.across) * 10) / 10;
-      point.top = Math.round(this.atY(point.up) * 10) / 10;
-      paths[group].push(SHAPES[group % SHAPES.length](point.left, point.top, PLOT.radius));
+      point.left = this.atX(point.across);
+      point.top = this.atY(point.up);
     }
-    paths.forEach((parts, group) => {
-      svg.append(drawing('path', { class: 'points group-' + group, d: parts.join('') }));
-    });
     this.ring = drawing('circle', { class: 'ring', r: PLOT.radius + 3, cx: -99, cy: -99 });
     svg.append(this.ring);
+    return new PointLayer(this.data.points, (point) => this.groupOf(point), this.groups).canvas;
   }
 
   legend() {
@@ -155,7 +146,7 @@ class PlotView {
     list.setAttribute('aria-label', this.names.by);
     this.groups.forEach((name, group) => {
       const sign = drawing('svg', { viewBox: '0 0 14 14', width: 14, height: 14, 'aria-hidden': 'true' });
-      sign.append(drawing('path', { class: 'points group-' + group, d: SHAPES[group % SHAPES.length](7, 7, PLOT.radius) }));
+      sign.append(drawing('path', { class: 'points group-' + group, d: shapeOf(group, 7, 7) }));
       const item = make('li');
       item.append(sign, ' ', make('span', 'value', name === null ? 'others' : name || '(none)'));
       list.append(item);
