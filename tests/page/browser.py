@@ -10,24 +10,27 @@ from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 from selenium.webdriver.support.ui import WebDriverWait
 
-# Runs before any script of a page: keeps what the policy refuses, errors, and tasks that take long.
+# Runs before any script of a page: keeps what the policy refuses, and errors.
 WATCH = """
-window.watched = {violations: [], errors: [], tasks: []};
+window.watched = {violations: [], errors: []};
 document.addEventListener('securitypolicyviolation', (event) => {
   watched.violations.push(event.violatedDirective + ' ' + event.blockedURI);
 });
 window.addEventListener('error', (event) => watched.errors.push(String(event.message)));
 window.addEventListener('unhandledrejection', (event) => watched.errors.push(String(event.reason)));
-new PerformanceObserver((list) => {
-  for (const entry of list.getEntries()) watched.tasks.push(entry.duration);
-}).observe({type: 'longtask', buffered: true});
 """
+
+# What a trace has: marks, and the tasks of threads with the time that the processor spent on them.
+MARK = "check-page: "
+TRACED = ["blink.user_timing", "disabled-by-default-devtools.timeline"]
 
 
 class Browser:
     """Chromium with a profile of its own, drawing without a graphics card."""
 
-    def __init__(self, screenshots):
+    def __init__(self, screenshots, is_traced=False):
+        """With a trace, tasks() gives what the page did, once at the end."""
+        self.is_traced = is_traced
         self.screenshots = pathlib.Path(screenshots)
         self.screenshots.mkdir(parents=True, exist_ok=True)
         self.profile = tempfile.TemporaryDirectory()
@@ -39,6 +42,8 @@ class Browser:
                          f"--user-data-dir={self.profile.name}"):
             options.add_argument(argument)
         options.set_capability("goog:loggingPrefs", {"performance": "ALL", "browser": "ALL"})
+        if is_traced:
+            options.add_experimental_option("perfLoggingPrefs", {"traceCategories": ",".join(TRACED)})
         self.driver = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
         self.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": WATCH})
 
@@ -50,7 +55,8 @@ class Browser:
         """Opens a page and waits until it is complete. Gives what its scripts are refused or do wrong."""
         self.driver.get("about:blank")
         self.driver.set_window_size(*window)
-        self.requests()
+        if not self.is_traced:
+            self.requests()
         self.driver.get(pathlib.Path(page).resolve().as_uri() + address)
         self.wait("document.documentElement.dataset.ready === 'true'")
 
@@ -89,13 +95,31 @@ class Browser:
     def watched(self):
         return self.run("return watched")
 
+    def mark(self, name):
+        self.run("performance.mark(arguments[0])", MARK + name)
+
+    def tasks(self):
+        """The tasks between two marks each, under the name of the second one, as seconds of the processor's time."""
+        events = [message["params"] for message in self.messages() if message["method"] == "Tracing.dataCollected"]
+        named = {}
+        tasks = []
+        for event in sorted(events, key=lambda one: one["ts"]):
+            thread = (event["pid"], event["tid"])
+            if event["name"] == "RunTask" and "tdur" in event:
+                tasks.append((thread, event["tdur"] / 1e6))
+            elif event["ph"] == "I" and event["name"].startswith(MARK):
+                # Only the thread of the page has such marks.
+                named[event["name"][len(MARK):]] = [seconds for where, seconds in tasks if where == thread]
+                tasks = []
+        return named
+
+    def messages(self):
+        return [json.loads(entry["message"])["message"] for entry in self.driver.get_log("performance")]
+
     def requests(self):
         """The addresses that were asked for since the last call, without those that lead nowhere."""
-        asked = []
-        for entry in self.driver.get_log("performance"):
-            message = json.loads(entry["message"])["message"]
-            if message["method"] == "Network.requestWillBeSent":
-                asked.append(message["params"]["request"]["url"])
+        asked = [message["params"]["request"]["url"] for message in self.messages()
+                 if message["method"] == "Network.requestWillBeSent"]
         return [url for url in asked if not url.startswith(("data:", "about:", "chrome:"))]
 
     def prefer(self, colours):

@@ -6,22 +6,28 @@ const SLICE = 12;
 const MOST_LOOKED_AT = 2000;
 const MOST_MODELS = 100;
 
+let lastBreath = 0;
+
 /** Lets the browser do what waits. */
 function breathe() {
-  return new Promise((resolve) => setTimeout(resolve, 0));
+  return new Promise((resolve) => setTimeout(() => {
+    lastBreath = performance.now();
+    resolve();
+  }, 0));
 }
 
-/** Calls `work` with the numbers from 0 to `count`, in slices. `isOver` can end it early, which gives false. */
+/**
+ * Calls `work` with the numbers from 0 to `count`, in slices. `isOver` can end it early, which gives false. Work that
+ * follows other work at once belongs to its slice.
+ */
 async function inSlices(count, work, isOver = () => false) {
-  let start = performance.now();
   for (let index = 0; index < count; ++index) {
     work(index);
-    if ((index & 63) === 63 && performance.now() - start > SLICE) {
+    if ((index & 63) === 63 && performance.now() - lastBreath > SLICE) {
       await breathe();
       if (isOver()) {
         return false;
       }
-      start = performance.now();
     }
   }
   return true;

@@ -83,10 +83,15 @@ class PageView {
       partner: (project, place) => comparison
         ? { other: projects[1 - project.side], found: comparison.partnerOf(project.side, place) } : {},
     });
-    this.sides = projects.map((project) => new Side(project, this));
+    this.sides = [];
   }
 
   async start() {
+    for (const project of this.projects) {
+      await breathe();
+      this.sides.push(new Side(project, this));
+    }
+    await breathe();
     document.documentElement.classList.toggle('compared', Boolean(this.comparison));
     await this.fillFilters();
     byId('summary').textContent = this.summary();
