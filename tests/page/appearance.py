@@ -2,7 +2,7 @@
 
 import base64
 
-from case import OPTIONS, PageCase, large_document
+from case import OPTIONS, PageCase, large_document, object_of
 
 
 class Appearance(PageCase):
@@ -51,12 +51,36 @@ class Appearance(PageCase):
         browser.run("window.dispatchEvent(new Event('afterprint'))")
         self.assertLess(browser.count("#tree .row"), 80)
 
+    def test_scripts_and_long_names(self):
+        """Names run as their letters do, from the left edge like others; none is wider than the page."""
+        browser = self.browser
+        long = "W" * 250
+        parts = [object_of(2, "CAEPART", "دراسة 12 (kg)"), object_of(3, "CAEPART", long, metaData={
+            long: {"value": long, "metaDataType": "部品"}}), object_of(4, "CAEPART", "部品名")]
+        browser.open(self.page("scripts", object_of(1, "SIMULATION", "مشروع", parts)), "#object-2", window=(400, 800))
+        self.wait_for_panel("دراسة 12 (kg)")
+        directions = browser.run("""
+            return ['h1', '#panel h2', '.path button', '#tree [aria-level="2"] .name', '#tree-2 .name'].map((name) =>
+              getComputedStyle(document.querySelector(name)).direction)""")
+        self.assertEqual(directions, ["rtl", "rtl", "rtl", "rtl", "ltr"])
+        self.assertEqual(browser.run("return getComputedStyle(document.querySelector('#panel h2')).textAlign"), "left")
+        browser.run("location.hash = '#object-3'")
+        self.wait_for_panel(long)
+        browser.picture("scripts.png")
+        self.assertTrue(browser.run("""
+            const widest = Array.from(document.querySelectorAll('body, #tree, #panel, #panel *'), (one) =>
+              one.getBoundingClientRect().right);
+            return Math.max(...widest) <= innerWidth"""))
+        self.expect_clean()
+
     def test_narrow_window(self):
         """On a telephone the panel stands below the tree, and nothing is wider than the window."""
         browser = self.browser
-        browser.open(self.page("narrow", OPTIONS.examples / "bracket-project"), window=(500, 900))
+        browser.open(self.page("narrow", OPTIONS.examples / "bracket-project"), window=(400, 800))
         self.wait_for_panel("bracket-project")
         tree, panel = browser.one("#tree").rect, browser.one("#panel").rect
         self.assertGreaterEqual(panel["y"], tree["y"] + tree["height"])
-        self.assertTrue(browser.run("return document.documentElement.scrollWidth <= innerWidth"))
+        self.assertTrue(browser.run("""
+            const { scrollWidth, scrollHeight } = document.documentElement;
+            return scrollWidth <= innerWidth && scrollHeight <= innerHeight"""))
         browser.picture("narrow.png")

@@ -2,7 +2,7 @@
 
 from case import OPTIONS, PageCase, large_document, object_of
 
-LEVELS = 3000
+LEVELS = 10000
 HOSTILE = ["<script>window.hit=1</script>", "</script><script>window.hit=2</script>",
            "<img src=x onerror=window.hit=3>", "a & b &lt; c", "line\u2028two\u2029three", "\u202eabc",
            "<!--<script>", "quote \" back \\ slash", "]]>", "{{title}} {{script}}"]

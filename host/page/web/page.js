@@ -42,7 +42,7 @@ class Side {
     element.setAttribute('role', 'tree');
     const part = make('div', 'side');
     if (page.projects.length > 1) {
-      const heading = make('h2', '', project.head.sides[project.side]);
+      const heading = makeText('h2', '', project.head.sides[project.side]);
       heading.id = 'name-' + element.id;
       element.setAttribute('aria-labelledby', heading.id);
       part.append(heading);

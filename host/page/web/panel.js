@@ -12,7 +12,7 @@ function textOfDate(text) {
 
 /** A text of the project; a very long one is cut, with a button for the rest. */
 function value(text) {
-  const element = make('span', 'value', text.slice(0, LONGEST_VALUE));
+  const element = makeText('span', 'value', text.slice(0, LONGEST_VALUE));
   if (text.length > LONGEST_VALUE) {
     const button = make('button', 'more', 'Show all ' + text.length.toLocaleString('en') + ' characters');
     button.addEventListener('click', () => {
@@ -69,7 +69,7 @@ class Panel {
   show(project, place) {
     this.project = project;
     const object = project.objects[place];
-    const heading = make('h2', '', project.name(place));
+    const heading = makeText('h2', '', project.name(place));
     heading.id = 'object';
     this.element.setAttribute('aria-labelledby', heading.id);
     const files = project.filesOf(place);
@@ -105,7 +105,7 @@ class Panel {
         element.append('… / ');
         continue;
       }
-      const button = make('button', '', this.project.name(one));
+      const button = makeText('button', '', this.project.name(one));
       button.type = 'button';
       button.addEventListener('click', () => this.select(one));
       element.append(button, ' / ');
@@ -144,7 +144,7 @@ class Panel {
     if (place === undefined) {
       return undefined;
     }
-    const button = make('button', 'link', project.name(place));
+    const button = makeText('button', 'link', project.name(place));
     button.type = 'button';
     button.addEventListener('click', () => this.does.select(project, place));
     return button;
@@ -248,7 +248,7 @@ class Panel {
       figure.append(make('p', 'notice', file.embedded ? 'This picture could not be read when the page was made.'
         : 'Not in this page, which has room for ' + limit + ' of pictures. It has ' + textOfSize(file.size) + '.'));
     }
-    figure.append(make('figcaption', '', file.place || file.name));
+    figure.append(makeText('figcaption', '', file.place || file.name));
     return figure;
   }
 }

@@ -203,7 +203,7 @@ class PlotView {
     const element = table('values', caption, headings);
     for (const point of points.slice(0, MOST_LISTED)) {
       const row = element.tBodies[0].insertRow();
-      const button = make('button', 'link', this.project.name(point.place));
+      const button = makeText('button', 'link', this.project.name(point.place));
       button.type = 'button';
       button.addEventListener('click', () => this.does.select(point.place));
       const heading = make('th');

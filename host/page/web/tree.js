@@ -19,6 +19,13 @@ function make(name, className, text) {
   return element;
 }
 
+/** The same for a text of the project, which can be of any script: it runs as its first letters do. */
+function makeText(name, className, text) {
+  const element = make(name, className, text);
+  element.dir = 'auto';
+  return element;
+}
+
 class TreeView {
   /** `does` has the functions select(place), enter(place), type(letter) and leave(). */
   constructor(element, project, does) {
@@ -133,7 +140,7 @@ class TreeView {
       sign.append(make('span', 'word', ' ' + MARKS[mark]));
       element.append(sign);
     }
-    element.append(make('span', 'name', project.name(place)), make('span', 'kind', object.kind));
+    element.append(makeText('span', 'name', project.name(place)), make('span', 'kind', object.kind));
     const files = (object.files ?? []).length;
     if (files > 0) {
       element.append(make('span', 'count', countOf(files, 'file', 'files')));
