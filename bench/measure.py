@@ -86,7 +86,7 @@ def measure_memory(binaries, name, objects):
     return dict(zip(("bytes", "allocations", "held", "project"), numbers))
 
 
-# Projects of that many objects are measured at most so often: a round of all commands takes a minute and a half.
+# Projects of that many objects are measured at most so often: a round of all commands takes minutes.
 LARGE = 1_000_000
 ROUNDS_OF_LARGE = 3
 

@@ -3,8 +3,7 @@
 import statistics
 
 from measure import middle, ratios
-from targets import (BYTES, CASES, GROWTH_AT_MOST, MEMORY, PROGRAM, PROGRAM_AT_MOST, SIZES, SMALL, TIMES,
-                     WORTH_A_MARK)
+from targets import BYTES, CASES, GROWTH_AT_MOST, MEMORY, PROGRAM, SIZES, SMALL, TIMES, WORTH_A_MARK
 
 
 def table(head, rows):
@@ -113,19 +112,20 @@ def program_table(results):
     """The commands beside their floors, and the time per object in the largest project beside that in a small one."""
     sizes = program_sizes(results)
     ratio_rows, growth = [], []
-    for what, title in PROGRAM.items():
+    for what, command in PROGRAM.items():
         cells = []
         for objects in sizes:
             kept = program_of(results, what, objects)
-            cells.append("not measured" if kept is None else
-                         ratio_cell(ratios(kept["command"]["seconds"], kept["floor"]["seconds"]), PROGRAM_AT_MOST))
-        ratio_rows.append([title, str(PROGRAM_AT_MOST), *cells])
+            cells.append(("not measured" if objects <= command.largest else "") if kept is None else
+                         ratio_cell(ratios(kept["command"]["seconds"], kept["floor"]["seconds"]), command.at_most))
+        ratio_rows.append([command.title, limit(command.at_most), *cells])
         largest, small = program_of(results, what, sizes[-1]), program_of(results, what, SMALL)
         if largest and small and sizes[-1] > SMALL:
             grown = program_nanoseconds(largest, "command") / program_nanoseconds(small, "command")
-            growth.append([f"{title.split(' / ')[0]}: {sizes[-1]:,} objects / {SMALL:,}, each object",
-                           limit(GROWTH_AT_MOST), *[""] * (len(sizes) - 1),
-                           f"{grown:.2f}, {verdict(grown, GROWTH_AT_MOST)}"])
+            at_most = GROWTH_AT_MOST if command.at_most else None
+            growth.append([f"{command.ours}: {sizes[-1]:,} objects / {SMALL:,}, each object",
+                           limit(at_most), *[""] * (len(sizes) - 1),
+                           f"{grown:.2f}" + (f", {verdict(grown, at_most)}" if at_most else "")])
     rounds = [str(min(len(kept["command"]["seconds"]) for kept in results["program"] if kept["objects"] == size))
               for size in sizes]
     return table(["", "at most", *[f"{size:,} objects" for size in sizes]],
@@ -140,8 +140,8 @@ def command_table(results):
     """Time per object of each command and its floor, and the most memory that their processes have."""
     sizes = sorted({kept["objects"] for kept in results["program"]})
     rows = []
-    for what, title in PROGRAM.items():
-        for part, name in zip(("command", "floor"), title.split(" / ")):
+    for what, command in PROGRAM.items():
+        for part, name in (("command", command.ours), ("floor", command.floor)):
             kept = [program_of(results, what, objects) for objects in sizes]
             rows.append([name if part == "command" else f"... {name}",
                          *["" if one is None else f"{program_nanoseconds(one, part):,.0f}" for one in kept],

@@ -69,14 +69,35 @@ MEMORY = (
 # The same in bytes, whatever the size.
 BYTES = {"text-narrow": 1_000_000}
 
-# Each command of the program beside its floor: the least that SQLite or the JSON layer needs for the same rows.
-PROGRAM_AT_MOST = 3
+
+@dataclasses.dataclass(frozen=True)
+class Command:
+    """A command of the program beside its floor: the least that SQLite or the JSON layer needs for the same rows.
+    Without a target the floor is a mark on the wall: it makes no objects, and the texts that it writes are there."""
+    ours: str
+    floor: str
+    at_most: float | None = None
+    largest: int = SIZES[-1]
+
+    @property
+    def title(self):
+        return f"{self.ours} / {self.floor}"
+
+
 PROGRAM = {
-    "new": "`new` from a project file / reading its rows and writing them to a new one",
-    "import": "`import` / writing the rows",
-    "store": "`store` / writing the rows",
-    "fetch": "`fetch` / reading the rows of nodes and objects",
-    "apply": "`apply` / reading the rows and updating the keys",
-    "compare project files": "`compare` of project files / reading the rows of both",
-    "compare documents": "`compare` of documents / parsing both",
+    "new": Command("`new` from a project file", "reading its rows and writing them to a new one", 3),
+    "import": Command("`import`", "writing the rows", 3),
+    "store": Command("`store`", "writing the rows", 3),
+    "fetch": Command("`fetch`", "reading the rows of nodes and objects", 3),
+    "apply": Command("`apply`", "reading the rows and updating the keys", 3),
+    "compare project files": Command("`compare` of project files", "reading the rows of both", 3),
+    "compare documents": Command("`compare` of documents", "parsing both", 3),
+    "export": Command("`export`", "reading the rows and writing the document"),
+    "find": Command("`find` with two conditions", "reading the rows and writing the list"),
+    "tree": Command("`tree`", "reading the rows and writing the tree"),
+    "plot": Command("`plot` of all objects", "reading the rows and writing the picture"),
+    "page": Command("`page`", "reading the rows and writing the page"),
+    # Each file of a directory takes a block of the disk (kMostObjectsOfDirectory).
+    "update": Command("`update` of a directory without changes", "reading the rows and the beginnings of the files",
+                      largest=100_000),
 }

@@ -24,16 +24,27 @@ std::vector<Case> MakeCases(const Programs& programs, const Inputs& inputs) {
     Run(programs.Command({"import", inputs.document, imported}));
     const std::string answer = (inputs.folder / "answer-again.json").string();
     std::vector<Case> cases;
-    cases.push_back({"new", clear, programs.Command({"new", inputs.project, result}),
-                     programs.Floor({"copy", inputs.project, floor}), sameRows});
-    cases.push_back({"import", clear, programs.Command({"import", inputs.document, result}),
-                     programs.Floor({"write", imported, floor}), [=] {
+    cases.push_back({"new",
+                     clear,
+                     programs.Command({"new", inputs.project, result}),
+                     {},
+                     programs.Floor({"copy", inputs.project, floor}),
+                     sameRows});
+    cases.push_back({"import",
+                     clear,
+                     programs.Command({"import", inputs.document, result}),
+                     {},
+                     programs.Floor({"write", imported, floor}),
+                     [=] {
                          ExpectSameRows(result, floor);
                          Run(programs.Command({"compare", result, inputs.document}));
                      }});
-    cases.push_back({"store", clear,
+    cases.push_back({"store",
+                     clear,
                      programs.Command({"store", inputs.document, "--db", stored, "-o", answer}),
-                     programs.Floor({"write", inputs.database, floor}), [=] {
+                     {},
+                     programs.Floor({"write", inputs.database, floor}),
+                     [=] {
                          // Every database has a text of its own at the end of its keys.
                          const Rows ours = LoadRows(stored);
                          const Rows theirs = LoadRows(floor);
@@ -43,8 +54,10 @@ std::vector<Case> MakeCases(const Programs& programs, const Inputs& inputs) {
                          }
                          Expect(ReadText(answer).size() == ReadText(inputs.answer).size(), "the answer");
                      }});
-    cases.push_back({"fetch", clear,
+    cases.push_back({"fetch",
+                     clear,
                      programs.Command({"fetch", inputs.key, "--db", inputs.database, "-o", fetched}),
+                     {},
                      programs.Floor({"fetch", inputs.database}),
                      [=] { Expect(ReadText(fetched) == ReadText(inputs.fetched), "the document"); }});
     cases.push_back({"apply",
@@ -54,12 +67,21 @@ std::vector<Case> MakeCases(const Programs& programs, const Inputs& inputs) {
                          std::filesystem::copy_file(inputs.project, floor);
                      },
                      programs.Command({"apply", inputs.answer, result}),
-                     programs.Floor({"keys", floor, inputs.answered}), sameRows});
-    cases.push_back({"compare project files", [] {}, programs.Command({"compare", inputs.project, imported}),
-                     programs.Floor({"read", inputs.project, imported}), [] {}});
-    cases.push_back({"compare documents", [] {},
+                     {},
+                     programs.Floor({"keys", floor, inputs.answered}),
+                     sameRows});
+    cases.push_back({"compare project files",
+                     [] {},
+                     programs.Command({"compare", inputs.project, imported}),
+                     {},
+                     programs.Floor({"read", inputs.project, imported}),
+                     [] {}});
+    cases.push_back({"compare documents",
+                     [] {},
                      programs.Command({"compare", inputs.document, inputs.document}),
-                     programs.Floor({"parse", inputs.document, inputs.document}), [] {}});
+                     {},
+                     programs.Floor({"parse", inputs.document, inputs.document}),
+                     [] {}});
     return cases;
 }
 

@@ -4,7 +4,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -16,8 +18,8 @@
 namespace bench {
 namespace {
 
-const std::vector<std::string> kProjectTables = {"object",   "project",   "file",     "attached_file",
-                                                 "metadata", "view_item", "numbering"};
+const std::vector<std::string> kProjectTables = {"object",   "project",   "file",  "attached_file",
+                                                 "metadata", "view_item", "place", "numbering"};
 
 using Keys = std::vector<std::pair<std::int64_t, std::string>>;
 
@@ -40,6 +42,25 @@ std::string ReadBytes(const std::string& file) {
     stream.seekg(0);
     stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return bytes;
+}
+
+/// Reads the beginning of each file below the directory.
+void ReadDirectory(const std::string& directory) {
+    std::array<char, 4096> beginning{};
+    std::uintmax_t size = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
+        if (entry.is_regular_file()) {
+            size += entry.file_size();
+            size += static_cast<std::uintmax_t>(entry.last_write_time().time_since_epoch().count() % 2);
+            std::filebuf file;
+            file.pubsetbuf(nullptr, 0);
+            file.open(entry.path(), std::ios::in | std::ios::binary);
+            size += static_cast<std::uintmax_t>(file.sgetn(beginning.data(), beginning.size()));
+        }
+    }
+    if (size == 0) {
+        throw std::runtime_error("there is nothing in " + directory);
+    }
 }
 
 template <typename Work>
@@ -68,6 +89,20 @@ double RunFloor(const std::string& name, const std::vector<std::string>& files) 
             for (const std::string& file : files) {
                 ReadRows(file, kProjectTables);
             }
+        });
+    }
+    if (name == "text") {
+        const std::string bytes = ReadBytes(files.at(1));
+        return SecondsOf([&] {
+            ReadRows(files.at(0), kProjectTables);
+            std::ofstream stream(files.at(2), std::ios::binary);
+            stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        });
+    }
+    if (name == "directory") {
+        return SecondsOf([&] {
+            ReadRows(files.at(0), kProjectTables);
+            ReadDirectory(files.at(1));
         });
     }
     if (name == "fetch") {

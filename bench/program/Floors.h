@@ -12,6 +12,9 @@ namespace bench {
 /// - `write FROM TO`: writes the rows of a database to a new one.
 /// - `copy FROM TO`: reads them, and writes them to a new one.
 /// - `read FILE..`: reads all rows of databases.
+/// - `text FILE FROM TO`: reads all rows of a project file, and writes the bytes of a text to a new file.
+/// - `directory FILE DIRECTORY`: reads all rows of a project file, and the names, sizes, times and first four
+///   thousand bytes of the files in a directory.
 /// - `fetch FILE`: reads the rows of a server's database that a document is made of.
 /// - `keys FILE FROM`: reads all rows of a project file, and sets the keys that another project file has.
 /// - `parse FILE..`: reads documents.

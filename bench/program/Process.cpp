@@ -1,5 +1,6 @@
 #include "Process.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
@@ -8,6 +9,7 @@
 #include <array>
 #include <cstdio>
 #include <stdexcept>
+#include <utility>
 
 namespace bench {
 namespace {
@@ -29,6 +31,18 @@ double SecondsOf(const rusage& usage) {
     dup2(output, STDOUT_FILENO);
     execv(arguments.front(), arguments.data());
     _exit(127);
+}
+
+Usage WaitFor(pid_t child, const std::vector<std::string>& command) {
+    int status = 0;
+    rusage usage{};
+    if (child < 0 || wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) ||
+        WEXITSTATUS(status) != 0) {
+        throw std::runtime_error("this failed: " + command.front() + " " +
+                                 (command.size() > 1 ? command[1] : std::string()));
+    }
+    constexpr double kKiBPerMiB = 1024;
+    return {SecondsOf(usage), static_cast<double>(usage.ru_maxrss) / kKiBPerMiB, {}};
 }
 
 }  // namespace
@@ -68,15 +82,22 @@ Usage Run(const std::vector<std::string>& command) {
         output.append(bytes.data(), static_cast<std::size_t>(size));
     }
     close(ends[0]);
-    int status = 0;
-    rusage usage{};
-    if (child < 0 || wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) ||
-        WEXITSTATUS(status) != 0) {
-        throw std::runtime_error("this failed: " + command.front() + " " +
-                                 (command.size() > 1 ? command[1] : std::string()));
+    Usage usage = WaitFor(child, command);
+    usage.output = std::move(output);
+    return usage;
+}
+
+Usage RunInto(const std::string& file, const std::vector<std::string>& command) {
+    const int output = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (output < 0) {
+        throw std::runtime_error("this cannot be written: " + file);
     }
-    constexpr double kKiBPerMiB = 1024;
-    return {SecondsOf(usage), static_cast<double>(usage.ru_maxrss) / kKiBPerMiB, output};
+    const pid_t child = fork();
+    if (child == 0) {
+        Become(command, output);
+    }
+    close(output);
+    return WaitFor(child, command);
 }
 
 double ProcessorSeconds() {

@@ -11,6 +11,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -59,7 +60,7 @@ Measurement Measuring::Measure(const Case& one, int objects) {
     };
     for (int run = 0; run < options_.runs; ++run) {
         one.prepare();
-        const Usage command = bench::Run(one.command);
+        const Usage command = one.output.empty() ? bench::Run(one.command) : RunInto(one.output, one.command);
         const Usage floor = bench::Run(one.floor);
         if (run == 0) {
             RunApart(one.check);
@@ -70,11 +71,20 @@ Measurement Measuring::Measure(const Case& one, int objects) {
     return measurement;
 }
 
+std::vector<Case> AllCases(const Programs& programs, const Inputs& inputs, int objects) {
+    std::vector<Case> cases = MakeCases(programs, inputs);
+    std::ranges::copy(MakeOutputCases(programs, inputs), std::back_inserter(cases));
+    if (objects <= kMostObjectsOfDirectory) {
+        cases.push_back(MakeUpdateCase(programs, inputs, objects));
+    }
+    return cases;
+}
+
 std::vector<Measurement> Measuring::Run() {
     std::vector<Measurement> measurements;
     for (const int objects : options_.objects) {
         const Inputs inputs = MakeInputs(options_.programs, folder_, objects);
-        for (const Case& one : MakeCases(options_.programs, inputs)) {
+        for (const Case& one : AllCases(options_.programs, inputs, objects)) {
             if (!options_.only.empty() && std::ranges::none_of(options_.only, [&](const std::string& name) {
                     return one.what.starts_with(name);
                 })) {

@@ -105,6 +105,12 @@ void Connection::Run(const std::string& statements) {
     Check(handle_, sqlite3_exec(handle_, statements.c_str(), nullptr, nullptr, nullptr));
 }
 
+std::int64_t Connection::Number(const std::string& query) const {
+    const Prepared rows = Prepare(*this, query);
+    Next(*this, rows);
+    return sqlite3_column_int64(rows.get(), 0);
+}
+
 Rows LoadRows(const std::string& file) {
     const Connection connection(file);
     Rows rows;

@@ -19,6 +19,8 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
     void Run(const std::string& statements);
+    /// The number in the first row of a query.
+    std::int64_t Number(const std::string& query) const;
     sqlite3* Handle() const { return handle_; }
 
 private:
