@@ -147,94 +147,179 @@ void ExpectQuantity(std::string_view text) {
            "a number with its unit reads back");
 }
 
-/// All comparisons of one field with one value.
+std::optional<host::Condition> ParseCondition(const std::string& text) {
+    auto parsed = host::Condition::Parse(text);
+    return std::holds_alternative<std::string>(parsed)
+               ? std::nullopt
+               : std::optional(std::get<host::Condition>(std::move(parsed)));
+}
+
+std::vector<std::string_view> PartsOf(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    std::size_t begin = 0;
+    for (std::size_t place = 0; place <= text.size(); ++place) {
+        if (place == text.size() || text[place] == separator) {
+            parts.push_back(host::Trim(text.substr(begin, place - begin)));
+            begin = place + 1;
+        }
+    }
+    return parts;
+}
+
+/// All comparisons of one field with one value. Not every field takes all of them.
 class Comparisons {
 public:
-    /// Nothing if the texts would make other conditions, or the field does not take all comparisons.
+    /// Nothing if the texts would make other conditions.
     static std::optional<Comparisons> Parse(std::string_view field, std::string_view value) {
-        if (host::Trim(field).empty() || field.find_first_of("!=~<>") != std::string_view::npos ||
-            value.starts_with('=')) {
+        if (host::Trim(field).empty() || field.find_first_of("!=~<>") != std::string_view::npos) {
             return std::nullopt;
         }
-        Comparisons comparisons(host::Trim(value));
-        for (const char* const sign : {"=", "!=", "~", "!~", "<", "<=", ">", ">="}) {
-            auto parsed = host::Condition::Parse(std::string(field) + sign + std::string(value));
-            if (std::holds_alternative<std::string>(parsed)) {
-                return std::nullopt;
-            }
-            comparisons.conditions_.push_back(std::get<host::Condition>(std::move(parsed)));
-        }
+        // Two signs in a row are none.
+        const std::string text = " " + std::string(value);
+        Comparisons comparisons(host::FieldOf(host::Trim(field)), host::Trim(value));
+        const std::string name(field);
+        comparisons.equal_ = ParseCondition(name + "=" + text);
+        comparisons.unequal_ = ParseCondition(name + "!=" + text);
+        comparisons.fits_ = ParseCondition(name + "~" + text);
+        comparisons.unfit_ = ParseCondition(name + "!~" + text);
+        comparisons.less_ = ParseCondition(name + "<" + text);
+        comparisons.lessOrEqual_ = ParseCondition(name + "<=" + text);
+        comparisons.greater_ = ParseCondition(name + ">" + text);
+        comparisons.greaterOrEqual_ = ParseCondition(name + ">=" + text);
+        Expect(comparisons.equal_.has_value() == comparisons.unequal_.has_value() &&
+                   comparisons.fits_.has_value() == comparisons.unfit_.has_value() &&
+                   comparisons.less_.has_value() == comparisons.greaterOrEqual_.has_value(),
+               "opposites take the same values");
         return comparisons;
     }
 
-    bool Equal(const host::WalkedObject& walked, host::Units& units) const { return IsMet(0, walked, units); }
-    bool Less(const host::WalkedObject& walked, host::Units& units) const { return IsMet(4, walked, units); }
+    bool Equal(const host::WalkedObject& walked, host::Units& units) const {
+        return equal_ && IsMet(*equal_, walked, units);
+    }
+    bool Less(const host::WalkedObject& walked, host::Units& units) const {
+        return less_ && IsMet(*less_, walked, units);
+    }
 
     void ExpectAgreement(const host::WalkedObject& walked, host::Units& units) const {
-        const host::Field& field = conditions_.front().GetField();
-        const bool isPath = field.kind == host::FieldKind::Path;
-        const bool isEqual = Equal(walked, units);
-        const bool isLess = Less(walked, units);
-        const bool isGreater = IsMet(6, walked, units);
-        Expect(isEqual != IsMet(1, walked, units), "= and != are opposites");
-        Expect(IsMet(2, walked, units) != IsMet(3, walked, units), "~ and !~ are opposites");
-        Expect(isPath || IsMet(5, walked, units) == (isEqual || isLess), "<= is < or =");
-        Expect(isPath || IsMet(7, walked, units) == (isEqual || isGreater), ">= is > or =");
-        bool expectEqual = false;
-        bool expectLess = false;
-        bool expectGreater = false;
-        bool expectFits = false;
-        for (const host::FieldValue& one : host::ValuesOf(field, walked)) {
-            if (one.text.size() > kLongest || value_.size() > kLongest) {
-                return;
-            }
-            const std::optional<int> order = OrderOf(field, one, units);
-            expectEqual = expectEqual || (isPath ? Fits(one, isPath) : order == 0);
-            expectLess = expectLess || order == -1;
-            expectGreater = expectGreater || order == 1;
-            expectFits = expectFits || Fits(one, isPath);
+        const std::vector<host::FieldValue> values = host::ValuesOf(field_, walked);
+        const bool isLong = std::ranges::any_of(
+            values, [](const host::FieldValue& one) { return one.text.size() > kLongest; });
+        if (isLong || value_.size() > kLongest) {
+            return;
         }
-        Expect(isEqual == expectEqual && isLess == expectLess && isGreater == expectGreater,
-               "numbers are compared in the unit of the condition, texts by their letters");
-        Expect(IsMet(2, walked, units) == expectFits, "a pattern is read alike twice");
+        if (equal_) {
+            Expect(Equal(walked, units) != IsMet(*unequal_, walked, units), "= and != are opposites");
+            Expect(Equal(walked, units) == IsEqual(values, units), "what is equal is read alike twice");
+        }
+        if (fits_) {
+            Expect(IsMet(*fits_, walked, units) != IsMet(*unfit_, walked, units), "~ and !~ are opposites");
+            Expect(IsMet(*fits_, walked, units) == Fits(values), "a pattern is read alike twice");
+        }
+        if (less_) {
+            const auto holds = [&](auto isWanted) {
+                return std::ranges::any_of(values, [&](const host::FieldValue& one) {
+                    const std::optional<int> order = OrderOf(one, units);
+                    return order && isWanted(*order);
+                });
+            };
+            Expect(IsMet(*less_, walked, units) == holds([](int order) { return order < 0; }) &&
+                       IsMet(*lessOrEqual_, walked, units) == holds([](int order) { return order <= 0; }) &&
+                       IsMet(*greater_, walked, units) == holds([](int order) { return order > 0; }) &&
+                       IsMet(*greaterOrEqual_, walked, units) == holds([](int order) { return order >= 0; }),
+                   "numbers are compared in the unit of the condition, texts by their letters");
+        }
     }
 
 private:
-    explicit Comparisons(std::string_view value) : value_(value) {}
+    Comparisons(host::Field field, std::string_view value) : field_(std::move(field)), value_(value) {
+        if (field_.IsMeasured()) {
+            quantity_ = host::ParseQuantity(value_);
+        }
+    }
 
-    bool IsMet(std::size_t index, const host::WalkedObject& walked, host::Units& units) const {
+    static bool IsMet(const host::Condition& condition, const host::WalkedObject& walked,
+                      host::Units& units) {
         host::Notes notes;
-        return conditions_[index].IsMet(walked, units, notes);
+        return condition.IsMet(walked, units, notes);
     }
-    bool Fits(const host::FieldValue& one, bool isPath) const {
-        return SecondReading(value_, isPath ? host::GlobStyle::Path : host::GlobStyle::Name, one.text).Fits();
+
+    /// The texts of the values, and of the parts of lists where the value of the condition is not a number.
+    std::vector<std::string> TextsOf(const std::vector<host::FieldValue>& values) const {
+        std::vector<std::string> texts;
+        const bool isSolver = host::FoldCase(field_.name) == host::FoldCase("Solver");
+        for (const host::FieldValue& one : values) {
+            texts.push_back(one.text);
+            if (field_.kind != host::FieldKind::Metadata || quantity_) {
+                continue;
+            }
+            for (const std::string_view part : PartsOf(one.text, ',')) {
+                texts.emplace_back(part);
+                for (const std::string_view solver : PartsOf(part, '/')) {
+                    texts.emplace_back(isSolver ? solver : part);
+                }
+            }
+        }
+        return texts;
     }
-    /// -1, 0 or 1; nothing if the units cannot be compared.
-    std::optional<int> OrderOf(const host::Field& field, const host::FieldValue& one,
-                               host::Units& units) const {
-        const std::optional<host::Quantity> right = host::ParseQuantity(value_);
-        const std::optional<host::Quantity> left = host::ParseValue(one.text, one.unit);
-        if (!field.IsMeasured() || !left || !right) {
+    bool Fits(const std::vector<host::FieldValue>& values) const {
+        const host::GlobStyle style =
+            field_.kind == host::FieldKind::Path ? host::GlobStyle::Path : host::GlobStyle::Name;
+        return std::ranges::any_of(TextsOf(values), [&](const std::string& text) {
+            return SecondReading(value_, style, text).Fits();
+        });
+    }
+    bool IsEqual(const std::vector<host::FieldValue>& values, host::Units& units) const {
+        if (field_.kind == host::FieldKind::Path) {
+            return Fits(values);
+        }
+        if (quantity_) {
+            return std::ranges::any_of(values, [&](const host::FieldValue& one) {
+                return host::ParseValue(one.text, one.unit)
+                           ? OrderOf(one, units) == 0
+                           : host::FoldCase(one.text) == host::FoldCase(value_);
+            });
+        }
+        return std::ranges::any_of(TextsOf(values), [&](const std::string& text) {
+            return host::FoldCase(text) == host::FoldCase(value_);
+        });
+    }
+    /// -1, 0 or 1; nothing if the two cannot be compared.
+    std::optional<int> OrderOf(const host::FieldValue& one, host::Units& units) const {
+        const std::optional<host::Quantity> left =
+            field_.IsMeasured() ? host::ParseValue(one.text, one.unit) : std::nullopt;
+        if (left.has_value() != quantity_.has_value()) {
+            return std::nullopt;
+        }
+        if (!left) {
             const int order = host::FoldCase(one.text).compare(host::FoldCase(value_));
             return order < 0 ? -1 : order > 0 ? 1 : 0;
         }
         double number = left->value;
         double tolerance = 0;
-        if (!right->unit.empty() && left->unit != right->unit) {
-            const std::optional<double> converted = units.Convert(number, left->unit, right->unit);
+        if (!quantity_->unit.empty() && left->unit != quantity_->unit) {
+            const std::optional<double> converted = units.Convert(number, left->unit, quantity_->unit);
             if (!converted) {
                 return std::nullopt;
             }
             Expect(std::isfinite(*converted), "a number that was converted has an end");
             number = *converted;
-            tolerance = 1e-9 * std::max(std::abs(number), std::abs(right->value));
+            tolerance = 1e-9 * std::max(std::abs(number), std::abs(quantity_->value));
         }
-        const double distance = number - right->value;
+        const double distance = number - quantity_->value;
         return std::abs(distance) <= tolerance ? 0 : distance < 0 ? -1 : 1;
     }
 
+    host::Field field_;
     std::string value_;
-    std::vector<host::Condition> conditions_;
+    std::optional<host::Quantity> quantity_;
+    std::optional<host::Condition> equal_;
+    std::optional<host::Condition> unequal_;
+    std::optional<host::Condition> fits_;
+    std::optional<host::Condition> unfit_;
+    std::optional<host::Condition> less_;
+    std::optional<host::Condition> lessOrEqual_;
+    std::optional<host::Condition> greater_;
+    std::optional<host::Condition> greaterOrEqual_;
 };
 
 /// The units, read again from time to time, since conversions are kept.
