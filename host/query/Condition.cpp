@@ -212,8 +212,7 @@ bool Condition::HoldsOfNumbers(double left, double right, bool isExact) const {
 }
 
 bool Condition::HoldsOfTexts(const FieldValue& value, Notes& notes) const {
-    const int order = FoldCase(value.text).compare(folded_);
-    if (order != 0 && IsOrdering() && field_.IsMeasured()) {
+    if (IsOrdering() && field_.IsMeasured()) {
         if (quantity_) {
             notes.AddQuoted(
                 "values of " + Quoted(field_.name) + " that are not numbers, as that of the condition is",
@@ -227,7 +226,7 @@ bool Condition::HoldsOfTexts(const FieldValue& value, Notes& notes) const {
             return false;
         }
     }
-    return HoldsOfOrder(order);
+    return HoldsOfOrder(FoldCase(value.text).compare(folded_));
 }
 
 bool Condition::Holds(const FieldValue& value, Units& units, Notes& notes) const {
@@ -256,8 +255,9 @@ bool Condition::Holds(const FieldValue& value, Units& units, Notes& notes) const
 }
 
 bool Condition::IsMet(const WalkedObject& walked, Units& units, Notes& notes) const {
+    const bool isInParts = !IsOrdering() && !quantity_;
     const std::vector<FieldValue> values =
-        quantity_ ? ValuesOf(field_, walked) : ValuesWithParts(field_, walked);
+        isInParts ? ValuesWithParts(field_, walked) : ValuesOf(field_, walked);
     const bool isHeld =
         std::ranges::any_of(values, [&](const FieldValue& value) { return Holds(value, units, notes); });
     return isHeld != isNegated_;
