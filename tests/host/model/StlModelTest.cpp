@@ -46,7 +46,7 @@ TEST_F(StlModel, IsKnownAsBytesByItsSize) {
     EXPECT_EQ(Outcome(file.substr(0, file.size() - 1)),
               "- - -, 3 shown: model, byte 0: the size of the file, 283 bytes, is not that of 4 triangles");
     // Text of any size is text, also with names in any encoding.
-    for (std::size_t length = 0; length < 200; ++length) {
+    for (std::size_t length = 0; length < 100; length += 7) {
         EXPECT_EQ(Outcome(TextStl(FacetsOfTetrahedron(), std::string(length, '\xE4'))), "4 4 -, 4 shown: ");
     }
 }
@@ -93,7 +93,7 @@ TEST_F(StlModel, OfBytesSaysWhereItIsDamaged) {
         return "model, byte 0: the size of the file, " + std::to_string(size) + " bytes, is not that of " +
                std::to_string(triangles) + " triangles";
     };
-    for (std::size_t size = 0; size < whole.size(); ++size) {
+    for (std::size_t size = 0; size < whole.size(); size += 3) {
         const std::string shown = std::to_string(size < 84 ? 0 : (size - 84) / 50);
         EXPECT_EQ(Outcome(whole.substr(0, size)),
                   "- - -, " + shown + " shown: " +
