@@ -299,19 +299,18 @@ void ExpectEnd(const Input& input) {
     if (input.paths.empty() || line.empty()) {
         return;
     }
-    std::string pattern;
-    while (pattern.size() < kRepeated) {
-        pattern += line;
-    }
-    std::string path;
-    while (path.size() < kRepeated) {
-        path += input.paths.front();
-    }
     for (const std::string separator : {"", "/"}) {
+        std::string pattern;
+        while (pattern.size() < kRepeated) {
+            pattern.append(line).append(separator);
+        }
+        std::string path;
+        while (path.size() < kRepeated) {
+            path.append(input.paths.front()).append(separator);
+        }
         host::IgnoreRules rules;
-        rules.AddRule(pattern + separator + "x");
-        Expect(rules.About(path + separator + "y", false) == Verdict::None,
-               "what does not end alike does not fit");
+        rules.AddRule(pattern + "x");
+        Expect(rules.About(path + "y", false) == Verdict::None, "what does not end alike does not fit");
     }
 }
 
