@@ -19,6 +19,9 @@ constexpr std::string_view kKeyOfAnotherKind =
     "\"dbkey\" not used, because it is the key of an object of another kind";
 constexpr std::string_view kKeyOfAnotherProject =
     "\"dbkey\" not used, because it is the key of an object of another project";
+constexpr std::string_view kByOrder =
+    "may have the key of another one: recognised by the order among equal siblings, of which there were more "
+    "or fewer before";
 constexpr std::string_view kKeyInUse =
     "\"dbkey\" not used, because another object of the document has the same";
 
@@ -35,7 +38,6 @@ private:
     void TakeByKeys();
     void TakeByKey(std::size_t index);
     bool IsOfProject(std::size_t index, const KnownObject& known);
-    bool IsPart(std::int64_t project);
     void LinkViewItems();
     void JoinNodesOfFile(std::size_t index);
     void TakeByPaths();
@@ -57,7 +59,7 @@ private:
     /// For each node the project that it comes from, if it is or is below an object that was stored alone
     /// before and has its place in a whole project now. 0 for all other nodes.
     std::vector<std::int64_t> cameFrom_;
-    std::unordered_map<std::int64_t, bool> isPart_;
+    std::unordered_map<std::int64_t, bool> isWhole_;
     /// View items with the keys of assemblies, and these.
     std::vector<std::pair<std::size_t, KnownObject>> viewItems_;
     std::unordered_set<std::int64_t> taken_;
@@ -164,19 +166,15 @@ bool Identification::IsOfProject(std::size_t index, const KnownObject& known) {
     if (known.project == project_.number || known.project == cameFrom_[index] || !IsFree(known.object)) {
         return true;
     }
-    if (!IsPart(known.project) || !IsStoredRoot(database_, known.object)) {
+    const auto [isWhole, isFirst] = isWhole_.try_emplace(known.project);
+    if (isFirst) {
+        isWhole->second = HasWhole(database_, known.project);
+    }
+    if (isWhole->second || !IsStoredRoot(database_, known.object)) {
         return false;
     }
     cameFrom_[index] = known.project;
     return true;
-}
-
-bool Identification::IsPart(std::int64_t project) {
-    const auto [found, isFirst] = isPart_.try_emplace(project);
-    if (isFirst) {
-        found->second = !HasWhole(database_, project);
-    }
-    return found->second;
 }
 
 /// A view item shows an assembly of its own project, which may come after it in the document.
@@ -185,7 +183,7 @@ void Identification::LinkViewItems() {
         if (assembly.project == project_.number || !IsFree(assembly.object)) {
             nodes_[index].shown = assembly.object;
         } else {
-            report_.notes.Add(kKeyOfAnotherProject, [&] { return Describe(nodes_[index].node); });
+            report_.notes.Add(kKeyOfAnotherProject, [&, at = index] { return Describe(nodes_[at].node); });
         }
     }
 }
@@ -212,6 +210,7 @@ void Identification::TakeByPaths() {
 void Identification::TakeBelow(std::size_t owner) {
     std::optional<StoredSiblings> siblings;
     SiblingCounts counts;
+    std::vector<std::pair<std::size_t, std::string>> taken;
     const auto takeAll = [&](const std::vector<std::size_t>& elements) {
         for (const std::size_t element : elements) {
             StoredNode& stored = nodes_[element];
@@ -227,6 +226,7 @@ void Identification::TakeBelow(std::size_t owner) {
             if (const KnownObject* const known = siblings->Find(
                     name, stored.ordinal, [&](std::int64_t object) { return IsFree(object); })) {
                 Take(first, *known);
+                taken.emplace_back(element, name);
             }
         }
     };
@@ -238,6 +238,12 @@ void Identification::TakeBelow(std::size_t owner) {
     if (const auto others = otherNodes_.find(owner); others != otherNodes_.end()) {
         for (const std::size_t other : others->second) {
             takeNode(nodes_[other]);
+        }
+    }
+    // A document does not carry what would tell equal siblings apart, such as the paths of files.
+    for (const auto& [element, name] : taken) {
+        if (const std::int64_t before = siblings->CountOf(name); before != 0 && before != counts.Of(name)) {
+            report_.notes.Add(kByOrder, [&, at = element] { return Describe(nodes_[at].node); });
         }
     }
 }

@@ -29,6 +29,11 @@ class SiblingCounts {
 public:
     /// How many siblings of this name came before; `name` is NodeName::Text.
     std::int64_t Count(const std::string& name) { return counts_[name]++; }
+    /// How many of this name there were so far.
+    std::int64_t Of(const std::string& name) const {
+        const auto found = counts_.find(name);
+        return found == counts_.end() ? 0 : found->second;
+    }
 
 private:
     std::unordered_map<std::string, std::int64_t> counts_;

@@ -46,4 +46,9 @@ const KnownObject* StoredSiblings::Find(const std::string& name, std::int64_t or
     return nullptr;
 }
 
+std::int64_t StoredSiblings::CountOf(const std::string& name) const {
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? 0 : static_cast<std::int64_t>(found->second.attached.size());
+}
+
 }  // namespace host

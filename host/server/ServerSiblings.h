@@ -26,6 +26,9 @@ public:
     /// NodeName::Text.
     const KnownObject* Find(const std::string& name, std::int64_t ordinal, const IsFree& isFree) const;
 
+    /// How many of the equal siblings are attached.
+    std::int64_t CountOf(const std::string& name) const;
+
     /// The statement for the constructor, which can be used for many objects.
     static constexpr const char* kOwnedBy =
         "SELECT object.number, object.key, object.type, node.above, node.name, node.file_type, node.ordinal"

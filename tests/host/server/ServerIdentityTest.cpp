@@ -147,6 +147,36 @@ TEST_F(ServerIdentity, EqualSiblingsAreToldApartByTheirOrder) {
     EXPECT_EQ(KeysAgain(studies, "Q"), (Keys{"PRJ-8", "MOD-9", "PRT-10", "MOD-11", "PRT-12", "PRT-13"}));
 }
 
+TEST_F(ServerIdentity, WhatTheOrderAloneDecidesIsSaidIfTheNumberHasChanged) {
+    const auto files = [](const std::vector<std::string>& names) {
+        std::vector<ordered_json> all;
+        for (const std::string& name : names) {
+            all.push_back(FileOf(name, "Mesh"));
+        }
+        return Numbered(Project({Part("A", all)}));
+    };
+    const auto said = [&](const std::string& what) { return Said().find(what) != std::string::npos; };
+    KeysOf(files({"mesh", "mesh", "a"}));
+    KeysAgain(files({"a", "mesh", "b", "mesh"}));
+    EXPECT_FALSE(said("order")) << Said();
+    Again(files({"mesh", "mesh", "mesh", "a", "b", "c"}).dump());
+    EXPECT_TRUE(
+        said("s: may have the key of another one: recognised by the order among equal siblings, of "
+             "which there were more or fewer before (2): 'mesh' (id '3'); 'mesh' (id '4')\n"))
+        << Said();
+    Again(files({"mesh", "mesh", "mesh", "a"}).dump());
+    EXPECT_FALSE(said("order")) << Said();
+    Again(files({"mesh", "a"}).dump());
+    EXPECT_TRUE(said("fewer before (1): 'mesh' (id '3')\n")) << Said();
+    // One that has its key needs no order.
+    KeysOf(Numbered(With(Project({With(Part("A", {With(FileOf("mesh", "Mesh"), "dbkey", KeyOf("FIL-3")),
+                                                  FileOf("mesh", "Mesh")}),
+                                       "dbkey", KeyOf("PRT-2"))}),
+                         "dbkey", KeyOf("PRJ-1"))),
+           {});
+    EXPECT_TRUE(said("fewer before (1): 'mesh' (id '4')\n")) << Said();
+}
+
 TEST_F(ServerIdentity, AnEqualSiblingWithAKeyIsNotCountedAsAnother) {
     const auto keyed = [&](const char* key) { return With(Part("A"), "dbkey", KeyOf(key)); };
     const auto project = [&](const std::vector<ordered_json>& children) {
