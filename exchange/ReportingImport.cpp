@@ -252,12 +252,14 @@ bool ReportingImport::SetsMember(const ImportTarget& target, format::MemberName 
     if (member == format::member::kDatabaseKey && isNullKey_) {
         return false;
     }
-    CountKey(member, value);
+    CountKey(target, member, value);
     return Sets(target, member, value);
 }
 
-void ReportingImport::CountKey(format::MemberName member, const OuString& value) {
-    report_.keys += member == format::member::kDatabaseKey && !IsEmpty(value) ? 1 : 0;
+void ReportingImport::CountKey(const ImportTarget& target, format::MemberName member, const OuString& value) {
+    // A view item gets the key of what it shows and none of its own.
+    const bool isOwn = frames_.back().isFileRecord || target.Kind() != Kind::kViewItem;
+    report_.keys += member == format::member::kDatabaseKey && isOwn && !IsEmpty(value) ? 1 : 0;
 }
 
 bool ReportingImport::Sets(const ImportTarget& target, format::MemberName member, const OuString& value) {

@@ -126,7 +126,7 @@ protected:
     /// Whether the name of a file record leads out of the directory; if so, an entry says it.
     bool IsStray(const JSONNode& record);
     /// Counts a key of the document.
-    void CountKey(format::MemberName member, const OuString& value);
+    void CountKey(const ImportTarget& target, format::MemberName member, const OuString& value);
     /// Whether the value, which is not there yet, is set now. In a dry run, notes what follows from it.
     bool Sets(const ImportTarget& target, format::MemberName member, const OuString& value);
     /// Whether a view item with the key, which is not empty, shows something; in a dry run also, whether it

@@ -196,9 +196,9 @@ void UpdatingImport::KeepOwnersOfKey(const JSONNode& element) {
     const OuString key = TextOf(LastMembers(element).key);
     for (const TreeIndex::Owners* const owners :
          {&index_.ObjectsWith(key), &index_.ViewItemsWith(key), &index_.FilesWith(key)}) {
-        inConflict_.insert(inConflict_.end(), owners->several.begin(), owners->several.end());
+        inConflict_.insert(owners->several.begin(), owners->several.end());
         if (owners->object != nullptr) {
-            inConflict_.push_back(owners->object);
+            inConflict_.insert(owners->object);
         }
     }
 }

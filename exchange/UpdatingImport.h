@@ -88,7 +88,7 @@ private:
     /// Whether objects are removed below the match, and nothing of the document is recognised there.
     bool RemovesAll(MatchedNode& match, const JSONNode& root) const;
     void TellChange(CAEObject& object, const std::string& component, const std::string& what,
-                    const OuString& from, const OuString& to);
+                    const std::string& from, const std::string& to);
     bool TellNotComparable(const std::string& component, const std::string& what);
     bool IsCurrentMemberLast(const MatchedNode& match, format::MemberName member, bool isProject) const;
     /// Whether the value stands there already, and if not, what stands there.
@@ -104,7 +104,8 @@ private:
     std::unordered_set<const CAEObject*> landed_;
     /// Objects above the innermost node.
     std::unordered_set<const CAEObject*> open_;
-    std::vector<CAEObject*> inConflict_;
+    /// What elements name that were left out.
+    std::unordered_set<CAEObject*> inConflict_;
     std::vector<Missing> missing_;
     std::unordered_map<const CAEObject*, std::string> describedBefore_;
     /// New files by their keys, null in a dry run.

@@ -36,7 +36,7 @@ void UpdatingImport::LeaveMatched(Frame& frame) {
     }
     if (frame.hasFiles) {
         for (CAEFile* const file : match->ListedFiles()) {
-            if (!landed_.contains(file)) {
+            if (!landed_.contains(file) && !inConflict_.contains(file)) {
                 tellKept(member::kFiles, "the file " + DescribeAsItWas(*file));
             }
         }
@@ -70,7 +70,8 @@ void UpdatingImport::Finish() {
         if (missing.pointer) {
             Builder().Release(missing.pointer->size());
         }
-        if (!landed_.contains(missing.object)) {
+        // What was left out has its own entry, and stays.
+        if (!landed_.contains(missing.object) && !inConflict_.contains(missing.object)) {
             KeepOrRemove(missing, staying);
         }
     }

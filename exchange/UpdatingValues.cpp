@@ -15,8 +15,13 @@ using format::Kind;
 namespace korvane::exchange {
 namespace {
 
-std::string Became(const OuString& from, const OuString& to) {
-    return Excerpt(Utf8Of(from)) + " becomes " + Excerpt(Utf8Of(to));
+std::string Became(const std::string& from, const std::string& to) {
+    return Excerpt(from) + " becomes " + Excerpt(to);
+}
+
+/// With the unit that a document has.
+std::string WithUnit(const OuString& value, const OuString& unit) {
+    return IsEmpty(unit) ? Utf8Of(value) : Utf8Of(value) + " " + Utf8Of(unit);
 }
 
 OuString ExportedType(CAEProject& project) {
@@ -71,7 +76,7 @@ std::string UpdatingImport::DescribeAsItWas(CAEObject& object) const {
 }
 
 void UpdatingImport::TellChange(CAEObject& object, const std::string& component, const std::string& what,
-                                const OuString& from, const OuString& to) {
+                                const std::string& from, const std::string& to) {
     // Listed or not: the object model is asked the same for every change.
     const std::string subject = what + " of " + DescribeAsItWas(object);
     Tell(Reason::kChanged, component, object.getID(),
@@ -138,7 +143,7 @@ bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName m
     if (IsNullKey() && member == member::kDatabaseKey) {
         return false;
     }
-    CountKey(member, value);
+    CountKey(target, member, value);
     // An earlier one would be set and overwritten in every update.
     if (isHeader && !IsCurrentMemberLast(*match, member, isProject)) {
         return false;
@@ -154,7 +159,7 @@ bool UpdatingImport::SetsMember(const ImportTarget& target, format::MemberName m
     if (isProject && member == member::kName) {
         return TellNotComparable(component, std::string(member.View()));
     }
-    TellChange(object, component, Excerpt(member.View()), present, value);
+    TellChange(object, component, Excerpt(member.View()), Utf8Of(present), Utf8Of(value));
     if (member == member::kName || member == member::kDisplayName) {
         match->isNameChanged = true;
         describedBefore_.emplace(&object, Describe(object));
@@ -190,10 +195,11 @@ ImportPolicy::EntrySetting UpdatingImport::EnterRecord(const ImportTarget& targe
     const bool setsType = !entry.isThere || !(IsWrittenAs(presentType, type) || IsWrittenAs(unit, type));
     const bool setsValue = !entry.isThere || !IsWrittenAs(entry.value, value);
     if (setsValue) {
-        TellChange(object, RecordComponent(), what, entry.value, value);
+        const std::string present = WithUnit(entry.value, IsEmpty(unit) ? presentType : unit);
+        TellChange(object, RecordComponent(), what, present, WithUnit(value, type));
     } else if (setsType) {
         TellChange(object, RecordComponent() + PointerTo(member::kMetaDataType.View()), "the type of " + what,
-                   presentType, type);
+                   Utf8Of(presentType), Utf8Of(type));
     }
     return {setsType && !Options().dryRun, setsValue && !Options().dryRun};
 }

@@ -36,7 +36,7 @@ constexpr Heading kHeadings[] = {
     {Reason::kLeadsOut, "file left out, because its name leads out of the project's directory"},
     {Reason::kNoRole, "file left out, because its type has no role there"},
     {Reason::kNullKey, "\"dbkey\" ignored, because it is null"},
-    {Reason::kConflict, "left out with everything below it, because its key is not its own"},
+    {Reason::kConflict, "in conflict"},
     {Reason::kOtherRoot, "left out with everything below it, because it may be of another project"},
     {Reason::kNotComparable, "left as it is, because what the object has cannot be read back"},
     {Reason::kNoSuchObject, "key not set, because no object has the identifier"},

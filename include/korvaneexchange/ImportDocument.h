@@ -60,7 +60,8 @@ struct ImportReport : Report {
     /// one.
     std::size_t filesAttached = 0;
     std::size_t filesAsChildren = 0;
-    /// Keys that are on objects now and come from the document, whether they were set or there already.
+    /// Keys that are on objects now and come from the document, whether they were set or there already. The
+    /// key of what a view item shows is none of them.
     std::size_t keys = 0;
     std::size_t viewItems = 0;
     /// Of the view items, those that show an object.

@@ -765,6 +765,44 @@ TEST_F(UpdateDocumentTest, ObjectsWithKeysInConflictStay) {
     EXPECT_EQ(report.Count(Reason::kConflict), 2U);
 }
 
+TEST_F(UpdateDocumentTest, WhatIsInConflictIsNotSaidToBeMissing) {
+    CAEObject& folder = project_.Add(CAE_ASSEMBLY_FOLDER, L"folder");
+    project_.Add(folder, CAE_PART, L"p1").setDBKey(L"K");
+    project_.Add(CAE_PART, L"p2").setDBKey(L"K");
+    project_.AddFile(*project_, L"a.inp", CAE_FILE_DECK).setDBKey(L"F");
+    project_.Add(CAE_TAG, L"missing");
+    const std::string text =
+        R"({"type":"SIMULATION","children":[{"type":"CAEPART","name":"p1","dbkey":"K"},)"
+        R"({"type":"CAETAG","name":"t","dbkey":"F"}],"files":[{"name":"a.inp","dbkey":"F"}]})";
+    for (const bool removes : {false, true}) {
+        const ImportReport report = Update(text, {.remove = removes});
+        // The folder is missing, and stays because of what lies below it.
+        EXPECT_EQ(Listed(report), std::string("/children/0 conflict #0\n/children/1 conflict #0\n"
+                                              "/files/0 conflict #5\n/children kept #2\n/children ") +
+                                      (removes ? "removed" : "kept") + " #6\n");
+    }
+    EXPECT_EQ(Outline(*project_), "#1 Project [#5 a.inp F]\n  #2 folder\n    #3 p1 K\n  #4 p2 K\n");
+}
+
+TEST_F(UpdateDocumentTest, SaysValuesWithTheirUnits) {
+    SetMetadata(project_.Add(CAE_PART, L"p"), L"Mass", L"3", L"kg");
+    const auto said = [&](const std::string& records) {
+        const ImportReport report =
+            Update(R"({"type":"SIMULATION","children":[{"type":"CAEPART","name":"p","metaData":{)" + records +
+                   "}}]}");
+        std::string sentences;
+        for (const auto& entry : report.entries) {
+            sentences += entry.reason == Reason::kChanged ? entry.sentence + "\n" : "";
+        }
+        return sentences;
+    };
+    EXPECT_EQ(said(R"("Mass":{"value":"4","metaDataType":"g"},"Name":{"value":"x","metaDataType":""},)"
+                   R"("Width":{"value":"2","metaDataType":"mm"})"),
+              "the metadata entry 'Mass' of 'p' (id 2): '3 kg' becomes '4 g'\n"
+              "the metadata entry 'Name' of 'p' (id 2): '' becomes 'x'\n"
+              "the metadata entry 'Width' of 'p' (id 2): '' becomes '2 mm'\n");
+}
+
 TEST_F(UpdateDocumentTest, NamelessViewItemsAreMatchedByTheNameOfTheirExport) {
     project_.Add(CAE_VIEW_ITEM, L"");
     const ImportReport report = Update(OwnDocument(*project_));

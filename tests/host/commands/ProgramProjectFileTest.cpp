@@ -174,7 +174,7 @@ TEST_F(ProgramProjectFile, ImportUpdatesWhatIsThere) {
         "korvane-json: 'p.kvp': added (1): 'S'\n"
         "korvane-json: 'p.kvp': moved (1): 'A' (id 2) moves from 'P' (id 1) to 'S'\n"
         "korvane-json: 'p.kvp': changed (2): 'name' of 'A' (id 2): 'A' becomes 'A2'; the metadata entry "
-        "'Mass' of 'A' (id 2): '3' becomes '4'\n"
+        "'Mass' of 'A' (id 2): '3 kg' becomes '4 kg'\n"
         "korvane-json: 'p.kvp': not in the document, and kept (1): 'B' (id 3)\n");
     EXPECT_EQ(
         DoAfterDryRun({"import", "--update", "--remove", "b.json", "p.kvp"}),

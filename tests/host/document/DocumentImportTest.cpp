@@ -49,7 +49,7 @@ TEST_F(DocumentImportTest, SaysWhatWasMade) {
     EXPECT_EQ(root, project.get());
     EXPECT_EQ(Said(),
               "korvane-json: p: 2 objects and 2 files created, 1 of the files attached and 1 as children, "
-              "4 keys set, 1 of 1 view item linked\n");
+              "3 keys set, 1 of 1 view item linked\n");
     EXPECT_EQ(Tree(),
               "Demo         Project      #1  SIMULATION  key K1\n"
               "|- A         SubAssembly  #2  key K2\n"
@@ -157,6 +157,21 @@ TEST_F(DocumentImportTest, SaysWhichViewItemsShowNothing) {
         "(1): 'v' with the key 'I'\n");
     EXPECT_EQ(report.viewItems, 2U);
     EXPECT_EQ(report.viewItemsLinked, 1U);
+}
+
+TEST_F(DocumentImportTest, SaysOfAConflictOnceWhatItIs) {
+    Import(R"({"type":"X","children":[{"type":"CAEPART","name":"p1","dbkey":"K"},)"
+           R"({"type":"CAEPART","name":"p2","dbkey":"K"}]})");
+    const JSONNode document =
+        Parse(R"({"type":"X","children":[{"type":"CAEPART","name":"p1","dbkey":"K"}]})");
+    report = ImportDocument(document, *project, {.match = korvane::exchange::Match::kByKey}, kept.console);
+    kept.said.clear();
+    SayUpdate(report, "p", kept.console);
+    EXPECT_EQ(
+        kept.said,
+        "korvane-json: p: nothing has changed\n"
+        "korvane-json: p: in conflict (1): 'p1' is left out with everything below it: the key 'K' belongs "
+        "to several objects\n");
 }
 
 TEST_F(DocumentImportTest, NamesTheFirstTenOfAKind) {
