@@ -24,8 +24,8 @@ ValueChanges ChangesOf(const CAEFile& file, const CAEFile& read) {
     const auto formatOf = [](const CAEFile& of) {
         return std::string(format::NameOfFileFormat(static_cast<format::FileFormat>(of.getFileFormat())));
     };
-    add(Value::FileType, CAEGetFileTypeName(file.getFileType()), CAEGetFileTypeName(read.getFileType()));
-    add(Value::FileFormat, formatOf(file), formatOf(read));
+    add(Value::Type, CAEGetFileTypeName(file.getFileType()), CAEGetFileTypeName(read.getFileType()));
+    add(Value::Format, formatOf(file), formatOf(read));
     add(Value::Date, DateOf(file).GetAnsiBuffer(), DateOf(read).GetAnsiBuffer());
     return changes;
 }

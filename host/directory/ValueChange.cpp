@@ -29,9 +29,9 @@ constexpr ValueNames kValueNames[] = {
     {Value::Unit, "unit", "the unit of"},
     {Value::File, "file", "the file"},
     {Value::FileOrder, "fileOrder", "the order of the files"},
-    {Value::FileType, "fileType", "the file type"},
-    {Value::FileFormat, "fileFormat", "the file format"},
-    {Value::Date, "createdDate", "the date"},
+    {Value::Type, "type", "the type"},
+    {Value::Format, "format", "the format"},
+    {Value::Date, "date", "the date"},
 };
 
 const ValueNames& NamesOf(Value value) {

@@ -9,7 +9,7 @@ namespace host {
 
 /// A value of an object or a file that an update has set.
 struct ValueChange {
-    enum class Value { Name, Place, Metadata, Unit, File, FileOrder, FileType, FileFormat, Date };
+    enum class Value { Name, Place, Metadata, Unit, File, FileOrder, Type, Format, Date };
     Value value;
     /// The name of the metadata entry, or the path of the file whose role at the object has changed.
     std::string name;
