@@ -39,6 +39,8 @@ struct CompareOptions {
 struct Input {
     std::unique_ptr<CAEProject> project;
     std::optional<JSONNode> document;
+    /// What was left out of a directory.
+    Exclusion exclusion;
 };
 
 bool OpenInput(const std::string& name, const Selection& selection, Input& input, Console& console) {
@@ -47,12 +49,13 @@ bool OpenInput(const std::string& name, const Selection& selection, Input& input
         input.document = ReadJson(name, console);
         return input.document && IsImportable(*input.document, name, console);
     }
-    std::optional<OpenedProject> reading = OpenProject(
-        {name, false, kind == InputKind::Directory ? selection : Selection()}, std::nullopt, console);
+    std::optional<OpenedProject> reading =
+        OpenProject({name, false, SelectionFor(name, selection)}, std::nullopt, console);
     if (!reading) {
         return false;
     }
     input.project = std::move(reading->project);
+    input.exclusion = std::move(reading->exclusion);
     return true;
 }
 
@@ -94,6 +97,8 @@ int Compare(const CompareOptions& options, Console& console) {
         !OpenInput(options.second, options.selection, second, console)) {
         return kTrouble;
     }
+    KeepComparedPart(options.selection, {options.first, first.project.get(), first.exclusion},
+                     {options.second, second.project.get(), second.exclusion});
     korvane::exchange::CompareOptions comparing = UsualComparison();
     comparing.ignoreDates = options.ignored.dates;
     comparing.ignoreKeys = options.ignored.keys || KindOfInput(options.first) == InputKind::Directory ||
@@ -130,12 +135,7 @@ std::string NamesComplaint(const CompareOptions& options) {
     if (options.first == kStandardStream && options.second == kStandardStream) {
         return "only one of the two can be the standard input (-)";
     }
-    if (!options.selection.IsEmpty() && KindOfInput(options.first) != InputKind::Directory &&
-        KindOfInput(options.second) != InputKind::Directory) {
-        return "--study and --exclude choose from a directory, and neither " + InputName(options.first) +
-               " nor " + InputName(options.second) + " is one";
-    }
-    return {};
+    return SelectionComplaint(options.selection, options.first, options.second);
 }
 
 }  // namespace

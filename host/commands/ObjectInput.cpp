@@ -20,19 +20,25 @@ void AddObjectInput(CLI::App& command, InputOptions& options) {
 
 int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
                 const std::function<bool(CAEObject& root)>& work) {
+    return WithObjects(options, output, console,
+                       [&work](CAEObject& root, const Exclusion&) { return work(root); });
+}
+
+int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
+                const std::function<bool(CAEObject& root, const Exclusion& exclusion)>& work) {
     if (KindOfInput(options.input) == InputKind::Document) {
         if (!IsSelectionPossible(options, console)) {
             return kFailure;
         }
         const OpenedDocument document = OpenDocument(options.input, console);
-        return document.root != nullptr && work(*document.root) ? kSuccess : kFailure;
+        return document.root != nullptr && work(*document.root, {}) ? kSuccess : kFailure;
     }
     const std::optional<OpenedProject> reading =
         OpenProject(options, output ? PathOfOutput(*output) : PathOfStandardOutput(), console);
     if (!reading) {
         return kFailure;
     }
-    if (!work(*reading->project)) {
+    if (!work(*reading->project, reading->exclusion)) {
         Finish(options, *reading, console);
         return kFailure;
     }

@@ -19,5 +19,8 @@ void AddObjectInput(CLI::App& command, InputOptions& options);
 /// the exit status of the command. The file `output` of the directory is not read.
 int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
                 const std::function<bool(CAEObject& root)>& work);
+/// The same for a work that asks what the user has left out of the directory.
+int WithObjects(const InputOptions& options, const std::optional<std::string>& output, Console& console,
+                const std::function<bool(CAEObject& root, const Exclusion& exclusion)>& work);
 
 }  // namespace host

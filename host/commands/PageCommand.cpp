@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -133,16 +134,23 @@ int RunPage(const PageOptions& options, Console& console) {
     if (!IsReplaceable(options.output, inputs, console)) {
         return kFailure;
     }
-    const InputOptions other{options.other, options.from.isStrict};
+    if (!isComparison) {
+        return WithObjects(options.from, options.output, console,
+                           [&](CAEObject& root) { return MakePage({&root}, options, console); });
+    }
+    const auto read = [&](const std::string& name, const auto& work) {
+        const InputOptions input{name, options.from.isStrict, SelectionFor(name, options.from.selection)};
+        return WithObjects(input, options.output, console,
+                           std::function<bool(CAEObject & root, const Exclusion& exclusion)>(work));
+    };
     int status = kFailure;
-    const int firstStatus = WithObjects(options.from, options.output, console, [&](CAEObject& first) {
-        if (!isComparison) {
-            status = MakePage({&first}, options, console) ? kSuccess : kFailure;
-        } else {
-            status = WithObjects(other, options.output, console, [&](CAEObject& second) {
-                return MakePage({&first, &second}, options, console);
-            });
-        }
+    const int firstStatus = read(options.from.input, [&](CAEObject& first, const Exclusion& ofFirst) {
+        status = read(options.other, [&](CAEObject& second, const Exclusion& ofSecond) {
+            KeepComparedPart(options.from.selection,
+                             {options.from.input, dynamic_cast<CAEProject*>(&first), ofFirst},
+                             {options.other, dynamic_cast<CAEProject*>(&second), ofSecond});
+            return MakePage({&first, &second}, options, console);
+        });
         return status != kFailure;
     });
     return status == kSuccess ? firstStatus : status;
@@ -153,9 +161,10 @@ std::string Complaint(const PageOptions& options) {
     if (options.other == kStandardStream && options.from.input == kStandardStream) {
         return "only one of the two can be the standard input (-)";
     }
-    return options.other.empty() && !options.ignored.IsEmpty()
-               ? "--ignore needs another project to compare with"
-               : "";
+    if (options.other.empty()) {
+        return options.ignored.IsEmpty() ? "" : "--ignore needs another project to compare with";
+    }
+    return SelectionComplaint(options.from.selection, options.from.input, options.other);
 }
 
 }  // namespace

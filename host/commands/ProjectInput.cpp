@@ -4,6 +4,7 @@
 
 #include "ExitStatus.h"
 #include "host/directory/DirectoryReader.h"
+#include "host/directory/SelectedPart.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentImport.h"
 #include "host/document/ReportText.h"
@@ -44,7 +45,8 @@ std::optional<OpenedProject> OpenDirectory(const InputOptions& options,
                     ". Give a directory of simulation files, or a project file, that you can read");
         return std::nullopt;
     }
-    return OpenedProject{std::move(reading.project), reading.unreadableCount, reading.described.problems};
+    return OpenedProject{std::move(reading.project), reading.unreadableCount, reading.described.problems,
+                         std::move(reading.exclusion)};
 }
 
 }  // namespace
@@ -74,6 +76,34 @@ bool IsSelectionPossible(const InputOptions& options, Console& console) {
                     " is not a directory, and --study and --exclude choose from a directory. Leave them out");
     }
     return isPossible;
+}
+
+std::string SelectionComplaint(const Selection& selection, const std::string& first,
+                               const std::string& second) {
+    const bool isPossible = selection.IsEmpty() || KindOfInput(first) == InputKind::Directory ||
+                            KindOfInput(second) == InputKind::Directory;
+    return isPossible ? ""
+                      : "--study and --exclude choose from a directory, and neither " + InputName(first) +
+                            " nor " + InputName(second) + " is one";
+}
+
+Selection SelectionFor(const std::string& name, const Selection& selection) {
+    return KindOfInput(name) == InputKind::Directory ? selection : Selection();
+}
+
+void KeepComparedPart(const Selection& selection, const ComparedProject& first,
+                      const ComparedProject& second) {
+    const auto keep = [](const ComparedProject& whole, const ComparedProject& chosen) {
+        if (whole.project != nullptr && chosen.project != nullptr &&
+            KindOfInput(whole.name) == InputKind::ProjectFile &&
+            KindOfInput(chosen.name) == InputKind::Directory) {
+            KeepSelectedPart(*whole.project, *chosen.project, chosen.exclusion);
+        }
+    };
+    if (!selection.IsEmpty()) {
+        keep(first, second);
+        keep(second, first);
+    }
 }
 
 std::optional<OpenedProject> OpenProject(const InputOptions& options,

@@ -30,10 +30,29 @@ struct OpenedProject {
     std::size_t unreadableCount = 0;
     /// Entries of descriptions in the directory that were left out.
     std::size_t problemCount = 0;
+    /// What the user has left out of the directory.
+    Exclusion exclusion = {};
 };
 
 /// Whether nothing is chosen of the input, or it is a directory. Otherwise says so.
 bool IsSelectionPossible(const InputOptions& options, Console& console);
+
+/// Why nothing can be chosen of two projects that are compared: neither is a directory. Empty if it can.
+std::string SelectionComplaint(const Selection& selection, const std::string& first,
+                               const std::string& second);
+
+/// The selection for one of two projects that are compared: only directories have one.
+Selection SelectionFor(const std::string& name, const Selection& selection);
+
+/// Where one of two projects is a directory of which a part was chosen, and the other is a project file,
+/// takes out of that in memory what was not chosen.
+struct ComparedProject {
+    const std::string& name;
+    CAEProject* project;
+    const Exclusion& exclusion;
+};
+void KeepComparedPart(const Selection& selection, const ComparedProject& first,
+                      const ComparedProject& second);
 
 /// Reads the project that the options name. Returns nothing, after a message, if the directory or the project
 /// file cannot be read. The file `leftOut` of the directory is not read.

@@ -15,6 +15,7 @@ constexpr const wchar_t* kFiles = L"Files";
 constexpr const wchar_t* kSize = L"Size";
 constexpr const wchar_t* kSizeUnit = L"B";
 constexpr const wchar_t* kSolver = L"Solver";
+constexpr const wchar_t* kStudies = L"Studies";
 constexpr const wchar_t* kNodes = L"Nodes";
 constexpr const wchar_t* kElements = L"Elements";
 constexpr const wchar_t* kMaterials = L"Materials";
@@ -139,6 +140,15 @@ ValueChanges UpdateMetadata(CAEObject& object, const CAEObject& read) {
         }
     }
     return changes;
+}
+
+void UpdateTotals(CAEObject& object, const CAEObject& read) {
+    for (const wchar_t* const name : {kFiles, kSize, kSolver, kStudies}) {
+        OuString value;
+        if (read.getMetadataValue(name, value) == 0) {
+            object.setMetadataValue(name, value);
+        }
+    }
 }
 
 void SetOrigin(CAEObject& object, const ScannedFile& file) {

@@ -38,6 +38,9 @@ void SetModelMetadata(CAEObject& iteration, const ScannedFile& deck);
 /// was changed.
 ValueChanges UpdateMetadata(CAEObject& object, const CAEObject& read);
 
+/// Gives an object what a new reading has counted of its files, and nothing else.
+void UpdateTotals(CAEObject& object, const CAEObject& read);
+
 /// Gives an object the date and the user of its file or directory.
 void SetOrigin(CAEObject& object, const ScannedFile& file);
 void SetOrigin(CAEObject& object, const ScannedDirectory& directory);

@@ -58,4 +58,36 @@ TEST_F(ProgramCompareTest, KeysAreLeftOutOnRequest) {
     EXPECT_NE(page.find("\"1 difference: 1 changed\""), std::string::npos);
 }
 
+TEST_F(ProgramCompareTest, TheChosenPartOfBothIsCompared) {
+    folder.Write("root/data.csv", "x");
+    folder.Write("root/tests/c/job.inp", kDeck);
+    Do({"new", "root", "p.kvp", "--force"});
+    for (const std::string study : {"a", "tests/c", "root/b"}) {
+        EXPECT_TRUE(DifferencesOf({"p.kvp", "root", "--study", study}).starts_with("the same")) << study;
+        EXPECT_TRUE(DifferencesOf({"root", "p.kvp", "--study", study}).starts_with("the same")) << study;
+    }
+    EXPECT_TRUE(DifferencesOf({"p.kvp", "root", "--study", "a", "--study", "b"}).starts_with("the same"));
+    for (const char* const pattern : {"*.csv", "/b", "data.csv"}) {
+        EXPECT_TRUE(DifferencesOf({"p.kvp", "root", "--exclude", pattern}).starts_with("the same"))
+            << pattern;
+    }
+    folder.Write("root/a/new.csv", "x");
+    folder.Write("root/b/new.csv", "x");
+    std::filesystem::remove(folder / "root/a/plan.csv");
+    EXPECT_EQ(DifferencesOf({"p.kvp", "root", "--study", "a"}),
+              "~ root/a/new.csv: name changed from 'plan.csv' to 'new.csv'\n1 difference: 1 changed\n");
+    const std::string page = OutputOf({"page", "p.kvp", "root", "--study", "a", "-o", "-"});
+    EXPECT_NE(page.find("\"1 difference: 1 changed\""), std::string::npos);
+    EXPECT_EQ(page.find("\"tests\""), std::string::npos);
+}
+
+TEST_F(ProgramCompareTest, NothingCanBeChosenWithoutADirectory) {
+    const std::string complaint =
+        "--study and --exclude choose from a directory, and neither 'p.kvp' nor 'p.kvp' is one. See "
+        "'korvane-json ";
+    ExpectRefused({"compare", "p.kvp", "p.kvp", "--study", "a"}, complaint + "compare --help'", 2);
+    ExpectRefused({"page", "p.kvp", "p.kvp", "--exclude", "a", "-o", "page.html"}, complaint + "page --help'",
+                  2);
+}
+
 }  // namespace
