@@ -59,7 +59,13 @@ private:
     void CompareTexts(const Pair& pair, format::MemberName member, TextId first, TextId second);
     void ReportChange(const Pair& pair, std::string_view member, const std::string& what,
                       std::string_view first, std::string_view second);
-    void ReportEntry(const Pair& pair, const CarriedEntry& entry, const char* what, TextId text);
+    void ReportValue(const Pair& pair, const CarriedEntry& entry, const char* what);
+    void ReportOldName(const Pair& pair, const CarriedEntry& entry, TextId name);
+    /// The unit of an entry in the tree; empty in a document.
+    static std::string UnitIn(const Side& side, NodeIndex node, const OuString& name);
+    std::string UnitOf(const Pair& pair, const CarriedEntry& entry) const;
+    std::string Shown(const std::string& value, const std::string& unit) const;
+    ExcerptPair ValueTexts(const Pair& pair, const CarriedEntry& first, const CarriedEntry& second) const;
     void ReportOrder(const Pair& pair);
     void AddEntry(const Pair& pair, const CarriedEntry& entry, const std::string& sentence);
     void Add(Reason reason, const Side& side, NodeIndex node, const std::string& memberPointer,

@@ -4,7 +4,9 @@
 #include <korvaneexchange/Text.h>
 
 #include <cstddef>
+#include <string_view>
 
+#include "FileFacts.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -54,6 +56,9 @@ korvane::exchange::CompareOptions UsualComparison() {
     korvane::exchange::CompareOptions options;
     options.displayNameOf = [](CAEProject& project) {
         return korvane::exchange::ToUtf8(korvane::GetDisplayName(project));
+    };
+    options.shownValue = [](std::string_view value, std::string_view unit) {
+        return ShownValue(value, unit);
     };
     return options;
 }

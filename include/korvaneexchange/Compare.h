@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "Export.h"
 #include "Progress.h"
@@ -26,6 +27,10 @@ struct CompareOptions {
     /// tree may be the name or the display name of the other's. Without it, and where both are documents,
     /// names of projects are not compared.
     std::function<std::string(CAEProject& project)> displayNameOf = {};
+    /// How sentences show the value of a metadata entry that has this unit, in UTF-8. The unit is that of the
+    /// entry in a tree, or else its type, where an import puts it. Without this function, and where both are
+    /// documents, values are texts in quotation marks.
+    std::function<std::string(std::string_view value, std::string_view unit)> shownValue = {};
     /// Told of each object and file of the first that is compared with one of the second, by the identifiers
     /// of both, which are 0 in a document. A file that is attached to several objects comes once for each.
     std::function<void(int first, int second)> pairs = {};

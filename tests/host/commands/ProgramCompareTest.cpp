@@ -81,6 +81,26 @@ TEST_F(ProgramCompareTest, TheChosenPartOfBothIsCompared) {
     EXPECT_EQ(page.find("\"tests\""), std::string::npos);
 }
 
+TEST_F(ProgramCompareTest, ShowsValuesWithTheirUnits) {
+    folder.Write("root/a/plan.csv", std::string(2000, 'x'));
+    folder.Write("root/b/korvane.toml", "[metadata]\nMass = { value = 3, unit = \"kg\" }\n");
+    const std::string added = "~ root/b: metadata 'Mass' added 3 kg\n";
+    EXPECT_EQ(DifferencesOf({"p.kvp", "root", "--ignore", "dates"}),
+              "~ root: metadata 'Size' changed from 49 B to 2.0 kB\n"
+              "~ root/a: metadata 'Size' changed from 25 B to 2.0 kB\n" +
+                  added + "3 differences: 3 changed\n");
+    // A document has the unit, too, and an import puts it where types are.
+    Do({"export", "root", "-o", "d.json"});
+    const std::string ofDocument = DifferencesOf({"p.kvp", "d.json", "--ignore", "dates"});
+    EXPECT_NE(ofDocument.find("~ root/a: metadata 'Size' changed from 25 B to 2.0 kB\n"), std::string::npos)
+        << ofDocument;
+    folder.Write("root/a/plan.csv", std::string(2001, 'x'));
+    Do({"new", "root", "p.kvp", "--force"});
+    folder.Write("root/a/plan.csv", std::string(2002, 'x'));
+    EXPECT_NE(DifferencesOf({"p.kvp", "root"}).find("'Size' changed from '2025' B to '2026' B\n"),
+              std::string::npos);
+}
+
 TEST_F(ProgramCompareTest, NothingCanBeChosenWithoutADirectory) {
     const std::string complaint =
         "--study and --exclude choose from a directory, and neither 'p.kvp' nor 'p.kvp' is one. See "
