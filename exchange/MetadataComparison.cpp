@@ -119,7 +119,7 @@ ExcerptPair Comparison::ValueTexts(const Pair& pair, const CarriedEntry& first,
     if (unit.empty()) {
         return ExcerptsOf(from, to);
     }
-    const ExcerptPair values = {Shown(from, unit), Shown(to, unit)};
+    ExcerptPair values = {Shown(from, unit), Shown(to, unit)};
     if (values.first != values.second) {
         return values;
     }

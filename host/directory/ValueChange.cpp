@@ -23,14 +23,10 @@ struct ValueNames {
     std::string_view title;
 };
 constexpr ValueNames kValueNames[] = {
-    {Value::Name, "name", "the name"},
-    {Value::Place, "place", "the place"},
-    {Value::Metadata, "metadata", ""},
-    {Value::Unit, "unit", "the unit of"},
-    {Value::File, "file", "the file"},
-    {Value::FileOrder, "fileOrder", "the order of the files"},
-    {Value::Type, "type", "the type"},
-    {Value::Format, "format", "the format"},
+    {Value::Name, "name", "the name"}, {Value::Place, "place", "the place"},
+    {Value::Metadata, "metadata", ""}, {Value::Unit, "unit", "the unit of"},
+    {Value::File, "file", "the file"}, {Value::FileOrder, "fileOrder", "the order of the files"},
+    {Value::Type, "type", "the type"}, {Value::Format, "format", "the format"},
     {Value::Date, "date", "the date"},
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace host {
 namespace {
@@ -44,7 +45,9 @@ ElementShape ShapeOfSolid(std::vector<std::int64_t>& nodes, int& order) {
     }
     if (same(4, 6) && same(6, 8)) {
         // The edges 1-4 and 2-3 are those of the triangles at both ends.
-        nodes = {nodes[0], nodes[1], nodes[4], nodes[3], nodes[2], nodes[6]};
+        std::swap(nodes[2], nodes[4]);
+        nodes[5] = nodes[6];
+        nodes.resize(6);
         return ElementShape::Wedge;
     }
     return ElementShape::Hexahedron;

@@ -94,9 +94,8 @@ void PlotReader::Visit(const WalkedObject& walked) {
     const auto y = y_.Take(walked, NumberOf(request_.y, walked));
     std::string group;
     if (request_.by) {
-        std::string own = ShownText(*request_.by, walked);
-        group =
-            by_.Take(walked, own.empty() ? std::nullopt : std::optional(std::move(own))).value.value_or("");
+        const std::string own = ShownText(*request_.by, walked);
+        group = by_.Take(walked, own.empty() ? std::nullopt : std::optional(own)).value.value_or("");
     }
     const bool isMeant = std::ranges::all_of(request_.conditions, [&](const Condition& condition) {
         return condition.IsMet(walked, units_, data_.notes);

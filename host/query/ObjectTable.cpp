@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 #include "host/system/Columns.h"
 #include "host/system/Text.h"
@@ -68,8 +69,9 @@ ObjectTable::Row ObjectTable::RowForPrograms(const WalkedObject& walked) const {
 std::string ObjectTable::Lines(const std::vector<Row>& rows) {
     std::vector<std::vector<std::string>> lines;
     for (const Row& row : rows) {
-        std::vector<std::string>& line = lines.emplace_back();
+        std::vector<std::string> line;
         std::ranges::transform(row, std::back_inserter(line), &Cell::text);
+        lines.push_back(std::move(line));
     }
     return AlignColumns(lines);
 }
