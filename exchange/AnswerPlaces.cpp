@@ -36,7 +36,7 @@ std::vector<const CAEObject*> SortedFilesOf(CAEObject& object) {
     return sorted;
 }
 
-bool IsIn(const CAEObject& object, const OpenSection& section) {
+bool IsIn(CAEObject& object, const OpenSection& section) {
     if (section.owner.object == nullptr) {
         return false;
     }
@@ -44,7 +44,7 @@ bool IsIn(const CAEObject& object, const OpenSection& section) {
                              : object.getParent() == section.owner.object;
 }
 
-NodeFit FitIn(const OpenSection& section, const CAEObject* object) {
+NodeFit FitIn(const OpenSection& section, CAEObject* object) {
     if (section.owner.fit != NodeFit::kFits) {
         return NodeFit::kBelowMisplaced;
     }

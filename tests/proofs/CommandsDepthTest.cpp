@@ -42,7 +42,8 @@ constexpr Nesting kNestings[] = {
 };
 
 std::string DocumentOf(const Nesting& nesting, int levels) {
-    std::string text = R"({"type":"SIMULATION","name":"Deep","children":[)";
+    // A document of which nothing can be used would be refused.
+    std::string text = R"({"type":"SIMULATION","name":"Deep","children":[{"type":"CAEPART"},)";
     for (int level = 0; level < levels; ++level) {
         text += nesting.opening;
     }
