@@ -141,13 +141,8 @@ void GoThrough(const Nesting& nesting, int levels) {
 TEST_P(DeepCommands, NeedNoStack) {
     constexpr int kMany = 100'000;
     constexpr int kVeryMany = 1'000'000;
-#if defined(_WIN32)
-    // Every command is a process of its own there, which takes its time; Linux goes deeper.
-    constexpr int kFewer = kMany / 5;
-#else
-    // Under the sanitizers objects take several times as long.
-    constexpr int kFewer = kIsSanitized ? kMany / 20 : kMany;
-#endif
+    // Objects take longer than what is read over, and under the sanitizers several times as long.
+    constexpr int kFewer = kIsSanitized ? kMany / 20 : kMany / 5;
     GoThrough(GetParam(), GetParam().becomesObjects ? kFewer : kMany);
     if (IsLongRun() && !kIsSanitized) {
         GoThrough(GetParam(), kVeryMany);
