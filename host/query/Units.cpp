@@ -77,6 +77,7 @@ const UnitConversion& Units::Find(const std::string& from, const std::string& to
 
 std::vector<std::string> UsualUnits(const std::map<std::string, std::size_t>& counts) {
     std::vector<std::string> units;
+    units.reserve(counts.size());
     for (const auto& [unit, count] : counts) {
         units.push_back(unit);
     }
