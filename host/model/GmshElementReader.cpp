@@ -1,5 +1,6 @@
 #include "GmshElementReader.h"
 
+#include "GmshBlocks.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -68,22 +69,9 @@ bool GmshElementReader::SkipIntegers(std::int64_t count) {
 }
 
 void GmshElementReader::ReadBlocks() {
-    std::int64_t blocks = 0;
-    std::int64_t stated = 0;
-    if (!numbers_.NextRecord() || !numbers_.Size(blocks) || !numbers_.Size(stated) || !numbers_.SkipRange()) {
-        Lacks("the number of elements is missing");
-        return;
-    }
-    std::int64_t count = 0;
-    for (std::int64_t block = 0; block < blocks; ++block) {
-        if (!ReadBlock(count)) {
-            Lacks("it is not a block of elements");
-            return;
-        }
-    }
-    if (count != stated) {
-        Lacks("the number of elements is not that of its beginning");
-    }
+    ReadGmshBlocks(
+        numbers_, "elements", [this](std::int64_t& count) { return ReadBlock(count); },
+        [this](const std::string& what) { Lacks(what); });
 }
 
 bool GmshElementReader::ReadBlock(std::int64_t& count) {

@@ -17,7 +17,7 @@ public:
 
     /// An element on each line, or in bytes some of one type behind each other.
     void ReadLines();
-    /// Blocks of them, one for each point, curve, surface or volume of the geometry.
+    /// Blocks of them.
     void ReadBlocks();
 
 private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "GmshBlocks.h"
 #include "Numbers.h"
 #include "host/system/Text.h"
 
@@ -45,22 +46,9 @@ void GmshNodeReader::ReadLines() {
 }
 
 void GmshNodeReader::ReadBlocks() {
-    std::int64_t blocks = 0;
-    std::int64_t stated = 0;
-    if (!numbers_.NextRecord() || !numbers_.Size(blocks) || !numbers_.Size(stated) || !numbers_.SkipRange()) {
-        Lacks("the number of nodes is missing");
-        return;
-    }
-    std::int64_t count = 0;
-    for (std::int64_t block = 0; block < blocks; ++block) {
-        if (!ReadBlock(count)) {
-            Lacks("it is not a block of nodes");
-            return;
-        }
-    }
-    if (count != stated) {
-        Lacks("the number of nodes is not that of its beginning");
-    }
+    ReadGmshBlocks(
+        numbers_, "nodes", [this](std::int64_t& count) { return ReadBlock(count); },
+        [this](const std::string& what) { Lacks(what); });
 }
 
 bool GmshNodeReader::ReadNumbers(std::int64_t count) {

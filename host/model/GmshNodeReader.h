@@ -16,7 +16,7 @@ public:
 
     /// A node on each line.
     void ReadLines();
-    /// Blocks of them, one for each point, curve, surface or volume of the geometry.
+    /// Blocks of them.
     void ReadBlocks();
 
 private:
