@@ -10,15 +10,7 @@ namespace {
 
 /// A brick on top of which is a pyramid, with a skin, an edge and a point.
 GmshMesh Bricks() {
-    return {{{0, 0, 0},
-             {1, 0, 0},
-             {1, 1, 0},
-             {0, 1, 0},
-             {0, 0, 1},
-             {1, 0, 1},
-             {1, 1, 1},
-             {0, 1, 1},
-             {0.5, 0.5, 2}},
+    return {kBrickUnderPyramid,
             {{15, 0, {{1, 1}}},
              {1, 1, {{2, 1, 2}}},
              {3, 2, {{3, 1, 2, 3, 4}, {4, 1, 2, 6, 5}}},

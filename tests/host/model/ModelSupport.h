@@ -11,6 +11,10 @@
 
 namespace host {
 
+/// A brick with the edges of 1, and behind its corners the tip of a pyramid on top of it.
+inline const std::vector<Position> kBrickUnderPyramid = {
+    {0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}, {0.5, 0.5, 2}};
+
 /// Writes down what it gets, one thing on a line.
 class WritingSink : public SolverModelSink {
 public:

@@ -96,15 +96,7 @@ TEST_F(Surface, LooksOutwardsOnEveryShape) {
 }
 
 TEST_F(Surface, HidesFacesBetweenSolidsOfDifferentShapes) {
-    AddPoints({{0, 0, 0},
-               {1, 0, 0},
-               {1, 1, 0},
-               {0, 1, 0},
-               {0, 0, 1},
-               {1, 0, 1},
-               {1, 1, 1},
-               {0, 1, 1},
-               {0.5, 0.5, 2}});
+    AddPoints(kBrickUnderPyramid);
     Add(ElementShape::Hexahedron, {1, 2, 3, 4, 5, 6, 7, 8});
     Add(ElementShape::Pyramid, {5, 6, 7, 8, 9});
     Build();
