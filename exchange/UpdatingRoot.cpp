@@ -23,11 +23,18 @@ bool UpdatingImport::EnterRoot(const ImportTarget& target, const JSONNode& node)
     CAEObject& object = *target.object;
     const OuString key = TextOf(LastMembers(node).key);
     if (!IsEmpty(key) && KindOf(object) != Kind::kViewItem) {
-        const OuString own = object.getDBKey();
-        const TreeIndex::Owners& owners = index_.ObjectsWith(key);
-        if (!owners.several.empty() || (owners.object != nullptr && owners.object != &object) ||
-            (!IsEmpty(own) && !IsWrittenAs(own, key))) {
+        if (const OuString own = object.getDBKey(); !IsEmpty(own) && !IsWrittenAs(own, key)) {
             Conflict(node, &object, "the target of the import has another key, " + Excerpt(Utf8Of(own)));
+            return false;
+        }
+        const TreeIndex::Owners& owners = index_.ObjectsWith(key);
+        const std::string shown = "the key " + Excerpt(Utf8Of(key));
+        if (!owners.several.empty()) {
+            Conflict(node, &object, shown + " belongs to several objects");
+            return false;
+        }
+        if (owners.object != nullptr && owners.object != &object) {
+            Conflict(node, &object, shown + " belongs to another object, " + DescribeAsItWas(*owners.object));
             return false;
         }
     }

@@ -51,6 +51,18 @@ TEST_F(UpdateRootTest, OfAnotherNameIsRefused) {
     EXPECT_EQ(Refused(Root(R"("name":"other","dbkey":"",)")), kOther);
 }
 
+TEST_F(UpdateRootTest, OfTheKeyOfAnotherObjectIsRefused) {
+    const std::string left = " conflict #1 'Project': 'Project' is left out with everything below it: ";
+    EXPECT_EQ(Refused(Root(R"("name":"Project","dbkey":"K-1",)")),
+              left + "the key 'K-1' belongs to another object, 'p' (id 2)\n");
+    project_.Add(CAE_PART, L"q").setDBKey(L"K-1");
+    EXPECT_EQ(Refused(Root(R"("name":"Project","dbkey":"K-1",)")),
+              left + "the key 'K-1' belongs to several objects\n");
+    project_->setDBKey(L"P-1");
+    EXPECT_EQ(Refused(Root(R"("name":"Project","dbkey":"P-2",)")),
+              left + "the target of the import has another key, 'P-1'\n");
+}
+
 TEST_F(UpdateRootTest, OfTheSameKeyOrNameOrNoNameIsTaken) {
     EXPECT_TRUE(Update(Root(R"("name":"Project",)")).hasRoot);
     EXPECT_TRUE(Update(Root("")).hasRoot);
