@@ -116,7 +116,8 @@ void Search::Sort() {
 
 std::string Search::Text() const {
     if (options_.isCounted) {
-        return std::to_string(found_.count) + '\n';
+        const std::string count = std::to_string(found_.count);
+        return options_.format == kJson ? "{\"count\":" + count + "}\n" : count + '\n';
     }
     if (options_.format == kJson) {
         return ObjectListJson(found_.json);
@@ -173,6 +174,7 @@ constexpr const char* kNotes =
     "  path     the names from below the root: Linear/* (** is any number of names)\n"
     "  file     the names of the object's files: file~*.frd, file!~*.step\n"
     "  has      cad, mesh, graphic, deck, result, picture, ..., file, key: has=mesh has!=cad\n"
+    "           A study has the files of its iterations and parts, too\n"
     "  type, size   of a file: Picture, '1 MB'\n"
     "A metadata entry that is named like one of these words is metadata:NAME.";
 

@@ -73,6 +73,24 @@ std::vector<FieldValue> KindsOf(const CAEObject& object) {
     return values;
 }
 
+/// The object; for a study also the objects that belong to it, its iterations and parts with what is below
+/// them, but no other study. Each object belongs to one study at most, so all studies of a tree take one
+/// walk.
+std::vector<CAEObject*> HoldersOfFiles(CAEObject& object) {
+    std::vector<CAEObject*> holders = {&object};
+    if (object.getType() != CAE_MODEL) {
+        return holders;
+    }
+    for (std::size_t next = 0; next < holders.size(); ++next) {
+        for (CAEObject* const child : ChildrenOf(*holders[next])) {
+            if (child->getType() != CAE_MODEL && child->getType() != CAE_FILE) {
+                holders.push_back(child);
+            }
+        }
+    }
+    return holders;
+}
+
 /// The files that are attached to the object, and those that are objects below it.
 std::vector<const CAEFile*> FilesOf(CAEObject& object) {
     std::vector<const CAEFile*> files;
@@ -87,15 +105,17 @@ std::vector<const CAEFile*> FilesOf(CAEObject& object) {
 
 std::vector<FieldValue> FileNamesOf(CAEObject& object) {
     std::vector<FieldValue> names;
-    for (const CAEFile* const file : FilesOf(object)) {
-        const std::string path = ToUtf8(PathOf(*file));
-        names.push_back({path.empty() ? ToUtf8(NameOf(*file)) : path.substr(path.find_last_of("/\\") + 1)});
+    for (CAEObject* const holder : HoldersOfFiles(object)) {
+        for (const CAEFile* const file : FilesOf(*holder)) {
+            const std::string path = ToUtf8(PathOf(*file));
+            names.push_back(
+                {path.empty() ? ToUtf8(NameOf(*file)) : path.substr(path.find_last_of("/\\") + 1)});
+        }
     }
     return names;
 }
 
-std::vector<FieldValue> WhatItHas(CAEObject& object) {
-    std::set<std::string> words;
+void AddWordsOfFiles(CAEObject& object, std::set<std::string>& words) {
     for (const auto& [file, role] : RolesOfFiles(object)) {
         for (const RoleWord& known : kRoleWords) {
             if (known.role == role) {
@@ -109,6 +129,13 @@ std::vector<FieldValue> WhatItHas(CAEObject& object) {
     for (const CAEFile* const file : FilesOf(object)) {
         words.insert(TypeWord(file->getFileType()));
         words.emplace(kAnyFile);
+    }
+}
+
+std::vector<FieldValue> WhatItHas(CAEObject& object) {
+    std::set<std::string> words;
+    for (CAEObject* const holder : HoldersOfFiles(object)) {
+        AddWordsOfFiles(*holder, words);
     }
     if (!object.getDBKey().IsEmpty()) {
         words.emplace(kKey);

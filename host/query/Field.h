@@ -56,8 +56,8 @@ struct FieldValue {
 };
 
 /// The values that the object has, of which there are several for Kind (the name that is shown comes first,
-/// then the others that mean the same), Files and Has. `type` and `size` are those of a file; other objects
-/// have metadata entries of these names.
+/// then the others that mean the same), Files and Has. Files of its iterations and parts are files of a
+/// study, too. `type` and `size` are those of a file; other objects have metadata entries of these names.
 std::vector<FieldValue> ValuesOf(const Field& field, const WalkedObject& walked);
 
 /// The values as one text for people, or for programs with all digits; empty if there are none.

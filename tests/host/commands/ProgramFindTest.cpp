@@ -95,6 +95,7 @@ TEST_F(ProgramFind, NothingFoundIsNoFailure) {
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.error, "korvane-json: no object of 'p' meets the conditions\n");
     EXPECT_EQ(OutputOf({"find", "p", "name=nothing", "--count"}), "0\n");
+    EXPECT_EQ(OutputOf({"find", "p", "path=plates/right", "--count", "--format", "json"}), "{\"count\":1}\n");
 }
 
 TEST_F(ProgramFind, SaysWhatMayHaveBeenMeant) {

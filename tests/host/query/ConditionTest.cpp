@@ -91,11 +91,34 @@ TEST_F(ConditionTest, PathsAreNamesBelowTheRoot) {
 TEST_F(ConditionTest, FilesAndWhatTheyAreToTheObject) {
     EXPECT_EQ(Found({"kind=Part", "has=mesh", "has!=cad"}), "bracket left");
     EXPECT_EQ(Found({"kind=Part", "has!=mesh"}), "bolt");
-    EXPECT_EQ(Found({"has=active-mesh"}), "bracket left");
+    EXPECT_EQ(Found({"has=active-mesh", "kind!=Study"}), "bracket left");
     EXPECT_EQ(Found({"has=key"}), "bolt");
-    EXPECT_EQ(Found({"file~*.step"}), "bolt");
+    EXPECT_EQ(Found({"file~*.step", "kind!=Study"}), "bolt");
     EXPECT_EQ(Found({"kind=Part", "file!~*.step"}), "bracket left");
     EXPECT_EQ(Found({"kind=file", "type=mesh"}), "left.msh");
+}
+
+TEST_F(ConditionTest, AStudyHasTheFilesOfItsIterationsAndPartsButNotThoseOfAnotherStudy) {
+    const auto attach = [&](CAEObject& object, const OuString& path, _tagFileType type) {
+        object.attachCustomFile(korvane::CreateFile(*project, path, type, CAE_FORMAT_ASCII)->getID(),
+                                nullptr);
+    };
+    CAEObject* const iteration = korvane::CreateObject(*study, CAE_ITERATION, L"run");
+    CAEObject* const item = korvane::CreateObject(*iteration, CAE_SUBASSEMBLY, L"assembly");
+    CAEObject* const inner = korvane::CreateObject(*iteration, CAE_MODEL, L"Inner");
+    attach(*iteration, L"/nowhere/Static/run.inp", CAE_FILE_DECK);
+    attach(*item, L"/nowhere/Static/run.png", CAE_FILE_PICTURE);
+    attach(*inner, L"/nowhere/Static/inner.frd", CAE_FILE_RESULT);
+    EXPECT_EQ(Found({"kind=Study", "file~*.inp"}), "Static");
+    EXPECT_EQ(Found({"kind=Study", "file~*.png"}), "Static");
+    EXPECT_EQ(Found({"kind=Study", "file~*.msh", "has=mesh", "has=active-mesh", "has=cad"}), "Static");
+    EXPECT_EQ(Found({"kind=Study", "has=result"}), "Inner");
+    EXPECT_EQ(Found({"kind=Study", "has!=deck"}), "Inner");
+    EXPECT_EQ(Found({"kind=Study", "file!~*.frd"}), "Static");
+    EXPECT_EQ(Found({"kind=Iteration", "file~*"}), "run");
+    EXPECT_EQ(Found({"kind=Iteration", "has=picture"}), "") << "other objects have their own files only";
+    EXPECT_EQ(Found({"kind=Study", "has=key"}), "") << "a key is an object's own";
+    EXPECT_EQ(Found({"kind=Project", "has=file"}), "");
 }
 
 TEST_F(ConditionTest, NumbersAreComparedAsNumbers) {
