@@ -48,7 +48,8 @@ struct DescriptionFile {
     std::vector<DescriptionProblem> problems;
 };
 
-/// Reads the text of the file. Of a text that is not TOML there is nothing but a problem.
+/// Reads the text of the file, without lines that are not TOML. If what is meant cannot be told without such
+/// a line, there is nothing but a problem.
 DescriptionFile ReadDescriptionFile(std::string_view text);
 
 }  // namespace host

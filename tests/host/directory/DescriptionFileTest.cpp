@@ -74,14 +74,76 @@ TEST(DescriptionFile, LeavesOutWhatItCannotUseAndSaysWhere) {
               "6:1 'unit' is left out: it is not known here; known are name, description and metadata\n");
 }
 
-TEST(DescriptionFile, IsLeftOutIfItIsNotToml) {
-    const DescriptionFile file = ReadDescriptionFile("name = \"a\"\nx = = 1\n");
-    EXPECT_TRUE(file.study.name.empty());
+/// What is read of a file with this line between two good ones, and the end of the sentence about it.
+std::string AroundLine(const std::string& line, const std::string& ending) {
+    const DescriptionFile file = ReadDescriptionFile("[metadata]\nA = 1\n" + line + "\nB = 2\n");
+    std::string names;
+    for (const DescribedEntry& entry : file.study.metadata) {
+        names += entry.name;
+    }
+    if (file.problems.size() != 1 || file.problems[0].place.line != 3) {
+        return "not one problem in line 3";
+    }
+    const std::string& text = file.problems[0].text;
+    return names +
+           (text.starts_with("the line is left out, because it is not TOML: ") && text.ends_with(ending)
+                ? ""
+                : ": " + text);
+}
+
+TEST(DescriptionFile, LeavesOutALineThatIsNotTomlAndSaysWhatMayBeMeant) {
+    EXPECT_EQ(AroundLine("Mass = 2,4", "; the decimal sign is a point"), "AB");
+    EXPECT_EQ(AroundLine("Mass = -12.75 kg/m^2", "; write { value = -12.75, unit = \"kg/m^2\" }"), "AB");
+    EXPECT_EQ(AroundLine("Mass = { value = 2, unit = kg }", "could not determine value type"), "AB");
+    EXPECT_EQ(AroundLine("Largest Displacement = 2", "; a name with blanks stands in quotes"), "AB");
+    EXPECT_EQ(AroundLine("Customer = ACME # ours", "; a text stands in quotes"), "AB");
+    EXPECT_EQ(AroundLine("Customer \"ACME\"", "; an entry is NAME = VALUE"), "AB");
+    EXPECT_EQ(AroundLine("Mass =\r", "expected value, saw '\\r'"), "AB");
+    EXPECT_EQ(AroundLine("A = 3", "cannot redefine existing integer 'A'"), "AB");
+    EXPECT_EQ(AroundLine("Mass = 010", "leading zeroes are prohibited"), "AB");
+    EXPECT_EQ(AroundLine("Mass = + ", "saw '+'"),
+              "AB: " + ReadDescriptionFile("Mass = + ").problems.at(0).text);
+}
+
+TEST(DescriptionFile, SaysAllProblemsInTheOrderOfTheLines) {
+    EXPECT_EQ(
+        TextOf("nmae = \"x\"\nMass = 2,4\nname = 5"),
+        "1:1 'nmae' is left out: it is not known here; known are name, description, metadata, iteration and "
+        "part\n"
+        "2:9 the line is left out, because it is not TOML: Error while parsing key-value pair: expected a "
+        "comment or whitespace, saw ','; the decimal sign is a point\n"
+        "3:1 'name' is left out: give a text in quotes\n");
+}
+
+TEST(DescriptionFile, IsLeftOutIfALineThatIsNotTomlChangesWhatFollows) {
+    // Without the line, what stands below it would belong to another table, or be no text any more.
+    for (const char* const bad :
+         {"[meta data]\nA = 1\n", "[[iteration\n", "name = 1 \"\"\"\nMass = 5\n\"\"\"\n",
+          "name = 1 '''\nMass = 5\n'''\n", "list = [1,\n2\nMass = 5\n]\n",
+          "name = \"\"\"x\n\\q\nMass = 5\n\"\"\"\n", "[metadata]\n"}) {
+        const DescriptionFile file =
+            ReadDescriptionFile("[metadata]\nB = 2\n" + std::string(bad) + "C = 3\n");
+        EXPECT_TRUE(file.study.metadata.empty()) << bad;
+        ASSERT_EQ(file.problems.size(), 1U) << bad;
+        EXPECT_TRUE(file.problems[0].text.starts_with("the file is left out, because it is not TOML: "))
+            << file.problems[0].text;
+    }
+}
+
+TEST(DescriptionFile, IsLeftOutIfManyLinesAreNotToml) {
+    const std::string good = "name = \"a\"\n";
+    std::string text = good;
+    for (int line = 0; line < 10; ++line) {
+        text += "x = = 1\n";
+    }
+    EXPECT_EQ(ReadDescriptionFile(text).study.name, "a");
+    EXPECT_EQ(ReadDescriptionFile(text).problems.size(), 10U);
+    const DescriptionFile file = ReadDescriptionFile(text + "x = = 1\n");
+    EXPECT_EQ(file.study.name, "");
     ASSERT_EQ(file.problems.size(), 1U);
-    EXPECT_EQ(file.problems[0].place.line, 2U);
+    EXPECT_TRUE(file.problems[0].text.starts_with("the file is left out, because it is not TOML: "));
+    EXPECT_EQ(file.problems[0].place.line, 12U);
     EXPECT_EQ(file.problems[0].place.column, 5U);
-    EXPECT_TRUE(file.problems[0].text.starts_with("the file is left out, because it is not TOML: "))
-        << file.problems[0].text;
 }
 
 TEST(DescriptionFile, IsLeftOutWithSignsThatTheParserDoesNotExpect) {
