@@ -5,9 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/directory/OwnFiles.h"
 #include "host/document/ProjectObjects.h"
-#include "host/page/PageWriter.h"
-#include "host/plot/Plot.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Terminal.h"
@@ -25,15 +24,16 @@ bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& 
     return WouldBeSameFile(left, right);
 }
 
-/// Whether the file is neither empty nor a document, a page or a plot of this program, so that none of these
-/// must replace it.
+/// Whether the file is neither empty nor a document, an answer, a page or a plot, so that none of these must
+/// replace it. Documents of servers can begin in any way.
 bool HasOtherContent(const std::filesystem::path& file) {
     FileSample sample;
     if (ReadSample(file, 4096, 0, sample)) {
         return false;
     }
     const std::string_view text = Trim(sample.head);
-    return !text.empty() && text.front() != '{' && !IsPage(text) && !text.starts_with(Trim(kPlotBeginning));
+    const OwnFile own = OwnFileOf(sample.head);
+    return !text.empty() && text.front() != '{' && (own == OwnFile::None || own == OwnFile::Database);
 }
 
 void SayNotReplaced(const std::string& file, const std::string& reason, Console& console) {

@@ -20,7 +20,8 @@ using std::filesystem::path;
 // The first few thousand bytes show whether a file is text or binary.
 constexpr std::size_t kFormatSampleSize = 4096;
 
-enum class FileContent { Simulation, OwnDatabase, Unreadable };
+/// Whether a file stays in the tree.
+enum class Stay { Yes, No };
 
 class Reader {
 public:
@@ -31,7 +32,7 @@ public:
 
 private:
     std::vector<ScannedFile> ReadFilesOf(std::size_t directory);
-    FileContent ReadFile(std::size_t directory, std::size_t index, ScannedFile& file);
+    Stay ReadFile(std::size_t directory, std::size_t index, ScannedFile& file, std::vector<path>& databases);
 
     const std::optional<path>& ownFile_;
     Console& console_;
@@ -42,7 +43,8 @@ private:
     std::uint64_t readCount_ = 0;
 };
 
-FileContent Reader::ReadFile(std::size_t directory, std::size_t index, ScannedFile& file) {
+Stay Reader::ReadFile(std::size_t directory, std::size_t index, ScannedFile& file,
+                      std::vector<path>& databases) {
     const path whole = tree_.directories[directory].path / file.name;
     const FileKind kind = KindOfFileName(file.name);
     const bool isLookedInto = kind.look != Look::None;
@@ -51,10 +53,14 @@ FileContent Reader::ReadFile(std::size_t directory, std::size_t index, ScannedFi
                                              isLookedInto ? kInputTailSize : 0, sample);
     if (error) {
         leftOut_.AddUnreadable(whole, error.message());
-        return FileContent::Unreadable;
+        return Stay::No;
     }
-    if (IsOwnDatabase(sample.head)) {
-        return FileContent::OwnDatabase;
+    if (const OwnFile own = OwnFileOf(sample.head); own != OwnFile::None) {
+        leftOut_.AddMeant(whole, ReasonToLeaveOut(own));
+        if (own == OwnFile::Database) {
+            databases.push_back(file.name);
+        }
+        return Stay::No;
     }
     file.format = DetectFormat(std::string_view(sample.head).substr(0, kFormatSampleSize));
     file.solver = kind.solver;
@@ -69,7 +75,7 @@ FileContent Reader::ReadFile(std::size_t directory, std::size_t index, ScannedFi
     } else if (isLookedInto && kind.binaryType == CAE_FILE_OTHER) {
         file.solver = Solver::None;
     }
-    return FileContent::Simulation;
+    return Stay::Yes;
 }
 
 std::vector<ScannedFile> Reader::ReadFilesOf(std::size_t directory) {
@@ -84,15 +90,8 @@ std::vector<ScannedFile> Reader::ReadFilesOf(std::size_t directory) {
         if (IsBesideDatabase(file.name, databases)) {
             leftOut_.AddMeant(tree_.directories[directory].path / file.name,
                               "it is the journal of a database");
-        } else {
-            const FileContent content = ReadFile(directory, readable.size(), file);
-            if (content == FileContent::Simulation) {
-                readable.push_back(std::move(file));
-            } else if (content == FileContent::OwnDatabase) {
-                leftOut_.AddMeant(tree_.directories[directory].path / file.name,
-                                  "it is a project file or a database of this program");
-                databases.push_back(std::move(file.name));
-            }
+        } else if (ReadFile(directory, readable.size(), file, databases) == Stay::Yes) {
+            readable.push_back(std::move(file));
         }
         console_.ShowProgress("Reading files", ++readCount_, fileCount_);
     }

@@ -11,10 +11,10 @@
 
 namespace host {
 
-/// Reads the beginnings of the files of the tree, and with them types, formats and solvers. Databases of this
-/// program go from the tree, with the journals beside them, and so do files that cannot be read. `ownFile` is
-/// the database that the command works on, which is not in the tree. Returns the files that may be solver
-/// input.
+/// Reads the beginnings of the files of the tree, and with them types, formats and solvers. What this program
+/// wrote goes from the tree, with the journals beside databases, and so do files that cannot be read.
+/// `ownFile` is the database that the command works on, which is not in the tree. Returns the files that may
+/// be solver input.
 std::vector<InputCandidate> ReadFileContents(const std::optional<std::filesystem::path>& ownFile,
                                              Console& console, LeftOutEntries& leftOut, DirectoryTree& tree);
 

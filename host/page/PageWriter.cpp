@@ -212,9 +212,4 @@ std::error_code WritePage(const Page& page, const WritePiece& put) {
     return {};
 }
 
-bool IsPage(std::string_view beginning) {
-    // As web/page.html has it, before anything of a project.
-    return beginning.find("<meta name=\"generator\" content=\"korvane-json\">") != std::string_view::npos;
-}
-
 }  // namespace host

@@ -59,7 +59,4 @@ struct Page {
 /// this style only, no request, and pictures only from the page itself.
 std::error_code WritePage(const Page& page, const WritePiece& put);
 
-/// Whether a text begins as pages do.
-bool IsPage(std::string_view beginning);
-
 }  // namespace host

@@ -5,6 +5,7 @@
 
 #include "PlotScale.h"
 #include "SvgText.h"
+#include "host/directory/OwnFiles.h"
 #include "host/system/Text.h"
 
 namespace host {

@@ -48,7 +48,4 @@ enum class PlotPlace {
 /// The plot as SVG. The same plot gives the same bytes everywhere.
 std::string DrawPlot(const Plot& plot, PlotPlace place);
 
-/// How a plot in a file of its own begins.
-inline constexpr std::string_view kPlotBeginning = "<!-- A plot by korvane-json -->\n";
-
 }  // namespace host

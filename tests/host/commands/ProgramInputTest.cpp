@@ -1,3 +1,6 @@
+#include <filesystem>
+#include <utility>
+
 #include "ProgramSupport.h"
 
 /// What is given to the program to read is not always a file.
@@ -15,6 +18,37 @@ protected:
 TEST_F(ProgramInputTest, APipeIsReadLikeAFile) {
     ASSERT_EQ(OutputOf({"tree", "p.json"}).find("root"), 0U);
     EXPECT_EQ(Run({"tree", "-"}, "p.json").output, OutputOf({"tree", "p.json"}));
+}
+
+TEST_F(ProgramInputTest, WhatTheProgramWroteIsNoFileOfTheProject) {
+    const std::string before = OutputOf({"find", "root", "--show", "size"});
+    const std::vector<std::pair<std::string, std::vector<std::string>>> outputs = {
+        {"a document", {"export", "root"}},
+        {"a document", {"export", "root", "--text", "indented"}},
+        {"a document", {"export", "p.kvp", "--object", "3"}},
+        {"a page", {"page", "root"}},
+        {"a plot", {"plot", "root", "--x", "Files", "--y", "Size"}},
+        {"an answer", {"store", "p.json", "--db", "root/server.db"}},
+    };
+    // Whatever their names are, and wherever they lie.
+    for (std::size_t index = 0; index < outputs.size(); ++index) {
+        const auto& [what, command] = outputs[index];
+        const std::string file = "root/run/" + std::to_string(index) + ".inp";
+        std::filesystem::create_directories(folder / "root/run");
+        std::vector<std::string> arguments = command;
+        arguments.insert(arguments.end(), {"-o", file, "-q"});
+        EXPECT_EQ(Do(arguments), "");
+        EXPECT_NE(Run({"find", "root", "-v"})
+                      .error.find("'" + ToUtf8(folder / file) + "' is left out: it is " + what +
+                                  " of this program\n"),
+                  std::string::npos)
+            << what;
+        EXPECT_EQ(OutputOf({"find", "root", "--show", "size"}), before) << what;
+        // The next output may replace it.
+        EXPECT_EQ(Do({"export", "root", "-q", "-o", file}), "") << what;
+    }
+    EXPECT_EQ(Do({"update", "root", "p.kvp", "-q"}), "");
+    EXPECT_EQ(OutputOf({"find", "p.kvp", "--show", "size"}), before);
 }
 
 #if !defined(_WIN32)

@@ -70,6 +70,30 @@ TEST_F(OwnFilesTest, HaveJournalsThatAreLeftOutToo) {
     EXPECT_EQ(Names(), "p.kvp-old q.kvp-journal p.kvp-journal ");
 }
 
+TEST_F(OwnFilesTest, AreRecognisedByHowTheyBegin) {
+    EXPECT_EQ(OwnFileOf(kPlotBeginning), OwnFile::Plot);
+    EXPECT_EQ(OwnFileOf("<!DOCTYPE html>\n<head>" + std::string(kPageMark)), OwnFile::Page);
+    EXPECT_EQ(OwnFileOf(R"({"id":"1","name":"a \"b\\","createdDate":"","createdBy":"x","type")"),
+              OwnFile::Document);
+    EXPECT_EQ(
+        OwnFileOf("{\r\n\t\"id\" : \"1\",\n\"name\":\"a\",\"studyTypeName\" : \"\",\"createdDate\":\"d\""),
+        OwnFile::Document);
+    EXPECT_EQ(OwnFileOf(R"({"id":"1","dbkey":"K","children":[)"), OwnFile::Answer);
+}
+
+TEST_F(OwnFilesTest, AreNotRecognisedWhereSomethingElseBeginsAlike) {
+    for (const char* const text :
+         {"", "{", "{}", "{\"id\"", "{\"id\":", "{\"id\":\"1", "{\"id\":\"1\\", R"({"id":1,"dbkey":"K"})",
+          R"({"id":"1","dbkey":7})", R"({"id":"1"})", R"({"id":"1","name":"n"})",
+          R"({"id":"1","name":"n","createdDate":"d","owner":"x"})",
+          R"({"name":"n","id":"1","createdDate":"d","createdBy":"x"})",
+          R"([{"id":"1","name":"n","createdDate":"d","createdBy":"x"}])", R"({"id":"1";"dbkey":"K"})",
+          " <!-- A plot by korvane-json -->\n", "<!-- A plot by somebody -->\n<svg>",
+          "<meta name=\"generator\" content=\"another\">"}) {
+        EXPECT_EQ(OwnFileOf(text), OwnFile::None) << text;
+    }
+}
+
 TEST_F(OwnFilesTest, DoNotIncludeOtherFilesOfTheSameName) {
     folder.Write("p.kvp", "text");
     folder.Write("empty.kvp", "");

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "host/directory/OwnFiles.h"
 #include "host/plot/Plot.h"
 #include "host/plot/PlotScale.h"
 
