@@ -39,6 +39,7 @@ private:
     std::unordered_map<const CAEObject*, std::size_t> studyOf_;
     std::size_t files_ = 0;
     std::uint64_t bytes_ = 0;
+    std::size_t missing_ = 0;
 };
 
 void StudyLister::Visit(const WalkedObject& walked) {
@@ -52,12 +53,13 @@ void StudyLister::Visit(const WalkedObject& walked) {
         studyOf_.emplace(&object, study);
     }
     if (const auto* const file = dynamic_cast<const CAEFile*>(&object)) {
-        const std::uint64_t size = LookUpFile(*file).size;
+        const FileOnDisk found = LookUpFile(*file);
         ++files_;
-        bytes_ += size;
+        bytes_ += found.size;
+        missing_ += found.presence == FilePresence::Missing ? 1 : 0;
         if (study != kNone) {
             ++studies_[study].files;
-            studies_[study].bytes += size;
+            studies_[study].bytes += found.size;
         }
     } else if (object.getType() == CAE_ITERATION && study != kNone) {
         ++studies_[study].iterations;
@@ -94,7 +96,8 @@ std::string StudyLister::Text() const {
     }
     return AlignColumns(rows) + (rows.empty() ? "" : "\n") +
            FormatCount(studies_.size(), "study", "studies") + ", " + FormatCount(files_, "file", "files") +
-           " (" + FormatSize(bytes_) + ")\n";
+           " (" + FormatSize(bytes_) + ")" +
+           (missing_ > 0 ? ", " + std::to_string(missing_) + " missing" : "") + "\n";
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "ProgramSupport.h"
@@ -25,6 +26,16 @@ TEST_F(ProgramTree, ListsStudiesOnALineEach) {
               "2 studies, 5 files (113 B)\n");
 }
 
+TEST_F(ProgramTree, CountsFilesThatAreGone) {
+    Do({"new", "p", "p.kvp", "-q"});
+    std::filesystem::remove(folder / "p/modes/run.bdf");
+    const std::string one = OutputOf({"tree", "--studies", "p.kvp"});
+    EXPECT_TRUE(one.ends_with("2 studies, 5 files (81 B), 1 missing\n")) << one;
+    std::filesystem::rename(folder / "p", folder / "q");
+    const std::string all = OutputOf({"tree", "--studies", "p.kvp"});
+    EXPECT_TRUE(all.ends_with("2 studies, 5 files (0 B), 5 missing\n")) << all;
+}
+
 TEST_F(ProgramTree, CountsWhatDocumentsDoNotSay) {
     folder.Write("d.json",
                  R"({"type":"SIMULATION","name":"D","children":[{"type":"CAEMODEL","name":"S",)"
@@ -32,7 +43,7 @@ TEST_F(ProgramTree, CountsWhatDocumentsDoNotSay) {
     EXPECT_EQ(OutputOf({"tree", "--studies", "d.json"}),
               "S  #2  -  1 iteration  1 file  0 B\n"
               "\n"
-              "1 study, 1 file (0 B)\n");
+              "1 study, 1 file (0 B), 1 missing\n");
 }
 
 TEST_F(ProgramTree, GivesJson) {
