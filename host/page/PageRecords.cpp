@@ -150,7 +150,6 @@ void AddObjectRecord(PageText& text, PageNumbers& numbers, const PageContent& co
     text.AddNumber(shown.parent);
     if (const auto* const project = dynamic_cast<const CAEProject*>(&object)) {
         text.AddMember("type", ToUtf8(project->getAdditionalType()));
-        text.AddMember("directory", ToUtf8(DirectoryOf(*project)));
     } else if (const auto* const item = dynamic_cast<const CAEViewItem*>(&object)) {
         text.AddName("shows");
         text.AddNumber(korvane::GetReferencedObject(*item));

@@ -142,7 +142,8 @@ class Project {
         }
       }
     }
-    return [...models.values()];
+    // A deck is what was computed; the geometry and the meshes of the parts come after it.
+    return [...models.values()].sort((left, right) => (right.type === 'Deck') - (left.type === 'Deck'));
   }
 
   /** The objects above an object, from the root on. */

@@ -127,7 +127,6 @@ class Panel {
     add('Kind', object.kind + (object.type ? ' (' + object.type + ')' : ''));
     add('Identifier', String(object.id));
     add('Key', object.key);
-    add('Directory', object.directory);
     add('Created', object.created && textOfDate(object.created));
     add('By', object.creator);
     add('Solver', project.solvers[place]);
