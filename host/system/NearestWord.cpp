@@ -53,7 +53,7 @@ std::string NearestWord(std::string_view text, const std::vector<std::string>& w
         const bool isBeginning = upper.size() >= kShortestBeginning && candidate.starts_with(upper);
         const std::size_t distance = isBeginning ? 0 : Distance(upper, candidate);
         // One letter in three may be wrong.
-        if (distance <= std::min(upper.size(), candidate.size()) / 3 && distance < least) {
+        if (distance <= std::max(upper.size(), candidate.size()) / 3 && distance < least) {
             least = distance;
             nearest = word;
         }

@@ -14,6 +14,7 @@ TEST(NearestWord, OneLetterInThreeMayBeWrong) {
     EXPECT_EQ(NearestWord("exprot", kWords), "export");
     EXPECT_EQ(NearestWord("ecxport", kWords), "export");
     EXPECT_EQ(NearestWord("nwe", kWords), "new");
+    EXPECT_EQ(NearestWord("Studie", {"Project", "Study"}), "Study") << "of the longer word";
     EXPECT_EQ(NearestWord("draw", kWords), "");
     EXPECT_EQ(NearestWord("exrtpo", kWords), "");
 }
