@@ -139,10 +139,10 @@ void GoThrough(const Nesting& nesting, int levels) {
 }
 
 TEST_P(DeepCommands, NeedNoStack) {
-    constexpr int kMany = 100'000;
+    constexpr int kMany = kIsSanitized ? 20'000 : 100'000;
     constexpr int kVeryMany = 1'000'000;
-    // Objects take longer than what is read over, and under the sanitizers several times as long.
-    constexpr int kFewer = kIsSanitized ? kMany / 20 : kMany / 5;
+    // Objects take longer than what is read over.
+    constexpr int kFewer = kMany / 10;
     GoThrough(GetParam(), GetParam().becomesObjects ? kFewer : kMany);
     if (IsLongRun() && !kIsSanitized) {
         GoThrough(GetParam(), kVeryMany);

@@ -7,6 +7,7 @@
 
 #include "Round.h"
 #include "Show.h"
+#include "support/LongRun.h"
 #include "support/ModelBuilders.h"
 #include "support/TextUnits.h"
 
@@ -43,7 +44,7 @@ std::size_t LongestOf(const std::vector<std::string>& lines) {
 
 /// The calls and the texts of random rounds are those of the other reading, in each export mode.
 void ExpectSameRounds(Reading& reading, Reading& other) {
-    constexpr std::uint64_t kRounds = 400;
+    constexpr std::uint64_t kRounds = kIsSanitized ? 150 : 400;
     constexpr std::size_t kMoreThanAFewPages = 100'000;
     int thrown = 0;
     std::size_t longest = 0;
@@ -58,7 +59,7 @@ void ExpectSameRounds(Reading& reading, Reading& other) {
             modes.insert(action.mode.GetBuffer());
         }
     }
-    EXPECT_GT(thrown, 10);
+    EXPECT_GT(thrown, static_cast<int>(kRounds / 40));
     EXPECT_GT(longest, kMoreThanAFewPages);
     for (const wchar_t* const mode : {L"", L"PROJECT", L"STUDY"}) {
         EXPECT_TRUE(modes.contains(mode));

@@ -37,8 +37,8 @@ inline Outcome RunHere(const std::vector<std::string>& arguments) {
 /// The moments at which something is tried, of so many: all of them in a long run, otherwise the first, the
 /// last and some in between. The last one is never reached.
 inline std::vector<std::uint64_t> Moments(std::uint64_t count) {
-    constexpr std::uint64_t kEnds = kIsSample ? 2 : 4;
-    constexpr std::uint64_t kBetween = kIsSample ? 4 : 8;
+    constexpr std::uint64_t kEnds = kIsSample ? 1 : 4;
+    constexpr std::uint64_t kBetween = kIsSample ? 3 : 8;
     std::vector<std::uint64_t> moments;
     for (std::uint64_t moment = 1; moment <= count + 1; ++moment) {
         if (IsLongRun() || moment <= kEnds || moment + kEnds > count ||

@@ -26,8 +26,7 @@ struct GmshMesh {
 /// A file of version 2.2 or 4.1.
 class GmshFile {
 public:
-    GmshFile(const GmshMesh& mesh, bool hasBlocks, bool isBinary)
-        : mesh_(mesh), hasBlocks_(hasBlocks), isBinary_(isBinary) {
+    GmshFile(const GmshMesh& mesh, bool hasBlocks, bool isBinary) : mesh_(mesh), isBinary_(isBinary) {
         text = std::string("$MeshFormat\n") + (hasBlocks ? "4.1 " : "2.2 ") + (isBinary ? "1 8\n" : "0 8\n");
         if (isBinary) {
             Integers({1});
@@ -133,7 +132,6 @@ private:
     void End(const std::string& name) { text += (isBinary_ ? "\n$End" : "$End") + name + '\n'; }
 
     const GmshMesh& mesh_;
-    bool hasBlocks_;
     bool isBinary_;
 };
 
