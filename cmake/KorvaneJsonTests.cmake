@@ -69,6 +69,18 @@ function(_korvanejson_test_options target)
   endif()
 endfunction()
 
+# Where the headers of the tests are read, if KORVANEJSON_PRECOMPILE says so. To be called in a folder of tests.
+function(korvanejson_precompile_tests)
+  if(NOT KORVANEJSON_PRECOMPILE)
+    return()
+  endif()
+  file(WRITE "${PROJECT_BINARY_DIR}/test-precompiled.cpp" "int main() {}\n")
+  add_executable(test-precompiled "${PROJECT_BINARY_DIR}/test-precompiled.cpp")
+  target_link_libraries(test-precompiled PRIVATE GTest::gtest_main NlohmannJson)
+  _korvanejson_test_options(test-precompiled)
+  korvanejson_precompile(test-precompiled <gtest/gtest.h> <nlohmann/json.hpp>)
+endfunction()
+
 # A GoogleTest program and its tests:
 # korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE [EXCHANGE]] [ANSI] [DOCUMENTS]
 #   [THREADS])

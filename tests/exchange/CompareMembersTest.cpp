@@ -46,6 +46,17 @@ TEST(CompareMembers, LongNamesAndValuesAreShortened) {
         "~ [/children/0/createdDate] P/p: createdDate changed from " + shown + "x' to " + shown + "y'\n");
 }
 
+TEST(CompareMembers, ShowsTextsWholeThatLookTheSame) {
+    // A line end, and the two characters that show one; the text begins with a character of two bytes, the
+    // second of which is twenty bytes before what differs.
+    const std::string before = R"("type":"CAEPART","name":"p","createdDate":")"
+                               "\u00e4" +
+                               std::string(19, 'z');
+    const std::string shown = "'\u00e4" + std::string(19, 'z') + "\\n'";
+    EXPECT_EQ(CompareChildren(before + R"(\n")", before + R"(\\n")"),
+              "~ [/children/0/createdDate] P/p: createdDate changed from " + shown + " to " + shown + "\n");
+}
+
 TEST(CompareMembers, FindsEveryChangeOfFiles) {
     const auto changed = [](const std::string& what) { return "~ [/files/0/" + what + "\n"; };
     EXPECT_EQ(CompareRecords(R"("name":"a")", R"("name":"b")"),

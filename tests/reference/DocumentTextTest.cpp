@@ -45,7 +45,7 @@ std::size_t LongestOf(const std::vector<std::string>& lines) {
 /// The calls and the texts of random rounds are those of the other reading, in each export mode.
 void ExpectSameRounds(Reading& reading, Reading& other) {
     constexpr std::uint64_t kRounds = kIsSanitized ? 150 : 400;
-    constexpr std::size_t kMoreThanAFewPages = 100'000;
+    constexpr std::size_t kMoreThanAFewPages = 50'000;
     int thrown = 0;
     std::size_t longest = 0;
     std::set<std::wstring> modes;

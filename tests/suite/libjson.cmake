@@ -17,7 +17,7 @@ file(READ "${WORK}/libjson/include/libjson.h" header)
 string(REPLACE "#pragma once" "#pragma once\n#define LIBJSON_OWN_STRING_ALLOCATOR" header "${header}")
 file(WRITE "${WORK}/libjson/include/libjson.h" "${header}")
 
-configure("${WORK}/build" ${quick} -DKORVANEJSON_BUILD_TESTS=ON
+configure("${WORK}/build" ${quick} -DKORVANEJSON_BUILD_TESTS=ON -DKORVANEJSON_PRECOMPILE=tests
   -DKORVANEJSON_LIBJSON=system "-Dlibjson_ROOT=${WORK}/libjson")
 # KorvaneExchange is built; its tests, which are as many as all the others, say the same as with the strange suite.
 set(programs test-objectjson test-rest test-serializer test-serializer-mode test-module test-module-inside

@@ -18,7 +18,7 @@ constexpr int kLongShare = 100;
 #endif
 
 int DamagesInShare() {
-    return IsLongRun() ? kLongShare : kIsSanitized ? 4 : 10;
+    return IsLongRun() ? kLongShare : kIsSanitized ? 2 : 10;
 }
 
 /// Damages that a disk, a transfer or an editor do to a file. The same seed gives the same damage everywhere.

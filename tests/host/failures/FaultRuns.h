@@ -38,7 +38,7 @@ inline Outcome RunHere(const std::vector<std::string>& arguments) {
 /// last and some in between. The last one is never reached.
 inline std::vector<std::uint64_t> Moments(std::uint64_t count) {
     constexpr std::uint64_t kEnds = kIsSample ? 1 : 4;
-    constexpr std::uint64_t kBetween = kIsSample ? 3 : 8;
+    constexpr std::uint64_t kBetween = kIsSanitized ? 1 : kIsSample ? 3 : 6;
     std::vector<std::uint64_t> moments;
     for (std::uint64_t moment = 1; moment <= count + 1; ++moment) {
         if (IsLongRun() || moment <= kEnds || moment + kEnds > count ||
