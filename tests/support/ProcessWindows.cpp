@@ -1,7 +1,9 @@
 #include <windows.h>
 
 #include <array>
+#include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 
@@ -56,6 +58,35 @@ PROCESS_INFORMATION Start(const std::filesystem::path& program, const std::wstri
     }
 }
 
+bool IsUnderWine() {
+    return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+/// Whether the process has done nothing yet, not even what every program does before its main function.
+bool HasDoneNothing(HANDLE process) {
+    FILETIME ignored{};
+    FILETIME kernel{};
+    FILETIME user{};
+    constexpr DWORD kLeast = 300'000;  // 100 nanoseconds each
+    return ::GetProcessTimes(process, &ignored, &ignored, &kernel, &user) != 0 &&
+           kernel.dwHighDateTime == 0 && user.dwHighDateTime == 0 &&
+           kernel.dwLowDateTime + user.dwLowDateTime < kLeast;
+}
+
+/// Waits for the end. A process can wait for itself inside of Wine before it comes to run: it is ended after
+/// a minute, and false comes back.
+bool WaitForEnd(HANDLE process) {
+    constexpr DWORD kMinute = 60'000;
+    while (::WaitForSingleObject(process, kMinute) == WAIT_TIMEOUT) {
+        if (IsUnderWine() && HasDoneNothing(process)) {
+            ::TerminateProcess(process, 1);
+            ::WaitForSingleObject(process, INFINITE);
+            return false;
+        }
+    }
+    return true;
+}
+
 Handle OpenInherited(const std::filesystem::path& file, DWORD access, DWORD disposition) {
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE const handle = ::CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
@@ -80,9 +111,8 @@ std::string ReadFromPipe(HANDLE pipe, std::size_t most) {
     return bytes;
 }
 
-}  // namespace
-
-ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
+/// Returns nothing if the program did not come to run.
+std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const ProcessOptions& options) {
     const TemporaryDirectory folder;
     const std::filesystem::path outputFile = options.output.empty() ? folder / "output" : options.output;
     const std::filesystem::path errorFile = folder / "error";
@@ -132,7 +162,9 @@ ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOpti
         result.output = ReadFromPipe(pipe.get(), *options.bytesRead);
         pipe.reset();
     }
-    ::WaitForSingleObject(process.get(), INFINITE);
+    if (!WaitForEnd(process.get())) {
+        return std::nullopt;
+    }
     DWORD status = 0;
     ::GetExitCodeProcess(process.get(), &status);
     result.status = static_cast<int>(status);
@@ -141,6 +173,19 @@ ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOpti
     }
     result.error = ReadWholeFile(errorFile);
     return result;
+}
+
+}  // namespace
+
+ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
+    constexpr int kMostRuns = 3;
+    for (int run = 0; run < kMostRuns; ++run) {
+        if (std::optional<ProcessResult> result = RunOnce(program, options)) {
+            return *std::move(result);
+        }
+        std::cout << "Wine did not let a program come to run; it is started again\n";
+    }
+    throw std::runtime_error("the program did not come to run");
 }
 
 std::filesystem::path ProgramPath(const std::string& name) {
