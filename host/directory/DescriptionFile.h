@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "DescriptionProblem.h"
 #include "TextPlace.h"
 
 /// What users say about a study, in a file korvane.toml in its directory.
@@ -32,12 +33,6 @@ struct DescribedObject {
     std::string description;
     /// In the order of the file.
     std::vector<DescribedEntry> metadata;
-};
-
-/// Something that is left out, and why.
-struct DescriptionProblem {
-    TextPlace place;
-    std::string text;
 };
 
 struct DescriptionFile {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "DescriptionFile.h"
+#include "DescriptionProblem.h"
 #include "Toml.h"
 
 namespace host {
