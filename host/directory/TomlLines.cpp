@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <optional>
 #include <string_view>
-#include <utility>
 
 #include "host/system/Text.h"
 
@@ -36,8 +34,11 @@ std::string HintForNumber(std::string_view number, std::string_view rest) {
     if (rest.size() > 1 && rest[0] == ',' && IsDigit(rest[1])) {
         return "; the decimal sign is a point";
     }
+    // A date and a hexadecimal number begin like numbers, too.
     const std::string_view unit = Trim(rest);
-    const bool isUnit = !unit.empty() && unit.find_first_of("#\"',[]{}") == std::string_view::npos;
+    const bool isUnit = !unit.empty() && unit.find_first_of("+-.:_0123456789") != 0 &&
+                        unit.find_first_of("#\"',[]{}") == std::string_view::npos &&
+                        (number != "0" || unit.size() < rest.size());
     return isUnit ? "; write { value = " + std::string(number) + ", unit = \"" + std::string(unit) + "\" }"
                   : "";
 }

@@ -94,6 +94,14 @@ std::string AroundLine(const std::string& line, const std::string& ending) {
 TEST(DescriptionFile, LeavesOutALineThatIsNotTomlAndSaysWhatMayBeMeant) {
     EXPECT_EQ(AroundLine("Mass = 2,4", "; the decimal sign is a point"), "AB");
     EXPECT_EQ(AroundLine("Mass = -12.75 kg/m^2", "; write { value = -12.75, unit = \"kg/m^2\" }"), "AB");
+    EXPECT_EQ(AroundLine("Mass = 2.4kg", "; write { value = 2.4, unit = \"kg\" }"), "AB");
+    EXPECT_EQ(AroundLine("Gap = 0 mm", "; write { value = 0, unit = \"mm\" }"), "AB");
+    for (const char* const noUnit :
+         {"Day = 2026-13-01", "Time = 10:99:00", "Count = 1 000", "Code = 0xG", "A.B = 1 # x"}) {
+        const DescriptionFile file = ReadDescriptionFile("A = 1\n" + std::string(noUnit));
+        ASSERT_EQ(file.problems.size(), 2U) << noUnit;
+        EXPECT_EQ(file.problems[1].text.find("unit ="), std::string::npos) << file.problems[1].text;
+    }
     EXPECT_EQ(AroundLine("Mass = { value = 2, unit = kg }", "could not determine value type"), "AB");
     EXPECT_EQ(AroundLine("Largest Displacement = 2", "; a name with blanks stands in quotes"), "AB");
     EXPECT_EQ(AroundLine("Customer = ACME # ours", "; a text stands in quotes"), "AB");
