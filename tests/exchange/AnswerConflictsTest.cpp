@@ -194,6 +194,18 @@ TEST_F(AnswerConflicts, TheLastTextOfAnIdentifierDecides) {
     EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 study S\n    #3 arm [#4 a.inp]\n    #5 bolt\n");
 }
 
+TEST_F(AnswerConflicts, AKeyOfAnObjectAboveTheProjectIsInUse) {
+    CAEObject& inner = project_.Add(CAE_PROJECT, L"inner");
+    project_.Add(inner, CAE_PART, L"p");
+    SetKey(2, L"S");
+    const JSONNode answer = libjson::parse(R"([{"id":"7","dbkey":"S"},{"id":"6","dbkey":"P"}])");
+    const AnswerReport report = korvane::exchange::ApplyAnswer(answer, dynamic_cast<CAEProject&>(inner),
+                                                               {.keys = KeyChoice::kWithoutConflict});
+    EXPECT_EQ(report.Conflicts(), 1U) << Whole(report);
+    EXPECT_EQ(Outline(*project_),
+              "#1 Project\n  #2 study S\n    #3 arm [#4 a.inp]\n    #5 bolt\n  #6 inner P\n    #7 p\n");
+}
+
 TEST_F(AnswerConflicts, WithoutTheOptionAllKeysAreSet) {
     SetKey(5, L"B");
     const AnswerReport report =

@@ -62,6 +62,60 @@ TEST(CompareTrees, EveryPairIsTold) {
     EXPECT_EQ(pairs, (Pairs{{0, 1}, {0, 3}}));
 }
 
+TEST(CompareTrees, ValuesWithUnitsAreShownAsTheHostWantsThem) {
+    const TestProject first(L"P");
+    const TestProject second(L"P");
+    for (const TestProject* const project : {&first, &second}) {
+        CreateObject(**project, CAE_PART, L"A");
+    }
+    const auto set = [](const TestProject& project, int id, const OuString& name, const OuString& value,
+                        const OuString& unit, const OuString& type = L"") {
+        CAEObject* const object = project->getCAEObject(id);
+        SetMetadata(object != nullptr ? *object : *project, name, value, unit, type);
+    };
+    set(first, 1, L"Root", L"1", L"kg");
+    set(second, 1, L"Root", L"2", L"kg");
+    set(first, 2, L"Changed", L"1", L"m");
+    set(second, 2, L"Changed", L"2", L"m");
+    // The host shows both of them as "1 kB".
+    set(first, 2, L"Alike", L"1000", L"B");
+    set(second, 2, L"Alike", L"1001", L"B");
+    // An import puts the unit there.
+    set(first, 2, L"Type", L"1", L"", L"N");
+    set(second, 2, L"Type", L"2", L"", L"N");
+    set(first, 2, L"UnitInTheFirst", L"1", L"s");
+    set(second, 2, L"UnitInTheFirst", L"2", L"");
+    set(first, 2, L"WithoutUnit", L"1", L"");
+    set(second, 2, L"WithoutUnit", L"2", L"");
+    set(first, 2, L"Removed", L"3", L"K");
+    set(second, 2, L"Added", L"4", L"K");
+    CompareOptions options;
+    options.shownValue = [](std::string_view value, std::string_view unit) {
+        return unit == "B" ? "1 kB" : "<" + std::string(value) + "|" + std::string(unit) + ">";
+    };
+    const std::string lines = Lines(CompareBothWays(*first, *second, options));
+    const auto expect = [&](const std::string& name, const std::string& what,
+                            const std::string& place = "/children/0") {
+        const std::string line = "~ [" + place + "/metaData/" + name + "] ";
+        const std::size_t begin = lines.find(line);
+        ASSERT_NE(begin, std::string::npos) << name << "\n" << lines;
+        const std::string found = lines.substr(begin, lines.find('\n', begin) - begin);
+        EXPECT_TRUE(found.ends_with(": metadata '" + name + "' " + what)) << found;
+    };
+    expect("Root", "changed from <1|kg> to <2|kg>", "");
+    expect("Changed", "changed from <1|m> to <2|m>");
+    expect("Alike", "changed from '1000' B to '1001' B");
+    expect("Type", "changed from <1|N> to <2|N>");
+    expect("UnitInTheFirst", "changed from <1|s> to <2|s>");
+    expect("WithoutUnit", "changed from '1' to '2'");
+    expect("Removed", "removed <3|K>");
+    expect("Added", "added <4|K>");
+    // A document has no units.
+    EXPECT_NE(
+        Lines(Compare(Export(*first), Export(*second), options)).find("'Changed' changed from '1' to '2'"),
+        std::string::npos);
+}
+
 TEST(CompareTrees, TreesAndTheirDocumentsHaveTheSameReport) {
     for (unsigned seed = 1; seed <= 100; ++seed) {
         const RandomTree first(seed, 40);
