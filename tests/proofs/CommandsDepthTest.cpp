@@ -139,11 +139,11 @@ void GoThrough(const Nesting& nesting, int levels) {
 }
 
 TEST_P(DeepCommands, NeedNoStack) {
-    constexpr int kMany = kIsSanitized ? 20'000 : 100'000;
     constexpr int kVeryMany = 1'000'000;
+    const int many = kIsSanitized && !IsLongRun() ? 20'000 : 100'000;
     // Objects take longer than what is read over.
-    constexpr int kFewer = kMany / 10;
-    GoThrough(GetParam(), GetParam().becomesObjects ? kFewer : kMany);
+    const int fewer = IsLongRun() ? many / 5 : many / 10;
+    GoThrough(GetParam(), GetParam().becomesObjects ? fewer : many);
     if (IsLongRun() && !kIsSanitized) {
         GoThrough(GetParam(), kVeryMany);
     }

@@ -25,7 +25,7 @@ std::vector<int> Levels() {
     constexpr int kMany = 100'000;
     constexpr int kVeryMany = 1'000'000;
     if (kIsSanitized) {
-        return {kMany / 10};
+        return {IsLongRun() ? kMany / 5 : kMany / 10};
     }
     return IsLongRun() ? std::vector<int>{kMany, kVeryMany} : std::vector<int>{kMany};
 }

@@ -157,7 +157,8 @@ TEST(TextWriter, WritesWhatTheNodesWouldWrite) {
     for (const libjson::text_units units : {libjson::text_units::utf8, libjson::text_units::bytes}) {
         const libjson::text_units before = libjson::get_text_units();
         libjson::set_text_units(units);
-        for (unsigned seed = 0; seed < (kIsSample ? 25U : 100U); ++seed) {
+        const unsigned seeds = IsLongRun() ? 400 : kIsSample ? 25 : 100;
+        for (unsigned seed = 0; seed < seeds; ++seed) {
             const auto layout =
                 seed % 2 == 0 ? libjson::text_layout::compact : libjson::text_layout::formatted;
             const auto [nodes, writer] = Twins(seed).Make(layout);
