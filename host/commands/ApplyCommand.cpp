@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -115,14 +114,14 @@ int ApplyToProjectFile(const ApplyOptions& options, Console& console) {
 
 void AddApplyCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<ApplyOptions>();
-    CLI::App& command = *program.add_subcommand(
-        "apply", "Set the database keys from the server's answer on the objects of a project file");
-    command.add_option("ANSWER.json", options->answer, "The answer; - is the standard input")
-        ->required()
-        ->type_name("");
-    command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
-    command.add_flag("--replace-keys", options->isReplacing,
-                     "Replace the keys that objects have already: the project goes to another server");
+    const Command command = AddCommand(
+        program, "apply", "Set the database keys from the server's answer on the objects of a project file");
+    command.AddOption("ANSWER.json", options->answer, "The answer; - is the standard input")
+        .Required()
+        .Type("");
+    command.AddOption("PROJECT.kvp", options->file, "The project file").Required().Type("");
+    command.AddFlag("--replace-keys", options->isReplacing,
+                    "Replace the keys that objects have already: the project goes to another server");
     AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
@@ -136,7 +135,7 @@ void AddApplyCommand(CLI::App& program, Console& console, int& status) {
         "that does not fit the project is refused, and nothing is changed: if an object has another key,\n"
         "if another object has the key, or if a node is not below the same object as in the project.\n"
         "Export the project file, and not its directory, which would be numbered anew.");
-    command.callback([options, &console, &status] { status = ApplyToProjectFile(*options, console); });
+    command.Call([options, &console, &status] { status = ApplyToProjectFile(*options, console); });
 }
 
 }  // namespace host

@@ -1,6 +1,5 @@
 #include <korvaneexchange/Compare.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "Commands.h"
@@ -142,15 +141,15 @@ std::string NamesComplaint(const CompareOptions& options) {
 
 void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<CompareOptions>();
-    CLI::App& command = *program.add_subcommand(
-        kCompareName, "Say how two projects differ, apart from what documents do not carry");
+    const Command command = AddCommand(program, kCompareName,
+                                       "Say how two projects differ, apart from what documents do not carry");
     command
-        .add_option("FIRST", options->first,
-                    "A directory, a project file or a document (- is the standard input)")
-        ->type_name("");
-    command.add_option("SECOND", options->second, "Another one")->type_name("");
-    command.add_flag("--all", options->isAllShown,
-                     "Show all differences, not only the first " + std::to_string(kMostShown));
+        .AddOption("FIRST", options->first,
+                   "A directory, a project file or a document (- is the standard input)")
+        .Type("");
+    command.AddOption("SECOND", options->second, "Another one").Type("");
+    command.AddFlag("--all", options->isAllShown,
+                    "Show all differences, not only the first " + std::to_string(kMostShown));
     AddIgnore(command, options->ignored);
     AddSelection(command, options->selection);
     AddFormat(command, options->format,
@@ -163,7 +162,7 @@ void AddCompareCommand(CLI::App& program, Console& console, int& status) {
                 "  - only the first has it     > it was moved\n"
                 "Objects are compared by database key, else by names and kinds, else by position.\n"
                 "Exit status: 0 the same, 1 different, 2 trouble");
-    command.callback([options, &console, &status] {
+    command.Call([options, &console, &status] {
         if (const std::string complaint = NamesComplaint(*options); !complaint.empty()) {
             console.Say(UsageMessage(complaint, kCompareName));
             status = kBadUsage;

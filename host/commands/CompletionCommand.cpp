@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "CommandTable.h"
@@ -23,16 +22,15 @@ int PrintScript(const CLI::App& program, const std::string& shell, Console& cons
 
 void AddCompletionCommand(CLI::App& program, Console& console, int& status) {
     const auto shell = std::make_shared<std::string>();
-    CLI::App& command = *program.add_subcommand(
-        "completion", "Print the script that lets a shell complete commands and options");
-    AddChoice(command, "SHELL", *shell, {"bash", "zsh", "fish"}, "", "The shell").required();
+    const Command command =
+        AddCommand(program, "completion", "Print the script that lets a shell complete commands and options");
+    AddChoice(command, "SHELL", *shell, {"bash", "zsh", "fish"}, "", "The shell").Required();
     AddExamples(command,
                 "  korvane-json completion bash > ~/.local/share/bash-completion/completions/korvane-json\n"
                 "  korvane-json completion zsh > ~/.zfunc/_korvane-json\n"
                 "  korvane-json completion fish > ~/.config/fish/completions/korvane-json.fish\n",
                 "The packages for Linux install the scripts where the shells look for them.");
-    command.callback(
-        [shell, &program, &console, &status] { status = PrintScript(program, *shell, console); });
+    command.Call([shell, &program, &console, &status] { status = PrintScript(program, *shell, console); });
 }
 
 }  // namespace host

@@ -1,6 +1,5 @@
 #include <korvaneexchange/WriteDocument.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -105,8 +104,8 @@ int ExportProject(const ExportOptions& options, Console& console) {
 
 void AddExportCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<ExportOptions>();
-    CLI::App& command =
-        *program.add_subcommand("export", "Write the JSON document of a project or of one object in it");
+    const Command command =
+        AddCommand(program, "export", "Write the JSON document of a project or of one object in it");
     AddInputOptions(command, options->from);
     AddObjectOption(command, options->object,
                     "Write the document of the object with this identifier instead of the\n"
@@ -119,14 +118,14 @@ void AddExportCommand(CLI::App& program, Console& console, int& status) {
               "compact (the default) writes the document on one line, indented is for\n"
               "people. Both end with a line feed: --text indented");
     command
-        .add_option("-o,--output", options->output,
-                    "The file to write to; an existing file is replaced when the new one is\n"
-                    "complete. - is the standard output (the default): -o bracket.json")
-        ->type_name("FILE");
+        .AddOption("-o,--output", options->output,
+                   "The file to write to; an existing file is replaced when the new one is\n"
+                   "complete. - is the standard output (the default): -o bracket.json")
+        .Type("FILE");
     AddExamples(command,
                 "  korvane-json export projects/bracket -o bracket.json\n"
                 "  korvane-json export projects/bracket --object 12 --mode STUDY --text indented\n");
-    command.callback([options, &console, &status] { status = ExportProject(*options, console); });
+    command.Call([options, &console, &status] { status = ExportProject(*options, console); });
 }
 
 }  // namespace host

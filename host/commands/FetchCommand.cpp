@@ -1,6 +1,5 @@
 #include <libjson.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -135,31 +134,32 @@ std::string OptionsComplaint(const FetchOptions& options) {
 
 void AddFetchCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<FetchOptions>();
-    CLI::App& command = *program.add_subcommand(
-        "fetch", "Act as a data-management server: write a stored object as a document, or list them");
+    const Command command =
+        AddCommand(program, "fetch",
+                   "Act as a data-management server: write a stored object as a document, or list them");
     command
-        .add_option("KEY", options->key,
-                    "The database key of the object, from the answer of 'korvane-json store'; omit it\n"
-                    "with --list")
-        ->type_name("");
-    command.add_flag("--list", options->isList,
-                     "List what the database holds instead: projects, and objects that were stored\n"
-                     "alone, with key, name, date, and how many objects and files they have");
-    command.add_option("--db", options->database, "The server's database: --db server.db")
-        ->required()
-        ->type_name("FILE");
+        .AddOption("KEY", options->key,
+                   "The database key of the object, from the answer of 'korvane-json store'; omit it\n"
+                   "with --list")
+        .Type("");
+    command.AddFlag("--list", options->isList,
+                    "List what the database holds instead: projects, and objects that were stored\n"
+                    "alone, with key, name, date, and how many objects and files they have");
+    command.AddOption("--db", options->database, "The server's database: --db server.db")
+        .Required()
+        .Type("FILE");
     AddFormat(command, options->format,
               "With --list: text (the default) is for people, json for scripts:\n"
               "--format json");
     command
-        .add_option("-o,--output", options->output,
-                    "The file for the document or the list; - is the standard output (the default):\n"
-                    "-o bracket.json")
-        ->type_name("FILE");
+        .AddOption("-o,--output", options->output,
+                   "The file for the document or the list; - is the standard output (the default):\n"
+                   "-o bracket.json")
+        .Type("FILE");
     AddExamples(command,
                 "  korvane-json fetch PRJ-1-3f9a20 --db server.db -o bracket.json\n"
                 "  korvane-json fetch --list --db server.db\n");
-    command.callback([options, &console, &status] {
+    command.Call([options, &console, &status] {
         if (const std::string complaint = OptionsComplaint(*options); !complaint.empty()) {
             console.Say(UsageMessage(complaint, "fetch"));
             status = kBadUsage;

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <numeric>
@@ -182,29 +181,29 @@ constexpr const char* kNotes =
 
 void AddFindCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<FindOptions>();
-    CLI::App& command = *program.add_subcommand("find", "List the objects that meet conditions");
+    const Command command = AddCommand(program, "find", "List the objects that meet conditions");
     AddObjectInput(command, options->from);
     command
-        .add_option("CONDITION", options->conditions,
-                    "Conditions that objects must meet: kind=Part name~bracket* 'Mass>2 kg'.\n"
-                    "Without any, all objects are listed")
-        ->type_name("");
+        .AddOption("CONDITION", options->conditions,
+                   "Conditions that objects must meet: kind=Part name~bracket* 'Mass>2 kg'.\n"
+                   "Without any, all objects are listed")
+        .Type("");
     AddChoice(command, "--format", options->format, {kLines, kJson, kCsv}, "FORMAT",
               "lines (the default) for people; json as docs/objects.schema.json describes,\n"
               "with everything that the objects have; csv for spreadsheets: --format csv");
     command
-        .add_option("--show", options->shown,
-                    "Show this value of the objects as well; may be given again: --show Mass")
-        ->type_name("NAME")
-        ->allow_extra_args(false);
-    command.add_option("--sort", options->sorted, "Sort by this value: --sort Mass")->type_name("NAME");
-    command.add_flag("--count", options->isCounted, "Print only how many objects there are");
+        .AddOption("--show", options->shown,
+                   "Show this value of the objects as well; may be given again: --show Mass")
+        .Type("NAME")
+        .OneEachTime();
+    command.AddOption("--sort", options->sorted, "Sort by this value: --sort Mass").Type("NAME");
+    command.AddFlag("--count", options->isCounted, "Print only how many objects there are");
     AddExamples(command,
                 "  korvane-json find projects/bracket kind=Study --show Solver\n"
                 "  korvane-json find projects/bracket kind=Part has=mesh 'has!=cad'\n"
                 "  korvane-json find bracket.kvp 'Mass>2 kg' 'path=**/static/*' --format csv\n",
                 kNotes);
-    command.callback([options, &console, &status] { status = Find(*options, console); });
+    command.Call([options, &console, &status] { status = Find(*options, console); });
 }
 
 }  // namespace host

@@ -19,4 +19,10 @@ std::string HelpText(const CLI::App& program, const CLI::App* command) {
     return text;
 }
 
+const CLI::App* CommandNamed(const std::string& name, const CLI::App& program) {
+    const auto found =
+        program.get_subcommands([&](const CLI::App* candidate) { return candidate->get_name() == name; });
+    return found.empty() ? nullptr : found.front();
+}
+
 }  // namespace host

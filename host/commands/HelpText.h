@@ -12,4 +12,7 @@ namespace host {
 /// std::bad_alloc.
 std::string HelpText(const CLI::App& program, const CLI::App* command);
 
+/// The command of this name; null if there is none.
+const CLI::App* CommandNamed(const std::string& name, const CLI::App& program);
+
 }  // namespace host

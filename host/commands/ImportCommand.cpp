@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "Commands.h"
@@ -174,36 +173,36 @@ int ImportIntoProjectFile(const ImportOptions& options, Console& console) {
 
 void AddImportCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<ImportOptions>();
-    CLI::App& command =
-        *program.add_subcommand("import", "Rebuild the objects of a document in a project file");
-    command.add_option("DOCUMENT.json", options->document, "The document; - is the standard input")
-        ->required()
-        ->type_name("");
+    const Command command =
+        AddCommand(program, "import", "Rebuild the objects of a document in a project file");
+    command.AddOption("DOCUMENT.json", options->document, "The document; - is the standard input")
+        .Required()
+        .Type("");
     command
-        .add_option("PROJECT.kvp", options->file,
-                    "The project file; created if there is none. The files of the document are\n"
-                    "expected in its directory then")
-        ->required()
-        ->type_name("");
+        .AddOption("PROJECT.kvp", options->file,
+                   "The project file; created if there is none. The files of the document are\n"
+                   "expected in its directory then")
+        .Required()
+        .Type("");
     AddObjectOption(command, options->object,
                     "Import onto the object with this identifier instead of the project;\n"
                     "'korvane-json tree PROJECT.kvp' lists the identifiers. A document of\n"
                     "another kind of object becomes a new object below it: --object 12");
-    CLI::Option* const update =
-        command.add_flag("--update", options->isUpdate,
-                         "Bring in line what is there already instead of adding everything again:\n"
-                         "objects with the same key, else with the same kind and name in the same\n"
-                         "place. What the document lacks stays");
+    const Option update =
+        command.AddFlag("--update", options->isUpdate,
+                        "Bring in line what is there already instead of adding everything again:\n"
+                        "objects with the same key, else with the same kind and name in the same\n"
+                        "place. What the document lacks stays");
     command
-        .add_flag("--remove", options->removes,
-                  "With --update: remove objects that the document lacks, with everything below\n"
-                  "them. Metadata entries and files stay")
-        ->needs(update);
+        .AddFlag("--remove", options->removes,
+                 "With --update: remove objects that the document lacks, with everything below\n"
+                 "them. Metadata entries and files stay")
+        .Needs(update);
     command
-        .add_flag("--same", options->isSame,
-                  "With --update: the document is of this project, although it has another name and\n"
-                  "not its key, or nothing in it is known here")
-        ->needs(update);
+        .AddFlag("--same", options->isSame,
+                 "With --update: the document is of this project, although it has another name and\n"
+                 "not its key, or nothing in it is known here")
+        .Needs(update);
     AddStrictChange(command, options->isStrict);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
@@ -215,7 +214,7 @@ void AddImportCommand(CLI::App& program, Console& console, int& status) {
                 "its name, or no name. With --remove something below the root must be known here as well,\n"
                 "unless the root has the key. The document of a single object, such as a study, brings that\n"
                 "object in line, wherever it is in the project, if it has its key.");
-    command.callback([options, &console, &status] { status = ImportIntoProjectFile(*options, console); });
+    command.Call([options, &console, &status] { status = ImportIntoProjectFile(*options, console); });
 }
 
 }  // namespace host

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "Commands.h"
@@ -114,21 +113,21 @@ int MakeProjectFile(const NewOptions& options, Console& console) {
 
 void AddNewCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<NewOptions>();
-    CLI::App& command = *program.add_subcommand(
-        "new", "Create a project file from a directory of studies, or one without objects");
+    const Command command = AddCommand(
+        program, "new", "Create a project file from a directory of studies, or one without objects");
     command
-        .add_option("DIR", options->first,
-                    "The directory with the studies, or a project file; omit it with --empty")
-        ->type_name("");
-    command.add_option("PROJECT.kvp", options->second, "The project file to create")->type_name("");
-    command.add_flag("--empty", options->isEmpty, "Create a project without objects");
-    command.add_flag("--force", options->isForced,
-                     "Replace the project in an existing project file, and take a name for the project\n"
-                     "file that does not end in .kvp");
-    command.add_flag("--strict", options->isStrict,
-                     "End with status 1 if an entry of the directory cannot be read, or has a name\n"
-                     "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
-                     "The project file is created without that entry");
+        .AddOption("DIR", options->first,
+                   "The directory with the studies, or a project file; omit it with --empty")
+        .Type("");
+    command.AddOption("PROJECT.kvp", options->second, "The project file to create").Type("");
+    command.AddFlag("--empty", options->isEmpty, "Create a project without objects");
+    command.AddFlag("--force", options->isForced,
+                    "Replace the project in an existing project file, and take a name for the project\n"
+                    "file that does not end in .kvp");
+    command.AddFlag("--strict", options->isStrict,
+                    "End with status 1 if an entry of the directory cannot be read, or has a name\n"
+                    "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
+                    "The project file is created without that entry");
     AddSelection(command, options->selection);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
@@ -138,7 +137,7 @@ void AddNewCommand(CLI::App& program, Console& console, int& status) {
         "  korvane-json new --empty rebuilt.kvp\n",
         "A project file is a SQLite 3 database. It holds everything about the project and its objects,\n"
         "identifiers included, except versions of objects, which no command creates.");
-    command.callback([options, &console, &status] {
+    command.Call([options, &console, &status] {
         if (const std::string complaint = NamesComplaint(*options); !complaint.empty()) {
             console.Say(UsageMessage(complaint, "new"));
             status = kBadUsage;

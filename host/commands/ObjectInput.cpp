@@ -1,7 +1,5 @@
 #include "ObjectInput.h"
 
-#include <CLI/CLI.hpp>
-
 #include "Done.h"
 #include "ExitStatus.h"
 #include "Output.h"
@@ -11,9 +9,9 @@
 
 namespace host {
 
-void AddObjectInput(CLI::App& command, InputOptions& options) {
+void AddObjectInput(const Command& command, InputOptions& options) {
     AddInputOptions(command, options)
-        .description(
+        .Description(
             "The directory with the studies, a project file, or a document, which is shown\n"
             "as an import would create its objects (- is the standard input)");
 }

@@ -13,7 +13,7 @@
 namespace host {
 
 /// Adds the argument of such a command, and the options of directories.
-void AddObjectInput(CLI::App& command, InputOptions& options);
+void AddObjectInput(const Command& command, InputOptions& options);
 
 /// Reads what the options name and gives its root to `work`, which says whether it could do its work. Returns
 /// the exit status of the command. The file `output` of the directory is not read.

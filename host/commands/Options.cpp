@@ -1,82 +1,48 @@
 #include "Options.h"
 
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <memory>
 #include <system_error>
 
-#include "host/system/NearestWord.h"
 #include "host/system/Text.h"
 
 namespace host {
-namespace {
 
-std::string Joined(const std::vector<std::string>& words, const std::string& between,
-                   const std::string& beforeLast) {
-    std::string text;
-    for (std::size_t index = 0; index < words.size(); ++index) {
-        text += (index == 0 ? "" : index + 1 < words.size() ? between : beforeLast) + words[index];
-    }
-    return text;
-}
-
-/// `neither a nor b`, `none of a, b and c`
-std::string NoneOf(const std::vector<std::string>& words) {
-    return words.size() == 2 ? "neither " + Joined(words, "", " nor ")
-                             : "none of " + Joined(words, ", ", " and ");
-}
-
-/// Takes one of the words, in any letter case, as it is in the list.
-CLI::Validator ChoiceOf(const std::vector<std::string>& words) {
-    const auto choose = [words](std::string& text) -> std::string {
-        for (const std::string& known : words) {
-            if (ToUpperAscii(text) == ToUpperAscii(known)) {
-                text = known;
-                return "";
-            }
-        }
-        return Quoted(text) + " is " + NoneOf(words) + DidYouMean(NearestWord(text, words));
-    };
-    return {choose, "{" + Joined(words, ",", ",") + "}"};
-}
-
-}  // namespace
-
-CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options) {
-    CLI::Option& directory =
-        *command.add_option("DIR", options.input, "The directory with the studies, or a project file")
-             ->required()
-             ->type_name("");
-    command.add_flag("--strict", options.isStrict,
-                     "End with status 1 if an entry of the directory cannot be read, or has a name\n"
-                     "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
-                     "The output is written without that entry");
+Option AddInputOptions(const Command& command, InputOptions& options) {
+    const Option directory =
+        command.AddOption("DIR", options.input, "The directory with the studies, or a project file")
+            .Required()
+            .Type("");
+    command.AddFlag("--strict", options.isStrict,
+                    "End with status 1 if an entry of the directory cannot be read, or has a name\n"
+                    "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
+                    "The output is written without that entry");
     AddSelection(command, options.selection);
     return directory;
 }
 
-void AddSelection(CLI::App& command, Selection& selection) {
+void AddSelection(const Command& command, Selection& selection) {
     const auto check = [](const std::string& pattern) -> std::string {
         const bool isPattern =
             pattern.find_first_not_of("!/") != std::string::npos && GlobPattern(pattern).IsValid();
         return isPattern ? "" : Quoted(pattern) + " is not a pattern; give one like results/*.frd";
     };
     command
-        .add_option("--study", selection.studies,
-                    "Only this study, or the studies in this directory; a path in DIR. Can be given\n"
-                    "several times")
-        ->type_name("PATH")
-        ->allow_extra_args(false);
+        .AddOption("--study", selection.studies,
+                   "Only this study, or the studies in this directory; a path in DIR. Can be given\n"
+                   "several times")
+        .Type("PATH")
+        .OneEachTime();
     command
-        .add_option("--exclude", selection.excluded,
-                    "Leave out files and directories with such a name or path, as a line of a\n"
-                    ".korvaneignore in DIR does. Can be given several times")
-        ->type_name("GLOB")
-        ->allow_extra_args(false)
-        ->check(check);
+        .AddOption("--exclude", selection.excluded,
+                   "Leave out files and directories with such a name or path, as a line of a\n"
+                   ".korvaneignore in DIR does. Can be given several times")
+        .Type("GLOB")
+        .OneEachTime()
+        .Check(check);
 }
 
-void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {
+void AddObjectOption(const Command& command, std::optional<int>& object, const std::string& description) {
     // The parser would ignore an empty text, and read 010 as an octal number.
     const auto check = [](const std::string& text) -> std::string {
         int number = 0;
@@ -85,51 +51,51 @@ void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::s
         const bool isIdentifier = error == std::errc() && rest == end && number > 0 && text.front() != '0';
         return isIdentifier ? "" : Quoted(text) + " is not an identifier; give a number like 12";
     };
-    command.add_option("--object", object, description)->type_name("ID")->check(check);
+    command.AddOption("--object", object, description).Type("ID").Check(check);
 }
 
-CLI::Option& AddChoice(CLI::App& command, const std::string& name, std::string& word,
-                       const std::vector<std::string>& words, const std::string& type,
-                       const std::string& description) {
-    return *command.add_option(name, word, description)->type_name(type)->transform(ChoiceOf(words));
+Option AddChoice(const Command& command, const std::string& name, std::string& word,
+                 const std::vector<std::string>& words, const std::string& type,
+                 const std::string& description) {
+    return command.AddOption(name, word, description).Type(type).OneOf(words);
 }
 
-void AddIgnore(CLI::App& command, Ignored& ignored) {
+void AddIgnore(const Command& command, Ignored& ignored) {
     const auto words = std::make_shared<std::vector<std::string>>();
     command
-        .add_option("--ignore", *words,
-                    "Leave out of the comparison dates of creation, or keys. Can be given for both.\n"
-                    "Keys are left out anyway where one of the two is a directory, which has none")
-        ->type_name("WHAT")
-        ->allow_extra_args(false)
-        ->transform(ChoiceOf({"dates", "keys"}))
-        ->each([words, &ignored](const std::string& word) {
+        .AddOption("--ignore", *words,
+                   "Leave out of the comparison dates of creation, or keys. Can be given for both.\n"
+                   "Keys are left out anyway where one of the two is a directory, which has none")
+        .Type("WHAT")
+        .OneEachTime()
+        .OneOf({"dates", "keys"})
+        .ForEach([words, &ignored](const std::string& word) {
             ignored.dates = ignored.dates || word == "dates";
             ignored.keys = ignored.keys || word == "keys";
         });
 }
 
-void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description) {
+void AddFormat(const Command& command, ReportFormat& format, const std::string& description) {
     const auto word = std::make_shared<std::string>();
     AddChoice(command, "--format", *word, {"text", "json"}, "FORMAT", description)
-        .each([word, &format](const std::string& chosen) {
+        .ForEach([word, &format](const std::string& chosen) {
             *word = chosen;
             format = chosen == "json" ? ReportFormat::Json : ReportFormat::Text;
         });
 }
 
-void AddReportFormat(CLI::App& command, ReportFormat& format) {
+void AddReportFormat(const Command& command, ReportFormat& format) {
     AddFormat(command, format,
               "text (the default) reports what was done in messages, json as one JSON document\n"
               "on the standard output: --format json");
 }
 
-void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes) {
-    command.footer((notes.empty() ? "" : notes + "\n\n") + "Examples:\n" + examples);
+void AddExamples(const Command& command, const std::string& examples, const std::string& notes) {
+    command.SetEnd((notes.empty() ? "" : notes + "\n\n") + "Examples:\n" + examples);
 }
 
-void AddDryRun(CLI::App& command, bool& isDryRun) {
-    command.add_flag("--dry-run", isDryRun, "Say what would be done, without changing anything");
+void AddDryRun(const Command& command, bool& isDryRun) {
+    command.AddFlag("--dry-run", isDryRun, "Say what would be done, without changing anything");
 }
 
 }  // namespace host

@@ -4,12 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "Command.h"
 #include "host/directory/Selection.h"
-
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
 
 /// Options that commands share.
 namespace host {
@@ -22,19 +18,19 @@ struct InputOptions {
     Selection selection = {};
 };
 /// Returns the argument for the directory or project file.
-CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options);
+Option AddInputOptions(const Command& command, InputOptions& options);
 
 /// Adds --study and --exclude. AddInputOptions has them.
-void AddSelection(CLI::App& command, Selection& selection);
+void AddSelection(const Command& command, Selection& selection);
 
 /// Adds --object, which takes an identifier.
-void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
+void AddObjectOption(const Command& command, std::optional<int>& object, const std::string& description);
 
 /// Adds an option that takes one of several words, in any letter case. `word` becomes it as it is in the
-/// list. Returns the option, which CLI11 cannot look up without memory.
-CLI::Option& AddChoice(CLI::App& command, const std::string& name, std::string& word,
-                       const std::vector<std::string>& words, const std::string& type,
-                       const std::string& description);
+/// list.
+Option AddChoice(const Command& command, const std::string& name, std::string& word,
+                 const std::vector<std::string>& words, const std::string& type,
+                 const std::string& description);
 
 /// What a comparison leaves out.
 struct Ignored {
@@ -43,18 +39,18 @@ struct Ignored {
     bool IsEmpty() const { return !dates && !keys; }
 };
 /// Adds --ignore, which takes `dates` or `keys` and can be given for each.
-void AddIgnore(CLI::App& command, Ignored& ignored);
+void AddIgnore(const Command& command, Ignored& ignored);
 
 enum class ReportFormat { Text, Json };
 /// Adds --format, which takes `text` (the default) or `json`.
-void AddFormat(CLI::App& command, ReportFormat& format, const std::string& description);
+void AddFormat(const Command& command, ReportFormat& format, const std::string& description);
 /// The same for a command whose report is a message as text, and on the standard output as JSON.
-void AddReportFormat(CLI::App& command, ReportFormat& format);
+void AddReportFormat(const Command& command, ReportFormat& format);
 
 /// Adds the end of a command's help: the notes, if there are any, and the examples.
-void AddExamples(CLI::App& command, const std::string& examples, const std::string& notes = {});
+void AddExamples(const Command& command, const std::string& examples, const std::string& notes = {});
 
 /// Adds --dry-run.
-void AddDryRun(CLI::App& command, bool& isDryRun);
+void AddDryRun(const Command& command, bool& isDryRun);
 
 }  // namespace host

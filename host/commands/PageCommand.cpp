@@ -1,6 +1,5 @@
 #include <korvaneexchange/Compare.h>
 
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <functional>
 #include <limits>
@@ -171,45 +170,45 @@ std::string Complaint(const PageOptions& options) {
 
 void AddPageCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<PageOptions>();
-    CLI::App& command =
-        *program.add_subcommand("page", "Write a page for the browser that shows a project, in one file");
+    const Command command =
+        AddCommand(program, "page", "Write a page for the browser that shows a project, in one file");
     AddObjectInput(command, options->from);
     command
-        .add_option("OTHER", options->other,
-                    "Another one: the page shows both side by side, and how it differs from DIR")
-        ->type_name("");
+        .AddOption("OTHER", options->other,
+                   "Another one: the page shows both side by side, and how it differs from DIR")
+        .Type("");
     AddIgnore(command, options->ignored);
     command
-        .add_option("--title", options->title,
-                    "The title of the page instead of the name of the project: --title Brackets")
-        ->type_name("TEXT");
+        .AddOption("--title", options->title,
+                   "The title of the page instead of the name of the project: --title Brackets")
+        .Type("TEXT");
     const auto check = [](const std::string& text) -> std::string {
         return ParseSize(text) ? "" : Quoted(text) + " is not a size; give one like 500k, 20M or 0";
     };
     command
-        .add_option("--pictures", options->pictures,
-                    "How much of the project's pictures the page may contain, 20M without this\n"
-                    "option. Pictures beyond that are only named: --pictures 0")
-        ->type_name("SIZE")
-        ->check(CLI::Validator(check, ""));
+        .AddOption("--pictures", options->pictures,
+                   "How much of the project's pictures the page may contain, 20M without this\n"
+                   "option. Pictures beyond that are only named: --pictures 0")
+        .Type("SIZE")
+        .Check(check);
     command
-        .add_option("--meshes", options->models,
-                    "The same for the meshes of solver inputs, STL files and meshes of Gmsh,\n"
-                    "which can be turned in the page: --meshes 100M")
-        ->type_name("SIZE")
-        ->check(CLI::Validator(check, ""));
+        .AddOption("--meshes", options->models,
+                   "The same for the meshes of solver inputs, STL files and meshes of Gmsh,\n"
+                   "which can be turned in the page: --meshes 100M")
+        .Type("SIZE")
+        .Check(check);
     command
-        .add_option("-o,--output", options->output,
-                    "The file to write to; an existing file is replaced when the new one is\n"
-                    "complete. - is the standard output: -o bracket.html")
-        ->type_name("FILE")
-        ->required();
+        .AddOption("-o,--output", options->output,
+                   "The file to write to; an existing file is replaced when the new one is\n"
+                   "complete. - is the standard output: -o bracket.html")
+        .Type("FILE")
+        .Required();
     AddExamples(command,
                 "  korvane-json page projects/bracket -o bracket.html\n"
                 "  korvane-json page bracket.kvp --title Brackets --pictures 5M -o bracket.html\n"
                 "  korvane-json page --ignore dates bracket.kvp projects/bracket -o changes.html\n",
                 "The page is one HTML file, which needs no network and no other file.");
-    command.callback([options, &console, &status] {
+    command.Call([options, &console, &status] {
         if (const std::string complaint = Complaint(*options); !complaint.empty()) {
             console.Say(UsageMessage(complaint, "page"));
             status = kBadUsage;

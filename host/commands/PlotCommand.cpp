@@ -1,6 +1,5 @@
 #include <korvaneexchange/Text.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
@@ -119,40 +118,39 @@ constexpr const char* kNotes =
 
 void AddPlotCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<PlotOptions>();
-    CLI::App& command =
-        *program.add_subcommand("plot", "Draw two numbers of the objects as points, as an SVG picture");
+    const Command command =
+        AddCommand(program, "plot", "Draw two numbers of the objects as points, as an SVG picture");
     AddObjectInput(command, options->from);
     command
-        .add_option("CONDITION", options->conditions,
-                    "Conditions that objects must meet, as for find: kind=Iteration 'Mass>2 kg'")
-        ->type_name("");
-    command.add_option("--x", options->x, "The metadata entry along the horizontal axis: --x Mass")
-        ->type_name("NAME")
-        ->required();
+        .AddOption("CONDITION", options->conditions,
+                   "Conditions that objects must meet, as for find: kind=Iteration 'Mass>2 kg'")
+        .Type("");
+    command.AddOption("--x", options->x, "The metadata entry along the horizontal axis: --x Mass")
+        .Type("NAME")
+        .Required();
     command
-        .add_option("--y", options->y,
-                    "The metadata entry along the vertical axis: --y 'Largest Displacement'")
-        ->type_name("NAME")
-        ->required();
+        .AddOption("--y", options->y,
+                   "The metadata entry along the vertical axis: --y 'Largest Displacement'")
+        .Type("NAME")
+        .Required();
     command
-        .add_option("--by", options->by,
-                    "Draw objects with different values of this in different colours and shapes,\n"
-                    "with a legend: --by Solver")
-        ->type_name("NAME");
-    command.add_option("--kind", options->kind, "Only objects of this kind: --kind Study")->type_name("KIND");
+        .AddOption("--by", options->by,
+                   "Draw objects with different values of this in different colours and shapes,\n"
+                   "with a legend: --by Solver")
+        .Type("NAME");
+    command.AddOption("--kind", options->kind, "Only objects of this kind: --kind Study").Type("KIND");
+    command.AddOption("--title", options->title, "The title instead of the project's name: --title Brackets")
+        .Type("TEXT");
     command
-        .add_option("--title", options->title, "The title instead of the project's name: --title Brackets")
-        ->type_name("TEXT");
-    command
-        .add_option("-o,--output", options->output,
-                    "The file to write to. - is the standard output (the default): -o plot.svg")
-        ->type_name("FILE");
+        .AddOption("-o,--output", options->output,
+                   "The file to write to. - is the standard output (the default): -o plot.svg")
+        .Type("FILE");
     AddExamples(
         command,
         "  korvane-json plot projects/bracket --x Files --y Size --kind Study -o sizes.svg\n"
         "  korvane-json plot bracket.kvp --x Mass --y 'Largest Displacement' --by Solver -o mass.svg\n",
         kNotes);
-    command.callback([options, &console, &status] { status = DrawObjects(*options, console); });
+    command.Call([options, &console, &status] { status = DrawObjects(*options, console); });
 }
 
 }  // namespace host

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "Commands.h"
@@ -78,29 +77,29 @@ int StoreFromFile(const StoreOptions& options, Console& console) {
 
 void AddStoreCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<StoreOptions>();
-    CLI::App& command = *program.add_subcommand(
-        "store", "Act as a data-management server: store a document and answer with its keys");
-    command.add_option("DOCUMENT.json", options->document, "The document; - is the standard input")
-        ->required()
-        ->type_name("");
+    const Command command = AddCommand(
+        program, "store", "Act as a data-management server: store a document and answer with its keys");
+    command.AddOption("DOCUMENT.json", options->document, "The document; - is the standard input")
+        .Required()
+        .Type("");
     command
-        .add_option("--db", options->database,
-                    "The server's database; created if there is none: --db server.db")
-        ->required()
-        ->type_name("FILE");
+        .AddOption("--db", options->database,
+                   "The server's database; created if there is none: --db server.db")
+        .Required()
+        .Type("FILE");
     command
-        .add_option("--project", options->request.project,
-                    "The name of the document's project, if the document's root has another name:\n"
-                    "--project bracket")
-        ->type_name("NAME");
-    command.add_flag("--again", options->request.isAgain,
-                     "The document is of the project of this name that the database has already.\n"
-                     "Needed if the document's root has no key");
+        .AddOption("--project", options->request.project,
+                   "The name of the document's project, if the document's root has another name:\n"
+                   "--project bracket")
+        .Type("NAME");
+    command.AddFlag("--again", options->request.isAgain,
+                    "The document is of the project of this name that the database has already.\n"
+                    "Needed if the document's root has no key");
     command
-        .add_option("-o,--output", options->output,
-                    "The file for the answer; - is the standard output (the default):\n"
-                    "-o answer.json")
-        ->type_name("FILE");
+        .AddOption("-o,--output", options->output,
+                   "The file for the answer; - is the standard output (the default):\n"
+                   "-o answer.json")
+        .Type("FILE");
     AddDryRun(command, options->isDryRun);
     AddFormat(command, options->format,
               "text (the default) reports what was done in messages, json as one JSON document\n"
@@ -121,7 +120,7 @@ void AddStoreCommand(CLI::App& program, Console& console, int& status) {
         "object is recognised if the project has only one of its kind and name.\n"
         "Children and files that the document no longer has are detached from their object; they can still\n"
         "be fetched, and are recognised if they come back.");
-    command.callback([options, &console, &status] {
+    command.Call([options, &console, &status] {
         const bool isReportOnOutput = options->format == ReportFormat::Json && !options->isDryRun;
         if (isReportOnOutput && options->output == kStandardStream) {
             console.Say(UsageMessage(

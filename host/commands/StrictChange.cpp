@@ -1,7 +1,5 @@
 #include "StrictChange.h"
 
-#include <CLI/CLI.hpp>
-
 #include "host/document/DocumentFile.h"
 #include "host/document/ReportText.h"
 #include "host/system/Text.h"
@@ -12,10 +10,10 @@ using korvane::exchange::Reason;
 
 namespace host {
 
-void AddStrictChange(CLI::App& command, bool& isStrict) {
-    command.add_flag("--strict", isStrict,
-                     "Change nothing and end with status 1 if anything of the input cannot be used.\n"
-                     "Members that every document has are no such thing");
+void AddStrictChange(const Command& command, bool& isStrict) {
+    command.AddFlag("--strict", isStrict,
+                    "Change nothing and end with status 1 if anything of the input cannot be used.\n"
+                    "Members that every document has are no such thing");
 }
 
 bool IsAllowed(const korvane::exchange::Report& report, const StrictInput& input, Console& console) {

@@ -4,16 +4,13 @@
 
 #include <string>
 
+#include "Command.h"
 #include "host/system/Console.h"
-
-namespace CLI {
-class App;
-}
 
 /// --strict of the commands that read a document or an answer onto a project file.
 namespace host {
 
-void AddStrictChange(CLI::App& command, bool& isStrict);
+void AddStrictChange(const Command& command, bool& isStrict);
 
 struct StrictInput {
     /// The file that was read.

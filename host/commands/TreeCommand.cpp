@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <memory>
 
@@ -73,22 +72,22 @@ std::string CheckDepth(const std::string& text) {
 
 void AddTreeCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<TreeOptions>();
-    CLI::App& command =
-        *program.add_subcommand("tree", "Print the objects of a project: kinds, names, files and metadata");
+    const Command command =
+        AddCommand(program, "tree", "Print the objects of a project: kinds, names, files and metadata");
     AddObjectInput(command, options->from);
-    CLI::Option* const depth =
+    const Option depth =
         command
-            .add_option("--depth", options->depth,
-                        "Show only so many levels below the project; files are a level below their\n"
-                        "object: --depth 2")
-            ->type_name("LEVELS")
-            ->check(CheckDepth);
+            .AddOption("--depth", options->depth,
+                       "Show only so many levels below the project; files are a level below their\n"
+                       "object: --depth 2")
+            .Type("LEVELS")
+            .Check(CheckDepth);
     // A list of studies has no levels.
     command
-        .add_flag("--studies", options->areStudiesListed,
-                  "Show a line for each study instead: solvers, iterations, files, size and\n"
-                  "description")
-        ->excludes(depth);
+        .AddFlag("--studies", options->areStudiesListed,
+                 "Show a line for each study instead: solvers, iterations, files, size and\n"
+                 "description")
+        .Excludes(depth);
     AddChoice(command, "--files", options->files, {kAll, kWithRoles, kNone}, "WHICH",
               "all (the default) shows all files, roles those that are the CAD file, a mesh,\n"
               "the graphic file or the deck of their object, none none: --files roles");
@@ -100,7 +99,7 @@ void AddTreeCommand(CLI::App& program, Console& console, int& status) {
                 "  korvane-json tree --studies projects/bracket\n"
                 "  korvane-json tree --depth 3 --files none bracket.kvp\n"
                 "  korvane-json tree --strict projects/bracket > bracket.txt\n");
-    command.callback([options, &console, &status] {
+    command.Call([options, &console, &status] {
         status = WithObjects(options->from, std::nullopt, console, [&](CAEObject& root) {
             return WriteToStandardOutput(TextOf(root, *options), console);
         });

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -156,21 +155,21 @@ int UpdateProjectFile(const UpdateOptions& options, Console& console) {
 
 void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<UpdateOptions>();
-    CLI::App& command =
-        *program.add_subcommand("update", "Read a directory of studies again into its project file");
-    command.add_option("DIR", options->directory, "The directory of the project")->required()->type_name("");
-    command.add_option("PROJECT.kvp", options->file, "The project file")->required()->type_name("");
-    command.add_flag("--remove", options->isRemoving,
-                     "Remove what came from the directory and is not there any more");
-    command.add_flag("--force", options->isForced,
-                     "With --remove: remove even most of the files that the project has from the directory");
-    command.add_flag("--moved", options->isMoved,
-                     "DIR is the directory of the project now, although it was another one before.\n"
-                     "Needed only if the old one is still there, or most of its files are not in DIR");
-    command.add_flag("--strict", options->isStrict,
-                     "End with status 1 if an entry of the directory cannot be read, or has a name\n"
-                     "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
-                     "The project file is updated without that entry");
+    const Command command =
+        AddCommand(program, "update", "Read a directory of studies again into its project file");
+    command.AddOption("DIR", options->directory, "The directory of the project").Required().Type("");
+    command.AddOption("PROJECT.kvp", options->file, "The project file").Required().Type("");
+    command.AddFlag("--remove", options->isRemoving,
+                    "Remove what came from the directory and is not there any more");
+    command.AddFlag("--force", options->isForced,
+                    "With --remove: remove even most of the files that the project has from the directory");
+    command.AddFlag("--moved", options->isMoved,
+                    "DIR is the directory of the project now, although it was another one before.\n"
+                    "Needed only if the old one is still there, or most of its files are not in DIR");
+    command.AddFlag("--strict", options->isStrict,
+                    "End with status 1 if an entry of the directory cannot be read, or has a name\n"
+                    "that a document cannot carry, or if a korvane.toml has an entry that cannot be used.\n"
+                    "The project file is updated without that entry");
     AddSelection(command, options->selection);
     AddDryRun(command, options->isDryRun);
     AddReportFormat(command, options->format);
@@ -186,7 +185,7 @@ void AddUpdateCommand(CLI::App& program, Console& console, int& status) {
         "identifiers. What is missing is listed and stays, unless --remove is given; a study, part or file\n"
         "with another path is missing and new. Objects that did not come from the directory, as those of\n"
         "import, stay as they are, and so does what cannot be read now.");
-    command.callback([options, &console, &status] { status = UpdateProjectFile(*options, console); });
+    command.Call([options, &console, &status] { status = UpdateProjectFile(*options, console); });
 }
 
 }  // namespace host
