@@ -26,6 +26,27 @@ function(lay_out_libjson installed folder)
   lay_out_libraries("${installed}" "${folder}" libjson)
 endfunction()
 
+# Builds a libjson whose texts are not std::string and lays it out as an installed one, which knows how it was built.
+function(lay_out_libjson_with_own_texts folder)
+  configure("${WORK}/libjson-build" ${ARGN} -DKORVANEJSON_BUILD_TESTS=OFF -DKORVANEJSON_BUILD_PROGRAM=OFF
+    -DLIBJSON_OWN_STRING_ALLOCATOR=ON)
+  run(${CMAKE_COMMAND} --build "${WORK}/libjson-build" --target libjson)
+  run(${CMAKE_COMMAND} --install "${WORK}/libjson-build/platform/libjson" --prefix "${WORK}/installed")
+  lay_out_libjson("${WORK}/installed" "${folder}")
+  file(REMOVE_RECURSE "${WORK}/installed")
+  file(READ "${folder}/include/libjson.h" header)
+  string(REPLACE "#pragma once" "#pragma once\n#define LIBJSON_OWN_STRING_ALLOCATOR" header "${header}")
+  file(WRITE "${folder}/include/libjson.h" "${header}")
+endfunction()
+
+# Fails if a library was not built with such a libjson.
+function(expect_own_texts library)
+  execute_process(COMMAND nm --dynamic --demangle "${library}" OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT symbols MATCHES "libjson::string_allocator<char>")
+    message(FATAL_ERROR "The library was built with another libjson:\n${symbols}")
+  endif()
+endfunction()
+
 # Libraries and import libraries come to lib/, the libraries of Windows to bin/.
 function(lay_out_libraries installed folder)
   foreach(library IN LISTS ARGN)

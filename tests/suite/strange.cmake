@@ -1,5 +1,5 @@
-# Builds the product against the strange suite (strange/make-suite), with nothing of it replaced but
-# objectjson/ObjectModel.h, and runs the product's own tests with what comes out.
+# Builds the product against the strange suite (strange/make-suite) and a libjson whose texts are not std::string, with
+# nothing of it replaced but objectjson/ObjectModel.h, and runs the product's own tests with what comes out.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -12,11 +12,13 @@ set(tree "${WORK}/tree")
 # The build date distinguishes the library from others.
 set(ENV{SOURCE_DATE_EPOCH} 0)
 
+lay_out_libjson_with_own_texts("${WORK}/libjson" ${quick})
+
 # The product as it is, but for the one file. Files keep their times, so that a second run builds what has changed.
 file(GLOB product RELATIVE "${SOURCE}" "${SOURCE}/*")
 list(FILTER product EXCLUDE REGEX "^(\\..*|build.*|bench|fuzz|host|platform|tests)$")
 list(TRANSFORM product PREPEND "${tree}/" OUTPUT_VARIABLE copies)
-file(REMOVE_RECURSE ${copies} "${WORK}/suite" "${WORK}/libjson")
+file(REMOVE_RECURSE ${copies} "${WORK}/suite")
 list(TRANSFORM product PREPEND "${SOURCE}/")
 file(COPY ${product} DESTINATION "${tree}")
 # A copy is left out where there is a file of the same time.
@@ -31,9 +33,6 @@ run(${CMAKE_COMMAND} --build "${WORK}/suite-build" --target KorvaneRecording ors
 file(GLOB headers "${tree}/platform/*/*.hxx")
 file(COPY ${headers} DESTINATION "${WORK}/suite/include")
 lay_out_libraries("${WORK}/suite-build" "${WORK}/suite" Korvane orsutl PimuUtil)
-run(${CMAKE_COMMAND} --install "${BUILD}/platform/libjson" --config "${CONFIG}" --prefix "${WORK}/installed")
-lay_out_libjson("${WORK}/installed" "${WORK}/libjson")
-file(REMOVE_RECURSE "${WORK}/installed")
 set(libraries "-DKORVANEJSON_SUITE_ROOT=${WORK}/suite" "-Dlibjson_ROOT=${WORK}/libjson"
   "-DCMAKE_FIND_ROOT_PATH=${WORK}")
 
@@ -52,6 +51,7 @@ function(expect_exports library expected)
 endfunction()
 expect_exports("${library}" "${EXPECTED}")
 expect_exports("${exchange}" "${EXPECTED_OF_EXCHANGE}")
+expect_own_texts("${library}")
 
 # It asks for operations that only this suite has, and for none that only the usual one has.
 if(WINDOWS)
