@@ -25,6 +25,7 @@ const std::vector<ProgramCommand>& AllCommands() {
          "p.kvp"},
 
         {"FindInDirectory", {"find", "given/studies", "kind=Study", "--sort", "Size", "--show", "Solver"}},
+        {"FindWithUnit", {"find", "given/studies", "Mass<5kg"}},
         {"FindInDocument", {"find", "given/document.json", "has=deck", "--format", "csv"}},
         {"Find", {"find", "work/p.kvp", "id<100", "--format", "json"}, FileUse::Reads, "p.kvp"},
 
