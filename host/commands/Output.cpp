@@ -24,16 +24,15 @@ bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& 
     return WouldBeSameFile(left, right);
 }
 
-/// Whether the file is neither empty nor a document, an answer, a page or a plot, so that none of these must
-/// replace it. Documents of servers can begin in any way.
+/// Whether the file is neither empty nor a document, an answer, a page or a plot of this program, so that
+/// none of these must replace it. What is in a file that cannot be read is not known.
 bool HasOtherContent(const std::filesystem::path& file) {
     FileSample sample;
     if (ReadSample(file, 4096, 0, sample)) {
-        return false;
+        return true;
     }
-    const std::string_view text = Trim(sample.head);
     const OwnFile own = OwnFileOf(sample.head);
-    return !text.empty() && text.front() != '{' && (own == OwnFile::None || own == OwnFile::Database);
+    return !sample.head.empty() && (own == OwnFile::None || own == OwnFile::Database);
 }
 
 void SayNotReplaced(const std::string& file, const std::string& reason, Console& console) {
@@ -43,7 +42,7 @@ void SayNotReplaced(const std::string& file, const std::string& reason, Console&
 
 constexpr const char* kFileOfProject = "it is a file of the project, not a document, a page or a plot";
 
-/// Whether it is a file in the directory, at any depth, that is neither empty nor a document.
+/// Whether it is a file in the directory, at any depth, with other content.
 bool IsFileOfProject(const std::filesystem::path& file, const std::filesystem::path& directory) {
     std::error_code error;
     if (!std::filesystem::is_directory(directory, error) || !std::filesystem::is_regular_file(file, error)) {

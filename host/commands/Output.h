@@ -19,12 +19,12 @@ namespace host {
 std::string CompactText(const JSONNode& document);
 
 /// Whether the file may be replaced by a command's output. A file that the command works on (`inputs`), a
-/// file in a directory that it reads unless that is a document, and a database may not: then a message says
-/// why.
+/// database, and a file in a directory that it reads may not, unless that one is empty or an output of this
+/// program: then a message says why.
 bool IsReplaceable(const std::string& file, const std::vector<std::string>& inputs, Console& console);
 
-/// Whether the file is not one of the files of the project, or it is empty or a document. If it may not be
-/// replaced, a message says why.
+/// Whether the file is not one of the files of the project, or it is empty or an output of this program. If
+/// it may not be replaced, a message says why.
 bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& console);
 
 /// The path of the file that a command writes to, if it exists.

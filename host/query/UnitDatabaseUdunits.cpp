@@ -3,6 +3,7 @@
 #include <new>
 
 #include "UnitDatabase.h"
+#include "host/system/MemoryReserve.h"
 
 namespace host {
 namespace {
@@ -38,6 +39,7 @@ struct UnitDatabase::Units {
 };
 
 UnitDatabase::UnitDatabase() {
+    EnsureMemory();
     // What cannot be converted is said in the program's own words.
     ut_set_error_message_handler(ut_ignore);
     System system(ut_read_xml(nullptr));
@@ -54,6 +56,7 @@ UnitConversion UnitDatabase::Find(const std::string& from, const std::string& to
     if (units_ == nullptr) {
         return {};
     }
+    EnsureMemory();
     const Unit left = ParseUnit(units_->system, from);
     const Unit right = ParseUnit(units_->system, to);
     if (left == nullptr || right == nullptr || ut_are_convertible(left.get(), right.get()) == 0) {

@@ -21,8 +21,9 @@ std::filesystem::path NewTemporaryName(const std::filesystem::path& folder);
 bool IsTemporaryName(const std::filesystem::path& name);
 
 /// Removes the temporary files in the folder, with their journals, that processes of this user have left
-/// behind. Files that are still being written, files of other users, and files with other names stay. What
-/// cannot be removed stays without a word.
+/// behind, and temporary names that a file there still has beside its own. Files that are still being
+/// written, files of other users, and files with other names stay. What cannot be removed stays without a
+/// word.
 void RemoveLeftovers(const std::filesystem::path& folder);
 
 /// An empty temporary file that this process holds, as long as it exists, against RemoveLeftovers: for a

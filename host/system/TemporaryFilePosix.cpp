@@ -40,15 +40,41 @@ extern "C" void RemoveAndEnd(int signal) {
     static_cast<void>(::raise(signal));
 }
 
+bool IsSame(const struct stat& left, const struct stat& right) {
+    return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
+/// Whether the file has a name in the folder that is not temporary.
+bool HasFinalName(DIR* folder, const struct stat& file) {
+    ::rewinddir(folder);
+    while (const dirent* const found = ::readdir(folder)) {
+        const char* const name = static_cast<const char*>(found->d_name);
+        struct stat status {};
+        if (!IsTemporaryName(name) && ::fstatat(::dirfd(folder), name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+            IsSame(status, file)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// Removes the file if no process holds it locked.
-void RemoveIfLeftBehind(int folder, const std::string& text) {
+void RemoveIfLeftBehind(DIR* stream, const std::string& text) {
+    const int folder = ::dirfd(stream);
     const char* const name = text.c_str();
     struct stat listed {};
     const auto isOurs = [](const struct stat& status) {
-        // With a second name it would not be a file that this program has made.
-        return S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && status.st_nlink == 1;
+        return S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
     };
     if (::fstatat(folder, name, &listed, AT_SYMLINK_NOFOLLOW) != 0 || !isOurs(listed)) {
+        return;
+    }
+    if (listed.st_nlink != 1) {
+        // A complete file whose process was killed before it could remove this name, or a file of somebody
+        // else's making. It is not opened: closing it would drop the locks of a database in use.
+        if (listed.st_nlink == 2 && HasFinalName(stream, listed)) {
+            ::unlinkat(folder, name, 0);
+        }
         return;
     }
     // Some network file systems give a lock only to those who may write.
@@ -59,9 +85,8 @@ void RemoveIfLeftBehind(int folder, const std::string& text) {
     // Since it was opened, its process may have finished it and given it another name.
     struct stat opened {};
     struct stat named {};
-    if (::fstat(file.Get(), &opened) == 0 && isOurs(opened) &&
-        ::fstatat(folder, name, &named, AT_SYMLINK_NOFOLLOW) == 0 && named.st_dev == opened.st_dev &&
-        named.st_ino == opened.st_ino) {
+    if (::fstat(file.Get(), &opened) == 0 && isOurs(opened) && opened.st_nlink == 1 &&
+        ::fstatat(folder, name, &named, AT_SYMLINK_NOFOLLOW) == 0 && IsSame(named, opened)) {
         ::unlinkat(folder, (text + kJournal).c_str(), 0);
         ::unlinkat(folder, name, 0);
     }
@@ -92,7 +117,7 @@ void RemoveLeftovers(const std::filesystem::path& folder) {
         }
     }
     for (const std::string& name : names) {
-        RemoveIfLeftBehind(::dirfd(stream.get()), name);
+        RemoveIfLeftBehind(stream.get(), name);
     }
 }
 

@@ -19,7 +19,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdlib>
+#include <new>
 #include <vector>
 #endif
 
@@ -34,6 +36,13 @@ OuString FindUserName() {
 
 #else
 
+/// Throws std::bad_alloc if there is hardly any memory left. The name service does not withstand that: it
+/// ends the program, or knows no name.
+void EnsureMemory() {
+    constexpr std::size_t kReserve = std::size_t{1} << 20U;
+    ::operator delete(::operator new(kReserve));
+}
+
 OuString FindUserName() {
     constexpr std::size_t kFirstBufferSize = 1024;
     constexpr std::size_t kLastBufferSize = kFirstBufferSize * 1024;
@@ -41,6 +50,7 @@ OuString FindUserName() {
         std::vector<char> buffer(size);
         passwd entry{};
         passwd* found = nullptr;
+        EnsureMemory();
         const int status = getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found);
         if (status == 0 && found != nullptr) {
             return OuString(found->pw_name, 0);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 
 std::ostream& operator<<(std::ostream& stream, const ProgramCommand& command) {
@@ -24,6 +25,7 @@ const std::vector<ProgramCommand>& AllCommands() {
          "p.kvp"},
 
         {"FindInDirectory", {"find", "given/studies", "kind=Study", "--sort", "Size", "--show", "Solver"}},
+        {"FindWithUnit", {"find", "given/studies", "Mass<5kg"}},
         {"FindInDocument", {"find", "given/document.json", "has=deck", "--format", "csv"}},
         {"Find", {"find", "work/p.kvp", "id<100", "--format", "json"}, FileUse::Reads, "p.kvp"},
 
@@ -145,6 +147,15 @@ const std::vector<ProgramCommand>& AllCommands() {
 std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const ProgramCommand&)>& condition) {
     std::vector<ProgramCommand> found;
     std::ranges::copy_if(AllCommands(), std::back_inserter(found), condition);
+    return found;
+}
+
+std::vector<ProgramCommand> OneOfEach(const std::vector<ProgramCommand>& commands) {
+    std::set<std::string> names;
+    std::vector<ProgramCommand> found;
+    std::ranges::copy_if(commands, std::back_inserter(found), [&](const ProgramCommand& command) {
+        return names.insert(command.arguments.front()).second;
+    });
     return found;
 }
 

@@ -54,6 +54,9 @@ const std::vector<ProgramCommand>& AllCommands();
 /// The commands for which the condition holds.
 std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const ProgramCommand&)>& condition);
 
+/// The first of the commands with each name on the command line, where all of them would take too long.
+std::vector<ProgramCommand> OneOfEach(const std::vector<ProgramCommand>& commands);
+
 /// Makes the rest of the folder when it has `given/studies`, `given/other`, `given/p.kvp` and
 /// `given/other.json`. `run` runs the program in the folder, and throws if it fails.
 void CompleteCommandFolder(const TemporaryDirectory& folder,

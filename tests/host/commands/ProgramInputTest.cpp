@@ -2,6 +2,8 @@
 #include <utility>
 
 #include "ProgramSupport.h"
+#include "support/LongRun.h"
+#include "support/ProgramCommands.h"
 
 /// What is given to the program to read is not always a file.
 namespace {
@@ -58,6 +60,9 @@ TEST_F(ProgramInputTest, ADeviceWithoutAnEndIsNotADocument) {
         "document";
     ExpectRefused({"tree", "/dev/zero"}, message);
     ExpectRefused({"compare", "/dev/zero", "p.kvp"}, message, 2);
+    ExpectRefused({"find", "/dev/zero", "kind=Study"}, message);
+    ExpectRefused({"page", "/dev/zero", "-o", "page.html"}, message);
+    ExpectRefused({"plot", "/dev/zero", "--x", "Files", "--y", "Size"}, message);
     ExpectRefused({"import", "/dev/zero", "p.kvp"}, message);
     ExpectRefused({"import", "/dev/zero", "new.kvp"}, message);
     ExpectRefused({"apply", "/dev/zero", "p.kvp"}, message);
@@ -72,6 +77,39 @@ TEST_F(ProgramInputTest, ADeviceIsNotAProject) {
     ExpectRefused({"export", "/dev/zero", "-o", "out.json"}, message);
     ExpectRefused({"new", "/dev/zero", "new.kvp"}, message);
     ExpectRefused({"fetch", "PRJ-1-000000", "--db", "/dev/zero"}, "'/dev/zero' is not a file");
+}
+
+TEST_F(ProgramInputTest, ADeviceWithoutAnEndIsRefusedByEveryCommandInPlaceOfEveryInput) {
+    folder.Write("given/studies/static/job.inp", "*STEP\n*STATIC\n*END STEP\n");
+    folder.Write("given/other/modes/job.bdf", "SOL 101\nCEND\nBEGIN BULK\nENDDATA\n");
+    const auto run = [&](const std::vector<std::string>& arguments) {
+        const ProcessResult result = Run(arguments);
+        ASSERT_EQ(result.status, 0) << result.error;
+    };
+    run({"new", "given/studies", "given/p.kvp"});
+    run({"export", "given/other", "-o", "given/other.json"});
+    CompleteCommandFolder(folder, run);
+    ASSERT_FALSE(HasFatalFailure());
+    for (const ProgramCommand& command :
+         kIsSample && !IsLongRun() ? OneOfEach(AllCommands()) : AllCommands()) {
+        PutFileOf(command, folder);
+        const std::vector<std::string> usual = ArgumentsIn(folder, command);
+        const Content before = ContentOf(folder.Path());
+        for (std::size_t place = 0; place < usual.size(); ++place) {
+            if (!usual[place].starts_with("given/") && !usual[place].starts_with("work/")) {
+                continue;
+            }
+            SCOPED_TRACE(command.name + ", argument " + std::to_string(place));
+            std::vector<std::string> arguments = usual;
+            arguments[place] = "/dev/zero";
+            const ProcessResult result = Run(arguments);
+            EXPECT_TRUE(result.status == 1 || result.status == 2) << result.status;
+            EXPECT_EQ(result.output, "");
+            EXPECT_TRUE(result.error.starts_with("korvane-json: ")) << result.error;
+            EXPECT_NE(result.error.find("'/dev/zero'"), std::string::npos) << result.error;
+            EXPECT_TRUE(ContentOf(folder.Path()) == before) << "files were changed";
+        }
+    }
 }
 
 TEST_F(ProgramInputTest, TheStandardInputMayBeADeviceWithoutAnEnd) {

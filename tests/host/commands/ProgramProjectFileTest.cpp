@@ -307,18 +307,25 @@ TEST_F(ProgramProjectFile, ExportLeavesTheFilesOfTheProject) {
     WriteStudies();
     folder.Write("root/old.json", "{}\n");
     folder.Write("root/none.txt", "");
-    Do({"new", "root", "p.kvp"});
     folder.MakeDirectory("elsewhere");
-    for (const char* const file : {"root/plan.csv", "root/beam/beam.bdf", "elsewhere/../root/plan.csv"}) {
+    folder.Write("root/state.json", R"({"id":1,"name":"made by hand"})");
+    folder.Write("root/blank.txt", "\n");
+    Do({"new", "root", "p.kvp"});
+    for (const char* const file : {"root/plan.csv", "root/beam/beam.bdf", "elsewhere/../root/plan.csv",
+                                   "root/old.json", "root/state.json", "root/blank.txt"}) {
         ExpectRefused({"export", "p.kvp", "-o", file},
                       "cannot write '" + std::string(file) +
                           "': it is a file of the project, not a document, a page or a plot. Nothing was "
                           "changed; give another "
                           "file with -o");
     }
-    // Documents and empty files are replaced, and so is what the project does not have.
+    ExpectRefused({"export", "root", "-o", "root/state.json"},
+                  "cannot write 'root/state.json': it is a file of the project, not a document, a page or a "
+                  "plot. Nothing was changed; give another file with -o");
+    // Empty files and the program's own are replaced, and so is what the project does not have.
     folder.Write("root/later.csv", "1;2\n");
-    for (const char* const file : {"root/old.json", "root/none.txt", "root/later.csv", "new.json"}) {
+    for (const char* const file :
+         {"root/none.txt", "root/none.txt", "root/later.csv", "root/later.csv", "new.json"}) {
         Do({"export", "p.kvp", "-o", file});
         EXPECT_TRUE(Read(file).starts_with("{"));
     }

@@ -9,6 +9,7 @@
 
 #include "Failures.h"
 #include "Plans.h"
+#include "host/system/MemoryReserve.h"
 
 /// The functions of the C library, under their other names.
 extern "C" {
@@ -18,16 +19,23 @@ void* __libc_realloc(void* memory, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 }
 
+// Those of UDUNITS, whose header is not there where the program is built without it.
+union ut_unit;
+union cv_converter;
+struct ut_system;
+
 namespace exhaustion {
 namespace {
 
 Plan plan;
 bool isCounting = false;
+/// What the program has asked for last.
+std::size_t lastSize = 0;
 
-/// Nothing fails as long as it exists.
+/// Nothing fails as long as it exists, if the program has just made sure that there is memory.
 class Pause {
 public:
-    Pause() : wasCounting_(isCounting) { isCounting = false; }
+    Pause() : wasCounting_(isCounting) { isCounting = isCounting && lastSize < host::kMemoryReserve; }
     ~Pause() { isCounting = wasCounting_; }
     Pause(const Pause&) = delete;
     Pause& operator=(const Pause&) = delete;
@@ -42,8 +50,12 @@ Function Find(const char* name) {
     return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
 
-bool IsToFail() {
-    return isCounting && IsReached(plan, ++SharedCounts().allocations);
+bool IsToFail(std::size_t size) {
+    if (!isCounting) {
+        return false;
+    }
+    lastSize = size;
+    return IsReached(plan, ++SharedCounts().allocations);
 }
 
 void* NoMemory() {
@@ -63,23 +75,24 @@ void PlanAllocations(const Plan& next) {
 extern "C" {
 
 void* malloc(std::size_t size) {
-    return exhaustion::IsToFail() ? exhaustion::NoMemory() : __libc_malloc(size);
+    return exhaustion::IsToFail(size) ? exhaustion::NoMemory() : __libc_malloc(size);
 }
 
 void* calloc(std::size_t count, std::size_t size) {
-    return exhaustion::IsToFail() ? exhaustion::NoMemory() : __libc_calloc(count, size);
+    return exhaustion::IsToFail(count * size) ? exhaustion::NoMemory() : __libc_calloc(count, size);
 }
 
 void* realloc(void* memory, std::size_t size) {
-    return exhaustion::IsToFail() ? exhaustion::NoMemory() : __libc_realloc(memory, size);
+    return exhaustion::IsToFail(size) ? exhaustion::NoMemory() : __libc_realloc(memory, size);
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t size) {
-    return exhaustion::IsToFail() ? exhaustion::NoMemory() : __libc_memalign(alignment, size);
+    return exhaustion::IsToFail(size) ? exhaustion::NoMemory() : __libc_memalign(alignment, size);
 }
 
-// Two services of glibc do not withstand a failure: that of user names ends in an assertion or worse, and
-// locales seem not to be there. So nothing fails in them; the program makes sure before that there is memory.
+// Some services do not withstand a failure: that of user names in glibc ends in an assertion or worse, its
+// locales seem not to be there, and UDUNITS ends the program or does not know its units. So nothing fails in
+// them when the program has made sure that there is memory.
 
 int getpwuid_r(uid_t owner, passwd* record, char* buffer, std::size_t size, passwd** found) {
     const exhaustion::Pause pause;
@@ -93,8 +106,33 @@ locale_t newlocale(int mask, const char* name, locale_t base) {
     return makeLocale(mask, name, base);
 }
 
+ut_system* ut_read_xml(const char* path) {
+    const exhaustion::Pause pause;
+    static const auto readUnits = exhaustion::Find<decltype(&::ut_read_xml)>("ut_read_xml");
+    return readUnits(path);
+}
+
+ut_unit* ut_parse(const ut_system* system, const char* text, int encoding) {
+    const exhaustion::Pause pause;
+    static const auto parse = exhaustion::Find<decltype(&::ut_parse)>("ut_parse");
+    return parse(system, text, encoding);
+}
+
+int ut_are_convertible(const ut_unit* left, const ut_unit* right) {
+    const exhaustion::Pause pause;
+    static const auto areConvertible =
+        exhaustion::Find<decltype(&::ut_are_convertible)>("ut_are_convertible");
+    return areConvertible(left, right);
+}
+
+cv_converter* ut_get_converter(ut_unit* from, ut_unit* to) {
+    const exhaustion::Pause pause;
+    static const auto getConverter = exhaustion::Find<decltype(&::ut_get_converter)>("ut_get_converter");
+    return getConverter(from, to);
+}
+
 int posix_memalign(void** memory, std::size_t alignment, std::size_t size) {
-    *memory = exhaustion::IsToFail() ? nullptr : __libc_memalign(alignment, size);
+    *memory = exhaustion::IsToFail(size) ? nullptr : __libc_memalign(alignment, size);
     return *memory != nullptr ? 0 : ENOMEM;
 }
 }

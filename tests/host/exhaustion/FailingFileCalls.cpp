@@ -22,13 +22,17 @@ namespace {
 
 Plan plan;
 bool isCounting = false;
-/// The descriptors of files in directories called "out".
+/// The descriptors of files in the folders of the plan.
 std::array<bool, 1024> isWatched{};
 
-bool IsInOut(const char* name) {
+/// Whether it is the name of a folder of the plan, or of something in one.
+bool IsInFolder(const char* name) {
     const std::string_view path(name);
-    return path == "out" || path.starts_with("out/") || path.ends_with("/out") ||
-           path.find("/out/") != std::string_view::npos;
+    const auto isFolder = [](std::string_view whole) {
+        return whole.substr(whole.rfind('/') + 1) == plan.folder;
+    };
+    const std::size_t last = path.rfind('/');
+    return isFolder(path) || (last != std::string_view::npos && isFolder(path.substr(0, last)));
 }
 
 bool IsWatched(int descriptor) {
@@ -41,7 +45,7 @@ void CleanUp() {
     const pid_t other = ::fork();
     if (other == 0) {
         isCounting = false;
-        host::RemoveLeftovers("out");
+        host::RemoveLeftovers(plan.folder);
         ::_exit(0);
     }
     ::waitpid(other, nullptr, 0);
@@ -80,15 +84,32 @@ int Open(int folder, const char* name, int flags, mode_t mode) {
     if (isCounting && isUnnamed && !plan.hasUnnamedFiles) {
         return Failure(EOPNOTSUPP);
     }
-    const bool isOut = isCounting && isChange && IsInOut(name);
-    if (isOut && Fails()) {
+    const bool isCounted = isCounting && isChange && IsInFolder(name);
+    if (isCounted && Fails()) {
         return Failure(EMFILE);
     }
     const auto descriptor = static_cast<int>(::syscall(SYS_openat, folder, name, flags, mode));
     if (descriptor >= 0 && descriptor < static_cast<int>(isWatched.size())) {
-        isWatched[static_cast<std::size_t>(descriptor)] = isOut;
+        isWatched[static_cast<std::size_t>(descriptor)] = isCounted;
     }
     return descriptor;
+}
+
+/// Whether the file does not get the name.
+bool IsNameRefused(const char* name) {
+    return isCounting && IsInFolder(name) && (plan.refusesNames || Fails());
+}
+
+/// Removes a name, as unlink and remove do.
+int Remove(const char* name, bool isFolderToo) {
+    if (isCounting && IsInFolder(name) && Fails()) {
+        SharedCounts().isRemovalRefused = true;
+        return Failure(EIO);
+    }
+    const auto result = static_cast<int>(::syscall(SYS_unlinkat, AT_FDCWD, name, 0));
+    return result != 0 && errno == EISDIR && isFolderToo
+               ? static_cast<int>(::syscall(SYS_unlinkat, AT_FDCWD, name, AT_REMOVEDIR))
+               : result;
 }
 
 }  // namespace
@@ -160,15 +181,28 @@ int flock(int descriptor, int operation) {
                : static_cast<int>(::syscall(SYS_flock, descriptor, operation));
 }
 
+int link(const char* oldName, const char* newName) {
+    return exhaustion::IsNameRefused(newName)
+               ? Failure(EIO)
+               : static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, oldName, AT_FDCWD, newName, 0));
+}
+
 int linkat(int oldFolder, const char* oldName, int newFolder, const char* newName, int flags) {
-    return exhaustion::IsInOut(newName) && Fails()
+    return exhaustion::IsNameRefused(newName)
                ? Failure(EIO)
                : static_cast<int>(::syscall(SYS_linkat, oldFolder, oldName, newFolder, newName, flags));
 }
 
 int rename(const char* oldName, const char* newName) {
-    return exhaustion::IsInOut(newName) && Fails()
-               ? Failure(EIO)
-               : static_cast<int>(::syscall(SYS_rename, oldName, newName));
+    return exhaustion::IsNameRefused(newName) ? Failure(EIO)
+                                              : static_cast<int>(::syscall(SYS_rename, oldName, newName));
+}
+
+int unlink(const char* name) {
+    return exhaustion::Remove(name, false);
+}
+
+int remove(const char* name) {
+    return exhaustion::Remove(name, true);
 }
 }

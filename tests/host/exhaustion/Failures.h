@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <string_view>
 
 /// Failures of the system in the process that runs the tests: this program has its own versions of the C
 /// library's functions for memory and files, which fail when they are told to.
@@ -28,6 +29,10 @@ struct Plan {
     Outcome outcome = Outcome::Fails;
     /// Whether the file system has files without names.
     bool hasUnnamedFiles = true;
+    /// File operations count in directories of this name only.
+    std::string_view folder = "out";
+    /// Whether no file in them gets another name, whatever else fails.
+    bool refusesNames = false;
 };
 
 /// The operations so far. They lie in memory that child processes share.
@@ -36,10 +41,12 @@ struct Counts {
     std::atomic<long> fileCalls;
     /// The error number of the last failure of a file operation.
     std::atomic<int> reason;
+    /// Whether a file could not be removed.
+    std::atomic<bool> isRemovalRefused;
 };
 Counts& SharedCounts();
 
-/// Starts to count, and to fail by the plan. File operations count in directories that are called "out" only.
+/// Starts to count, and to fail by the plan.
 void PlanAllocations(const Plan& plan);
 void PlanFileCalls(const Plan& plan);
 

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <ostream>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 #include "host/commands/Program.h"
@@ -18,10 +19,47 @@ namespace exhaustion {
 
 using std::filesystem::path;
 
+namespace {
+
+/// The values of all members with the name.
+std::vector<std::string> TextsOfMember(std::string_view name, const std::string& json) {
+    const std::string begin = '"' + std::string(name) + "\":\"";
+    std::vector<std::string> texts;
+    for (std::size_t place = json.find(begin); place != std::string::npos; place = json.find(begin, place)) {
+        place += begin.size();
+        texts.push_back(json.substr(place, json.find('"', place) - place));
+    }
+    return texts;
+}
+
+/// The text without the end that the keys of one database have in common.
+std::string WithoutEndOf(const std::string& key, const std::string& text) {
+    const std::string end = key.substr(std::min(key.rfind('-'), key.size()));
+    std::string result;
+    std::size_t from = 0;
+    for (std::size_t place = 0; !end.empty() && (place = text.find(end, from)) != std::string::npos;
+         from = place + end.size()) {
+        result += text.substr(from, place - from);
+    }
+    return result + text.substr(from);
+}
+
+}  // namespace
+
 ProgramState::ProgramState(const ProgramCommand& command) {
     folder_.Write("given/studies/README.md", "# A bracket\n");
     folder_.Write("given/studies/plan.csv", "a;b\n");
-    folder_.Write("given/studies/static/job.inp", "*STEP\n*STATIC\n*END STEP\n");
+    folder_.Write("given/studies/.korvaneignore", "*.bak\n!kept.bak\n");
+    folder_.Write("given/studies/plan.bak", "a\n");
+    folder_.Write("given/studies/static/korvane.toml",
+                  "name = \"Static\"\n[metadata]\nMass = { value = 2400, unit = \"g\" }\n"
+                  "[part.plate.metadata]\nMass = { value = 90000, unit = \"g\" }\n");
+    folder_.Write("given/studies/static/job.inp", "*INCLUDE, INPUT=job.inc\n*STEP\n*STATIC\n*END STEP\n");
+    folder_.Write("given/studies/static/job.inc",
+                  "*NODE\n1, 0, 0, 0\n2, 1, 0, 0\n3, 0, 1, 0\n*ELEMENT, TYPE=S3, ELSET=ALL\n1, 1, 2, 3\n");
+    folder_.Write("given/studies/static/plate.msh",
+                  "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n$Nodes\n3\n1 0 0 0\n2 1 0 0\n3 0 1 0\n$EndNodes\n"
+                  "$Elements\n1\n1 2 2 0 1 1 2 3\n$EndElements\n");
     folder_.Write("given/studies/static/plate.stl",
                   "solid\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 1 0\nendloop\n"
                   "endfacet\nendsolid\n");
@@ -70,6 +108,30 @@ ProcessResult ProgramState::RunAgain(const std::function<void()>& prepare) const
         arguments.emplace_back("--again");
     }
     return RunWith(arguments, prepare);
+}
+
+std::string ProgramState::TextOf(const std::string& name) const {
+    const auto read = [&](const std::vector<std::string>& arguments) {
+        const ProcessResult result = RunWith(arguments, [] {});
+        if (result.status != 0) {
+            throw std::runtime_error(result.error);
+        }
+        return result.output;
+    };
+    if (name.ends_with(".kvp")) {
+        return read({"export", name});
+    }
+    if (!name.ends_with(".db")) {
+        const std::string text = ReadWholeFile(Folder() / name);
+        const std::vector<std::string> keys = TextsOfMember("dbkey", text);
+        return keys.empty() ? text : WithoutEndOf(keys.front(), text);
+    }
+    std::string text = read({"fetch", "--list", "--format", "json", "--db", name});
+    const std::vector<std::string> keys = TextsOfMember("key", text);
+    for (const std::string& key : keys) {
+        text += read({"fetch", key, "--db", name});
+    }
+    return keys.empty() ? text : WithoutEndOf(keys.front(), text);
 }
 
 ProcessResult ProgramState::RunWith(const std::vector<std::string>& arguments,

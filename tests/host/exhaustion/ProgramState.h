@@ -26,13 +26,19 @@ public:
     /// below zero if one ended it.
     ProcessResult Run(const std::function<void()>& prepare) const { return RunWith(arguments_, prepare); }
 
-    /// The same once more after a run that was interrupted: what a database knows by then is stored again.
-    ProcessResult RunAgain(const std::function<void()>& prepare) const;
-
-private:
+    /// Runs it with other arguments.
     ProcessResult RunWith(const std::vector<std::string>& arguments,
                           const std::function<void()>& prepare) const;
 
+    /// The same once more after a run that was interrupted: what a database knows by then is stored again.
+    ProcessResult RunAgain(const std::function<void()>& prepare) const;
+
+    /// What the program reads from the project file or database, or the text of another file. The digits by
+    /// which the keys of one database differ from those of another are left out. Throws if the program cannot
+    /// read it.
+    std::string TextOf(const std::string& name) const;
+
+private:
     TemporaryDirectory folder_;
     Content before_;
     std::vector<std::string> arguments_;

@@ -16,6 +16,14 @@
 namespace failures {
 namespace {
 
+/// How many operations of the kind the command needs if nothing fails.
+std::uint64_t CountOperations(const CommandFolder& folder, const FaultKind& kind) {
+    folder.Reset();
+    Arm(kind, Manner::Once, 0);
+    EXPECT_EQ(RunHere(folder.Arguments()).status, 0);
+    return Disarm();
+}
+
 /// Runs the commands within this process, where their files can fail.
 class DatabaseFaults : public testing::TestWithParam<std::tuple<ProgramCommand, bool>> {
 protected:
@@ -24,14 +32,6 @@ protected:
     }
 
     Outcome Run() const { return RunHere(folder_.Arguments()); }
-
-    /// How many operations of the kind there are if nothing fails.
-    std::uint64_t CountOperations(const FaultKind& kind) const {
-        folder_.Reset();
-        Arm(kind, Manner::Once, 0);
-        EXPECT_EQ(Run().status, 0);
-        return Disarm();
-    }
 
     /// Runs it with the fault, and returns whether the fault came to pass.
     bool RunWithFault(const FaultKind& kind, Manner manner, std::uint64_t number, Outcome& outcome) const {
@@ -49,7 +49,7 @@ TEST_P(DatabaseFaults, LeaveTheOldFileOrTheNewOneAndSayWhich) {
     std::uint64_t tried = 0;
     std::uint64_t failed = 0;
     for (const FaultKind& kind : FaultKinds()) {
-        const std::uint64_t count = CountOperations(kind);
+        const std::uint64_t count = CountOperations(folder_, kind);
         for (const Manner manner : {Manner::Once, Manner::ForGood, Manner::Gone}) {
             for (const std::uint64_t number : Moments(count)) {
                 SCOPED_TRACE(NameOfFault(kind, manner, number));
@@ -83,7 +83,7 @@ TEST_P(DatabaseFaults, OfAProcessThatEndsLeaveTheOldFileOrTheNewOne) {
     };
     std::uint64_t tried = 0;
     for (const FaultKind& kind : kinds) {
-        for (const std::uint64_t number : Moments(CountOperations(kind))) {
+        for (const std::uint64_t number : Moments(CountOperations(folder_, kind))) {
             folder_.Reset();
             const pid_t child = ::fork();
             if (child == 0) {
@@ -114,6 +114,24 @@ INSTANTIATE_TEST_SUITE_P(Commands, DatabaseFaults,
                          [](const testing::TestParamInfo<std::tuple<ProgramCommand, bool>>& tested) {
                              return std::get<0>(tested.param).name +
                                     (std::get<1>(tested.param) ? "WithASmallCache" : "");
+                         });
+
+class SmallCaches : public testing::TestWithParam<ProgramCommand> {};
+
+/// What a cache cannot keep is written before the end of the change, and again when it changes later.
+TEST_P(SmallCaches, MakeCommandsWriteBeforeTheEnd) {
+    const CommandFolder folder(GetParam());
+    const CurrentFolder there(folder.Path());
+    const FaultKind writing{"write", {Operation::Write}, 0};
+    UseFaultyFiles(false);
+    const std::uint64_t writes = CountOperations(folder, writing);
+    UseFaultyFiles(true);
+    EXPECT_GT(CountOperations(folder, writing), writes);
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, SmallCaches, testing::ValuesIn(ChangingCommands()),
+                         [](const testing::TestParamInfo<ProgramCommand>& tested) {
+                             return tested.param.name;
                          });
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include "host/system/Database.h"
 #include "host/system/DatabaseJournal.h"
 #include "host/system/FileSystem.h"
+#include "support/LongRun.h"
+#include "support/ProgramCommands.h"
 
 namespace host {
 namespace {
@@ -51,40 +53,36 @@ protected:
 };
 
 TEST_F(DatabaseJournalTest, AJournalThatWouldDeleteAnotherFileIsRefusedByEveryCommand) {
-    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
-    folder.Write("d.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
-    ASSERT_EQ(Run({"store", "d.json", "--db", "s.db", "-o", "answer.json"}).status, 0);
-    const std::filesystem::path precious = folder.Write("precious.txt", "a month of work");
-    for (const std::string name : {"p.kvp", "s.db"}) {
-        const auto pages = static_cast<std::uint32_t>(std::filesystem::file_size(folder / name) / 4096);
-        folder.Write(name + "-journal", Journal(pages) + SuperJournal(ToUtf8(precious)));
-    }
-    const std::string project = ReadWholeFile(folder / "p.kvp");
-    const std::string database = ReadWholeFile(folder / "s.db");
-    const std::vector<std::vector<std::string>> commands = {
-        {"tree", "p.kvp"},
-        {"export", "p.kvp"},
-        {"compare", "p.kvp", "p.kvp"},
-        {"new", "--force", "--empty", "p.kvp"},
-        {"new", "p.kvp", "q.kvp"},
-        {"apply", "answer.json", "p.kvp"},
-        {"import", "d.json", "p.kvp"},
-        {"store", "d.json", "--db", "s.db"},
-        {"store", "d.json", "--db", "s.db", "--dry-run"},
-        {"fetch", "PRJ-1", "--db", "s.db"},
+    const auto run = [&](const std::vector<std::string>& arguments) {
+        const ProcessResult result = Run(arguments);
+        ASSERT_EQ(result.status, 0) << result.error;
     };
-    for (const std::vector<std::string>& command : commands) {
-        const ProcessResult result = Run(command);
-        EXPECT_EQ(result.status, command.front() == "compare" ? 2 : 1) << command.front();
-        EXPECT_NE(result.error.find("that would delete another file"), std::string::npos)
-            << command.front() << ": " << result.error;
-        ASSERT_TRUE(std::filesystem::exists(precious)) << command.front();
+    folder.Write("given/studies/static/job.inp", kAbaqusDeck);
+    folder.Write("given/other/modes/job.bdf", kNastranDeck);
+    run({"new", "given/studies", "given/p.kvp"});
+    run({"export", "given/other", "-o", "given/other.json"});
+    CompleteCommandFolder(folder, run);
+    ASSERT_FALSE(HasFatalFailure());
+    const std::filesystem::path precious = folder.Write("precious.txt", "a month of work");
+    const std::vector<ProgramCommand> all = CommandsWhere(&ProgramCommand::HasFile);
+    for (const ProgramCommand& command : kIsSample && !IsLongRun() ? OneOfEach(all) : all) {
+        SCOPED_TRACE(command.name);
+        PutFileOf(command, folder);
+        const std::string file = "work/" + command.file;
+        const auto pages = static_cast<std::uint32_t>(std::filesystem::file_size(folder / file) / 4096);
+        folder.Write(file + "-journal", Journal(pages) + SuperJournal(ToUtf8(precious)));
+        const Content before = ContentOf(folder.Path());
+        const ProcessResult result = Run(ArgumentsIn(folder, command));
+        EXPECT_EQ(result.status, command.failure);
+        EXPECT_NE(result.error.find("that would delete another file"), std::string::npos) << result.error;
+        ASSERT_TRUE(std::filesystem::exists(precious));
+        EXPECT_TRUE(ContentOf(folder.Path()) == before) << "files were changed";
+        // The message says what to do.
+        std::filesystem::remove(folder / (file + "-journal"));
+        EXPECT_EQ(Run(ArgumentsIn(folder, command)).status, 0);
+        std::filesystem::remove_all(folder / "out");
+        folder.MakeDirectory("out");
     }
-    EXPECT_EQ(ReadWholeFile(folder / "p.kvp"), project);
-    EXPECT_EQ(ReadWholeFile(folder / "s.db"), database);
-    // The message says what to do.
-    std::filesystem::remove(folder / "p.kvp-journal");
-    EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
 }
 
 #if !defined(_WIN32)

@@ -68,8 +68,8 @@ TEST(TemporaryFile, WhatTheProgramDidNotMakeStays) {
     WriteOld(folder, ".korvane-json-1234-0.tmp");
     WriteOld(folder, "korvane-json-0123456789abcdef0123456789abcdef.tmp");
     folder.Write(std::string(kLeftBehind) + "/x", "x");
-    WriteOld(folder, "twice");
-    std::filesystem::create_hard_link(folder / "twice",
+    WriteOld(folder, "elsewhere/twice");
+    std::filesystem::create_hard_link(folder / "elsewhere/twice",
                                       folder / ".korvane-json-0123456789abcdef0123456789abcdee.tmp");
     RemoveLeftovers(folder.Path());
     EXPECT_TRUE(std::filesystem::exists(folder / ".korvane-json-1234-0.tmp"));
@@ -109,6 +109,21 @@ TEST(TemporaryFile, WhatIsBeingWrittenStays) {
     ::close(writing);
     RemoveLeftovers(folder.Path());
     EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST(TemporaryFile, OfACompleteFileIsOnlyAName) {
+    const TemporaryDirectory folder;
+    const std::filesystem::path file = folder.Write("p.kvp", "whole");
+    std::filesystem::create_hard_link(file, folder / kLeftBehind);
+    RemoveLeftovers(folder.Path());
+    EXPECT_FALSE(std::filesystem::exists(folder / kLeftBehind));
+    EXPECT_EQ(ReadWholeFile(file), "whole");
+    // Two temporary names are not a complete file.
+    const std::string other = ".korvane-json-0123456789abcdef0123456789abcdee.tmp";
+    std::filesystem::create_hard_link(folder.Write(kLeftBehind, "half"), folder / other);
+    RemoveLeftovers(folder.Path());
+    EXPECT_TRUE(std::filesystem::exists(folder / kLeftBehind));
+    EXPECT_TRUE(std::filesystem::exists(folder / other));
 }
 
 TEST(TemporaryFile, LinksAndPipesAndFilesOfOthersStay) {
