@@ -5,6 +5,7 @@
 #include <memory>
 #include <system_error>
 
+#include "host/system/FileSystem.h"
 #include "host/system/NearestWord.h"
 #include "host/system/Text.h"
 
@@ -74,6 +75,23 @@ void AddSelection(CLI::App& command, Selection& selection) {
         ->type_name("GLOB")
         ->allow_extra_args(false)
         ->check(check);
+}
+
+void AddFilesIn(CLI::App& command, std::vector<std::string>& directories) {
+    const auto check = [](const std::string& directory) -> std::string {
+        Entry entry;
+        const bool isDirectory =
+            !InspectTarget(PathFromUtf8(directory), entry) && entry.type == EntryType::Directory;
+        return isDirectory ? "" : Quoted(directory) + " is not a directory that can be read";
+    };
+    command
+        .add_option("--files-in", directories,
+                    "A directory whose files are read, too, if a project file or a document names\n"
+                    "them. Without this option, those in its own directory are read. Can be given\n"
+                    "several times")
+        ->type_name("DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(check, ""));
 }
 
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description) {

@@ -20,12 +20,17 @@ struct InputOptions {
     std::string input;
     bool isStrict = false;
     Selection selection = {};
+    /// Further directories whose files may be looked at.
+    std::vector<std::string> filesIn = {};
 };
 /// Returns the argument for the directory or project file.
 CLI::Option& AddInputOptions(CLI::App& command, InputOptions& options);
 
 /// Adds --study and --exclude. AddInputOptions has them.
 void AddSelection(CLI::App& command, Selection& selection);
+
+/// Adds --files-in.
+void AddFilesIn(CLI::App& command, std::vector<std::string>& directories);
 
 /// Adds --object, which takes an identifier.
 void AddObjectOption(CLI::App& command, std::optional<int>& object, const std::string& description);
