@@ -11,6 +11,8 @@
 #include "HelpText.h"
 #include "Output.h"
 #include "Verbosity.h"
+#include "host/system/ServerPath.h"
+#include "host/system/Text.h"
 
 namespace host {
 namespace {
@@ -76,6 +78,15 @@ void DescribeProgram(CLI::App& program) {
     program.footer(kNotes);
 }
 
+/// The user may work on a server, and name others: as an argument, or behind a switch as in --db=FILE.
+void AllowServersOf(const std::vector<std::string>& arguments) {
+    AllowServerOf(".");
+    for (const std::string& argument : arguments) {
+        AllowServerOf(PathFromUtf8(argument));
+        AllowServerOf(PathFromUtf8(argument.substr(argument.find('=') + 1)));
+    }
+}
+
 /// Prints the text that the user asked for.
 int Print(const std::string& text, Console& console) {
     return WriteToStandardOutput(text, console) ? kSuccess : kFailure;
@@ -88,6 +99,7 @@ int FailureStatus(std::string_view command) {
 }
 
 int RunCommandLine(std::vector<std::string> arguments, Console& console) {
+    AllowServersOf(arguments);
     CLI::App program(kPurpose, "korvane-json");
     DescribeProgram(program);
     constexpr int kNotRun = -1;

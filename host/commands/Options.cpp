@@ -4,6 +4,7 @@
 #include <memory>
 #include <system_error>
 
+#include "host/system/FileSystem.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -38,6 +39,23 @@ void AddSelection(const Command& command, Selection& selection) {
                    "Leave out files and directories with such a name or path, as a line of a\n"
                    ".korvaneignore in DIR does. Can be given several times")
         .Type("GLOB")
+        .OneEachTime()
+        .Check(check);
+}
+
+void AddFilesIn(const Command& command, std::vector<std::string>& directories) {
+    const auto check = [](const std::string& directory) -> std::string {
+        Entry entry;
+        const bool isDirectory =
+            !InspectTarget(PathFromUtf8(directory), entry) && entry.type == EntryType::Directory;
+        return isDirectory ? "" : Quoted(directory) + " is not a directory that can be read";
+    };
+    command
+        .AddOption("--files-in", directories,
+                   "A directory whose files are read, too, if a project file or a document names\n"
+                   "them. Without this option, those in its own directory are read. Can be given\n"
+                   "several times")
+        .Type("DIR")
         .OneEachTime()
         .Check(check);
 }

@@ -16,12 +16,17 @@ struct InputOptions {
     std::string input;
     bool isStrict = false;
     Selection selection = {};
+    /// Further directories whose files may be looked at.
+    std::vector<std::string> filesIn = {};
 };
 /// Returns the argument for the directory or project file.
 Option AddInputOptions(const Command& command, InputOptions& options);
 
 /// Adds --study and --exclude. AddInputOptions has them.
 void AddSelection(const Command& command, Selection& selection);
+
+/// Adds --files-in.
+void AddFilesIn(const Command& command, std::vector<std::string>& directories);
 
 /// Adds --object, which takes an identifier.
 void AddObjectOption(const Command& command, std::optional<int>& object, const std::string& description);

@@ -9,6 +9,7 @@
 #include "host/document/ProjectObjects.h"
 #include "host/system/Database.h"
 #include "host/system/FileSystem.h"
+#include "host/system/ServerPath.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -103,7 +104,8 @@ bool IsReplaceableIn(CAEProject& project, const std::string& file, Console& cons
             known != nullptr && !isFileOfProject) {
             OuString path;
             known->getFullPathName(path);
-            isFileOfProject = !path.IsEmpty() && std::filesystem::equivalent(target, ToPath(path), error);
+            isFileOfProject = !path.IsEmpty() && !IsOnOtherServer(ToPath(path)) &&
+                              std::filesystem::equivalent(target, ToPath(path), error);
         }
     });
     if (isFileOfProject) {

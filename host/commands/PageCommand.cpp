@@ -16,8 +16,11 @@
 #include "Output.h"
 #include "ProjectInput.h"
 #include "host/document/CompareText.h"
+#include "host/document/DocumentFile.h"
 #include "host/document/ObjectTexts.h"
 #include "host/page/PageWriter.h"
+#include "host/system/FileSystem.h"
+#include "host/system/ReadableDirectories.h"
 #include "host/system/Terminal.h"
 #include "host/system/Text.h"
 
@@ -92,6 +95,43 @@ PageComparison CompareSides(CAEObject& first, CAEObject& second, const PageOptio
     return comparison;
 }
 
+/// The directories whose files the page may show of what `name` names. Those that the user has named are
+/// among them whichever side they are given for; what lies beside a project file is only that file's own.
+ReadableDirectories ReadableFor(const std::string& name, const PageOptions& options) {
+    ReadableDirectories readable;
+    for (const std::string& input : {options.from.input, options.other}) {
+        if (!input.empty() && KindOfInput(input) == InputKind::Directory) {
+            readable.Add(PathFromUtf8(input));
+        }
+    }
+    if (KindOfInput(name) != InputKind::Directory) {
+        // The name can be a link. Documents have their files beside the link, project files beside what it
+        // leads to.
+        readable.Add(ToPath(DirectoryOfFile(PathFromUtf8(name))));
+        readable.Add(FolderOf(PathFromUtf8(name)));
+    }
+    for (const std::string& directory : options.from.filesIn) {
+        readable.Add(PathFromUtf8(directory));
+    }
+    return readable;
+}
+
+void SayOutside(const PageContent& content, const std::string& name, Console& console) {
+    std::size_t count = 0;
+    std::string example;
+    for (const PageFile& file : content.files) {
+        if (file.isOutside && ++count == 1) {
+            example = Quoted(file.place);
+        }
+    }
+    if (count > 0) {
+        console.Note(FormatCount(count, "file", "files") + " that " + InputName(name) + " names " +
+                     (count == 1 ? "is" : "are") + " outside of its directory and " +
+                     (count == 1 ? "was" : "were") + " not read (" + example +
+                     (count == 1 ? "" : " for one") + "); --files-in DIR reads the files below DIR");
+    }
+}
+
 bool MakePage(const std::vector<CAEObject*>& roots, const PageOptions& options, Console& console) {
     Page page;
     page.title = options.title;
@@ -107,7 +147,9 @@ bool MakePage(const std::vector<CAEObject*>& roots, const PageOptions& options, 
         if (options.title.empty()) {
             page.title += (page.title.empty() ? "" : " and ") + name;
         }
-        page.sides.push_back({name, ListPageContent(*root, rooms)});
+        const std::string& input = page.sides.empty() ? options.from.input : options.other;
+        page.sides.push_back({name, ListPageContent(*root, ReadableFor(input, options), rooms)});
+        SayOutside(page.sides.back().content, input, console);
     }
     if (roots.size() == 2) {
         page.comparison = CompareSides(*roots[0], *roots[1], options, console);
@@ -177,6 +219,7 @@ void AddPageCommand(CLI::App& program, Console& console, int& status) {
         .AddOption("OTHER", options->other,
                    "Another one: the page shows both side by side, and how it differs from DIR")
         .Type("");
+    AddFilesIn(command, options->from.filesIn);
     AddIgnore(command, options->ignored);
     command
         .AddOption("--title", options->title,

@@ -16,6 +16,7 @@
 #include "host/projectfile/ProjectFile.h"
 #include "host/system/FileSystem.h"
 #include "host/system/Phase.h"
+#include "host/system/ServerPath.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -49,8 +50,9 @@ bool AreMost(std::size_t part, std::size_t all) {
 
 bool HasMostOf(const KnownFiles& known, const path& directory) {
     const auto count = std::ranges::count_if(known, [&](const auto& file) {
+        const path place = directory / PathOfRelative(file.second.path);
         std::error_code error;
-        const bool isThere = std::filesystem::exists(directory / PathOfRelative(file.second.path), error);
+        const bool isThere = !IsOnOtherServer(place) && std::filesystem::exists(place, error);
         ThrowIfOutOfMemory(error);
         return isThere;
     });
@@ -66,11 +68,14 @@ bool IsDirectoryOf(const CAEProject& project, const KnownFiles& known, const Upd
     const path own = ToPath(text);
     const path given = PathFromUtf8(options.directory);
     std::error_code error;
-    if (options.isMoved || std::filesystem::equivalent(given, own, error)) {
+    // A server that the user has not named is not asked, and the directory on it is not the one that was
+    // given.
+    const bool isOnOtherServer = IsOnOtherServer(own);
+    if (options.isMoved || (!isOnOtherServer && std::filesystem::equivalent(given, own, error))) {
         return true;
     }
     ThrowIfOutOfMemory(error);
-    if (!IsDirectory(own) && HasMostOf(known, given)) {
+    if ((isOnOtherServer || !IsDirectory(own)) && HasMostOf(known, given)) {
         return true;
     }
     console.Say(

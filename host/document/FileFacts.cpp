@@ -4,6 +4,7 @@
 
 #include "ObjectTexts.h"
 #include "host/system/FileSystem.h"
+#include "host/system/ServerPath.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -67,6 +68,9 @@ FileOnDisk LookUpFile(const CAEFile& file) {
     if (path.IsEmpty()) {
         return {};
     }
+    if (IsOnOtherServer(ToPath(path))) {
+        return {FilePresence::OnServer, 0};
+    }
     if (InspectTarget(ToPath(path), entry)) {
         return {FilePresence::Missing, 0};
     }
@@ -79,6 +83,8 @@ std::string SizeText(const FileOnDisk& file) {
             return FormatSize(file.size);
         case FilePresence::Missing:
             return "missing";
+        case FilePresence::OnServer:
+            return "on a server";
         case FilePresence::WithoutPath:
             break;
     }

@@ -31,7 +31,13 @@ enum class FilesShown {
 bool IsShown(FilesShown files, FileRole role);
 
 /// Where a file is.
-enum class FilePresence { There, Missing, WithoutPath };
+enum class FilePresence {
+    There,
+    Missing,
+    WithoutPath,
+    /// On a server that the user has not named, which was not asked.
+    OnServer,
+};
 
 struct FileOnDisk {
     FilePresence presence = FilePresence::WithoutPath;
@@ -40,7 +46,7 @@ struct FileOnDisk {
 };
 FileOnDisk LookUpFile(const CAEFile& file);
 
-/// `1.2 kB`, `missing`, or `-` for a file without a path.
+/// `1.2 kB`, `missing`, `on a server` for a file that was not looked up, or `-` for one without a path.
 std::string SizeText(const FileOnDisk& file);
 
 /// The unit of a metadata entry. A document has it as the entry's type, and so has what was imported from

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/system/FileSystem.h"
+#include "host/system/ServerPath.h"
 #include "host/system/Text.h"
 
 namespace host {
@@ -65,6 +66,9 @@ bool InputLines::Include(const std::string& name) {
     const std::array<path, 2> places = {directory_ / relative,
                                         files_.back()->Path().parent_path() / relative};
     return std::ranges::any_of(places, [&](const path& place) {
+        if (IsOnOtherServer(place)) {
+            return false;
+        }
         std::error_code error;
         const path resolved = ResolvePath(place, error);
         error = error                   ? error

@@ -30,16 +30,23 @@ std::filesystem::path DirectoryOfProject(const CAEFile& file) {
     return project != nullptr ? ToPath(DirectoryOf(*project)) : std::filesystem::path();
 }
 
-PageFile LookAt(CAEFile& file, PageRooms& rooms) {
-    PageFile shown{&file, {}, {}, {}, false, {}};
+PageFile LookAt(CAEFile& file, const ReadableDirectories& readable, PageRooms& rooms) {
+    PageFile shown;
+    shown.file = &file;
     const OuString path = PathOf(file);
     if (path.IsEmpty()) {
         return shown;
     }
     shown.place = PlaceOfPath(file, path);
-    Entry entry;
     const std::filesystem::path whole = ToPath(path);
-    const std::error_code error = InspectTarget(whole, entry);
+    ReadableDirectories::Found found = readable.Find(whole);
+    shown.isOutside = found.isOutside;
+    shown.resolved = std::move(found.resolved);
+    Entry entry;
+    if (shown.resolved.empty()) {
+        return shown;
+    }
+    const std::error_code error = InspectTarget(shown.resolved, entry);
     ThrowIfOutOfMemory(error);
     if (error) {
         return shown;
@@ -49,14 +56,16 @@ PageFile LookAt(CAEFile& file, PageRooms& rooms) {
     if (entry.type == EntryType::File) {
         shown.pictureType = PictureType(whole);
         shown.isEmbedded = !shown.pictureType.empty() && rooms.pictures.Take(entry.size);
-        shown.model = ReadPageModel(whole, file.getFileType(), DirectoryOfProject(file), rooms.models);
+        shown.model =
+            ReadPageModel(whole, file.getFileType(), DirectoryOfProject(file), readable, rooms.models);
     }
     return shown;
 }
 
 class Lister {
 public:
-    Lister(PageContent& content, PageRooms& rooms) : content_(content), rooms_(rooms) {}
+    Lister(PageContent& content, const ReadableDirectories& readable, PageRooms& rooms)
+        : content_(content), readable_(readable), rooms_(rooms) {}
 
     void Add(CAEObject& object, int depth) {
         const auto level = static_cast<std::size_t>(depth);
@@ -77,12 +86,13 @@ private:
         const auto next = static_cast<std::int64_t>(content_.files.size());
         const auto [place, isNew] = content_.fileOfIdentifier.try_emplace(file.getID(), next);
         if (isNew) {
-            content_.files.push_back(LookAt(file, rooms_));
+            content_.files.push_back(LookAt(file, readable_, rooms_));
         }
         return place->second;
     }
 
     PageContent& content_;
+    const ReadableDirectories& readable_;
     PageRooms& rooms_;
     /// The places of the objects above the next one.
     std::vector<std::int64_t> above_;
@@ -90,9 +100,9 @@ private:
 
 }  // namespace
 
-PageContent ListPageContent(CAEObject& root, PageRooms& rooms) {
+PageContent ListPageContent(CAEObject& root, const ReadableDirectories& readable, PageRooms& rooms) {
     PageContent content;
-    Lister lister(content, rooms);
+    Lister lister(content, readable, rooms);
     korvane::VisitTree(root, [&lister](CAEObject& object, int depth) { lister.Add(object, depth); });
     return content;
 }

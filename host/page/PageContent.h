@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 
 #include "PageModel.h"
 #include "PageRoom.h"
+#include "host/system/ReadableDirectories.h"
 
 namespace host {
 
@@ -29,7 +31,11 @@ struct PageFile {
     CAEFile* file = nullptr;
     /// The path relative to the project's directory if it lies there, otherwise the whole path.
     std::string place;
-    /// Nothing if the file is not there.
+    /// Whether it was not looked at, because its path leads out of the directories that may be read.
+    bool isOutside = false;
+    /// The full path without links; empty if the file is not there, or outside.
+    std::filesystem::path resolved;
+    /// Nothing if the file is not there, or outside.
     std::optional<std::uint64_t> size;
     /// The media type; empty for a file that is not a picture.
     std::string_view pictureType;
@@ -54,9 +60,9 @@ struct PageRooms {
     PageRoom models;
 };
 
-/// Lists what the page shows, and looks at the files where they lie. Pictures and models take their room in
-/// the order of the tree; one that does not fit is left out, and a smaller one behind it may fit. The depth
-/// of nesting needs no stack.
-PageContent ListPageContent(CAEObject& root, PageRooms& rooms);
+/// Lists what the page shows, and looks at the files where they lie, if that is in the readable directories.
+/// Pictures and models take their room in the order of the tree; one that does not fit is left out, and a
+/// smaller one behind it may fit. The depth of nesting needs no stack.
+PageContent ListPageContent(CAEObject& root, const ReadableDirectories& readable, PageRooms& rooms);
 
 }  // namespace host

@@ -11,6 +11,7 @@
 #include "host/model/ModelReader.h"
 #include "host/model/SurfaceMesh.h"
 #include "host/system/FileSystem.h"
+#include "host/system/ServerPath.h"
 
 namespace host {
 namespace {
@@ -84,14 +85,18 @@ std::string Encode(const SurfaceMesh& surface, const PageModel& model) {
 }  // namespace
 
 std::optional<PageModel> ReadPageModel(const std::filesystem::path& file, _tagFileType type,
-                                       const std::filesystem::path& directory, PageRoom& room) {
+                                       const std::filesystem::path& directory,
+                                       const ReadableDirectories& readable, PageRoom& room) {
     const std::optional<ModelSyntax> syntax = SyntaxOf(file, type);
     if (!syntax) {
         return std::nullopt;
     }
     SurfaceBuilder builder;
     SolverModel read;
-    const ModelLimits limits{.root = directory, .budget = kBudget};
+    const ModelLimits limits{
+        .root = IsOnOtherServer(directory) ? std::filesystem::path() : directory,
+        .mayRead = [&readable](const std::filesystem::path& included) { return readable.Has(included); },
+        .budget = kBudget};
     const std::error_code error = ReadModel(file, *syntax, limits, &builder, read);
     ThrowIfOutOfMemory(error);
     SurfaceMesh surface;

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "PageRoom.h"
+#include "host/system/ReadableDirectories.h"
 
 namespace host {
 
@@ -32,10 +33,11 @@ struct PageModel {
 };
 
 /// Reads the model in the file and takes room for its surface. Returns nothing if the file has no model that
-/// can be read, or nothing of it can be drawn. Decks, and the files that they include in the directory, are
-/// read in the syntaxes of solvers; meshes and geometry in those of meshes, because what a deck includes is
-/// shown with the deck.
+/// can be read, or nothing of it can be drawn. Decks are read in the syntaxes of solvers, with the files that
+/// they include if these are both in the directory, which is the project's, and in a readable one; meshes and
+/// geometry in those of meshes, because what a deck includes is shown with the deck.
 std::optional<PageModel> ReadPageModel(const std::filesystem::path& file, _tagFileType type,
-                                       const std::filesystem::path& directory, PageRoom& room);
+                                       const std::filesystem::path& directory,
+                                       const ReadableDirectories& readable, PageRoom& room);
 
 }  // namespace host

@@ -118,6 +118,10 @@ void AddFileRecord(PageText& text, PageNumbers& numbers, const PageFile& shown) 
     text.AddMember("format", format::NameOfFileFormat(static_cast<format::FileFormat>(file.getFileFormat())));
     text.AddMember("place", shown.place);
     text.AddMember("location", ToUtf8(file.m_locationType));
+    if (shown.isOutside) {
+        text.AddName("outside");
+        text.Add("true");
+    }
     if (shown.size) {
         text.AddName("size");
         text.AddNumber(static_cast<std::int64_t>(*shown.size));

@@ -184,8 +184,7 @@ private:
     /// Nothing if the picture cannot be read, or has grown, since it was looked at.
     void AddPicture(const PageFile& shown) {
         std::string bytes;
-        const std::error_code error =
-            ReadInputFile(ToPath(PathOf(*shown.file)), bytes, {shown.size.value_or(0), 0});
+        const std::error_code error = ReadInputFile(shown.resolved, bytes, {shown.size.value_or(0), 0});
         ThrowIfOutOfMemory(error);
         AddBase64(error ? std::string_view() : bytes);
     }

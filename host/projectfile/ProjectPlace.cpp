@@ -11,28 +11,13 @@
 
 #include "host/document/ProjectObjects.h"
 #include "host/system/FileSystem.h"
+#include "host/system/ServerPath.h"
 #include "host/system/Text.h"
 
 namespace host {
 namespace {
 
 using std::filesystem::path;
-
-/// The folder of a file that may not exist yet, as a full path without links where it exists.
-path FolderOf(const path& file) {
-    std::error_code error;
-    path whole = ResolvePath(file, error);
-    if (!error) {
-        return whole.parent_path();
-    }
-    ThrowIfOutOfMemory(error);
-    whole = std::filesystem::absolute(file, error);
-    ThrowIfOutOfMemory(error);
-    path folder = (error ? file : whole).lexically_normal().parent_path();
-    whole = ResolvePath(folder, error);
-    ThrowIfOutOfMemory(error);
-    return error ? folder : whole;
-}
 
 bool IsSeparator(char character) {
     return character == '/' || character == '\\';
@@ -98,6 +83,9 @@ path PathOfText(const std::string& text) {
 }
 
 bool Exists(const std::string& file) {
+    if (IsOnOtherServer(PathOfText(file))) {
+        return false;
+    }
     std::error_code error;
     const bool isThere = std::filesystem::exists(PathOfText(file), error);
     ThrowIfOutOfMemory(error);
@@ -106,6 +94,9 @@ bool Exists(const std::string& file) {
 
 /// Whether the project's directory is found at `to`.
 bool IsAt(CAEProject& root, const path& to) {
+    if (IsOnOtherServer(to)) {
+        return false;
+    }
     std::error_code error;
     const bool isDirectory = std::filesystem::is_directory(to, error);
     ThrowIfOutOfMemory(error);

@@ -12,6 +12,21 @@ bool IsBelow(const std::filesystem::path& root, const std::filesystem::path& can
     return rootEnd == root.end() || (std::next(rootEnd) == root.end() && rootEnd->empty());
 }
 
+std::filesystem::path FolderOf(const std::filesystem::path& file) {
+    std::error_code error;
+    std::filesystem::path whole = ResolvePath(file, error);
+    if (!error) {
+        return whole.parent_path();
+    }
+    ThrowIfOutOfMemory(error);
+    whole = std::filesystem::absolute(file, error);
+    ThrowIfOutOfMemory(error);
+    std::filesystem::path folder = (error ? file : whole).lexically_normal().parent_path();
+    whole = ResolvePath(folder, error);
+    ThrowIfOutOfMemory(error);
+    return error ? folder : whole;
+}
+
 std::filesystem::path FollowToNewFile(std::filesystem::path path) {
     constexpr int kMostLinks = 40;
     for (int count = 0; count < kMostLinks; ++count) {

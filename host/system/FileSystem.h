@@ -55,6 +55,9 @@ std::filesystem::path ResolvePath(const std::filesystem::path& path, std::error_
 /// Whether a path is the root or leads into it. Both must be full paths without links.
 bool IsBelow(const std::filesystem::path& root, const std::filesystem::path& candidate);
 
+/// The folder of a file that may not exist yet, as a full path without links where it exists.
+std::filesystem::path FolderOf(const std::filesystem::path& file);
+
 /// The file that a link to a missing file leads to, through further links; the path itself if it is not a
 /// link.
 std::filesystem::path FollowToNewFile(std::filesystem::path path);

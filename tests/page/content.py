@@ -1,6 +1,7 @@
 """What pages show of an object: pictures and models; comparisons and plots."""
 
 import struct
+import subprocess
 import zlib
 
 from case import OPTIONS, PageCase, object_of
@@ -46,6 +47,27 @@ class Content(PageCase):
         self.expect_clean()
         page = self.page("no-pictures", project, "--pictures", "0").read_text()
         self.assertNotIn('id="picture-', page)
+
+    def test_outside(self):
+        """Files that a project file names outside of its directory are as if missing, and the page says why."""
+        project = self.work / "outside"
+        (project / "study").mkdir(parents=True)
+        (project / "study/job.inp").write_text("*STEP\n*STATIC\n*END STEP\n")
+        (project / "study/red.png").write_bytes(png(40, 30, (255, 0, 0)))
+        file = self.work / "elsewhere/outside.kvp"
+        file.parent.mkdir()
+        subprocess.run([OPTIONS.program, "new", project, file], check=True, capture_output=True)
+        browser = self.browser
+        browser.open(self.page("outside", file), "#object-2")
+        self.wait_for_panel("study")
+        self.assertEqual(set(browser.texts(".files .size")), {"not read"})
+        self.assertEqual(set(browser.texts(".files .why")), {"outside of the directories that this page was made from"})
+        self.assertEqual(browser.texts("figure"), [])
+        self.expect_clean()
+        browser.open(self.page("outside-shown", file, "--files-in", project), "#object-2")
+        self.wait_for_panel("study")
+        browser.wait("document.querySelectorAll('figure img').length === 1")
+        self.assertEqual(browser.texts(".files .why"), [])
 
     def test_models(self):
         """The mesh of a solver input is drawn, turned with keyboard and pointer, and described in words."""

@@ -4,7 +4,10 @@
 #include <filesystem>
 #include <iterator>
 #include <set>
+#include <sstream>
 #include <stdexcept>
+
+#include "Process.h"
 
 std::ostream& operator<<(std::ostream& stream, const ProgramCommand& command) {
     return stream << command.name;
@@ -31,7 +34,10 @@ const std::vector<ProgramCommand>& AllCommands() {
 
         {"PageOfDirectory", {"page", "given/studies", "-o", "out/page.html"}},
         {"PageOfDocument", {"page", "given/document.json", "-o", "out/page.html"}},
-        {"Page", {"page", "work/p.kvp", "-o", "out/page.html"}, FileUse::Reads, "p.kvp"},
+        {"Page",
+         {"page", "--files-in", "given", "work/p.kvp", "-o", "out/page.html"},
+         FileUse::Reads,
+         "p.kvp"},
         {"PageOfTwo",
          {"page", "given/document.json", "work/p.kvp", "-o", "out/page.html"},
          FileUse::Reads,
@@ -142,6 +148,21 @@ const std::vector<ProgramCommand>& AllCommands() {
          2},
     };
     return commands;
+}
+
+std::set<std::string> CommandsOfHelp() {
+    std::set<std::string> listed;
+    std::istringstream help(RunProgram(ProgramPath("korvane-json"), {{"--help"}, {}, {}, {}, {}}).output);
+    bool isInList = false;
+    for (std::string line; std::getline(help, line);) {
+        // The heading depends on the version of CLI11.
+        isInList = line.starts_with("Commands:") || line.starts_with("Subcommands:") ||
+                   (isInList && line.starts_with("  "));
+        if (isInList && line.starts_with("  ") && line[2] != ' ') {
+            listed.insert(line.substr(2, line.find(' ', 2) - 2));
+        }
+    }
+    return listed;
 }
 
 std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const ProgramCommand&)>& condition) {

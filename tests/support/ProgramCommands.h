@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,6 +51,9 @@ std::ostream& operator<<(std::ostream& stream, const ProgramCommand& command);
 
 /// All commands. Those of the program's help must be here: a test compares them.
 const std::vector<ProgramCommand>& AllCommands();
+
+/// The commands that the program's help lists.
+std::set<std::string> CommandsOfHelp();
 
 /// The commands for which the condition holds.
 std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const ProgramCommand&)>& condition);

@@ -199,10 +199,14 @@ class Panel {
     row.insertCell().textContent = file.type + ', ' + file.format;
     const size = row.insertCell();
     size.className = 'size';
-    size.textContent = isMissing(file) ? 'missing' : file.size === undefined ? '–' : textOfSize(file.size);
+    size.textContent = file.outside ? 'not read' : isMissing(file) ? 'missing'
+      : file.size === undefined ? '–' : textOfSize(file.size);
     const where = row.insertCell();
     where.className = 'where';
     where.append(value(place.slice(0, Math.max(end, 0))));
+    if (file.outside) {
+      where.append(make('div', 'why', 'outside of the directories that this page was made from'));
+    }
     if (file.key) {
       where.append(make('div', 'key', 'key ' + file.key));
     }

@@ -27,7 +27,13 @@ std::uint32_t NumberAt(const std::string& bytes, std::size_t place, std::size_t 
 class PageModels : public testing::Test {
 protected:
     std::optional<PageModel> Read(std::string_view text, PageRoom& room) const {
-        return ReadPageModel(folder.Write("job.inp", text), CAE_FILE_DECK, folder.Path(), room);
+        return ReadPageModel(folder.Write("job.inp", text), CAE_FILE_DECK, folder.Path(), Readable(), room);
+    }
+
+    ReadableDirectories Readable() const {
+        ReadableDirectories readable;
+        readable.Add(folder.Path());
+        return readable;
     }
 
     TemporaryDirectory folder;
@@ -77,8 +83,9 @@ TEST_F(PageModels, NeedSomethingToDraw) {
     PageRoom room{1000};
     EXPECT_FALSE(Read("*STEP\n*STATIC\n*END STEP\n", room));
     EXPECT_FALSE(Read("*NODE\n1, 0, 0, 0\n*STEP\n*STATIC\n*END STEP\n", room));
-    EXPECT_FALSE(ReadPageModel(folder.Write("notes.txt", "x"), CAE_FILE_DECK, folder.Path(), room));
-    EXPECT_FALSE(ReadPageModel(folder / "missing.inp", CAE_FILE_DECK, folder.Path(), room));
+    EXPECT_FALSE(
+        ReadPageModel(folder.Write("notes.txt", "x"), CAE_FILE_DECK, folder.Path(), Readable(), room));
+    EXPECT_FALSE(ReadPageModel(folder / "missing.inp", CAE_FILE_DECK, folder.Path(), Readable(), room));
     EXPECT_EQ(room.bytes, 1000U);
 }
 
@@ -95,7 +102,7 @@ TEST_F(PageModels, ShowMeshesAndGeometry) {
     PageRoom room{10000};
     const std::filesystem::path part = folder.Write("part.stl", BinaryStl(FacetsOfTetrahedron()));
     for (const _tagFileType type : {CAE_FILE_CAD, CAE_FILE_MESH, CAE_FILE_GRAPHIC}) {
-        const std::optional<PageModel> model = ReadPageModel(part, type, folder.Path(), room);
+        const std::optional<PageModel> model = ReadPageModel(part, type, folder.Path(), Readable(), room);
         ASSERT_TRUE(model);
         EXPECT_EQ(model->nodes, 4U);
         EXPECT_EQ(model->elements, 4U);
@@ -108,14 +115,17 @@ TEST_F(PageModels, ShowMeshesAndGeometry) {
         "part.msh",
         "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n$Nodes\n4\n1 0 0 0\n2 1 0 0\n3 0 1 0\n4 0 0 1\n$EndNodes\n"
         "$Elements\n2\n1 2 0 1 2 3\n2 4 0 1 2 3 4\n$EndElements\n");
-    const std::optional<PageModel> solid = ReadPageModel(mesh, CAE_FILE_MESH, folder.Path(), room);
+    const std::optional<PageModel> solid =
+        ReadPageModel(mesh, CAE_FILE_MESH, folder.Path(), Readable(), room);
     ASSERT_TRUE(solid);
     EXPECT_EQ(solid->elements, 2U);
     EXPECT_EQ(solid->triangles, 4U);
-    EXPECT_FALSE(ReadPageModel(part, CAE_FILE_REPORT, folder.Path(), room));
-    EXPECT_FALSE(ReadPageModel(folder.Write("part.stl", "no STL"), CAE_FILE_CAD, folder.Path(), room));
+    EXPECT_FALSE(ReadPageModel(part, CAE_FILE_REPORT, folder.Path(), Readable(), room));
+    EXPECT_FALSE(
+        ReadPageModel(folder.Write("part.stl", "no STL"), CAE_FILE_CAD, folder.Path(), Readable(), room));
     // A deck that includes it shows it.
-    EXPECT_FALSE(ReadPageModel(folder.Write("mesh.msh", kTriangle), CAE_FILE_MESH, folder.Path(), room));
+    EXPECT_FALSE(
+        ReadPageModel(folder.Write("mesh.msh", kTriangle), CAE_FILE_MESH, folder.Path(), Readable(), room));
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ protected:
     /// The numbers of each entry, in the order in which they were added.
     std::vector<Numbers> Read() const {
         PageRooms rooms;
-        const PageContent content = ListPageContent(*project, rooms);
+        const PageContent content = ListPageContent(*project, {}, rooms);
         PageNumbers numbers(content);
         std::vector<Numbers> all;
         for (const PageObject& shown : content.objects) {
