@@ -70,15 +70,15 @@ Attempt ExceptionFromOutside::Call(Scene& scene, int throwingOperation) {
 
 bool ExceptionFromOutside::Try(int operation) {
     Scene scene(TheMaterial(), function_.needs);
-    const json_string before = scene.node.write();
+    const std::string before = scene.NodesAsText();
     scene.Begin();
     const Attempt attempt = Call(scene, operation);
     // In the order of a call that succeeds, up to the operation that threw, and nothing behind it.
     EXPECT_TRUE(attempt.notes.size() <= all_.size() &&
                 std::equal(attempt.notes.begin(), attempt.notes.end(), all_.begin()));
     EXPECT_EQ(attempt.notes.size(), std::min(all_.size(), static_cast<std::size_t>(operation) + 1));
-    EXPECT_TRUE(scene.node.write() == before);
-    ExpectWhole(scene.project);
+    EXPECT_TRUE(scene.NodesAsText() == before);
+    ExpectWhole(scene);
     if (!attempt.wasThrown || function_.isRepeatable) {
         if (attempt.wasThrown) {
             scene.Begin();

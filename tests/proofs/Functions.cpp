@@ -1,8 +1,10 @@
 #include "Functions.h"
 
 #include <gtest/gtest.h>
-#include <korvaneexchange/ApplyAnswer.h>
-#include <korvaneexchange/ImportDocument.h>
+#include <korvaneexchange/ParseDocument.h>
+#include <korvaneexchange/PrintableText.h>
+#include <korvaneexchange/Text.h>
+#include <korvaneexchange/WriteDocument.h>
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
 
@@ -14,9 +16,15 @@
 #include "objectjson/CAEObjectJson.h"
 #include "platform/korvane/Ask.h"
 
+namespace exchange = korvane::exchange;
+
 namespace {
 
 std::string Text(const json_string& text) {
+    return {text.data(), text.size()};
+}
+
+std::string_view View(const json_string& text) {
     return {text.data(), text.size()};
 }
 
@@ -47,6 +55,10 @@ std::string GivenJson(Scene& scene) {
 
 std::string GivenText(Scene& scene) {
     return scene.givenText.GetAnsiBuffer();
+}
+
+std::string GivenUtf8(Scene& scene) {
+    return scene.givenUtf8;
 }
 
 std::string GivenKeys(Scene& scene) {
@@ -91,6 +103,53 @@ std::string WholeProject(Scene& scene) {
     return text;
 }
 
+/// What a comparison found, and a line for each pair with the names of both. An object of a document has no
+/// identifier by which its name could be found: there each pair stands for a level.
+std::string GivenComparison(Scene& scene) {
+    const auto name = [](TestProject& project, int id) {
+        return id == 0 ? std::string() : NameOf(*project->getCAEObject(id));
+    };
+    std::string text = ToJson(scene.givenReport) + "\n";
+    for (const auto& [first, second] : scene.givenPairs) {
+        text += first == 0 && second == 0
+                    ? kNameOfLevel
+                    : name(scene.project, first) + "=" + name(scene.otherProject, second);
+        text += "\n";
+    }
+    return text;
+}
+
+/// Compares with all that the options can ask for.
+template <typename First, typename Second>
+void Compare(Scene& scene, First& first, Second& second) {
+    scene.givenPairs.clear();
+    scene.givenReport = exchange::Compare(
+        first, second,
+        {.displayNameOf = [](CAEProject& project) { return TextOf(korvane::GetDisplayName(project)); },
+         .shownValue = [](std::string_view value,
+                          std::string_view unit) { return std::string(value).append(unit); },
+         .pairs = [&](int one, int other) { scene.givenPairs.emplace_back(one, other); },
+         .progress = [](const exchange::Progress&) { return true; }});
+}
+
+void Write(Scene& scene, exchange::Layout layout) {
+    scene.givenUtf8.clear();
+    exchange::WriteDocument(*scene.project,
+                            {.layout = layout, .progress = [](const exchange::Progress&) { return true; }},
+                            [&](std::string_view page) { scene.givenUtf8 += page; });
+}
+
+/// Why the text is not a document, and where.
+std::string FaultOf(std::string_view text) {
+    try {
+        exchange::ParseDocument(text);
+    } catch (const exchange::DocumentError& error) {
+        return std::string(error.what()) + ", offset " + std::to_string(error.Offset()) + " of " +
+               std::to_string(text.size());
+    }
+    return "no fault";
+}
+
 /// The node of a version as a driver gives it, with the member that the converter then takes away.
 JSONNode NodeOfVersion(CAEObject* version) {
     JSONNode node = CAEObjectJson(version).GetJsonNode();
@@ -125,6 +184,19 @@ void ExpectInnermostChecked(Scene& scene) {
     }
 }
 
+void ExpectInnermostFaultFound(Scene& scene) {
+    constexpr std::string_view kFault = R"({"type":"CAEPART",})";
+    for (const json_string& text : WithOtherInnermost(scene, kFault)) {
+        try {
+            exchange::ParseDocument(View(text));
+            ADD_FAILURE() << "there is no fault";
+        } catch (const exchange::DocumentError& error) {
+            const std::size_t place = error.Offset() + 1;
+            EXPECT_EQ(View(text).substr(place - kFault.size(), kFault.size()), kFault);
+        }
+    }
+}
+
 void ExpectInnermostCompared(Scene& scene) {
     for (const json_string& text : WithOtherInnermost(scene, R"({"type":"CAETAG"})")) {
         EXPECT_FALSE(scene.node == libjson::parse(text));
@@ -150,58 +222,106 @@ constexpr Reaches kImported = {{{1}, {0}, {0, 1}, {1, 1}}};
 constexpr Reaches kImportedBesideObjects = {{{2}, {1}, {1, 1}, {2, 1}}};
 /// Answers are for objects, and metadata has none.
 constexpr Reaches kAnswered = {{{1}, {1}, {0, 1}, {1}}};
+/// A document that is compared is read as it is imported, and so is the one that an object would have. Each
+/// pair of objects has two names, and the innermost, where it is reached, is reported as different, with a
+/// path of forty names twice. Of metadata each entry is reported with four names, but the object has one
+/// level less.
+constexpr Reaches kComparedObjects = {{{2, 2 * 39}, {0, 4}, {4, 2 - 4}, {0, 4}}};
+/// The same with one name for each pair.
+constexpr Reaches kComparedWithDocument = {{{1, 2 * 39}, {0, 2}, {4, 1 - 4}, {0, 2}}};
+/// The root and its file are pairs as well, and so is the file of each level. The innermost is reported as
+/// removed and as added, each with such a path twice, in which it and the root have other names.
+constexpr Reaches kComparedDocuments = {{{1, 1 + 4 * 38}, {0, 2}, {0, 1}, {2, 2 + 4 * 38}}};
+/// Each entry has it in its subject and in its sentence.
+constexpr Reaches kReported = {{{2}, {2}, {2}, {2}}};
 constexpr Reaches kNotSeen = {};
+constexpr const char* kNotExported = nullptr;
 
 constexpr Function kFunctions[] = {
-    {"GetJson", Asks::kObjectModel, Needs::kObjects,
+    {"GetJson", "JsonSerializer::GetJson(", Asks::kObjectModel, Needs::kObjects,
      [](Scene& s) { s.given = JsonSerializer(&*s.project).GetJson(); }, GivenDocument, kAllLevels},
-    {"GetJsonString", Asks::kObjectModel, Needs::kObjects,
+    {"GetJsonString", "JsonSerializer::GetJsonString(", Asks::kObjectModel, Needs::kObjects,
      [](Scene& s) { s.givenText = JsonSerializer(&*s.project).GetJsonString(); }, GivenText, kAllLevels},
-    {"ExportVersions", Asks::kObjectModel, Needs::kObjectsWithVersion,
+    {"ExportVersions", kNotExported, Asks::kObjectModel, Needs::kObjectsWithVersion,
      [](Scene& s) { s.given = Holding(CAEObjectJson(s.node, &s.Subject()).ExportVersions(NodeOfVersion)); },
      GivenDocument, kAllLevels},
-    {"DeserializeJsonToObject", Asks::kObjectModel, Needs::kDocument,
-     [](Scene& s) { caerest::json::DeserializeJsonToObject(s.node, &*s.project); }, Added, kImported},
-    {"ImportDocument", Asks::kObjectModel, Needs::kDocument,
-     [](Scene& s) { korvane::exchange::ImportDocument(s.node, *s.project); }, Added, kImported},
-    {"ImportDocument_Update", Asks::kObjectModel, Needs::kDocument,
+    {"DeserializeJsonToObject", "caerest::json::DeserializeJsonToObject(", Asks::kObjectModel,
+     Needs::kDocument, [](Scene& s) { caerest::json::DeserializeJsonToObject(s.node, &*s.project); }, Added,
+     kImported},
+    {"ImportDocument", "korvane::exchange::ImportDocument(", Asks::kObjectModel, Needs::kDocument,
+     [](Scene& s) { exchange::ImportDocument(s.node, *s.project); }, Added, kImported},
+    {"ImportDocument_Update", "korvane::exchange::ImportDocument(", Asks::kObjectModel, Needs::kDocument,
      [](Scene& s) {
-         korvane::exchange::ImportDocument(s.node, *s.project,
-                                           {.match = korvane::exchange::Match::kByKey, .remove = true});
+         exchange::ImportDocument(s.node, *s.project, {.match = exchange::Match::kByKey, .remove = true});
      },
      Added, kImported,
      // An object that was made and got no name is not recognised.
      false},
-    {"ApplyAnswer", Asks::kObjectModel, Needs::kAnswer,
-     [](Scene& s) { korvane::exchange::ApplyAnswer(s.node, *s.project); }, KeysOfObjects, kAnswered},
-    {"ImportVersions", Asks::kObjectModel, Needs::kVersions,
+    {"ApplyAnswer", "korvane::exchange::ApplyAnswer(", Asks::kObjectModel, Needs::kAnswer,
+     [](Scene& s) { exchange::ApplyAnswer(s.node, *s.project); }, KeysOfObjects, kAnswered},
+    {"ImportVersions", kNotExported, Asks::kObjectModel, Needs::kVersions,
      [](Scene& s) { CAEObjectJson(JSONNode(), &s.Subject()).ImportVersions(s.node); }, WholeProject,
      kImportedBesideObjects,
      // What stands in the object's place when a record fails stays there.
      false},
-    {"ApplyJsonResponseOnObject", Asks::kObjectModel, Needs::kAnswer,
-     [](Scene& s) { caerest::json::ApplyJsonResponseOnObject(s.node, &*s.project); }, KeysOfObjects,
-     kAnswered},
-    {"ParseNode", Asks::kNobody, Needs::kAnswer,
+    {"ApplyJsonResponseOnObject", "caerest::json::ApplyJsonResponseOnObject(", Asks::kObjectModel,
+     Needs::kAnswer, [](Scene& s) { caerest::json::ApplyJsonResponseOnObject(s.node, &*s.project); },
+     KeysOfObjects, kAnswered},
+    {"ParseNode", "caerest::json::util::ParseNode(", Asks::kNobody, Needs::kAnswer,
      [](Scene& s) { caerest::json::util::ParseNode(s.node, s.givenKeys); }, GivenKeys, kAnswered},
-    {"parse", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.given = libjson::parse(s.text); },
-     GivenDocument, kAllSections},
-    {"is_valid", Asks::kNobody, Needs::kDocument,
+    {"WriteDocument", "korvane::exchange::WriteDocument(", Asks::kObjectModel, Needs::kObjects,
+     [](Scene& s) { Write(s, exchange::Layout::kCompact); }, GivenUtf8, kAllLevels},
+    {"WriteDocument_Indented", "korvane::exchange::WriteDocument(", Asks::kObjectModel, Needs::kObjects,
+     [](Scene& s) { Write(s, exchange::Layout::kIndented); }, GivenUtf8, kAllLevels},
+    {"Compare_Objects", "korvane::exchange::Compare(CAEObject&, CAEObject&,", Asks::kObjectModel,
+     Needs::kTwoTrees, [](Scene& s) { Compare(s, *s.project, *s.otherProject); }, GivenComparison,
+     kComparedObjects},
+    {"Compare_ObjectWithDocument", "korvane::exchange::Compare(CAEObject&, JSONNode const&,",
+     Asks::kObjectModel, Needs::kTwoTrees, [](Scene& s) { Compare(s, *s.project, s.otherNode); },
+     GivenComparison, kComparedWithDocument},
+    {"Compare_DocumentWithObject", "korvane::exchange::Compare(JSONNode const&, CAEObject&,",
+     Asks::kObjectModel, Needs::kTwoTrees, [](Scene& s) { Compare(s, s.node, *s.otherProject); },
+     GivenComparison, kComparedWithDocument},
+    {"Compare_Documents", "korvane::exchange::Compare(JSONNode const&, JSONNode const&,", Asks::kNobody,
+     Needs::kTwoDocuments, [](Scene& s) { Compare(s, s.node, s.otherNode); }, GivenComparison,
+     kComparedDocuments},
+    {"ParseDocument", "korvane::exchange::ParseDocument(", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.given = exchange::ParseDocument(View(s.text)); }, GivenDocument, kAllSections},
+    {"ParseDocument_Fault", "korvane::exchange::ParseDocument(", Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.givenUtf8 = FaultOf(View(s.text).substr(0, s.text.size() - 1)); }, GivenUtf8, kNotSeen,
+     true, ExpectInnermostFaultFound, true},
+    {"ReadDocument", "korvane::exchange::ReadDocument(", Asks::kNobody, Needs::kFile,
+     [](Scene& s) { s.given = exchange::ReadDocument(s.file); }, GivenDocument, kAllSections},
+    {"ToJson_Import", "korvane::exchange::ToJson(korvane::exchange::ImportReport const&", Asks::kNobody,
+     Needs::kReports, [](Scene& s) { s.givenUtf8 = ToJson(s.importReport); }, GivenUtf8, kReported},
+    {"ToJson_Answer", "korvane::exchange::ToJson(korvane::exchange::AnswerReport const&", Asks::kNobody,
+     Needs::kReports, [](Scene& s) { s.givenUtf8 = ToJson(s.answerReport); }, GivenUtf8, kReported},
+    {"ToJson_Compare", "korvane::exchange::ToJson(korvane::exchange::CompareReport const&", Asks::kNobody,
+     Needs::kReports, [](Scene& s) { s.givenUtf8 = ToJson(s.compareReport); }, GivenUtf8, kReported},
+    {"FromUtf8", "korvane::exchange::FromUtf8(", Asks::kNobody, Needs::kText,
+     [](Scene& s) { s.givenText = exchange::FromUtf8(View(s.text)); }, GivenText, kAllSections},
+    {"ToUtf8", "korvane::exchange::ToUtf8(", Asks::kNobody, Needs::kText,
+     [](Scene& s) { s.givenUtf8 = exchange::ToUtf8(OuString(s.text.c_str(), 0)); }, GivenUtf8, kAllSections},
+    {"Printable", "korvane::exchange::Printable(", Asks::kNobody, Needs::kText,
+     [](Scene& s) { s.givenUtf8 = exchange::Printable(View(s.text)); }, GivenUtf8, kAllSections},
+    {"parse", kNotExported, Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.given = libjson::parse(s.text); }, GivenDocument, kAllSections},
+    {"is_valid", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.given = Holding(JSONNode("valid", libjson::is_valid(s.text))); }, GivenDocument,
      kNotSeen, true, ExpectInnermostChecked},
-    {"write", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.givenJson = s.node.write(); }, GivenJson,
-     kAllSections},
-    {"write_formatted", Asks::kNobody, Needs::kDocument,
+    {"write", kNotExported, Asks::kNobody, Needs::kDocument, [](Scene& s) { s.givenJson = s.node.write(); },
+     GivenJson, kAllSections},
+    {"write_formatted", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.givenJson = s.node.write_formatted(); }, GivenJson, kAllSections},
-    {"duplicate", Asks::kNobody, Needs::kDocument, [](Scene& s) { s.given = s.node.duplicate(); },
-     GivenDocument, kAllSections},
-    {"operator_equal", Asks::kNobody, Needs::kDocument,
+    {"duplicate", kNotExported, Asks::kNobody, Needs::kDocument,
+     [](Scene& s) { s.given = s.node.duplicate(); }, GivenDocument, kAllSections},
+    {"operator_equal", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.given = Holding(JSONNode("same", s.node == libjson::parse(s.text))); }, GivenDocument,
      kNotSeen, true, ExpectInnermostCompared},
-    {"as_array_as_node", Asks::kNobody, Needs::kDocument,
+    {"as_array_as_node", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.given = Holding(s.node.as_array().as_node().as_array()); }, GivenDocument,
      kAllSections},
-    {"clear", Asks::kNobody, Needs::kDocument,
+    {"clear", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) {
          JSONNode copy = s.node.duplicate();
          copy.clear();
@@ -214,6 +334,9 @@ const std::string& InputOf(const Material& material, Needs needs) {
     static const std::string nothing = "{}";
     switch (needs) {
         case Needs::kDocument:
+        case Needs::kFile:
+        case Needs::kTwoDocuments:
+        case Needs::kText:
             return material.document;
         case Needs::kAnswer:
             return material.answer;
@@ -224,21 +347,55 @@ const std::string& InputOf(const Material& material, Needs needs) {
     }
 }
 
+bool HasObjects(Needs needs) {
+    switch (needs) {
+        case Needs::kObjects:
+        case Needs::kObjectsWithVersion:
+        case Needs::kAnswer:
+        case Needs::kVersions:
+        case Needs::kTwoTrees:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 Scene::Scene(const Material& material, Needs needs) {
-    if (needs != Needs::kDocument) {
+    if (HasObjects(needs)) {
         material.fill(project);
-    }
-    if (needs == Needs::kObjectsWithVersion) {
-        EXPECT_EQ(Subject().createNewVersion(1, 0, true, false), 0);
     }
     const std::string& input = InputOf(material, needs);
     text.assign(input.data(), input.size());
-    node = libjson::parse(text);
-    if (needs == Needs::kObjectsWithVersion) {
-        // Its files are those of every version.
-        node = JsonSerializer(&Subject()).GetJson();
+    if (needs != Needs::kText) {
+        node = libjson::parse(text);
+    }
+    switch (needs) {
+        case Needs::kObjectsWithVersion:
+            EXPECT_EQ(Subject().createNewVersion(1, 0, true, false), 0);
+            // Its files are those of every version.
+            node = JsonSerializer(&Subject()).GetJson();
+            break;
+        case Needs::kFile:
+            file = folder.emplace().Write("document.json", input);
+            break;
+        case Needs::kTwoTrees:
+            material.fill(otherProject);
+            material.change(otherProject);
+            node = JsonSerializer(&*project).GetJson();
+            otherNode = JsonSerializer(&*otherProject).GetJson();
+            break;
+        case Needs::kTwoDocuments:
+            otherNode = exchange::ParseDocument(material.otherDocument());
+            break;
+        case Needs::kReports:
+            static_cast<exchange::Report&>(importReport) = material.report();
+            static_cast<exchange::Report&>(answerReport) = importReport;
+            static_cast<exchange::Report&>(compareReport) = importReport;
+            break;
+        default:
+            break;
     }
 }
 
@@ -251,12 +408,21 @@ CAEObject& Scene::Subject() const {
     return *project->getCAEObject(2);
 }
 
+std::string Scene::NodesAsText() const {
+    return Text(node.write()) + "\n" + Text(otherNode.write());
+}
+
 void PrintTo(const Function& function, std::ostream* out) {
     *out << function.name;
 }
 
 std::span<const Function> Functions() {
     return kFunctions;
+}
+
+void ExpectWhole(Scene& scene) {
+    ExpectWhole(scene.project);
+    ExpectWhole(scene.otherProject);
 }
 
 void ExpectWhole(TestProject& project) {

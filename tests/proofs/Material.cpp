@@ -1,5 +1,7 @@
 #include "Material.h"
 
+#include <korvaneexchange/Compare.h>
+#include <korvaneexchange/ParseDocument.h>
 #include <korvanejson/JsonSerializer.h>
 
 #include <string_view>
@@ -48,6 +50,37 @@ void FillMiddleSized(TestProject& project) {
     FillStudy(project, inner, "within");
 }
 
+/// A name, a place, values of metadata, a missing object, and a new one with a file.
+void ChangeMiddleSized(TestProject& project) {
+    CAEObject& folder = *project->getCAEObject(2);
+    folder.setName(Long("renamed study"));
+    CAEObject* item = nullptr;
+    CAEObject* part = nullptr;
+    CAEObject* moved = nullptr;
+    korvane::VisitTree(folder, [&](CAEObject& object, int) {
+        item = object.getType() == CAE_VIEW_ITEM ? &object : item;
+        part = object.getType() == CAE_PART ? &object : part;
+        moved = object.getType() == CAE_SUBASSEMBLY ? &object : moved;
+    });
+    AddMetadata(*part, "changed");
+    SetMetadata(*part, Long("new entry"), Long("value"), L"kg");
+    CAEObject* detached = moved;
+    folder.detachChild(detached, false);
+    project->addChild(moved);
+    item->getParent()->detachChild(item, true);
+    CAEObject& assembly = project.Add(folder, CAE_SUBASSEMBLY, Long("new assembly"));
+    project.AddFile(assembly, Long("mesh"), CAE_FILE_MESH);
+}
+
+std::string DocumentOf(CAEObject& object) {
+    return JsonSerializer(&object).GetJson().write().c_str();
+}
+
+korvane::exchange::Report ReportOfDifferences(const std::string& document, const std::string& otherDocument) {
+    return korvane::exchange::Compare(korvane::exchange::ParseDocument(document),
+                                      korvane::exchange::ParseDocument(otherDocument));
+}
+
 std::string Repeat(std::string_view text, int count) {
     std::string repeated;
     repeated.reserve(text.size() * static_cast<std::size_t>(count));
@@ -83,7 +116,7 @@ constexpr Sections kChildrenWithAll = {
 
 constexpr std::string_view kKeyOfLevel = R"("dbkey":"K)";
 
-std::string NestedText(const Sections& sections, int levels) {
+std::string NestedText(const Sections& sections, int levels, std::string_view innermost) {
     std::string text;
     for (int level = 0; level < levels; ++level) {
         const std::string_view opening = sections.opening[level % sections.count];
@@ -95,7 +128,7 @@ std::string NestedText(const Sections& sections, int levels) {
             text += opening.substr(key + kKeyOfLevel.size());
         }
     }
-    text += Innermost();
+    text += innermost;
     for (int level = levels; level-- > 0;) {
         text += sections.closing[level % sections.count];
     }
@@ -108,19 +141,20 @@ std::string InOtherSections(const std::string& nested) {
 }
 
 /// A document with the levels in the section of the shape, or, where it has no section of its own, in all.
-std::string DeepDocument(Shape shape, int levels, const std::string& head) {
+std::string DeepDocument(Shape shape, int levels, std::string_view type, std::string_view innermost) {
+    const std::string head(type);
     switch (shape) {
         case Shape::kArrays: {
-            const std::string nested = NestedText(kArrays, levels);
+            const std::string nested = NestedText(kArrays, levels, innermost);
             return head + R"("children":[)" + nested + "]," + InOtherSections(nested) + "}";
         }
         case Shape::kMetadata:
-            return head + R"("metaData":{"a":)" + NestedText(kMetadata, levels) + "}}";
+            return head + R"("metaData":{"a":)" + NestedText(kMetadata, levels, innermost) + "}}";
         case Shape::kMixed:
-            return head + R"("children":[)" + NestedText(kChildrenWithAll, levels) + "]," +
-                   InOtherSections(NestedText(kInTurn, levels)) + "}";
+            return head + R"("children":[)" + NestedText(kChildrenWithAll, levels, innermost) + "]," +
+                   InOtherSections(NestedText(kInTurn, levels, innermost)) + "}";
         default:
-            return head + R"("children":[)" + NestedText(kChildren, levels) + "]}";
+            return head + R"("children":[)" + NestedText(kChildren, levels, innermost) + "]}";
     }
 }
 
@@ -144,12 +178,39 @@ std::string DeepAnswer(Shape shape, int levels) {
     return text + Repeat("]}", levels);
 }
 
+OuString NumberedLevel(int level) {
+    return OuString((kNameOfLevel + std::to_string(level)).c_str(), 0);
+}
+
+/// The value that the metadata entries have, or, for a shape without, the innermost object alone.
+void ChangeDeep(TestProject& project, Shape shape, int levels) {
+    const OuString value(L"changed");
+    if (shape != Shape::kMetadata) {
+        SetMetadata(*project->getCAEObject(levels + 1), L"m", value);
+        return;
+    }
+    for (int level = 1; level < levels; ++level) {
+        SetMetadata(*project->getCAEObject(2), NumberedLevel(level), value);
+    }
+}
+
+korvane::exchange::Report LongReport(int levels) {
+    using korvane::exchange::Reason;
+    korvane::exchange::Report report;
+    for (int level = 0; level < levels; ++level) {
+        report.entries.push_back({"/children/0", level + 2, Reason::kAdded, kNameOfLevel,
+                                  kNameOfLevel + std::string(" was added")});
+    }
+    report.counts[static_cast<std::size_t>(Reason::kAdded)] = static_cast<std::size_t>(levels);
+    return report;
+}
+
 void FillDeep(TestProject& project, Shape shape, int levels) {
     const OuString name(kNameOfLevel, 0);
     CAEObject* object = &project.Add(CAE_MODEL, name);
     for (int level = 1; level < levels; ++level) {
         if (shape == Shape::kMetadata) {
-            SetMetadata(*object, OuString((kNameOfLevel + std::to_string(level)).c_str(), 0), L"v");
+            SetMetadata(*object, NumberedLevel(level), L"v");
             continue;
         }
         const bool isFile = shape == Shape::kArrays || (shape == Shape::kMixed && level % 2 == 1);
@@ -172,8 +233,8 @@ const std::string& Innermost() {
 Material MiddleSized() {
     TestProject project;
     FillMiddleSized(project);
-    const std::string document = JsonSerializer(&*project).GetJson().write().c_str();
-    const std::string child = JsonSerializer(project->getCAEObject(2)).GetJson().write().c_str();
+    const std::string document = DocumentOf(*project);
+    const std::string child = DocumentOf(*project->getCAEObject(2));
     std::string answer = R"({"id":"1","dbkey":"PROJECT","name":"Answered","children":[)";
     korvane::VisitTree(*project, [&](CAEObject& object, int) {
         answer += R"({"id":")" + std::to_string(object.getID()) + R"(","dbkey":")" +
@@ -183,11 +244,24 @@ Material MiddleSized() {
     const std::string versions = "[" + child.substr(0, child.size() - 1) +
                                  R"(,"version":"1.0"},{"type":"CAEPART"},)" +
                                  child.substr(0, child.size() - 1) + R"(,"version":"2.1"}])";
-    return {FillMiddleSized, document, answer, versions};
+    ChangeMiddleSized(project);
+    const std::string otherDocument = DocumentOf(*project);
+    return {FillMiddleSized,
+            document,
+            answer,
+            versions,
+            ChangeMiddleSized,
+            [=] { return otherDocument; },
+            [=] { return ReportOfDifferences(document, otherDocument); }};
 }
 
 Material Deep(Shape shape, int levels) {
-    return {[shape, levels](TestProject& project) { FillDeep(project, shape, levels); },
-            DeepDocument(shape, levels, R"({"type":"P",)"), DeepAnswer(shape, levels),
-            "[" + DeepDocument(shape, levels, R"({"type":"CAEMODEL","version":"1.0",)") + "]"};
+    constexpr std::string_view kHead = R"({"type":"P",)";
+    return {[=](TestProject& project) { FillDeep(project, shape, levels); },
+            DeepDocument(shape, levels, kHead, Innermost()),
+            DeepAnswer(shape, levels),
+            "[" + DeepDocument(shape, levels, R"({"type":"CAEMODEL","version":"1.0",)", Innermost()) + "]",
+            [=](TestProject& project) { ChangeDeep(project, shape, levels); },
+            [=] { return DeepDocument(shape, levels, kHead, kOtherInnermost); },
+            [=] { return LongReport(levels); }};
 }

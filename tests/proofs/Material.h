@@ -1,8 +1,11 @@
 #pragma once
 
+#include <korvaneexchange/Report.h>
+
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "support/ModelBuilders.h"
 
@@ -16,6 +19,12 @@ struct Material {
     std::string answer;
     /// An array of versions of the first child.
     std::string versions;
+    /// Changes a little of what `fill` has put there.
+    std::function<void(TestProject& project)> change;
+    /// A document that differs a little from the first one.
+    std::function<std::string()> otherDocument;
+    /// What a function has to report.
+    std::function<korvane::exchange::Report()> report;
 };
 
 /// Every kind, role and section, a few dozen objects. Every object, metadata record and key has a text so
@@ -43,6 +52,8 @@ inline constexpr const char* kNameOfLevel = "level";
 /// What the innermost level of a document has. Its text is so long that libjson takes a block of its own for
 /// it.
 const std::string& Innermost();
+/// What it has in the other document.
+inline constexpr std::string_view kOtherInnermost = R"({"type":"CAETAG"})";
 
 /// Nested that many levels deep.
 Material Deep(Shape shape, int levels);

@@ -33,5 +33,5 @@ CommandResult RunOnSmallStack(const std::vector<std::string>& arguments, const T
     options.output = folder / "output";
     std::filesystem::remove(options.output);
     const ProcessResult result = RunProgram(start.program, options);
-    return {result.status - start.success, result.error};
+    return {result.status - start.success, result.error, result.processorTime};
 }

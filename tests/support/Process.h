@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "ProcessorTime.h"
+
 /// How a program is started.
 struct ProcessOptions {
     /// Arguments in UTF-8, the program's own name left out.
@@ -28,6 +30,7 @@ struct ProcessResult {
     int status = 0;
     std::string output;
     std::string error;
+    ProcessorTime processorTime = {};
 };
 
 /// Runs a program to its end. Throws when it cannot be started.

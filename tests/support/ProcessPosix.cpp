@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -54,7 +55,21 @@ std::string ReadFromPipe(int pipe, std::size_t most) {
     return bytes;
 }
 
+ProcessorTime TimeOf(const rusage& usage) {
+    const auto milliseconds = [](const timeval& time) {
+        return std::chrono::duration_cast<ProcessorTime>(std::chrono::seconds(time.tv_sec) +
+                                                         std::chrono::microseconds(time.tv_usec));
+    };
+    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+}
+
 }  // namespace
+
+ProcessorTime ProcessorTimeSoFar() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return TimeOf(usage);
+}
 
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
     const TemporaryDirectory folder;
@@ -85,11 +100,13 @@ ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOpti
         ::close(pipe[0]);
     }
     int status = 0;
-    while (::waitpid(child, &status, 0) < 0) {
+    rusage usage{};
+    while (::wait4(child, &status, 0, &usage) < 0) {
         if (errno != EINTR) {
-            Fail("waitpid");
+            Fail("wait4");
         }
     }
+    result.processorTime = TimeOf(usage);
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     if (options.output.empty() && !options.bytesRead) {
         result.output = ReadWholeFile(outputFile);

@@ -1,9 +1,11 @@
 #include <windows.h>
 
 #include <array>
+#include <cstdint>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <ratio>
 #include <stdexcept>
 #include <string_view>
 
@@ -62,15 +64,26 @@ bool IsUnderWine() {
     return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-/// Whether the process has done nothing yet, not even what every program does before its main function.
-bool HasDoneNothing(HANDLE process) {
+/// Nothing if the system does not tell.
+std::optional<ProcessorTime> TimeOf(HANDLE process) {
+    using HundredNanoseconds = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
     FILETIME ignored{};
     FILETIME kernel{};
     FILETIME user{};
-    constexpr DWORD kLeast = 300'000;  // 100 nanoseconds each
-    return ::GetProcessTimes(process, &ignored, &ignored, &kernel, &user) != 0 &&
-           kernel.dwHighDateTime == 0 && user.dwHighDateTime == 0 &&
-           kernel.dwLowDateTime + user.dwLowDateTime < kLeast;
+    if (::GetProcessTimes(process, &ignored, &ignored, &kernel, &user) == 0) {
+        return std::nullopt;
+    }
+    const auto ticks = [](const FILETIME& time) {
+        return static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    };
+    return std::chrono::duration_cast<ProcessorTime>(HundredNanoseconds(ticks(kernel) + ticks(user)));
+}
+
+/// Whether the process has done nothing yet, not even what every program does before its main function.
+bool HasDoneNothing(HANDLE process) {
+    constexpr ProcessorTime kLeast{30};
+    const std::optional<ProcessorTime> time = TimeOf(process);
+    return time && *time < kLeast;
 }
 
 /// Waits for the end. A process can wait for itself inside of Wine before it comes to run: it is ended after
@@ -168,6 +181,7 @@ std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const
     DWORD status = 0;
     ::GetExitCodeProcess(process.get(), &status);
     result.status = static_cast<int>(status);
+    result.processorTime = TimeOf(process.get()).value_or(ProcessorTime::zero());
     if (options.output.empty() && !options.bytesRead) {
         result.output = ReadWholeFile(outputFile);
     }
@@ -176,6 +190,10 @@ std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const
 }
 
 }  // namespace
+
+ProcessorTime ProcessorTimeSoFar() {
+    return TimeOf(::GetCurrentProcess()).value_or(ProcessorTime::zero());
+}
 
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
     constexpr int kMostRuns = 3;
