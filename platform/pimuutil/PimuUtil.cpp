@@ -47,7 +47,7 @@ void WriteToStandardError(const std::string& bytes) {
 #if defined(_WIN32)
     constexpr DWORD kMost = 1U << 20;
     // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how the runtime hands out a handle.
-    const HANDLE handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stderr)));
+    auto* const handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stderr)));
     DWORD written = 0;
     while (left > 0 && WriteFile(handle, place, left < kMost ? static_cast<DWORD>(left) : kMost, &written,
                                  nullptr) != 0) {
@@ -79,6 +79,7 @@ void PimuSetDLLUnloadWarning(bool enabled) {
 }
 
 void PimuWriteConsoleMessage(_PimuMessageType /*type*/, const wchar_t* format, ...) {
+    // NOLINTNEXTLINE(cppcoreguidelines-init-variables): va_start does that.
     std::va_list arguments;
     va_start(arguments, format);
     try {

@@ -86,6 +86,7 @@ struct Message {
 std::vector<Message> messages;
 
 void NoteMessage(_PimuMessageType type, const wchar_t* format, ...) {
+    // NOLINTNEXTLINE(cppcoreguidelines-init-variables): va_start does that.
     std::va_list arguments;
     va_start(arguments, format);
     messages.push_back({type, format, va_arg(arguments, const wchar_t*)});
