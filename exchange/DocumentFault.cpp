@@ -4,6 +4,7 @@
 #include <parse_error.h>
 #endif
 
+#include <algorithm>
 #include <charconv>
 
 namespace korvane::exchange {
@@ -52,7 +53,10 @@ DocumentError FaultOfMessage(std::string_view message, std::string_view text) {
     std::size_t column = 0;
     if (TakeNumber(rest, "line ", line) && TakeNumber(rest, ", column ", column) && line > 0 && column > 0 &&
         rest.starts_with(": ")) {
-        return {line, column, StartOfLine(text, line) + column - 1, std::string(rest.substr(2))};
+        const std::size_t start = StartOfLine(text, line);
+        // The library may have counted otherwise, and the place is to lie in the text.
+        const std::size_t offset = start + std::min(column - 1, text.size() - start);
+        return {line, column, offset, std::string(rest.substr(2))};
     }
     return {0, 0, 0, std::string(message)};
 }

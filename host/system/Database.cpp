@@ -77,7 +77,7 @@ Database::Database() {
 Database::Database(const std::filesystem::path& file, DatabaseUse use, const DatabaseKind& kind)
     : file_(file) {
     const bool isThere = IsThere(file, use, kind);
-    RefuseSuperJournal(file);
+    RefuseForeignJournal(file);
     if (use != DatabaseUse::Reading) {
         RefuseLongName(file);
     }

@@ -25,6 +25,7 @@ constexpr std::string_view kMagic("\xD9\xD5\x05\xF9\x20\xA1\x63\xD7", 8);
 constexpr std::size_t kOldPageCountPosition = 16;
 constexpr std::size_t kPageSizePosition = 24;
 constexpr std::size_t kHeaderSize = 28;
+constexpr std::uint32_t kLargestPage = 65536;
 
 /// The number in four bytes, big-endian.
 std::uint32_t NumberAt(std::string_view bytes, std::size_t position) {
@@ -57,6 +58,35 @@ bool EndsWithMagic(const path& journal) {
     return sample.tail == kMagic;
 }
 
+/// The header of a journal that SQLite would read; empty if it has none.
+std::string HeaderOf(const path& journal) {
+    FileSample sample;
+    const bool isWhole = !ReadSample(journal, kHeaderSize, 0, sample) && sample.head.size() == kHeaderSize;
+    return isWhole && sample.head.starts_with(kMagic) ? sample.head : "";
+}
+
+/// Whether the journal gives the database more pages than there are in both files. A change only ever adds
+/// pages, or keeps those that it takes away in its journal.
+bool IsOfLargerFile(const path& journal, const path& database) {
+    const std::string header = HeaderOf(journal);
+    Entry databaseEntry;
+    Entry journalEntry;
+    if (header.empty() || InspectTarget(database, databaseEntry) || InspectTarget(journal, journalEntry)) {
+        return false;
+    }
+    const std::uint64_t pageSize = std::min(NumberAt(header, kPageSizePosition), kLargestPage);
+    const std::uint64_t oldSize = NumberAt(header, kOldPageCountPosition) * pageSize;
+    const std::uint64_t size = databaseEntry.size + journalEntry.size;
+    // Another program may have gone on to its next change meanwhile; every journal has a random number.
+    return oldSize > size && HeaderOf(journal) == header;
+}
+
+[[noreturn]] void RefuseJournal(const std::string& effect) {
+    throw DatabaseError(
+        "has a journal, the file with the same name and '-journal' at its end, that would " + effect +
+        ". korvane-json did not write it: move it away. The database is read without it then");
+}
+
 }  // namespace
 
 // SQLite expects names in UTF-8 on Windows, and as they are elsewhere. It gives some names a meaning, like
@@ -75,26 +105,24 @@ path JournalOf(const path& database) {
     return WithEnding(ResolvedName(database), kJournalEnding);
 }
 
-void RefuseSuperJournal(const path& database) {
+void RefuseForeignJournal(const path& database) {
     for (const path& journal : {WithEnding(database, kJournalEnding), JournalOf(database)}) {
         if (EndsWithMagic(journal)) {
-            throw DatabaseError(
-                "has a journal, the file with the same name and '-journal' at its end, that would delete "
-                "another file. korvane-json did not write it: move it away. The database is read without it "
-                "then");
+            RefuseJournal("delete another file");
+        }
+        if (IsOfLargerFile(journal, database)) {
+            RefuseJournal("make the file larger than both are");
         }
     }
 }
 
 bool IsInterruptedCreation(const path& file) {
-    FileSample journal;
-    if (ReadSample(JournalOf(file), kHeaderSize, 0, journal) || journal.head.size() < kHeaderSize ||
-        !journal.head.starts_with(kMagic) || NumberAt(journal.head, kOldPageCountPosition) != 0) {
+    const std::string header = HeaderOf(JournalOf(file));
+    if (header.empty() || NumberAt(header, kOldPageCountPosition) != 0) {
         return false;
     }
-    constexpr std::uint32_t kLargestPage = 65536;
     FileSample firstPage;
-    const std::uint32_t pageSize = std::min(NumberAt(journal.head, kPageSizePosition), kLargestPage);
+    const std::uint32_t pageSize = std::min(NumberAt(header, kPageSizePosition), kLargestPage);
     return !ReadSample(file, pageSize, 0, firstPage) && !firstPage.head.empty() &&
            std::ranges::all_of(firstPage.head, [](char byte) { return byte == '\0'; });
 }

@@ -14,9 +14,10 @@ std::string SqliteName(const std::filesystem::path& file);
 /// The path of the journal. SQLite keeps it beside the file itself, not beside a link to it.
 std::filesystem::path JournalOf(const std::filesystem::path& database);
 
-/// Throws DatabaseError if the database has a journal that names a super-journal. SQLite deletes the file
-/// with that name, whatever it is, and this program never creates one.
-void RefuseSuperJournal(const std::filesystem::path& database);
+/// Throws DatabaseError if the database has a journal that this program never writes: one that names a
+/// super-journal, since SQLite deletes the file with that name, whatever it is; or one of a database with
+/// more pages than both files have, since SQLite would make the file that large.
+void RefuseForeignJournal(const std::filesystem::path& database);
 
 /// Whether the file is what the interrupted creation of a database leaves: zeros, and a journal from which
 /// SQLite makes it empty again.

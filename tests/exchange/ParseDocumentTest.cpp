@@ -175,6 +175,8 @@ TEST(DocumentError, HasWhatTheMessageOfAnotherLibrarySays) {
     EXPECT_EQ(FaultOfMessage("line 1, column 1: no", text).Column(), 1U);
     EXPECT_EQ(FaultOfMessage("line 3, column 1: no", "\n\r").Offset(), 2U);
     EXPECT_EQ(FaultOfMessage("line 9, column 1: no", "\n\r").Offset(), 2U);
+    EXPECT_EQ(FaultOfMessage("line 2, column 99: no", text).Offset(), text.size());
+    EXPECT_EQ(FaultOfMessage("line 2, column 18446744073709551615: no", text).Offset(), text.size());
     EXPECT_EQ(FaultOf(std::invalid_argument("line 2, column 2: no"), text).Offset(), 4U);
 
     for (const char* const message :

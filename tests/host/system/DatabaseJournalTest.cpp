@@ -112,6 +112,31 @@ TEST_F(DatabaseJournalTest, AJournalWithoutASuperJournalUndoesAChange) {
     EXPECT_FALSE(std::filesystem::exists(folder / "p.kvp-journal"));
 }
 
+TEST_F(DatabaseJournalTest, AJournalOfALargerFileIsRefused) {
+    ASSERT_EQ(Run({"new", "--empty", "p.kvp"}).status, 0);
+    const std::string bytes = ReadWholeFile(folder / "p.kvp");
+    const auto pages = static_cast<std::uint32_t>(bytes.size() / 4096);
+    // The journal itself is smaller than a page.
+    for (const std::uint32_t count : {pages + 1, 1U << 20U, ~0U}) {
+        folder.Write("p.kvp-journal", Journal(count));
+        const ProcessResult result = Run({"tree", "p.kvp"});
+        EXPECT_EQ(result.status, 1) << count;
+        EXPECT_NE(result.error.find("that would make the file larger than both are"), std::string::npos)
+            << result.error;
+        EXPECT_TRUE(ReadWholeFile(folder / "p.kvp") == bytes) << count;
+        EXPECT_EQ(ReadWholeFile(folder / "p.kvp-journal"), Journal(count));
+    }
+    // One that is as large as the pages that it gives back may have them, as after a change that took them
+    // away.
+    folder.Write("p.kvp-journal", Journal(pages + 1) + std::string(4096, '\0'));
+    EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "p.kvp-journal"));
+    folder.Write("p.kvp", bytes);
+    folder.Write("p.kvp-journal", Journal(pages));
+    EXPECT_EQ(Run({"tree", "p.kvp"}).status, 0);
+    EXPECT_TRUE(ReadWholeFile(folder / "p.kvp") == bytes);
+}
+
 TEST_F(DatabaseJournalTest, AnInterruptedCreationIsUndoneAndTheFileUsed) {
     folder.Write("d.json", R"({"id":"1","name":"P","type":"SIMULATION"})");
     const auto interrupt = [&] {
