@@ -2,25 +2,25 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/commands/ProgramSupport.h"
+#include "support/FileFormats.h"
 #include "support/ProgramCommands.h"
 
-/// Commands on files that are damaged or hostile: each says so and changes nothing, or does exactly what it
-/// does with the sound file.
-
-/// Which file of the commands is damaged.
-enum class DamagedFile { Project, Database };
-
+/// Commands on files that are damaged or hostile: each says so and changes nothing, or does exactly what the
+/// format of the file allows.
 class DamageTest : public ProgramInFolder {
 protected:
     void SetUp() override;
 
+    /// The bytes of the sound file.
+    std::string BytesOf(const FileFormat& format) const { return Read(format.Sound()); }
     /// Runs every command that reads this file on it, with these bytes in place of the sound ones.
-    void ExpectSafe(DamagedFile file, const std::string& bytes, const std::string& what);
-    const std::string& BytesOf(DamagedFile file) const { return file == DamagedFile::Project ? kvp_ : db_; }
+    void ExpectSafe(const FileFormat& format, const std::string& bytes, const std::string& what);
 
 private:
     /// What a run leaves: all that can be seen of it.
@@ -28,26 +28,33 @@ private:
         int status = 0;
         std::string output;
         std::string error;
-        /// The bytes of the file that the command works on.
+        /// The bytes of the file that may be damaged.
         std::string bytes;
+        /// Those of the project file or database that the command works on; nothing if there is none.
+        std::optional<std::string> work;
         /// What the program reads from the files that the command may change or create.
         std::string reading;
         /// All other files.
         Content others;
     };
-    static const char* NameOf(DamagedFile file) { return file == DamagedFile::Project ? "p.kvp" : "s.db"; }
+    /// A command that reads a file, and what it does with the sound one.
+    struct Reader {
+        ProgramCommand command;
+        Outcome right;
+    };
 
-    Outcome RunOn(const ProgramCommand& command, const std::string& bytes, bool isRead);
-    void ExpectRightOrRefused(const ProgramCommand& command, const Outcome& outcome, const Outcome& right,
-                              const std::string& bytes) const;
+    /// The commands that read the file.
+    const std::vector<Reader>& ReadersOf(const FileFormat& format);
+    Outcome RunOn(const ProgramCommand& command, const FileFormat& format, const std::string& bytes);
+    std::string ReadingOf(const ProgramCommand& command) const;
 
-    std::string kvp_;
-    std::string db_;
+    void ExpectOutcome(const FileFormat& format, const Reader& reader, const std::string& bytes);
+    static void ExpectSame(const Outcome& outcome, const Outcome& right);
+    void ExpectRefused(const ProgramCommand& command, const FileFormat& format, const Outcome& outcome) const;
+
+    /// A key in the database.
     std::string key_;
-    /// The commands that read or change a file that is there.
-    std::vector<ProgramCommand> commands_ = CommandsWhere(&ProgramCommand::HasFile);
-    /// Their outcomes with the sound file, in the same order.
-    std::vector<Outcome> right_;
-    /// All other files before the commands run.
-    Content others_;
+    /// All files before the commands run.
+    Content before_;
+    std::map<std::string, std::vector<Reader>> readers_;
 };

@@ -1,18 +1,20 @@
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <iterator>
+#include <string>
 
 #include "DamageSupport.h"
 #include "support/LongRun.h"
 
 namespace {
 
-constexpr DamagedFile kProject = DamagedFile::Project;
-constexpr DamagedFile kDatabase = DamagedFile::Database;
+constexpr const char* kProject = "p.kvp";
+constexpr const char* kDatabase = "s.db";
 
 /// Statements that somebody hostile, or another program, runs on a sound file.
 struct Hostility {
-    DamagedFile file;
+    const char* file;
     const char* statements;
 };
 
@@ -211,9 +213,13 @@ const int kShares = kIsSanitized && !IsLongRun() ? 3 * kTests : kTests;
 
 class HostileSchema : public DamageTest, public testing::WithParamInterface<int> {
 protected:
+    static const FileFormat& FormatOf(const Hostility& hostility) {
+        return *std::ranges::find(AllFileFormats(), std::string("work/") + hostility.file,
+                                  &FileFormat::place);
+    }
     /// Writes the sound file, runs the statements on it, and takes it away again.
     std::string MakeHostile(const Hostility& hostility) const {
-        const std::filesystem::path file = folder.Write("hostile", BytesOf(hostility.file));
+        const std::filesystem::path file = folder.Write("hostile", BytesOf(FormatOf(hostility)));
         sqlite3* opened = nullptr;
         EXPECT_EQ(sqlite3_open(ToUtf8(file).c_str(), &opened), SQLITE_OK);
         EXPECT_EQ(sqlite3_exec(opened, hostility.statements, nullptr, nullptr, nullptr), SQLITE_OK)
@@ -230,8 +236,8 @@ TEST_P(HostileSchema, IsRefusedOrDoesNotMatter) {
          index += static_cast<std::size_t>(kShares)) {
         const Hostility& hostility = kHostilities[index];
         const std::string bytes = MakeHostile(hostility);
-        EXPECT_TRUE(bytes != BytesOf(hostility.file)) << hostility.statements;
-        ExpectSafe(hostility.file, bytes, hostility.statements);
+        EXPECT_TRUE(bytes != BytesOf(FormatOf(hostility))) << hostility.statements;
+        ExpectSafe(FormatOf(hostility), bytes, hostility.statements);
     }
 }
 

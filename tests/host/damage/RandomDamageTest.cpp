@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <cstdint>
+#include <ostream>
 #include <random>
+#include <string>
+#include <vector>
 
 #include "DamageSupport.h"
 #include "support/LongRun.h"
@@ -8,17 +11,24 @@
 namespace {
 
 /// Each test has a share of the damages, so that none takes long. The code is the same on Windows, where
-/// programs take long to start, so fewer are enough there.
-#if defined(_WIN32)
-constexpr int kShares = 2;
-constexpr int kLongShare = 50;
-#else
-constexpr int kShares = 10;
-constexpr int kLongShare = 100;
-#endif
+/// programs take long to start, so fewer are enough there. More commands read files with a checksum, and they
+/// have more ways of being damaged.
+struct Amount {
+    int shares;
+    int damages;
+};
 
-int DamagesInShare() {
-    return IsLongRun() ? kLongShare : kIsSanitized ? 2 : 10;
+Amount AmountFor(const FileFormat& format) {
+    const bool hasChecksum = format.damaged == DamagedReading::AsSound;
+#if defined(_WIN32)
+    const int shares = 1;
+    const int inShortRun = hasChecksum ? 10 : 2;
+#else
+    const int shares = hasChecksum ? 5 : 1;
+    const bool isFree = format.damaged == DamagedReading::AsFarAsItGoes;
+    const int inShortRun = kIsSanitized ? 2 : isFree ? 5 : 10;
+#endif
+    return {shares, IsLongRun() ? 100 : inShortRun};
 }
 
 /// Damages that a disk, a transfer or an editor do to a file. The same seed gives the same damage everywhere.
@@ -37,7 +47,7 @@ public:
             case 3:
                 return SwapPages(bytes);
             case 4:
-                return Flip(bytes, 100);
+                return Flip(bytes, std::min<std::size_t>(bytes.size(), 100));
             default:
                 return Flip(bytes, bytes.size());
         }
@@ -70,14 +80,14 @@ private:
         return bytes;
     }
     std::string SwapPages(std::string& bytes) {
-        constexpr std::size_t kPage = 4096;
-        const std::size_t first = Below(bytes.size() / kPage) * kPage;
-        const std::size_t second = Below(bytes.size() / kPage) * kPage;
+        const std::size_t page = std::min<std::size_t>(4096, bytes.size() / 2);
+        const std::size_t first = Below(bytes.size() / page) * page;
+        const std::size_t second = Below(bytes.size() / page) * page;
         const auto at = [&](std::size_t offset) {
             return bytes.begin() + static_cast<std::ptrdiff_t>(offset);
         };
         // Nothing happens to a page that is swapped with itself.
-        std::swap_ranges(at(first), first == second ? at(first) : at(first + kPage), at(second));
+        std::swap_ranges(at(first), first == second ? at(first) : at(first + page), at(second));
         what_ = "pages at " + std::to_string(first) + " and " + std::to_string(second) + " swapped";
         return bytes;
     }
@@ -86,18 +96,52 @@ private:
     std::string what_;
 };
 
-class RandomDamage : public DamageTest, public testing::WithParamInterface<int> {};
+/// One share of the damages to files of a format.
+struct Share {
+    const FileFormat* format;
+    int number;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Share& share) {
+    return stream << share.format->name << ' ' << share.number;
+}
+
+std::vector<Share> AllShares() {
+    std::vector<Share> shares;
+    for (const FileFormat& format : AllFileFormats()) {
+        for (int number = 0; number < AmountFor(format).shares; ++number) {
+            shares.push_back({&format, number});
+        }
+    }
+    return shares;
+}
+
+class RandomDamage : public DamageTest, public testing::WithParamInterface<Share> {};
 
 TEST_P(RandomDamage, IsSaidOrDoesNotMatter) {
-    for (int index = 0; index < DamagesInShare(); ++index) {
-        const int seed = GetParam() + kShares * index;
-        const DamagedFile file = index % 2 == 0 ? DamagedFile::Project : DamagedFile::Database;
+    const FileFormat& format = *GetParam().format;
+    const Amount amount = AmountFor(format);
+    for (int index = 0; index < amount.damages; ++index) {
+        const int seed = GetParam().number + amount.shares * index;
         Damage damage(static_cast<std::uint64_t>(seed));
-        const std::string bytes = damage.Apply(BytesOf(file));
-        ExpectSafe(file, bytes, "seed " + std::to_string(seed) + ", " + damage.What());
+        const std::string bytes = damage.Apply(BytesOf(format));
+        ExpectSafe(format, bytes, "seed " + std::to_string(seed) + ", " + damage.What());
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Shares, RandomDamage, testing::Range(0, kShares));
+INSTANTIATE_TEST_SUITE_P(Shares, RandomDamage, testing::ValuesIn(AllShares()),
+                         [](const testing::TestParamInfo<Share>& tested) {
+                             return tested.param.format->name + std::to_string(tested.param.number);
+                         });
+
+/// The file of every command that works on one is damaged in these tests.
+TEST(FileFormats, HaveARowForEveryFileThatACommandWorksOn) {
+    for (const ProgramCommand& command : AllCommands()) {
+        if (command.use != FileUse::None) {
+            EXPECT_FALSE(FormatOf(command).readings.empty()) << command.name;
+            EXPECT_EQ(FormatOf(command).IsReadBy(command), command.HasFile()) << command.name;
+        }
+    }
+}
 
 }  // namespace

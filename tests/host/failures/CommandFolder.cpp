@@ -14,6 +14,7 @@
 #endif
 
 #include "host/system/Text.h"
+#include "support/FileFormats.h"
 #include "support/Process.h"
 
 namespace failures {
@@ -200,10 +201,8 @@ std::string CommandFolder::Text() const {
         std::string& text = texts_[rows];
         if (text.empty()) {
             const std::string name = ToUtf8(File());
-            const bool isProject = File().extension() == ".kvp";
             const std::vector<std::string> reading =
-                isProject ? std::vector<std::string>{"export", name}
-                          : std::vector<std::string>{"fetch", "PRJ-1-" + origin, "--db", name};
+                FileFormat::Arguments(FormatOf(command_).readings.back(), name, "PRJ-1-" + origin);
             text = rows + Do(folder_.Path(), reading).output;
             ReplaceAll(text, origin, "ORIGIN");
             ReplaceTimes(text, start_);
@@ -219,13 +218,11 @@ std::string CommandFolder::OpenWithProgram() const {
         return "";
     }
     const std::string name = ToUtf8(File());
-    const bool isProject = File().extension() == ".kvp";
-    const std::vector<std::string> reading = isProject
-                                                 ? std::vector<std::string>{"tree", name}
-                                                 : std::vector<std::string>{"fetch", "no key", "--db", name};
+    const std::vector<std::string> reading =
+        FileFormat::Arguments(FormatOf(command_).readings.front(), name, "no key");
     const ProcessResult result = RunProgram(ProgramPath("korvane-json"), {reading, {}, {}, {}, {}});
     const bool isRead =
-        isProject ? result.status == 0 : result.error.find("no object with the key") != std::string::npos;
+        result.status == 0 || result.error.find("no object with the key") != std::string::npos;
     const bool isEmpty =
         command_.use == FileUse::Fills && result.error.find("is an empty file") != std::string::npos;
     return isRead || isEmpty ? "" : result.error;

@@ -4,28 +4,27 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "CommandFolder.h"
 #include "FaultRuns.h"
 #include "FaultyFiles.h"
+#include "support/FileFormats.h"
 #include "support/OutputTo.h"
 
 namespace failures {
 namespace {
 
 /// The command whose interrupted change is left in the file of a command that reads it.
-const ProgramCommand& ChangeIn(std::string_view file) {
-    const std::string_view name = file == "s.db" ? "Store" : "Import";
-    return *std::ranges::find(AllCommands(), name, &ProgramCommand::name);
+const ProgramCommand& ChangeIn(const ProgramCommand& command) {
+    return *std::ranges::find(AllCommands(), FormatOf(command).change, &ProgramCommand::name);
 }
 
 /// Commands that change nothing themselves, on a file that another command left with a change to be undone.
 class ReadingFaults : public testing::TestWithParam<ProgramCommand> {
 protected:
     ReadingFaults()
-        : change_(ChangeIn(GetParam().file)),
+        : change_(ChangeIn(GetParam())),
           folder_(change_),
           there_(folder_.Path()),
           arguments_(ArgumentsIn(folder_.Folder(), GetParam())) {
