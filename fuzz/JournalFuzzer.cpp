@@ -118,7 +118,7 @@ std::string MakeJournal(const Folder& folder, FuzzedDataProvider& bytes) {
                Number(sector) + Number(NumberOr(bytes, kPage));
     journal.resize(std::clamp<std::size_t>(sector, kHeader, 65536), '\0');
     for (std::uint32_t record = 0; record < count; ++record) {
-        const std::uint32_t number = bytes.ConsumeIntegralInRange<std::uint32_t>(1, pages + 2);
+        const auto number = bytes.ConsumeIntegralInRange<std::uint32_t>(1, pages + 2);
         const std::string page = PageOf(folder.sound, bytes, number);
         journal += Number(number) + page + Number(NumberOr(bytes, SumOf(page, nonce)));
     }
@@ -147,8 +147,7 @@ std::string MakeDatabase(const Folder& folder, FuzzedDataProvider& bytes) {
             return database + std::string(2 * kPage, 'x');
         case 4:
         case 5: {
-            const std::size_t page =
-                bytes.ConsumeIntegralInRange<std::size_t>(0, database.size() / kPage - 1);
+            const auto page = bytes.ConsumeIntegralInRange<std::size_t>(0, database.size() / kPage - 1);
             database.replace(page * kPage, kPage, kPage, bytes.ConsumeIntegral<char>());
             return database;
         }

@@ -90,7 +90,7 @@ struct Base {
 std::string ChangeOfMembers(FuzzedDataProvider& bytes) {
     const int node = bytes.ConsumeIntegralInRange(0, 12);
     std::string members = bytes.PickValueInArray(kMembers);
-    const std::size_t place = bytes.ConsumeIntegralInRange<std::size_t>(0, 2 * members.size());
+    const auto place = bytes.ConsumeIntegralInRange<std::size_t>(0, 2 * members.size());
     if (place < members.size()) {
         members.replace(place, bytes.ConsumeIntegralInRange<std::size_t>(0, 3),
                         bytes.ConsumeRandomLengthString(20));
@@ -178,33 +178,14 @@ public:
                               "SELECT above, section, number FROM node WHERE above IS NOT NULL"
                               " ORDER BY above, section, position, number");
         for (below.Begin(); below.Next();) {
-            nodes_[below.Number(0)].below.push_back({below.Number(1) == 1, below.Number(2)});
+            nodes_[below.Number(0)].below.emplace_back(below.Number(1) == 1, below.Number(2));
         }
     }
 
-    /// The node and everything in it is what the rows say.
-    void ExpectNode(const JSONNode& fetched, std::int64_t number, const std::string* keyOfRoot) {
-        Expect(nodes_.contains(number) && ++visited_ <= nodes_.size(), "a node comes once from a row");
-        const Node& node = nodes_[number];
-        Expect(
-            host::MemberText(fetched, member::kDatabaseKey) == (keyOfRoot != nullptr ? *keyOfRoot : node.key),
-            "a node has its key");
-        const std::vector<JSONNode> kept = Members(host::ParseKeptMembers(node.members), false);
-        const std::vector<JSONNode> given = Members(fetched, true);
-        const bool hasSubType =
-            std::ranges::any_of(kept, [](const JSONNode& value) { return IsNamed(value, member::kSubType); });
-        const std::size_t added = keyOfRoot != nullptr && !hasSubType ? 1 : 0;
-        Expect(given.size() == kept.size() + added, "a node has the members that were stored");
-        Expect(added == 0 || IsNamed(given.back(), member::kSubType), "a document says that it is one");
-        for (std::size_t index = 0; index < kept.size(); ++index) {
-            Expect(given[index].name() == kept[index].name(), "members have their names");
-            const bool isFiles = IsNamed(kept[index], member::kFiles);
-            if (IsContainer(kept[index]) && (isFiles || IsNamed(kept[index], member::kChildren))) {
-                ExpectSection(given[index], node, isFiles);
-            } else {
-                Expect(given[index] == kept[index], "members have their values");
-            }
-        }
+    /// The document is what the rows say of the node and everything in it.
+    void ExpectDocument(const JSONNode& document, std::int64_t number, const std::string& key) {
+        visited_ = 0;
+        ExpectNode(document, number, &key);
     }
 
 private:
@@ -230,6 +211,30 @@ private:
         return members;
     }
 
+    void ExpectNode(const JSONNode& fetched, std::int64_t number, const std::string* keyOfRoot) {
+        Expect(nodes_.contains(number) && ++visited_ <= nodes_.size(), "a node comes once from a row");
+        const Node& node = nodes_[number];
+        Expect(
+            host::MemberText(fetched, member::kDatabaseKey) == (keyOfRoot != nullptr ? *keyOfRoot : node.key),
+            "a node has its key");
+        const std::vector<JSONNode> kept = Members(host::ParseKeptMembers(node.members), false);
+        const std::vector<JSONNode> given = Members(fetched, true);
+        const bool hasSubType =
+            std::ranges::any_of(kept, [](const JSONNode& value) { return IsNamed(value, member::kSubType); });
+        const std::size_t added = keyOfRoot != nullptr && !hasSubType ? 1 : 0;
+        Expect(given.size() == kept.size() + added, "a node has the members that were stored");
+        Expect(added == 0 || IsNamed(given.back(), member::kSubType), "a document says that it is one");
+        for (std::size_t index = 0; index < kept.size(); ++index) {
+            Expect(given[index].name() == kept[index].name(), "members have their names");
+            const bool isFiles = IsNamed(kept[index], member::kFiles);
+            if (IsContainer(kept[index]) && (isFiles || IsNamed(kept[index], member::kChildren))) {
+                ExpectSection(given[index], node, isFiles);
+            } else {
+                Expect(given[index] == kept[index], "members have their values");
+            }
+        }
+    }
+
     void ExpectSection(const JSONNode& section, const Node& node, bool isFiles) {
         Expect(section.type() == JSON_ARRAY, "a section is an array");
         json_index_t index = 0;
@@ -247,8 +252,7 @@ private:
 };
 
 /// Fetches the object with the key, which the database has, and compares the document with the rows.
-JSONNode Fetch(const path& file, const std::string& key) {
-    host::Server server = host::Server::OpenForFetching(file);
+JSONNode Fetch(host::Server& server, Rows& rows, const std::string& key) {
     const std::optional<host::FetchedRoot> root = server.Find(key);
     Expect(root.has_value(), "an object is found by its key");
     std::string text;
@@ -256,7 +260,7 @@ JSONNode Fetch(const path& file, const std::string& key) {
     Expect(!host::CollectText(write, text), "a document is written");
     const std::optional<JSONNode> document = ReadBytes(text);
     Expect(document.has_value(), "a document is JSON");
-    Rows(file).ExpectNode(*document, root->node, &key);
+    rows.ExpectDocument(*document, root->node, key);
     return *document;
 }
 
@@ -275,12 +279,15 @@ std::optional<std::string> RefusalOf(const Work& work) {
 /// Lists everything and fetches each of it. Returns one of the documents.
 std::optional<JSONNode> ReadAll(const path& file) {
     std::optional<JSONNode> document;
-    std::vector<host::StoredRoot> roots;
-    RefusalOf([&] { roots = host::Server::OpenForFetching(file).List(); });
-    for (const host::StoredRoot& root : roots) {
-        Expect(root.objects + root.files > 0, "a root is one object itself");
-        RefusalOf([&] { document = Fetch(file, root.key); });
-    }
+    RefusalOf([&] {
+        host::Server server = host::Server::OpenForFetching(file);
+        const std::vector<host::StoredRoot> roots = server.List();
+        Rows rows(file);
+        for (const host::StoredRoot& root : roots) {
+            Expect(root.objects + root.files > 0, "a root is one object itself");
+            RefusalOf([&] { document = Fetch(server, rows, root.key); });
+        }
+    });
     return document;
 }
 
@@ -314,7 +321,9 @@ void ExpectStored(const path& file, const JSONNode& document, const host::StoreR
         return;
     }
     const std::string key = host::MemberText(answer, member::kDatabaseKey);
-    const JSONNode fetched = Fetch(file, key);
+    host::Server server = host::Server::OpenForFetching(file);
+    Rows rows(file);
+    const JSONNode fetched = Fetch(server, rows, key);
     if (isComparable) {
         Expect(WithoutKeys(fetched) == document, "what was stored comes back");
     }

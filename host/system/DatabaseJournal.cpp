@@ -65,21 +65,18 @@ std::string HeaderOf(const path& journal) {
     return isWhole && sample.head.starts_with(kMagic) ? sample.head : "";
 }
 
-std::uint64_t SizeOf(const path& file) {
-    Entry entry;
-    return InspectTarget(file, entry) ? 0 : entry.size;
-}
-
 /// Whether the journal gives the database more pages than there are in both files. A change only ever adds
 /// pages, or keeps those that it takes away in its journal.
 bool IsOfLargerFile(const path& journal, const path& database) {
     const std::string header = HeaderOf(journal);
-    if (header.empty()) {
+    Entry databaseEntry;
+    Entry journalEntry;
+    if (header.empty() || InspectTarget(database, databaseEntry) || InspectTarget(journal, journalEntry)) {
         return false;
     }
     const std::uint64_t pageSize = std::min(NumberAt(header, kPageSizePosition), kLargestPage);
     const std::uint64_t oldSize = NumberAt(header, kOldPageCountPosition) * pageSize;
-    const std::uint64_t size = SizeOf(database) + SizeOf(journal);
+    const std::uint64_t size = databaseEntry.size + journalEntry.size;
     // Another program may have gone on to its next change meanwhile; every journal has a random number.
     return oldSize > size && HeaderOf(journal) == header;
 }
