@@ -8,6 +8,7 @@
 #include <korvanejson/CaeRest.h>
 #include <korvanejson/JsonSerializer.h>
 
+#include <initializer_list>
 #include <ostream>
 #include <utility>
 #include <vector>
@@ -256,14 +257,14 @@ constexpr Function kFunctions[] = {
      },
      Added, kImported,
      // An object that was made and got no name is not recognised.
-     false},
+     nullptr, false},
     {"ApplyAnswer", "korvane::exchange::ApplyAnswer(", Asks::kObjectModel, Needs::kAnswer,
      [](Scene& s) { exchange::ApplyAnswer(s.node, *s.project); }, KeysOfObjects, kAnswered},
     {"ImportVersions", kNotExported, Asks::kObjectModel, Needs::kVersions,
      [](Scene& s) { CAEObjectJson(JSONNode(), &s.Subject()).ImportVersions(s.node); }, WholeProject,
      kImportedBesideObjects,
      // What stands in the object's place when a record fails stays there.
-     false},
+     nullptr, false},
     {"ApplyJsonResponseOnObject", "caerest::json::ApplyJsonResponseOnObject(", Asks::kObjectModel,
      Needs::kAnswer, [](Scene& s) { caerest::json::ApplyJsonResponseOnObject(s.node, &*s.project); },
      KeysOfObjects, kAnswered},
@@ -289,7 +290,7 @@ constexpr Function kFunctions[] = {
      [](Scene& s) { s.given = exchange::ParseDocument(View(s.text)); }, GivenDocument, kAllSections},
     {"ParseDocument_Fault", "korvane::exchange::ParseDocument(", Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.givenUtf8 = FaultOf(View(s.text).substr(0, s.text.size() - 1)); }, GivenUtf8, kNotSeen,
-     true, ExpectInnermostFaultFound, true},
+     ExpectInnermostFaultFound, true, true},
     {"ReadDocument", "korvane::exchange::ReadDocument(", Asks::kNobody, Needs::kFile,
      [](Scene& s) { s.given = exchange::ReadDocument(s.file); }, GivenDocument, kAllSections},
     {"ToJson_Import", "korvane::exchange::ToJson(korvane::exchange::ImportReport const&", Asks::kNobody,
@@ -308,7 +309,7 @@ constexpr Function kFunctions[] = {
      [](Scene& s) { s.given = libjson::parse(s.text); }, GivenDocument, kAllSections},
     {"is_valid", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.given = Holding(JSONNode("valid", libjson::is_valid(s.text))); }, GivenDocument,
-     kNotSeen, true, ExpectInnermostChecked},
+     kNotSeen, ExpectInnermostChecked},
     {"write", kNotExported, Asks::kNobody, Needs::kDocument, [](Scene& s) { s.givenJson = s.node.write(); },
      GivenJson, kAllSections},
     {"write_formatted", kNotExported, Asks::kNobody, Needs::kDocument,
@@ -317,7 +318,7 @@ constexpr Function kFunctions[] = {
      [](Scene& s) { s.given = s.node.duplicate(); }, GivenDocument, kAllSections},
     {"operator_equal", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.given = Holding(JSONNode("same", s.node == libjson::parse(s.text))); }, GivenDocument,
-     kNotSeen, true, ExpectInnermostCompared},
+     kNotSeen, ExpectInnermostCompared},
     {"as_array_as_node", kNotExported, Asks::kNobody, Needs::kDocument,
      [](Scene& s) { s.given = Holding(s.node.as_array().as_node().as_array()); }, GivenDocument,
      kAllSections},
@@ -327,7 +328,7 @@ constexpr Function kFunctions[] = {
          copy.clear();
          s.given = copy;
      },
-     GivenDocument, kNotSeen, true, ExpectInnermostFreed},
+     GivenDocument, kNotSeen, ExpectInnermostFreed},
 };
 
 const std::string& InputOf(const Material& material, Needs needs) {
@@ -390,9 +391,10 @@ Scene::Scene(const Material& material, Needs needs) {
             otherNode = exchange::ParseDocument(material.otherDocument());
             break;
         case Needs::kReports:
-            static_cast<exchange::Report&>(importReport) = material.report();
-            static_cast<exchange::Report&>(answerReport) = importReport;
-            static_cast<exchange::Report&>(compareReport) = importReport;
+            for (exchange::Report* const report :
+                 std::initializer_list<exchange::Report*>{&importReport, &answerReport, &compareReport}) {
+                *report = material.report();
+            }
             break;
         default:
             break;

@@ -102,10 +102,10 @@ struct Function {
     /// What the call gave, as a text that is the same for every call that did all its work.
     std::string (*outcome)(Scene& scene);
     Reaches reaches;
-    /// A call that failed half-way may be made again and then does all its work.
-    bool isRepeatable = true;
     /// For a call whose outcome has no levels: fails the test unless the call reaches the innermost ones.
     void (*expectInnermost)(Scene& scene) = nullptr;
+    /// A call that failed half-way may be made again and then does all its work.
+    bool isRepeatable = true;
     /// A call throws on its way to its outcome. Exceptions may take their memory where it is counted, and
     /// from a reserve if there is none.
     bool throwsOnItsWay = false;

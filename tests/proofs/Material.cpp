@@ -77,8 +77,10 @@ std::string DocumentOf(CAEObject& object) {
 }
 
 korvane::exchange::Report ReportOfDifferences(const std::string& document, const std::string& otherDocument) {
-    return korvane::exchange::Compare(korvane::exchange::ParseDocument(document),
-                                      korvane::exchange::ParseDocument(otherDocument));
+    const korvane::exchange::CompareReport found = korvane::exchange::Compare(
+        korvane::exchange::ParseDocument(document), korvane::exchange::ParseDocument(otherDocument));
+    const korvane::exchange::Report& report = found;
+    return report;
 }
 
 std::string Repeat(std::string_view text, int count) {
@@ -251,7 +253,7 @@ Material MiddleSized() {
             answer,
             versions,
             ChangeMiddleSized,
-            [=] { return otherDocument; },
+            [=] { return std::string(otherDocument); },
             [=] { return ReportOfDifferences(document, otherDocument); }};
 }
 
