@@ -43,9 +43,12 @@ std::optional<ModelSyntax> ModelSyntaxOf(Solver solver) {
 std::optional<ModelSyntax> ModelSyntaxOf(const std::filesystem::path& file) {
     Entry entry;
     FileSample sample;
-    if (InspectTarget(file, entry) || entry.type != EntryType::File ||
-        ReadSample(file, kInputHeadSize, kInputTailSize, sample) ||
-        DetectFormat(sample.head) != CAE_FORMAT_ASCII) {
+    std::error_code error = InspectTarget(file, entry);
+    if (!error && entry.type == EntryType::File) {
+        error = ReadSample(file, kInputHeadSize, kInputTailSize, sample);
+    }
+    ThrowIfOutOfMemory(error);
+    if (error || entry.type != EntryType::File || DetectFormat(sample.head) != CAE_FORMAT_ASCII) {
         return std::nullopt;
     }
     const OuString name = ToOuString(file.filename());
@@ -61,7 +64,9 @@ void ReadDeckModels(DirectoryTree& tree, const std::optional<std::filesystem::pa
     // It is a database that is open: closing it would end the locks that this program holds on it.
     limits.mayRead = [&](const std::filesystem::path& file) {
         std::error_code error;
-        return !leftOut || !std::filesystem::equivalent(file, *leftOut, error);
+        const bool isLeftOut = leftOut && std::filesystem::equivalent(file, *leftOut, error);
+        ThrowIfOutOfMemory(error);
+        return !isLeftOut;
     };
     std::uint64_t count = 0;
     for (ScannedDirectory& directory : tree.directories) {
@@ -71,8 +76,10 @@ void ReadDeckModels(DirectoryTree& tree, const std::optional<std::filesystem::pa
             }
             auto model = std::make_shared<SolverModel>();
             const std::filesystem::path whole = directory.path / file.name;
-            if (const std::error_code error =
-                    ReadModel(whole, *ModelSyntaxOf(file.solver), limits, nullptr, *model)) {
+            const std::error_code error =
+                ReadModel(whole, *ModelSyntaxOf(file.solver), limits, nullptr, *model);
+            ThrowIfOutOfMemory(error);
+            if (error) {
                 model->gap = error.message();
             }
             file.model = std::move(model);

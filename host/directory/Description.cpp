@@ -132,7 +132,9 @@ std::string DescribeDirectory(const ScannedDirectory& directory) {
                 return {};
             }
             FileSample sample;
-            if (ReadSample(directory.path / file.name, kMostRead, 0, sample)) {
+            const std::error_code error = ReadSample(directory.path / file.name, kMostRead, 0, sample);
+            ThrowIfOutOfMemory(error);
+            if (error) {
                 continue;
             }
             std::string heading = FirstHeading(sample.head);

@@ -51,6 +51,7 @@ Stay Reader::ReadFile(std::size_t directory, std::size_t index, ScannedFile& fil
     FileSample sample;
     const std::error_code error = ReadSample(whole, isLookedInto ? kInputHeadSize : kFormatSampleSize,
                                              isLookedInto ? kInputTailSize : 0, sample);
+    ThrowIfOutOfMemory(error);
     if (error) {
         leftOut_.AddUnreadable(whole, error.message());
         return Stay::No;

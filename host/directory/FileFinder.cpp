@@ -40,7 +40,9 @@ public:
             return false;
         }
         std::error_code error;
-        return std::filesystem::equivalent(file, *file_, error) && !error;
+        const bool isSame = std::filesystem::equivalent(file, *file_, error);
+        ThrowIfOutOfMemory(error);
+        return isSame && !error;
     }
 
 private:

@@ -57,8 +57,9 @@ bool ModelFile::Refill() {
     buffer_.resize(size + count);
     isAtEnd_ = count < kBlock;
     if (stream_.bad() || (count < kBlock && !stream_.eof())) {
-        stopReason_ = "it cannot be read: " +
-                      std::error_code(errno != 0 ? errno : EIO, std::generic_category()).message();
+        const std::error_code error(errno != 0 ? errno : EIO, std::generic_category());
+        ThrowIfOutOfMemory(error);
+        stopReason_ = "it cannot be read: " + error.message();
     } else if (content_ == Content::Text && std::memchr(buffer_.data() + size, '\0', count) != nullptr) {
         stopReason_ = "it is not text";
     }
