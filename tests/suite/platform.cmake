@@ -86,7 +86,7 @@ foreach(program IN LISTS PROGRAMS)
 endforeach()
 
 # What is installed finds the suite again, and a project outside of this tree builds against both.
-run(${CMAKE_COMMAND} --install "${WORK}/build" --config "${CONFIG}" --prefix "${WORK}/prefix")
+run(${CMAKE_COMMAND} --install "${WORK}/build" --prefix "${WORK}/prefix")
 file(WRITE "${WORK}/outside/CMakeLists.txt" [[
 cmake_minimum_required(VERSION 3.25)
 project(outside LANGUAGES CXX)

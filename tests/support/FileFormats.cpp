@@ -1,6 +1,7 @@
 #include "FileFormats.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace {
@@ -51,8 +52,11 @@ const std::vector<FileFormat>& AllFileFormats() {
 
 bool FileFormat::IsReadBy(const ProgramCommand& command) const {
     const bool isThere = !place.starts_with(kWork) || command.HasFile();
-    return isThere && std::ranges::any_of(command.arguments, [this](const std::string& argument) {
-               return argument == place || place.starts_with(argument + '/');
+    // The directory behind this switch may be read, but only the files in it that an input names are.
+    const auto named = std::ranges::find(command.arguments, "--files-in");
+    return isThere && std::ranges::any_of(command.arguments, [&](const std::string& argument) {
+               const bool isOnlyAllowed = named != command.arguments.end() && &argument == &*std::next(named);
+               return !isOnlyAllowed && (argument == place || place.starts_with(argument + '/'));
            });
 }
 
