@@ -167,9 +167,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         korvane::CreateFile(*project, korvane::exchange::FromUtf8(file.string()), role, CAE_FORMAT_ASCII);
     AttachFile(*part, attached->getID(), role);
     host::PageRooms rooms{{kRoom}, {kRoom}};
+    host::ReadableDirectories readable;
+    readable.Add(file.parent_path());
     host::Page page;
     page.title = line;
-    page.sides.push_back({std::string(line), host::ListPageContent(*project, rooms)});
+    page.sides.push_back({std::string(line), host::ListPageContent(*project, readable, rooms)});
     const std::vector<host::PageFile>& files = page.sides.front().content.files;
     Expect(files.size() == 1 && files.front().pictureType == type, "the page has the file");
     const bool isEmbedded = !type.empty() && content.size() <= kRoom;
