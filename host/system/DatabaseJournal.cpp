@@ -74,7 +74,9 @@ bool IsOfLargerFile(const path& journal, const path& database) {
     if (header.empty() || InspectTarget(database, databaseEntry) || InspectTarget(journal, journalEntry)) {
         return false;
     }
-    const std::uint64_t pageSize = std::min(NumberAt(header, kPageSizePosition), kLargestPage);
+    // A journal without a size of pages means the database's own, which may be any.
+    const std::uint32_t given = NumberAt(header, kPageSizePosition);
+    const std::uint64_t pageSize = given == 0 ? kLargestPage : std::min(given, kLargestPage);
     const std::uint64_t oldSize = NumberAt(header, kOldPageCountPosition) * pageSize;
     const std::uint64_t size = databaseEntry.size + journalEntry.size;
     // Another program may have gone on to its next change meanwhile; every journal has a random number.

@@ -26,9 +26,9 @@ std::string Number(std::uint32_t number) {
 }
 
 /// A complete journal without pages, of a database that had so many pages of 4096 bytes.
-std::string Journal(std::uint32_t oldPageCount) {
+std::string Journal(std::uint32_t oldPageCount, std::uint32_t pageSize = 4096) {
     std::string journal(kMagic);
-    for (const std::uint32_t number : {0U, 0U, oldPageCount, 512U, 4096U}) {
+    for (const std::uint32_t number : {0U, 0U, oldPageCount, 512U, pageSize}) {
         journal += Number(number);
     }
     journal.resize(512, '\0');
@@ -124,6 +124,10 @@ TEST_F(DatabaseJournalTest, AJournalOfALargerFileIsRefused) {
         EXPECT_TRUE(ReadWholeFile(folder / "p.kvp") == bytes) << count;
         EXPECT_EQ(ReadWholeFile(folder / "p.kvp-journal"), Journal(count));
     }
+    // One that leaves it to the database how large a page is.
+    folder.Write("p.kvp-journal", Journal(1U << 20U, 0));
+    EXPECT_EQ(Run({"tree", "p.kvp"}).status, 1);
+    EXPECT_TRUE(ReadWholeFile(folder / "p.kvp") == bytes);
     // One that is as large as the pages that it gives back may have them, as after a change that took them
     // away.
     folder.Write("p.kvp-journal", Journal(pages + 1) + std::string(4096, '\0'));
