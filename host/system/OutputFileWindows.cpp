@@ -75,8 +75,8 @@ std::error_code PutInPlace(const path& temporary, const path& target, bool isThe
         return {};
     }
     const std::error_code error = LastError();
-    // With this error the old file is gone already.
-    if (error.value() == ERROR_UNABLE_TO_MOVE_REPLACEMENT &&
+    // With these errors the old file is gone already, with the second one by another process.
+    if ((error.value() == ERROR_UNABLE_TO_MOVE_REPLACEMENT || error.value() == ERROR_FILE_NOT_FOUND) &&
         ::MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0) {
         return {};
     }
@@ -107,7 +107,10 @@ std::error_code ReplaceFile(const path& target, const WriteText& write, bool isT
         error = PutInPlace(temporary, target, isThere);
     }
     file.reset();
-    if (error && error.value() != ERROR_UNABLE_TO_MOVE_REPLACEMENT) {
+    // Nothing but the temporary file may be left after this error. Mostly another process was faster.
+    const bool isOnlyOne = error.value() == ERROR_UNABLE_TO_MOVE_REPLACEMENT &&
+                           ::GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES;
+    if (error && !isOnlyOne) {
         ::DeleteFileW(temporary.c_str());
     }
     return error;

@@ -12,9 +12,8 @@
 /// before.
 namespace host {
 
-/// The server and the share, or the device, that a path names on Windows, in one spelling for all that mean
-/// the same:
-/// `//SERVER/SHARE`. Empty if it names none.
+/// The server and the share, or the device, that a path names on Windows, as `//SERVER/SHARE` in one spelling
+/// for all that mean the same. Empty if it names none.
 std::string ServerIn(std::string_view path);
 
 /// From now on, paths on the server on which this one lies may be looked at. The user has named it.

@@ -82,7 +82,8 @@ void RemoveLeftovers(const std::filesystem::path& folder) {
     const std::unique_ptr<void, BOOL(WINAPI*)(HANDLE)> closer(search, ::FindClose);
     do {
         const std::filesystem::path name = static_cast<const wchar_t*>(data.cFileName);
-        if (IsTemporaryName(name)) {
+        // To open a file that another process is about to move or remove would keep it from that.
+        if (IsTemporaryName(name) && !IsFresh(data.ftLastWriteTime)) {
             RemoveIfLeftBehind(folder / name);
         }
     } while (::FindNextFileW(search, &data) != 0);

@@ -244,13 +244,13 @@ TEST_F(ApplyAnswerTest, WhatTheObjectModelThrowsComesThrough) {
 }
 
 TEST_F(ApplyAnswerTest, DepthNeedsNoStack) {
-    constexpr int kDepth = kIsSanitized ? 100'000 : 1'000'000;
+    const int depth = DeepLevels();
     std::string text;
-    for (int level = 0; level < kDepth; ++level) {
+    for (int level = 0; level < depth; ++level) {
         text += R"({"id":"2","dbkey":"K2","children":[)";
     }
     text += R"({"id":"3"})";
-    for (int level = 0; level < kDepth; ++level) {
+    for (int level = 0; level < depth; ++level) {
         text += "]}";
     }
     OnSmallStack([&] {

@@ -5,6 +5,7 @@
 #include "exchange/Alignment.h"
 #include "exchange/IncreasingRun.h"
 #include "exchange/Room.h"
+#include "support/LongRun.h"
 #include "support/SmallStack.h"
 
 namespace korvane::exchange {
@@ -190,15 +191,16 @@ std::string Chain(int depth, const std::string& name, const std::string& innermo
 }
 
 TEST(CompareDepth, NeedsNoStack) {
-    constexpr int kDepth = 1000000;
-    const JSONNode first = Parse(Chain(kDepth, "m", "innermost"));
-    const JSONNode second = Parse(Chain(kDepth, "m", "otherwise"));
+    const int depth = DeepLevels();
+    const JSONNode first = Parse(Chain(depth, "m", "innermost"));
+    const JSONNode second = Parse(Chain(depth, "m", "otherwise"));
     CompareReport report;
     OnSmallStack([&] { report = Compare(first, second); });
-    EXPECT_EQ(report.objects, kDepth + 1U);
+    EXPECT_EQ(report.objects, static_cast<std::size_t>(depth) + 1);
     ASSERT_EQ(report.entries.size(), 1U);
     const Entry& entry = report.entries.front();
-    EXPECT_EQ(entry.pointer.size(), kDepth * std::string("/children/0").size() + std::string("/name").size());
+    EXPECT_EQ(entry.pointer.size(), static_cast<std::size_t>(depth) * std::string("/children/0").size() +
+                                        std::string("/name").size());
     std::string middle = "/...";
     for (int level = 0; level < 19; ++level) {
         middle = "/m" + middle + "/m";

@@ -513,9 +513,9 @@ TEST_F(ImportDocumentTest, WhatTheObjectModelThrowsComesThrough) {
 }
 
 TEST_F(ImportDocumentTest, DepthNeedsNoStack) {
-    constexpr int kDepth = kIsSanitized ? 100'000 : 1'000'000;
-    const std::string text = Repeat(R"({"type":"CAEMODEL","id":"3","name":"m","children":[)", kDepth) +
-                             R"({"type":"CAEPART"})" + Repeat("]}", kDepth);
+    const int depth = DeepLevels();
+    const std::string text = Repeat(R"({"type":"CAEMODEL","id":"3","name":"m","children":[)", depth) +
+                             R"({"type":"CAEPART"})" + Repeat("]}", depth);
     const JSONNode document = libjson::parse(text.c_str());
     OnSmallStack([&] {
         TestProject project;
@@ -523,23 +523,23 @@ TEST_F(ImportDocumentTest, DepthNeedsNoStack) {
         for (const bool dryRun : {true, false}) {
             const ImportReport report =
                 korvane::exchange::ImportDocument(document, top, {.dryRun = dryRun, .listFixed = false});
-            EXPECT_EQ(report.objectsAdded, static_cast<std::size_t>(kDepth));
-            EXPECT_EQ(report.Count(Reason::kFixed), static_cast<std::size_t>(kDepth));
+            EXPECT_EQ(report.objectsAdded, static_cast<std::size_t>(depth));
+            EXPECT_EQ(report.Count(Reason::kFixed), static_cast<std::size_t>(depth));
         }
     });
 }
 
 TEST_F(ImportDocumentTest, DepthNeedsNoStackInAnUpdate) {
-    constexpr int kDepth = kIsSanitized ? 100'000 : 1'000'000;
-    const std::string text = Repeat(R"({"type":"CAEMODEL","name":"m","children":[)", kDepth) +
-                             R"({"type":"CAEPART"})" + Repeat("]}", kDepth);
+    const int depth = DeepLevels();
+    const std::string text = Repeat(R"({"type":"CAEMODEL","name":"m","children":[)", depth) +
+                             R"({"type":"CAEPART"})" + Repeat("]}", depth);
     const JSONNode document = libjson::parse(text.c_str());
     OnSmallStack([&] {
         TestProject project;
         CAEObject& top = project.Add(CAE_MODEL, L"m");
         ImportReport report = korvane::exchange::ImportDocument(document, top, {.match = Match::kByKey});
-        EXPECT_EQ(report.objectsAdded, static_cast<std::size_t>(kDepth));
-        EXPECT_EQ(report.entries.size() + report.unlisted, static_cast<std::size_t>(kDepth));
+        EXPECT_EQ(report.objectsAdded, static_cast<std::size_t>(depth));
+        EXPECT_EQ(report.entries.size() + report.unlisted, static_cast<std::size_t>(depth));
         EXPECT_GT(report.unlisted, 0U);
         std::size_t bytes = 0;
         for (const auto& entry : report.entries) {
@@ -548,25 +548,25 @@ TEST_F(ImportDocumentTest, DepthNeedsNoStackInAnUpdate) {
         EXPECT_LT(bytes, std::size_t{300} << 20U);
         report = korvane::exchange::ImportDocument(document, top, {.match = Match::kByKey});
         EXPECT_FALSE(report.HasChanged());
-        EXPECT_EQ(report.objectsMatched, static_cast<std::size_t>(kDepth) + 1);
+        EXPECT_EQ(report.objectsMatched, static_cast<std::size_t>(depth) + 1);
     });
 }
 
 TEST_F(ImportDocumentTest, WhatIsMissingEverywhereInADeepTreeIsCounted) {
     // Pointers to all of them would need memory that grows with the square of the depth.
-    constexpr int kDepth = 100'000;
+    const int depth = DeepLevels() / 5;
     CAEObject* object = &project_.Add(CAE_MODEL, L"m");
-    for (int level = 0; level < kDepth; ++level) {
+    for (int level = 0; level < depth; ++level) {
         project_.Add(*object, CAE_TAG, L"missing");
         object = &project_.Add(*object, CAE_MODEL, L"m");
     }
-    const std::string text = Repeat(R"({"type":"CAEMODEL","name":"m","children":[)", kDepth) +
-                             R"({"type":"CAEMODEL","name":"m"})" + Repeat("]}", kDepth);
+    const std::string text = Repeat(R"({"type":"CAEMODEL","name":"m","children":[)", depth) +
+                             R"({"type":"CAEMODEL","name":"m"})" + Repeat("]}", depth);
     const ImportReport report =
         Import(text, *project_->getCAEObject(2), {.match = Match::kByKey, .remove = true});
-    EXPECT_EQ(report.objectsRemoved, static_cast<std::size_t>(kDepth));
-    EXPECT_EQ(report.Count(Reason::kRemoved), static_cast<std::size_t>(kDepth));
-    EXPECT_EQ(report.entries.size() + report.unlisted, static_cast<std::size_t>(kDepth));
+    EXPECT_EQ(report.objectsRemoved, static_cast<std::size_t>(depth));
+    EXPECT_EQ(report.Count(Reason::kRemoved), static_cast<std::size_t>(depth));
+    EXPECT_EQ(report.entries.size() + report.unlisted, static_cast<std::size_t>(depth));
 }
 
 TEST_F(ImportDocumentTest, ManyObjectsTakeCallsInProportion) {

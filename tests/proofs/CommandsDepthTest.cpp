@@ -281,10 +281,13 @@ TEST_P(DeepCommands, NeedNoStack) {
         }
         return;
     }
-    const int many = kIsSanitized && !IsLongRun() ? kMany / 5 : kMany;
+    if (IsLongRun()) {
+        GoThrough(GetParam(), GetParam().becomesObjects ? kMany / 5 : kMany);
+        return;
+    }
     // Objects take longer than what is read over.
-    const int fewer = IsLongRun() ? many / 5 : many / 10;
-    GoThrough(GetParam(), GetParam().becomesObjects ? fewer : many);
+    constexpr int kObjects = kIsSanitized ? 2000 : kIsSample ? 5000 : 10'000;
+    GoThrough(GetParam(), GetParam().becomesObjects ? kObjects : 20'000);
 }
 
 TEST(CommandsOfTheTests, AreAllThatTheHelpLists) {

@@ -22,12 +22,11 @@ using allocations::Source;
 constexpr int kFew = 200;
 /// How deep the trees are; where there are several sizes, each is ten times the one before.
 std::vector<int> Levels() {
-    constexpr int kMany = 100'000;
-    constexpr int kVeryMany = 1'000'000;
+    constexpr int kMany = 20'000;
     if (kIsSanitized) {
-        return {IsLongRun() ? kMany / 5 : kMany / 10};
+        return {IsLongRun() ? kMany : kMany / 2};
     }
-    return IsLongRun() ? std::vector<int>{kMany, kVeryMany} : std::vector<int>{kMany};
+    return IsLongRun() ? std::vector<int>{100'000, 1'000'000} : std::vector<int>{kMany};
 }
 
 /// What a call takes and gives.

@@ -22,6 +22,13 @@ inline constexpr bool kIsSanitized =
     false;
 #endif
 
+/// So many levels that a call which went down into them, a frame for each, would need more than the small
+/// stacks on which tests make it.
+inline int DeepLevels() {
+    constexpr int kLevels = kIsSanitized ? 20'000 : 100'000;
+    return IsLongRun() && !kIsSanitized ? 10 * kLevels : kLevels;
+}
+
 /// Whether a sample of the moments at which files fail, or programs are killed, is enough: Linux without
 /// sanitizers tries more of them, and what the program does then is the same everywhere.
 inline constexpr bool kIsSample =

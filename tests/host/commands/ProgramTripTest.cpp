@@ -201,7 +201,7 @@ TEST_F(ProgramTrip, OfNamesThatAreHardToCarry) {
 }
 
 TEST_F(ProgramTrip, OfManyObjectsOneBelowTheOther) {
-    const int levels = !kIsSanitized ? 100'000 : IsLongRun() ? 20'000 : 5'000;
+    const int levels = DeepLevels() / (IsLongRun() ? 10 : 5);
     const std::string depth = std::to_string(levels);
     std::string text = R"({"id":"1","name":"deep","type":"SIMULATION")";
     for (int level = 0; level < levels; ++level) {

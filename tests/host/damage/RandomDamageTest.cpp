@@ -22,7 +22,7 @@ Amount AmountFor(const FileFormat& format) {
     const bool hasChecksum = format.damaged == DamagedReading::AsSound;
 #if defined(_WIN32)
     const int shares = 1;
-    const int inShortRun = hasChecksum ? 10 : 2;
+    const int inShortRun = hasChecksum ? 5 : 2;
 #else
     const int shares = hasChecksum ? 5 : 1;
     const bool isFree = format.damaged == DamagedReading::AsFarAsItGoes;

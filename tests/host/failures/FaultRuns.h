@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <string>
@@ -9,6 +11,7 @@
 #include "host/HostSupport.h"
 #include "host/commands/CommandLine.h"
 #include "support/LongRun.h"
+#include "support/ProgramCommands.h"
 #include "support/TemporaryDirectory.h"
 
 /// Running commands within the process of the test, where their files can fail.
@@ -37,8 +40,8 @@ inline Outcome RunHere(const std::vector<std::string>& arguments) {
 /// The moments at which something is tried, of so many: all of them in a long run, otherwise the first, the
 /// last and some in between. The last one is never reached.
 inline std::vector<std::uint64_t> Moments(std::uint64_t count) {
-    constexpr std::uint64_t kEnds = kIsSample ? 1 : 4;
-    constexpr std::uint64_t kBetween = kIsSanitized ? 1 : kIsSample ? 3 : 6;
+    constexpr std::uint64_t kEnds = kIsSample ? 1 : 2;
+    constexpr std::uint64_t kBetween = kIsSanitized ? 1 : kIsSample ? 3 : 4;
     std::vector<std::uint64_t> moments;
     for (std::uint64_t moment = 1; moment <= count + 1; ++moment) {
         if (IsLongRun() || moment <= kEnds || moment + kEnds > count ||
@@ -47,6 +50,37 @@ inline std::vector<std::uint64_t> Moments(std::uint64_t count) {
         }
     }
     return moments;
+}
+
+/// Whether the command is one of those with other options of which a few failures say enough: where a sample
+/// is enough, only the first of the commands with a name is tried with all of them.
+inline bool IsTriedBriefly(const ProgramCommand& command) {
+    return kIsSample && !IsLongRun() &&
+           std::ranges::find(AllCommands(), command.arguments.front(), [](const ProgramCommand& one) {
+               return one.arguments.front();
+           })->name != command.name;
+}
+
+/// How, and which of its operations, a command finds failing.
+struct Failing {
+    Manner manner;
+    std::uint64_t number;
+};
+
+inline std::vector<Failing> Failings(std::uint64_t count, bool isBrief) {
+    // No multiple of the number of moments, so that the few are of different moments.
+    constexpr std::size_t kOneOf = 7;
+    std::vector<Failing> failings;
+    std::size_t index = 0;
+    for (const Manner manner : {Manner::Once, Manner::ForGood, Manner::Gone}) {
+        for (const std::uint64_t number : Moments(count)) {
+            if (!isBrief || index % kOneOf == 0) {
+                failings.push_back({manner, number});
+            }
+            ++index;
+        }
+    }
+    return failings;
 }
 
 inline std::string NameOfFault(const FaultKind& kind, Manner manner, std::uint64_t number) {

@@ -20,7 +20,7 @@ namespace {
 constexpr int kManyStudies = 700;
 constexpr std::uintmax_t kKibibyte = 1024;
 /// Disks and limits of so many sizes, between what is there and what the command needs.
-const std::uintmax_t kLevels = IsLongRun() ? 10 : kIsSample ? 2 : 6;
+const std::uintmax_t kLevels = IsLongRun() ? 10 : kIsSample ? 2 : 4;
 
 std::uintmax_t SizeOf(const std::optional<std::string>& bytes) {
     return bytes ? bytes->size() : 0;
@@ -153,7 +153,7 @@ TEST_P(ProgramFailures, AKilledProgramLeavesTheOldFileOrTheNewOne) {
     std::uniform_int_distribution<std::int64_t> moments(0, duration.count());
     int killed = 0;
     int old = 0;
-    const int kills = IsLongRun() ? 200 : kIsSanitized ? 2 : kIsSample ? 4 : 12;
+    const int kills = IsLongRun() ? 200 : kIsSanitized ? 2 : kIsSample ? 4 : 8;
     for (int number = 0; number < kills; ++number) {
         folder.Reset();
         // The first one is killed before it could do anything.
