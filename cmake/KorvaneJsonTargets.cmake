@@ -58,6 +58,11 @@ endif()
 function(korvanejson_configure target)
   # For C++ only: the compiler of Windows resources does not know these options.
   target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${_korvanejson_warnings}>")
+  if(CMAKE_UNITY_BUILD)
+    # What has the name of something in another source shadows nothing, and to GCC every source is a header.
+    set(wrong -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${wrong}>")
+  endif()
   if(KORVANEJSON_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${_korvanejson_werror}>")
   endif()

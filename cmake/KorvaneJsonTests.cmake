@@ -69,18 +69,6 @@ function(_korvanejson_test_options target)
   endif()
 endfunction()
 
-# Where the headers of the tests are read, if KORVANEJSON_PRECOMPILE says so. To be called in a folder of tests.
-function(korvanejson_precompile_tests)
-  if(NOT KORVANEJSON_PRECOMPILE)
-    return()
-  endif()
-  file(WRITE "${PROJECT_BINARY_DIR}/precompiled-for-tests.cpp" "int main() {}\n")
-  add_executable(precompiled-for-tests "${PROJECT_BINARY_DIR}/precompiled-for-tests.cpp")
-  target_link_libraries(precompiled-for-tests PRIVATE GTest::gtest_main NlohmannJson)
-  _korvanejson_test_options(precompiled-for-tests)
-  korvanejson_precompile(precompiled-for-tests <gtest/gtest.h> <nlohmann/json.hpp>)
-endfunction()
-
 # A GoogleTest program and its tests:
 # korvanejson_test(<program> SOURCES <files>... [LIBRARIES <targets>...] [INSIDE [EXCHANGE]] [ANSI] [DOCUMENTS]
 #   [THREADS])
@@ -94,8 +82,15 @@ function(korvanejson_test target)
   target_link_libraries(${target} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   _korvanejson_test_options(${target})
-  if(KORVANEJSON_PRECOMPILE)
-    korvanejson_precompiled_as(${target} precompiled-for-tests)
+  if(WIN32)
+    # The macros of this header are not for the sources behind it.
+    file(GLOB_RECURSE sources "*.cpp")
+    foreach(source IN LISTS sources)
+      file(STRINGS "${source}" includes REGEX "^#include <windows\\.h>")
+      if(includes)
+        set_source_files_properties("${source}" PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+      endif()
+    endforeach()
   endif()
   if(arg_INSIDE)
     target_sources(${target} PRIVATE

@@ -7,6 +7,7 @@
 #include "AnswerApplication.h"
 #include "NodeText.h"
 #include "NullKeys.h"
+#include "StepsBetweenCalls.h"
 #include "format/MemberNames.h"
 #include "objectjson/NodeReading.h"
 #include "rest/Answer.h"
@@ -18,8 +19,6 @@ namespace {
 
 /// Under these names, servers say what went wrong.
 constexpr std::string_view kErrorMembers[] = {"error", "errors", "exception", "fault"};
-
-constexpr std::size_t kStepsBetweenCalls = 256;
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "NodeText.h"
 #include "Room.h"
 #include "format/MemberNames.h"
 #include "format/Values.h"
@@ -13,11 +14,6 @@ using format::Kind;
 
 namespace korvane::exchange {
 namespace {
-
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text,
-                               [](char character) { return static_cast<unsigned char>(character) < 0x80; });
-}
 
 std::string UpperCase(std::string_view name) {
     if (!IsAscii(name)) {

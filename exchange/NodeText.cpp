@@ -14,14 +14,11 @@
 namespace member = format::member;
 
 namespace korvane::exchange {
-namespace {
 
 bool IsAscii(std::string_view text) {
     return std::ranges::all_of(text,
                                [](char character) { return static_cast<unsigned char>(character) < 0x80; });
 }
-
-}  // namespace
 
 std::string Utf8OfAnsi(std::string_view text) {
     const std::string_view read = text.substr(0, text.find('\0'));

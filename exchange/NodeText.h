@@ -10,6 +10,9 @@
 /// The texts of nodes and objects as reports show them, in UTF-8.
 namespace korvane::exchange {
 
+/// Whether every code page has the text with the same bytes.
+bool IsAscii(std::string_view text);
+
 /// A narrow text of a node or of the object model, which is in the ANSI code page.
 std::string Utf8OfAnsi(std::string_view text);
 std::string Utf8Of(const OuString& text);

@@ -11,7 +11,7 @@
 namespace korvane::exchange {
 namespace {
 
-std::string Describe(std::size_t line, std::size_t column, const std::string& reason) {
+std::string WhereAndWhy(std::size_t line, std::size_t column, const std::string& reason) {
     if (line == 0) {
         return reason;
     }
@@ -31,7 +31,7 @@ JSONNode Parse(const json_string& text) {
 }
 
 /// The whole file, which may be one that has no size, such as a pipe.
-json_string TextOf(const std::filesystem::path& file) {
+json_string ContentOf(const std::filesystem::path& file) {
     if (std::filesystem::is_directory(file)) {
         FailToRead(file, std::make_error_code(std::errc::is_a_directory));
     }
@@ -59,7 +59,7 @@ json_string TextOf(const std::filesystem::path& file) {
 
 DocumentError::DocumentError(std::size_t line, std::size_t column, std::size_t offset,
                              const std::string& reason)
-    : std::runtime_error(Describe(line, column, reason)),
+    : std::runtime_error(WhereAndWhy(line, column, reason)),
       line_(line),
       column_(column),
       offset_(offset),
@@ -76,7 +76,7 @@ JSONNode ParseDocument(std::string_view text) {
 }
 
 JSONNode ReadDocument(const std::filesystem::path& file) {
-    return Parse(TextOf(file));
+    return Parse(ContentOf(file));
 }
 
 }  // namespace korvane::exchange

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "NodeText.h"
+#include "StepsBetweenCalls.h"
 #include "TreeIndex.h"
 #include "format/MemberNames.h"
 #include "format/Nodes.h"
@@ -20,8 +21,6 @@ using format::Shape;
 
 namespace korvane::exchange {
 namespace {
-
-constexpr std::size_t kStepsBetweenCalls = 256;
 
 /// Whether every document that an export writes has the member in such a node.
 bool IsAlwaysWritten(const MemberEffect& known, bool isFileRecord) {

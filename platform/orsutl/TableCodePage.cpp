@@ -12,7 +12,6 @@ namespace orsutl::detail {
 namespace {
 
 constexpr char32_t kNothing = 0xFFFFFFFF;
-constexpr char32_t kEscapeBase = 0xDC00;
 constexpr const char* kCodePoints = "UTF-32BE";
 
 }  // namespace

@@ -6,8 +6,6 @@ namespace orsutl::detail {
 
 namespace {
 
-constexpr char32_t kEscapeBase = 0xDC00;
-
 constexpr bool IsEscapedByte(char32_t codePoint) {
     return codePoint >= kEscapeBase + 0x80 && codePoint <= kEscapeBase + 0xFF;
 }

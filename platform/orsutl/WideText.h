@@ -22,6 +22,9 @@ constexpr char32_t CodePoint(wchar_t unit) {
     }
 }
 
+/// A byte that is no text stands in wide texts as the low surrogate this far on.
+inline constexpr char32_t kEscapeBase = 0xDC00;
+
 /// The two halves of a code point beyond the basic plane as one.
 constexpr char32_t JoinSurrogates(char32_t high, char32_t low) {
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);

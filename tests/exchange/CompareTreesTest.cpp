@@ -229,7 +229,7 @@ TEST(CompareTrees, ChangesNothing) {
     }
 }
 
-std::string Tags(std::size_t count) {
+std::string DocumentOfTags(std::size_t count) {
     std::string text = R"({"type":"X","children":[)";
     for (std::size_t number = 0; number < count; ++number) {
         text += std::string(number == 0 ? "" : ",") + R"({"type":"CAETAG"})";
@@ -238,8 +238,8 @@ std::string Tags(std::size_t count) {
 }
 
 TEST(CompareTrees, SaysWhereItIsAndCanBeStopped) {
-    const JSONNode first = Parse(Tags(5000));
-    const JSONNode second = Parse(Tags(6000));
+    const JSONNode first = Parse(DocumentOfTags(5000));
+    const JSONNode second = Parse(DocumentOfTags(6000));
     std::vector<Progress> calls;
     CompareOptions options;
     options.progress = [&](const Progress& progress) {

@@ -73,7 +73,7 @@ protected:
         }
     }
 
-    std::string NodeText(const wchar_t* mode, Layout layout) {
+    std::string ObjectNodeText(const wchar_t* mode, Layout layout) {
         JsonSerializer serializer(&*project_);
         serializer.SetExportMode(mode);
         const JSONNode document = serializer.GetJson();
@@ -97,7 +97,7 @@ TEST_F(WriteDocumentTest, GivesTheBytesOfTheNodeInEveryModeAndLayout) {
     for (const auto& mode : kModes) {
         for (const Layout layout : {Layout::kCompact, Layout::kIndented}) {
             texts.push_back(Write(*project_, {.mode = mode.mode, .layout = layout}).text);
-            EXPECT_EQ(texts.back(), NodeText(mode.text, layout));
+            EXPECT_EQ(texts.back(), ObjectNodeText(mode.text, layout));
         }
     }
     std::ranges::sort(texts);
@@ -159,7 +159,7 @@ TEST_F(WriteDocumentTest, ComesInPagesOfWhichNoneIsEmpty) {
 
 TEST_F(WriteDocumentTest, HasAModeOfItsOwn) {
     Fill(100);
-    const std::string everything = NodeText(L"", Layout::kCompact);
+    const std::string everything = ObjectNodeText(L"", Layout::kCompact);
     ModuleExportMode() = L"PROJECT";
     EXPECT_EQ(Write(*project_).text, everything);
     Write(*project_, {.mode = Mode::kStudy});
@@ -169,7 +169,7 @@ TEST_F(WriteDocumentTest, HasAModeOfItsOwn) {
 TEST_F(WriteDocumentTest, AsksTheObjectModelInTheOrderOfTheNode) {
     Fill(60);
     for (const auto& mode : kModes) {
-        const std::string ofNode = RecordingOf([&] { NodeText(mode.text, Layout::kCompact); });
+        const std::string ofNode = RecordingOf([&] { ObjectNodeText(mode.text, Layout::kCompact); });
         EXPECT_GT(ofNode.size(), 100U);
         EXPECT_EQ(RecordingOf([&] { Write(*project_, {.mode = mode.mode}); }), ofNode);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <libjson.h>
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -14,6 +16,10 @@ struct KeptConsole {
     std::string said;
     Console console{[this](std::string_view text) { said += text; }, false, &Console::Clock::now};
 };
+
+inline JSONNode Parse(const std::string& text) {
+    return libjson::parse(json_string(text.data(), text.size()));
+}
 
 /// What a DatabaseError of the work says.
 inline std::string ErrorOf(const std::function<void()>& work) {

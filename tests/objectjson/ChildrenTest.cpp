@@ -54,14 +54,15 @@ TEST_F(Children, StandInTheOrderOfTheObjectModelWithTheirSubtrees) {
     project.Add(CAE_MODEL, L"ape");
     project.Add(zebra, CAE_PART, L"z2");
     project.Add(zebra, CAE_PART, L"z1");
-    EXPECT_EQ(ChildrenText(*project),
-              R"({"children":[)" +
-                  NodeText({.id = "2",
+    EXPECT_EQ(
+        ChildrenText(*project),
+        R"({"children":[)" +
+            ObjectNodeText({.id = "2",
                             .name = "zebra",
                             .type = "CAEMODEL",
-                            .children = NodeText({.id = "4", .name = "z2", .type = "CAEPART"}) + "," +
-                                        NodeText({.id = "5", .name = "z1", .type = "CAEPART"})}) +
-                  "," + NodeText({.id = "3", .name = "ape", .type = "CAEMODEL"}) + "]}");
+                            .children = ObjectNodeText({.id = "4", .name = "z2", .type = "CAEPART"}) + "," +
+                                        ObjectNodeText({.id = "5", .name = "z1", .type = "CAEPART"})}) +
+            "," + ObjectNodeText({.id = "3", .name = "ape", .type = "CAEMODEL"}) + "]}");
 }
 
 TEST_F(Children, FiveLevelsAreFiveNestedArrays) {
@@ -74,10 +75,10 @@ TEST_F(Children, FiveLevelsAreFiveNestedArrays) {
     EXPECT_EQ(ChildrenNames(*project), "a(b(c(d(e))))");
     std::string text;
     for (int id = 6; id >= 2; --id) {
-        text = NodeText({.id = std::to_string(id),
-                         .name = std::string(1, static_cast<char>('a' + id - 2)),
-                         .type = "CAEASSEMBLYFOLDER",
-                         .children = text});
+        text = ObjectNodeText({.id = std::to_string(id),
+                               .name = std::string(1, static_cast<char>('a' + id - 2)),
+                               .type = "CAEASSEMBLYFOLDER",
+                               .children = text});
     }
     EXPECT_EQ(ChildrenText(*project), R"({"children":[)" + text + "]}");
 }
@@ -144,17 +145,18 @@ TEST_F(Children, FileAmongTheChildrenIsAnObjectNodeAndNoRecord) {
     CAEFile& notes = AddFileChild(project, *project, L"notes.txt");
     project.AddFile(notes, L"appendix.txt", CAE_FILE_REPORT);
     AddFileChild(project, notes, L"below.txt");
-    EXPECT_EQ(ChildrenText(*project),
-              R"({"children":[)" +
-                  NodeText({.id = "2",
+    EXPECT_EQ(
+        ChildrenText(*project),
+        R"({"children":[)" +
+            ObjectNodeText({.id = "2",
                             .name = "notes.txt",
                             .type = "CAEFILE",
-                            .children = NodeText({.id = "4", .name = "below.txt", .type = "CAEFILE"}),
-                            .files = NodeText({.id = "3",
-                                               .name = "appendix.txt",
-                                               .type = "CAEFILE",
-                                               .tail = RecordTail("Report", "ASCII")})}) +
-                  "]}");
+                            .children = ObjectNodeText({.id = "4", .name = "below.txt", .type = "CAEFILE"}),
+                            .files = ObjectNodeText({.id = "3",
+                                                     .name = "appendix.txt",
+                                                     .type = "CAEFILE",
+                                                     .tail = RecordTail("Report", "ASCII")})}) +
+            "]}");
 }
 
 TEST_F(Children, PredicateFollowsTheMode) {

@@ -69,7 +69,7 @@ TEST(Converter, TextIsTheNodeAsItStandsAndRunsNoExport) {
     EXPECT_STREQ(converter.GetJsonText().GetAnsiBuffer(), "{}");
     converter.Export();
     EXPECT_EQ(converter.GetJsonText().GetAnsiBuffer(),
-              NodeText({.id = "1", .name = "Project", .type = "SIMULATION"}));
+              ObjectNodeText({.id = "1", .name = "Project", .type = "SIMULATION"}));
 }
 
 TEST(Converter, OverACallersNodeLeavesThatNodeUnchanged) {
@@ -79,8 +79,9 @@ TEST(Converter, OverACallersNodeLeavesThatNodeUnchanged) {
     CAEObjectJson converter(node, &part);
     const JSONNode exported = converter.GetJsonNode();
     EXPECT_EQ(TextOfNode(node), R"({"type":"CAEPART","own":"1"})");
-    EXPECT_EQ(TextOfNode(exported), R"({"type":"CAEPART","own":"1",)" +
-                                        NodeText({.id = "2", .name = "frame", .type = "CAEPART"}).substr(1));
+    EXPECT_EQ(TextOfNode(exported),
+              R"({"type":"CAEPART","own":"1",)" +
+                  ObjectNodeText({.id = "2", .name = "frame", .type = "CAEPART"}).substr(1));
 }
 
 TEST(Converter, OverANodeGivesAProjectTheNodesTypeAsAdditionalType) {

@@ -51,14 +51,14 @@ TEST(Depth, HundredThousandLevelsOfChildrenExportOnASmallStack) {
     }
     EXPECT_TRUE(
         DocumentText(*project) ==
-        NodeText({.id = "1",
-                  .name = "Project",
-                  .type = "SIMULATION",
-                  .children = NestedText(
-                      R"({"id":"#","name":"a","createdDate":"2026-03-01T09:30:00Z",)"
-                      R"("createdBy":"engineer","type":"CAEASSEMBLYFOLDER","metaData":{},"children":[)",
-                      R"(],"files":[]})"),
-                  .tail = kRootTail}));
+        ObjectNodeText({.id = "1",
+                        .name = "Project",
+                        .type = "SIMULATION",
+                        .children = NestedText(
+                            R"({"id":"#","name":"a","createdDate":"2026-03-01T09:30:00Z",)"
+                            R"("createdBy":"engineer","type":"CAEASSEMBLYFOLDER","metaData":{},"children":[)",
+                            R"(],"files":[]})"),
+                        .tail = kRootTail}));
 }
 
 TEST(Depth, HundredThousandLevelsOfFilesExportOnASmallStack) {
@@ -67,16 +67,16 @@ TEST(Depth, HundredThousandLevelsOfFilesExportOnASmallStack) {
     for (int level = 0; level < kLevels; ++level) {
         object = &project.AddFile(*object, L"a", CAE_FILE_DECK);
     }
-    EXPECT_TRUE(
-        DocumentText(*project) ==
-        NodeText({.id = "1",
-                  .name = "Project",
-                  .type = "SIMULATION",
-                  .files = NestedText(
-                      R"({"id":"#","name":"a","createdDate":"2026-03-01T09:30:00Z",)"
-                      R"("createdBy":"engineer","type":"CAEFILE","metaData":{},"children":[],"files":[)",
-                      "]" + RecordTail("Deck", "ASCII") + "}"),
-                  .tail = kRootTail}));
+    EXPECT_TRUE(DocumentText(*project) ==
+                ObjectNodeText(
+                    {.id = "1",
+                     .name = "Project",
+                     .type = "SIMULATION",
+                     .files = NestedText(
+                         R"({"id":"#","name":"a","createdDate":"2026-03-01T09:30:00Z",)"
+                         R"("createdBy":"engineer","type":"CAEFILE","metaData":{},"children":[],"files":[)",
+                         "]" + RecordTail("Deck", "ASCII") + "}"),
+                     .tail = kRootTail}));
 }
 
 TEST(Depth, SectionsOfADeepObjectAreWrittenAloneOnASmallStack) {

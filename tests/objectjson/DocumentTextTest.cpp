@@ -74,7 +74,7 @@ protected:
         }
     }
 
-    std::string NodeText(const wchar_t* mode) {
+    std::string ObjectNodeText(const wchar_t* mode) {
         JsonSerializer serializer(&*project_);
         serializer.SetExportMode(mode);
         const json_string text = serializer.GetJson().write();
@@ -94,7 +94,7 @@ TEST_F(DocumentText, HasTheBytesThatTheNodeWrites) {
     for (const auto& mode : kModes) {
         Pieces pieces;
         WriteDocument(&*project_, mode.mode, pieces);
-        EXPECT_EQ(pieces.all, NodeText(mode.text));
+        EXPECT_EQ(pieces.all, ObjectNodeText(mode.text));
         WideText wide;
         WriteDocument(&*project_, mode.mode, wide);
         EXPECT_EQ(std::string(wide.Take().GetAnsiBuffer()), pieces.all);

@@ -85,8 +85,9 @@ TEST(FileRecord, FlagsAreNeverWritten) {
     CAEFile& file = project.AddFile(*project, L"x", CAE_FILE_DECK);
     file.setGlobalFrameCoordinate(true);
     file.SetFileDownloadFlag(true);
-    EXPECT_EQ(TextOfNode(Record(file)),
-              NodeText({.id = "2", .name = "x", .type = "CAEFILE", .tail = RecordTail("Deck", "ASCII")}));
+    EXPECT_EQ(
+        TextOfNode(Record(file)),
+        ObjectNodeText({.id = "2", .name = "x", .type = "CAEFILE", .tail = RecordTail("Deck", "ASCII")}));
 }
 
 TEST(FileRecord, ConverterHandsOutItsFile) {

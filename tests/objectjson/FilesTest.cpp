@@ -11,7 +11,7 @@ std::string FilesText(CAEObject& object) {
 }
 
 std::string Record(int id, const char* name, const char* type) {
-    return NodeText(
+    return ObjectNodeText(
         {.id = std::to_string(id), .name = name, .type = "CAEFILE", .tail = RecordTail(type, "ASCII")});
 }
 
@@ -65,11 +65,11 @@ TEST(Files, FilesOfFilesAreRecordsWithinTheRecord) {
     CAEFile& deck = project.AddFile(part, L"deck.inp", CAE_FILE_DECK);
     project.AddFile(deck, L"include.inp", CAE_FILE_INCLUDE);
     EXPECT_EQ(FilesText(part), R"({"files":[)" +
-                                   NodeText({.id = "3",
-                                             .name = "deck.inp",
-                                             .type = "CAEFILE",
-                                             .files = Record(4, "include.inp", "Include"),
-                                             .tail = RecordTail("Deck", "ASCII")}) +
+                                   ObjectNodeText({.id = "3",
+                                                   .name = "deck.inp",
+                                                   .type = "CAEFILE",
+                                                   .files = Record(4, "include.inp", "Include"),
+                                                   .tail = RecordTail("Deck", "ASCII")}) +
                                    "]}");
 }
 

@@ -58,8 +58,9 @@ TEST(Header, IterationCarriesTheNameOfItsStudy) {
     CAEObject& study = project.Add(CAE_MODEL, L"front crash");
     CAEObject& folder = project.Add(study, CAE_ITERATION_FOLDER, L"Iterations");
     CAEObject& iteration = project.Add(folder, CAE_ITERATION, L"run 1");
-    EXPECT_EQ(Exported(iteration),
-              NodeText({.id = "4", .name = "run 1", .type = "CAEITERATION", .studyTypeName = "front crash"}));
+    EXPECT_EQ(
+        Exported(iteration),
+        ObjectNodeText({.id = "4", .name = "run 1", .type = "CAEITERATION", .studyTypeName = "front crash"}));
 }
 
 TEST(Header, OnlyIterationsCarryAStudyTypeName) {
@@ -127,7 +128,7 @@ TEST(Header, TypeIsUpperCased) {
 TEST(Header, ObjectWithoutDatabaseKeyHasNoSuchMember) {
     TestProject project;
     CAEObject& part = project.Add(CAE_PART, L"frame");
-    EXPECT_EQ(Exported(part), NodeText({.id = "2", .name = "frame", .type = "CAEPART"}));
+    EXPECT_EQ(Exported(part), ObjectNodeText({.id = "2", .name = "frame", .type = "CAEPART"}));
 }
 
 TEST(Header, ViewItemWritesItsOwnKeyAndNeitherLinkNorReference) {
@@ -137,7 +138,7 @@ TEST(Header, ViewItemWritesItsOwnKeyAndNeitherLinkNorReference) {
     item.setLinkDBKey(L"LINK");
     item.setReferencedCAEObject(1);
     EXPECT_EQ(Exported(item),
-              NodeText({.id = "2", .name = "item", .type = "CAEVIEWITEM", .databaseKey = "OWN"}));
+              ObjectNodeText({.id = "2", .name = "item", .type = "CAEVIEWITEM", .databaseKey = "OWN"}));
 }
 
 TEST(Header, TextsBeyondAsciiTravelInTheAnsiCodePage) {

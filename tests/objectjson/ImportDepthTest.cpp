@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr int kLevels = 100'000;
+constexpr int kImportedLevels = 100'000;
 
 std::string Repeated(const std::string& text) {
     std::string repeated;
-    repeated.reserve(text.size() * kLevels);
-    for (int level = 0; level < kLevels; ++level) {
+    repeated.reserve(text.size() * kImportedLevels);
+    for (int level = 0; level < kImportedLevels; ++level) {
         repeated += text;
     }
     return repeated;
@@ -43,7 +43,7 @@ int DepthOf(CAEProject& project) {
 /// A chain of assembly folders with the identifiers from 2 on.
 void AddLevels(TestProject& project) {
     CAEObject* object = &*project;
-    for (int level = 0; level < kLevels; ++level) {
+    for (int level = 0; level < kImportedLevels; ++level) {
         object = &project.Add(*object, CAE_ASSEMBLY_FOLDER, L"a");
     }
 }
@@ -51,7 +51,7 @@ void AddLevels(TestProject& project) {
 /// An answer nested in turn through the two sections, with the identifiers from 2 on.
 std::string DeepAnswer(const std::string& first, const std::string& second) {
     std::string text;
-    for (int id = 2; id < kLevels + 2; ++id) {
+    for (int id = 2; id < kImportedLevels + 2; ++id) {
         const std::string number = std::to_string(id);
         const std::string& section = id % 2 == 0 ? first : second;
         text.append(R"({"id":")").append(number).append(R"(","dbkey":"K)").append(number);
@@ -62,7 +62,7 @@ std::string DeepAnswer(const std::string& first, const std::string& second) {
 
 void ExpectKeys(CAEProject& project) {
     int wrong = 0;
-    for (int id = 2; id < kLevels + 2; ++id) {
+    for (int id = 2; id < kImportedLevels + 2; ++id) {
         const std::string expected = "K" + std::to_string(id);
         wrong += expected == project.getCAEObject(id)->getDBKey().GetAnsiBuffer() ? 0 : 1;
     }
@@ -76,10 +76,10 @@ TEST(ImportDepth, HundredThousandLevelsOfChildrenImportOnASmallStack) {
     ImportDeep(R"({"type":"P","children":[)" + Repeated(R"({"type":"CAEMODEL","children":[)") +
                    Repeated(R"(],"name":"b"})") + "]}",
                *project);
-    EXPECT_EQ(DepthOf(*project), kLevels);
+    EXPECT_EQ(DepthOf(*project), kImportedLevels);
     // The members behind the children were applied on the way back.
     EXPECT_EQ(NameOf(*project->getCAEObject(2)), "b");
-    EXPECT_EQ(NameOf(*project->getCAEObject(kLevels + 1)), "b");
+    EXPECT_EQ(NameOf(*project->getCAEObject(kImportedLevels + 1)), "b");
 }
 
 TEST(ImportDepth, HundredThousandLevelsOfObjectsAsChildrenImportOnASmallStack) {
@@ -87,7 +87,7 @@ TEST(ImportDepth, HundredThousandLevelsOfObjectsAsChildrenImportOnASmallStack) {
     ImportDeep(R"({"type":"P","children":{"x":)" + Repeated(R"({"type":"CAEMODEL","children":{"x":)") + "{}" +
                    Repeated("}}") + "}}",
                *project);
-    EXPECT_EQ(DepthOf(*project), kLevels);
+    EXPECT_EQ(DepthOf(*project), kImportedLevels);
 }
 
 TEST(ImportDepth, HundredThousandLevelsOfNestedProjectsImportOnASmallStack) {
@@ -95,7 +95,7 @@ TEST(ImportDepth, HundredThousandLevelsOfNestedProjectsImportOnASmallStack) {
     ImportDeep(R"({"type":"P","children":[)" + Repeated(R"({"type":"CAEPROJECT","children":[)") +
                    Repeated("]}") + "]}",
                *project);
-    EXPECT_EQ(DepthOf(*project), kLevels);
+    EXPECT_EQ(DepthOf(*project), kImportedLevels);
 }
 
 TEST(ImportDepth, HundredThousandLevelsUnderMembersThatAreNotWalkedDoNoHarm) {
@@ -130,5 +130,5 @@ TEST(ImportDepth, ConvertersMembersAloneImportDeepDocumentsOnASmallStack) {
         CAEObjectJson converter(libjson::parse("{}"), &*project);
         converter.ImportChildren(libjson::parse(text.c_str()));
     });
-    EXPECT_EQ(DepthOf(*project), kLevels);
+    EXPECT_EQ(DepthOf(*project), kImportedLevels);
 }

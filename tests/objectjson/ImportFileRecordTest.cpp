@@ -19,12 +19,6 @@ struct NewFile {
     }
 };
 
-std::string PathOf(const CAEFile& file) {
-    OuString path;
-    file.getFullPathName(path);
-    return TextOf(path);
-}
-
 int FormatFrom(const std::string& value) {
     NewFile file;
     file.file.setFileFormat(static_cast<_tagFileFormat>(7));

@@ -18,12 +18,6 @@ void ImportFilesText(const std::string& files, CAEObject& object) {
     ImportText(R"({"type":"X","files":)" + files + "}", object);
 }
 
-std::string PathOf(const CAEFile& file) {
-    OuString path;
-    file.getFullPathName(path);
-    return TextOf(path);
-}
-
 /// The path of a file of that name imported into a project with that directory.
 std::string PathIn(const wchar_t* directory, const std::string& record = R"({"name":"mesh.dat"})") {
     TestProject project;

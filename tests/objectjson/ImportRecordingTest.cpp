@@ -64,7 +64,7 @@ Notes Directory() {
 }
 
 /// A new file before the members of its record.
-Notes NewFile() {
+Notes MadeFile() {
     return {"CAEFile::CAEFile(null, 0, 0, false)", "CAEObject::getType(#0)", "CAEObject::getProject(#0)"};
 }
 
@@ -79,7 +79,7 @@ Notes Added(const std::string& path, int file, const std::string& object) {
 /// A record with nothing but a name and a file type.
 Notes File(const std::string& name, const std::string& typeName, int type, int file,
            const std::string& object) {
-    return NewFile() + Name("#0", name) +
+    return MadeFile() + Name("#0", name) +
            Notes{"GetCAEFileType(\"" + typeName + "\")",
                  "CAEFile::setFileType(#0, " + std::to_string(type) + ")"} +
            Added("/studies/" + name, file, object);
@@ -128,7 +128,7 @@ TEST(ImportRecording, MembersComeInTheOrderOfTheDocument) {
                           R"("metaData":{"m":{}},"name":"b","createdDate":"d","dbkey":"2","type":"T",)"
                           R"("files":{}})",
                           *project->getCAEObject(2)),
-        Lines(Start("#2") + Directory() + NewFile() + Added("/studies/", 3, "#2") +
+        Lines(Start("#2") + Directory() + MadeFile() + Added("/studies/", 3, "#2") +
               Notes{"CAEObject::attachCustomFile(#2, 3, null)", "CAEObject::setName(#2, \"a\")"} +
               Key("#2", "1") + Created(2, 41, 4) + Start("#4") + End("#4") +
               Notes{"CAEObject::setMetadataType(#2, \"m\", \"\")",
@@ -187,7 +187,7 @@ TEST(ImportRecording, FileRecordWithEveryMember) {
                   R"({"value":"No","metaDataType":"t"}},"dbkey":"F","type":"CAEFILE","createdBy":"you",)"
                   R"("createdDate":"then","name":"a","id":"7"}]})",
                   *project),
-              Lines(StartOfProject("#1", "X") + Directory() + NewFile() +
+              Lines(StartOfProject("#1", "X") + Directory() + MadeFile() +
                     Notes{"CAEObject::setMetadataType(#0, \"Reference To Program\", \"t\")",
                           "CAEObject::setMetadataValue(#0, \"Reference To Program\", \"No\")"} +
                     Key("#0", "F") +
@@ -260,7 +260,7 @@ TEST(ImportRecording, NestedTree) {
             R"({"type":"CAEITERATIONFOLDER","children":{"x":{"type":"CAEITERATION","name":"c"}}}]})",
             *project),
         Lines(StartOfProject("#1", "P") + Created(1, 5, 2) + Start("#2") + Name("#2", "a") +
-              Created(2, 0, 3) + Start("#3") + Directory() + NewFile() + Name("#0", "f") +
+              Created(2, 0, 3) + Start("#3") + Directory() + MadeFile() + Name("#0", "f") +
               Added("/studies/f", 4, "#3") + Notes{"CAEObject::attachCustomFile(#3, 4, null)"} +
               Name("#3", "b") + End("#3") +
               Notes{"CAEObjectIdentification::getID(#2)", "createCAEObject(#1, 2, 43)"} + Created(2, 41, 5) +
@@ -282,7 +282,7 @@ TEST(ImportRecording, NestedProjectIsTheProjectOfWhatIsUnderIt) {
               Notes{"CAEObject::getType(#3)", "CAEObjectDBManagement::setLinkDBKey(#3, \"K\")"} + End("#3") +
               Notes{"CAEObjectDBManagement::getLinkDBKey(#3)", "getMasterAssemblyCAEIDByITEMID(#2, \"K\")",
                     "CAEProject::getDirectory(#2)"} +
-              NewFile() +
+              MadeFile() +
               Notes{"CAEObjectIdentification::getName(#0)", "CAEFile::setFullPathName(#0, \"/studies/\")",
                     "CAEProject::assignID(#2, #0)", "CAEProject::addFile(#2, #4)", "CAEObject::getType(#2)",
                     "CAEFile::getFileType(#4)", "CAEObject::attachCustomFile(#2, 4, null)"} +

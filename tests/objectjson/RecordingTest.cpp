@@ -38,7 +38,7 @@ Notes FileOwnMembers(const std::string& file) {
     return notes;
 }
 
-Notes Children(const std::string& object) {
+Notes ListedChildren(const std::string& object) {
     return {"CAEObject::getChildrenList(" + object + ")"};
 }
 
@@ -62,23 +62,23 @@ TEST_F(Recording, ProjectWithChildrenFilesAndMetadata) {
     part.attachCustomFile(99, nullptr);
     project.Add(CAE_SESSION_OBJECT, L"session");
     project.Add(CAE_TAG, L"tag");
-    EXPECT_EQ(
-        RecordingOf([&] { CAEObjectJson(&*project).Export(); }),
-        Lines(Notes{"CAEObjectIdentification::getID(#1)", "CAEObject::getType(#1)",
-                    "CAEObjectIdentification::getName(#1)", "CAEObject::getCreatedDate(#1)",
-                    "CAEObject::getCreatedUserName(#1)", "CAEObject::getTypeName(4)",
-                    "CAEProject::getAdditionalType(#1)", "CAEObjectDBManagement::getDBKey(#1)",
-                    "CAEObject::getAllMetadata(#1)", "CAEObject::getMetadataType(#1, \"Mass\")",
-                    "CAEObject::getMetadataUnitString(#1, \"Mass\")",
-                    "CAEObject::getMetadataValue(#1, \"Mass\")",
-                    "CAEObject::getMetadataType(#1, \"description\")",
-                    "CAEObject::getMetadataUnitString(#1, \"description\")",
-                    "CAEObject::getMetadataValue(#1, \"description\")"} +
-              Children("#1") + Notes{"CAEObject::getType(#2)"} + OwnMembers("#2", 0) + Children("#2") +
-              Files("#2") + Notes{"CAEProject::getFile(#1, 3)"} + FileOwnMembers("#3") + Children("#3") +
-              Files("#3") + FileMembers("#3", 1) + Notes{"CAEProject::getFile(#1, 99)"} +
-              Notes{"CAEObject::getType(#4)"} + Notes{"CAEObject::getType(#5)"} + OwnMembers("#5", 41) +
-              Children("#5") + Files("#5") + Files("#1")));
+    EXPECT_EQ(RecordingOf([&] { CAEObjectJson(&*project).Export(); }),
+              Lines(Notes{"CAEObjectIdentification::getID(#1)", "CAEObject::getType(#1)",
+                          "CAEObjectIdentification::getName(#1)", "CAEObject::getCreatedDate(#1)",
+                          "CAEObject::getCreatedUserName(#1)", "CAEObject::getTypeName(4)",
+                          "CAEProject::getAdditionalType(#1)", "CAEObjectDBManagement::getDBKey(#1)",
+                          "CAEObject::getAllMetadata(#1)", "CAEObject::getMetadataType(#1, \"Mass\")",
+                          "CAEObject::getMetadataUnitString(#1, \"Mass\")",
+                          "CAEObject::getMetadataValue(#1, \"Mass\")",
+                          "CAEObject::getMetadataType(#1, \"description\")",
+                          "CAEObject::getMetadataUnitString(#1, \"description\")",
+                          "CAEObject::getMetadataValue(#1, \"description\")"} +
+                    ListedChildren("#1") + Notes{"CAEObject::getType(#2)"} + OwnMembers("#2", 0) +
+                    ListedChildren("#2") + Files("#2") + Notes{"CAEProject::getFile(#1, 3)"} +
+                    FileOwnMembers("#3") + ListedChildren("#3") + Files("#3") + FileMembers("#3", 1) +
+                    Notes{"CAEProject::getFile(#1, 99)"} + Notes{"CAEObject::getType(#4)"} +
+                    Notes{"CAEObject::getType(#5)"} + OwnMembers("#5", 41) + ListedChildren("#5") +
+                    Files("#5") + Files("#1")));
 }
 
 TEST_F(Recording, DepthFirstBeforeTheNextSiblingAndFilesAfterAllChildren) {
@@ -89,14 +89,16 @@ TEST_F(Recording, DepthFirstBeforeTheNextSiblingAndFilesAfterAllChildren) {
     project.AddFile(first, L"a", CAE_FILE_DECK);
     CAEFile& file = project.AddFile(below, L"b", CAE_FILE_MESH);
     project.Add(file, CAE_TAG, L"below the file");
-    EXPECT_EQ(RecordingOf([&] { CAEObjectJson(&*project).ExportChildren(); }),
-              Lines(Children("#1") + Notes{"CAEObject::getType(#2)"} + OwnMembers("#2", 5) + Children("#2") +
-                    Notes{"CAEObject::getType(#3)"} + OwnMembers("#3", 0) + Children("#3") + Files("#3") +
-                    Notes{"CAEProject::getFile(#1, 6)"} + FileOwnMembers("#6") + Children("#6") +
-                    Notes{"CAEObject::getType(#7)"} + OwnMembers("#7", 41) + Children("#7") + Files("#7") +
-                    Files("#6") + FileMembers("#6", 2) + Files("#2") + Notes{"CAEProject::getFile(#1, 5)"} +
-                    FileOwnMembers("#5") + Children("#5") + Files("#5") + FileMembers("#5", 4) +
-                    Notes{"CAEObject::getType(#4)"} + OwnMembers("#4", 5) + Children("#4") + Files("#4")));
+    EXPECT_EQ(
+        RecordingOf([&] { CAEObjectJson(&*project).ExportChildren(); }),
+        Lines(ListedChildren("#1") + Notes{"CAEObject::getType(#2)"} + OwnMembers("#2", 5) +
+              ListedChildren("#2") + Notes{"CAEObject::getType(#3)"} + OwnMembers("#3", 0) +
+              ListedChildren("#3") + Files("#3") + Notes{"CAEProject::getFile(#1, 6)"} +
+              FileOwnMembers("#6") + ListedChildren("#6") + Notes{"CAEObject::getType(#7)"} +
+              OwnMembers("#7", 41) + ListedChildren("#7") + Files("#7") + Files("#6") + FileMembers("#6", 2) +
+              Files("#2") + Notes{"CAEProject::getFile(#1, 5)"} + FileOwnMembers("#5") +
+              ListedChildren("#5") + Files("#5") + FileMembers("#5", 4) + Notes{"CAEObject::getType(#4)"} +
+              OwnMembers("#4", 5) + ListedChildren("#4") + Files("#4")));
 }
 
 TEST_F(Recording, IterationAsksItsGrandparentForTheName) {
@@ -108,7 +110,7 @@ TEST_F(Recording, IterationAsksItsGrandparentForTheName) {
                       "CAEObjectIdentification::getName(#2)"};
     notes.insert(notes.begin() + 3, study.begin(), study.end());
     EXPECT_EQ(RecordingOf([&] { CAEObjectJson(&iteration).Export(); }),
-              Lines(notes + Children("#4") + Files("#4")));
+              Lines(notes + ListedChildren("#4") + Files("#4")));
 }
 
 TEST_F(Recording, ModesAskForTheKindBeforeTheTestThatHoldsInEveryMode) {
@@ -118,13 +120,13 @@ TEST_F(Recording, ModesAskForTheKindBeforeTheTestThatHoldsInEveryMode) {
     project.Add(CAE_TAG, L"tag");
     ModuleExportMode() = L"STUDY";
     EXPECT_EQ(RecordingOf([&] { CAEObjectJson(&*project).ExportChildren(); }),
-              Lines(Children("#1") +
+              Lines(ListedChildren("#1") +
                     Notes{"CAEObject::getType(#2)", "CAEObject::getType(#3)", "CAEObject::getType(#3)",
                           "CAEObject::getType(#4)", "CAEObject::getType(#4)"} +
-                    OwnMembers("#4", 41) + Children("#4") + Files("#4")));
+                    OwnMembers("#4", 41) + ListedChildren("#4") + Files("#4")));
     ModuleExportMode() = L"PROJECT";
     EXPECT_EQ(RecordingOf([&] { CAEObjectJson(&*project).ExportChildren(); }),
-              Lines(Children("#1") +
+              Lines(ListedChildren("#1") +
                     Notes{"CAEObject::getType(#2)", "CAEObject::getType(#3)", "CAEObject::getType(#4)"}));
 }
 
@@ -163,7 +165,7 @@ TEST_F(Recording, RecordAsksForTheFileMembersAfterTheObjectNode) {
     TestProject project;
     CAEFile& file = project.AddFile(*project, L"a", CAE_FILE_RESULT);
     EXPECT_EQ(RecordingOf([&] { CAEFileJson(&file).Export(); }),
-              Lines(FileOwnMembers("#2") + Children("#2") + Files("#2") + FileMembers("#2", 6)));
+              Lines(FileOwnMembers("#2") + ListedChildren("#2") + Files("#2") + FileMembers("#2", 6)));
 }
 
 TEST_F(Recording, TypeNameIsAskedForAlsoWhereTheNameIsFixed) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-void ImportChildrenText(const std::string& children, CAEObject& object) {
+void ImportListedChildren(const std::string& children, CAEObject& object) {
     ImportText(R"({"type":"X","children":[)" + children + "]}", object);
 }
 
@@ -25,7 +25,7 @@ CAEViewItem& ViewItemUnder(CAEObject& object) {
 
 int ReferenceAfter(const std::string& children) {
     TestProject project;
-    ImportChildrenText(children, *project);
+    ImportListedChildren(children, *project);
     return korvane::GetReferencedObject(ViewItemUnder(*project));
 }
 
@@ -38,7 +38,7 @@ TEST(References, ViewItemShowsTheMasterAssemblyThatItsKeyNames) {
         ASSERT_TRUE(korvane::Renumber(master, 17));
         master.setDBKey(L"ITEM-1");
         CAEObject& view = project.Add(CAE_LOADCASE_VIEW, L"view");
-        ImportChildrenText(R"({"type":"CAEVIEWITEM","dbkey":"ITEM-1"})", view);
+        ImportListedChildren(R"({"type":"CAEVIEWITEM","dbkey":"ITEM-1"})", view);
         const CAEViewItem& item = ViewItemUnder(*project);
         EXPECT_EQ(TextOf(item.getLinkDBKey()), "ITEM-1");
         EXPECT_EQ(korvane::GetReferencedObject(item), 17);
@@ -50,7 +50,7 @@ TEST(References, ViewItemOfAnItemWithoutMasterAssemblyShowsNothing) {
     TestProject project;
     project.Add(CAE_SUBASSEMBLY, L"other").setDBKey(L"ITEM-2");
     project.Add(CAE_PART, L"no assembly").setDBKey(L"ITEM-1");
-    ImportChildrenText(R"({"type":"CAEVIEWITEM","dbkey":"ITEM-1"})", *project);
+    ImportListedChildren(R"({"type":"CAEVIEWITEM","dbkey":"ITEM-1"})", *project);
     const CAEViewItem& item = ViewItemUnder(*project);
     EXPECT_EQ(TextOf(item.getLinkDBKey()), "ITEM-1");
     EXPECT_EQ(korvane::GetReferencedObject(item), 0);
@@ -60,7 +60,7 @@ TEST(References, ViewItemOfAnItemWithoutMasterAssemblyShowsNothing) {
 TEST(References, ViewItemWithoutKeyShowsNothing) {
     TestProject project;
     project.Add(CAE_SUBASSEMBLY, L"without key");
-    ImportChildrenText(R"({"type":"CAEVIEWITEM"})", *project);
+    ImportListedChildren(R"({"type":"CAEVIEWITEM"})", *project);
     EXPECT_EQ(TextOf(ViewItemUnder(*project).getLinkDBKey()), "");
     EXPECT_EQ(korvane::GetReferencedObject(ViewItemUnder(*project)), 0);
 }
@@ -112,7 +112,7 @@ TEST(References, ViewItemThatIsTheTargetGetsItsLinkAndNoReference) {
 TEST(References, PartGetsItsOwnKeyAndNoLink) {
     TestProject project;
     project.Add(CAE_SUBASSEMBLY, L"master").setDBKey(L"ITEM-1");
-    ImportChildrenText(R"({"type":"CAEPART","dbkey":"ITEM-1"})", *project);
+    ImportListedChildren(R"({"type":"CAEPART","dbkey":"ITEM-1"})", *project);
     const CAEObject& part = *ChildrenOf(*project)[1];
     EXPECT_EQ(TextOf(part.getDBKey()), "ITEM-1");
     EXPECT_EQ(TextOf(part.getLinkDBKey()), "");

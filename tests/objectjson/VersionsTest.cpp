@@ -47,19 +47,19 @@ struct Door {
 };
 
 std::string FileRecordOf(int identifier, const std::string& name) {
-    return NodeText({.id = std::to_string(identifier),
-                     .name = name,
-                     .type = "CAEFILE",
-                     .tail = RecordTail("CAD", "ASCII")});
+    return ObjectNodeText({.id = std::to_string(identifier),
+                           .name = name,
+                           .type = "CAEFILE",
+                           .tail = RecordTail("CAD", "ASCII")});
 }
 
 /// The record of a version of the door.
 std::string RecordText(const std::string& name, const std::string& label) {
-    return NodeText({.id = "2",
-                     .name = name,
-                     .type = "CAEPART",
-                     .files = FileRecordOf(3, "door.step"),
-                     .tail = R"(,"version":")" + label + "\""});
+    return ObjectNodeText({.id = "2",
+                           .name = name,
+                           .type = "CAEPART",
+                           .files = FileRecordOf(3, "door.step"),
+                           .tail = R"(,"version":")" + label + "\""});
 }
 
 std::string RecordTextOfSection(const std::string& records) {

@@ -19,11 +19,6 @@ using allocations::Failing;
 using allocations::Source;
 using allocations::Times;
 
-const Material& TheMaterial() {
-    static const Material material = MiddleSized();
-    return material;
-}
-
 /// Holds every node that libjson has ready, of all sizes: the next one needs a new block.
 class EverySpareNode {
 public:

@@ -88,7 +88,7 @@ long long Extrapolated(long long few, long long twice, int levels) {
     return few + (twice - few) * (levels / kFew - 1);
 }
 
-struct Case {
+struct Descent {
     const Function* function;
     Shape shape;
 };
@@ -106,15 +106,15 @@ std::string NameOf(Shape shape) {
     }
 }
 
-std::string NameOf(const Case& tried) {
+std::string NameOf(const Descent& tried) {
     return std::string(tried.function->name) + "_" + NameOf(tried.shape);
 }
 
-void PrintTo(const Case& tried, std::ostream* out) {
+void PrintTo(const Descent& tried, std::ostream* out) {
     *out << NameOf(tried);
 }
 
-class DeepCall : public testing::TestWithParam<Case> {
+class DeepCall : public testing::TestWithParam<Descent> {
 protected:
     DeepCall() { allocations::CountOperatorNew(); }
 
@@ -146,22 +146,22 @@ TEST_P(DeepCall, NeedsNoStackAndTheSameForEveryLevel) {
     }
 }
 
-std::vector<Case> Cases() {
-    std::vector<Case> cases;
+std::vector<Descent> Descents() {
+    std::vector<Descent> descents;
     for (const Function& function : Functions()) {
         // Reports and texts are walked from one end to the other, whatever they are about.
         const bool hasShape = function.needs != Needs::kReports && function.needs != Needs::kText;
         for (const Shape shape : {Shape::kChildren, Shape::kArrays, Shape::kMetadata, Shape::kMixed}) {
             if (hasShape || shape == Shape::kChildren) {
-                cases.push_back({&function, shape});
+                descents.push_back({&function, shape});
             }
         }
     }
-    return cases;
+    return descents;
 }
 
-INSTANTIATE_TEST_SUITE_P(, DeepCall, testing::ValuesIn(Cases()),
-                         [](const testing::TestParamInfo<Case>& parameter) {
+INSTANTIATE_TEST_SUITE_P(, DeepCall, testing::ValuesIn(Descents()),
+                         [](const testing::TestParamInfo<Descent>& parameter) {
                              return NameOf(parameter.param);
                          });
 

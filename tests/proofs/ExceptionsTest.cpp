@@ -16,11 +16,6 @@ namespace {
 using allocations::Source;
 using korvane::OddAnswer;
 
-const Material& TheMaterial() {
-    static const Material material = MiddleSized();
-    return material;
-}
-
 /// An exception that neither the library nor libjson knows.
 struct Refusal {
     int operation;

@@ -267,3 +267,8 @@ Material Deep(Shape shape, int levels) {
             [=] { return DeepDocument(shape, levels, kHead, kOtherInnermost); },
             [=] { return LongReport(levels); }};
 }
+
+const Material& TheMaterial() {
+    static const Material material = MiddleSized();
+    return material;
+}

@@ -32,6 +32,9 @@ struct Material {
 /// given back.
 Material MiddleSized();
 
+/// A middle-sized one that the process makes once.
+const Material& TheMaterial();
+
 /// How the levels of a deep tree hang on each other.
 enum class Shape {
     /// Objects below objects.

@@ -16,8 +16,8 @@ public:
 
     explicit WrongReading(Mistake mistake) : mistake_(mistake) {}
 
-    OuString NodeText(const JSONNode& node) override {
-        std::string text = PlainReading::NodeText(node).GetAnsiBuffer();
+    OuString ObjectNodeText(const JSONNode& node) override {
+        std::string text = PlainReading::ObjectNodeText(node).GetAnsiBuffer();
         if (const std::size_t slash = text.find("\\/"); mistake_ == Mistake::kText && slash != text.npos) {
             text.erase(slash, 1);
         }

@@ -5,36 +5,36 @@
 
 namespace {
 
-constexpr const char* kKinds[] = {"document",
-                                  "document text",
-                                  "import",
-                                  "import of an export",
-                                  "answer",
-                                  "flattening",
-                                  "object node over a node",
-                                  "file record",
-                                  "sections",
-                                  "versions",
-                                  "versions with \"versions\"",
-                                  "import of members",
-                                  "import of metadata",
-                                  "import of children",
-                                  "import of files",
-                                  "import of versions",
-                                  "import of metadata without a project",
-                                  "import of a file record",
-                                  "view item reference",
-                                  "small things"};
+constexpr const char* kNamesOfKinds[] = {"document",
+                                         "document text",
+                                         "import",
+                                         "import of an export",
+                                         "answer",
+                                         "flattening",
+                                         "object node over a node",
+                                         "file record",
+                                         "sections",
+                                         "versions",
+                                         "versions with \"versions\"",
+                                         "import of members",
+                                         "import of metadata",
+                                         "import of children",
+                                         "import of files",
+                                         "import of versions",
+                                         "import of metadata without a project",
+                                         "import of a file record",
+                                         "view item reference",
+                                         "small things"};
 
-constexpr const char* kPreferences[] = {"itself", "or the next part", "or the next sub-assembly",
-                                        "or the next run assembly", "or the next with versions"};
+constexpr const char* kNamesOfPreferences[] = {"itself", "or the next part", "or the next sub-assembly",
+                                               "or the next run assembly", "or the next with versions"};
 
 std::string Describe(const Action& action) {
-    return std::string(kKinds[static_cast<std::size_t>(action.kind)]) + " of object " +
-           std::to_string(action.object) + " " + kPreferences[static_cast<std::size_t>(action.preference)] +
-           ", version " + std::to_string(action.version) + ", other object " +
-           std::to_string(action.otherObject) + ", mode \"" + action.mode.GetAnsiBuffer() + "\"\n" +
-           ShowNode(action.node);
+    return std::string(kNamesOfKinds[static_cast<std::size_t>(action.kind)]) + " of object " +
+           std::to_string(action.object) + " " +
+           kNamesOfPreferences[static_cast<std::size_t>(action.preference)] + ", version " +
+           std::to_string(action.version) + ", other object " + std::to_string(action.otherObject) +
+           ", mode \"" + action.mode.GetAnsiBuffer() + "\"\n" + ShowNode(action.node);
 }
 
 std::string Describe(const Oddity& oddity) {

@@ -101,7 +101,9 @@ public:
         return CAEObjectJson::MakeStringNode(name, value);
     }
     OuString TypeField(const JSONNode& node) override { return CAEObjectJson::ReadTypeField(node); }
-    OuString NodeText(const JSONNode& node) override { return CAEObjectJson(node, nullptr).GetJsonText(); }
+    OuString ObjectNodeText(const JSONNode& node) override {
+        return CAEObjectJson(node, nullptr).GetJsonText();
+    }
 };
 
 class NodeTextReading final : public LibraryReading {

@@ -11,7 +11,7 @@ public:
         return reference::ExportDocument(object, mode_);
     }
     OuString DocumentText(CAEObject* object, const OuString& mode) override {
-        return NodeText(Document(object, mode));
+        return ObjectNodeText(Document(object, mode));
     }
     void Import(JSONNode& document, CAEObject* object) override {
         reference::ImportDocument(document, object);
@@ -110,7 +110,7 @@ public:
         return reference::MakeString(name, value);
     }
     OuString TypeField(const JSONNode& node) override { return reference::ReadTypeField(node); }
-    OuString NodeText(const JSONNode& node) override {
+    OuString ObjectNodeText(const JSONNode& node) override {
         const bool isDocument = reference::IsContainer(node);
         return isDocument ? reference::Widen(reference::WriteText(node)) : OuString();
     }

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr int kLongestChain = 300;
+constexpr int kMostLevels = 300;
 
 const std::string kMembers[] = {
     "children",    "children",  "files",    "files",    "files",         "metaData",    "dbkey",
@@ -196,7 +196,7 @@ JSONNode DocumentMaker::Chain() {
     constexpr const char* kNesting[] = {"children", "children", "children", "files", "metaData", "other"};
     const std::string always = random_.Pick(kNesting);
     JSONNode inner = ObjectNode(5);
-    for (int depth = random_.Between(10, kLongestChain); depth > 0; --depth) {
+    for (int depth = random_.Between(10, kMostLevels); depth > 0; --depth) {
         const std::string name = random_.OneIn(10) ? random_.Pick(kNesting) : always;
         JSONNode section(random_.OneIn(20) ? JSON_NODE : JSON_ARRAY);
         section.push_back(Named("", inner));

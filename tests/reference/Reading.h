@@ -52,7 +52,7 @@ public:
     virtual OuString FormatName(CAEFile* file) = 0;
     virtual JSONNode StringNode(const OuString& name, const OuString& value) = 0;
     virtual OuString TypeField(const JSONNode& node) = 0;
-    virtual OuString NodeText(const JSONNode& node) = 0;
+    virtual OuString ObjectNodeText(const JSONNode& node) = 0;
 };
 
 std::unique_ptr<Reading> MakeLibraryReading();

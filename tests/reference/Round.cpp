@@ -39,7 +39,7 @@ std::string SmallThings(Reading& reading, const Action& action, const Subject& s
     const OuString name = RandomWide(random);
     shown += ShowNode(reading.StringNode(name, RandomWide(random)));
     shown += ShowText(reading.TypeField(action.node)) + "\n";
-    shown += ShowText(reading.NodeText(action.node));
+    shown += ShowText(reading.ObjectNodeText(action.node));
     return shown;
 }
 

@@ -266,9 +266,9 @@ TEST(ApplyJsonResponse, LeavesTheAnswerUnchanged) {
 namespace {
 
 /// An object whose key cannot be set.
-class StubbornFile : public CAEFile {
+class KeylessFile : public CAEFile {
 public:
-    StubbornFile() : CAEFile(nullptr, CAE_FILE_DECK, CAE_FORMAT_ASCII, false) {}
+    KeylessFile() : CAEFile(nullptr, CAE_FILE_DECK, CAE_FORMAT_ASCII, false) {}
     int setDBKey(const OuString&) override { throw std::runtime_error("no"); }
 };
 
@@ -277,7 +277,7 @@ public:
 TEST(ApplyJsonResponse, ExceptionOfTheObjectModelPassesAndWhatWasDoneStays) {
     TestProject project;
     project.Add(CAE_PART, L"frame");
-    auto file = std::make_unique<StubbornFile>();
+    auto file = std::make_unique<KeylessFile>();
     ASSERT_EQ(project->assignID(file.get()), 3);
     ASSERT_EQ(project->addFile(file.get()), 0);
     static_cast<void>(file.release());

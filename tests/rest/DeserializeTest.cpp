@@ -17,7 +17,7 @@ void Deserialize(const std::string& text, CAEObject* object) {
     caerest::json::DeserializeJsonToObject(node, object);
 }
 
-std::string Document(CAEObject& object) {
+std::string DocumentOf(CAEObject& object) {
     return JsonSerializer(&object).GetJsonString().GetAnsiBuffer();
 }
 
@@ -37,22 +37,23 @@ TEST(Deserialize, DocumentBecomesTheProjectsTree) {
     Deserialize(kDocument, &*project);
     korvane::SetCreatedUserName(*project->getFile(3), kTestUser);
     EXPECT_EQ(
-        Document(*project),
-        NodeText({.id = "1",
-                  .name = "Project",
-                  .type = "SIMULATION",
-                  .databaseKey = "P-1",
-                  .metaData = R"({"Mass":{"value":"3","metaDataType":""}})",
-                  .children = NodeText({.id = "2",
-                                        .name = "frame",
-                                        .type = "CAEPART",
-                                        .databaseKey = "F-1",
-                                        .files = NodeText({.id = "3",
-                                                           .name = "frame.msh",
-                                                           .type = "CAEFILE",
-                                                           .tail = RecordTail("Mesh", "ASCII", "vault")})}) +
-                              "," + NodeText({.id = "4", .name = "tag", .type = "CAETAG"}),
-                  .tail = kRootTail}));
+        DocumentOf(*project),
+        ObjectNodeText({.id = "1",
+                        .name = "Project",
+                        .type = "SIMULATION",
+                        .databaseKey = "P-1",
+                        .metaData = R"({"Mass":{"value":"3","metaDataType":""}})",
+                        .children = ObjectNodeText({.id = "2",
+                                                    .name = "frame",
+                                                    .type = "CAEPART",
+                                                    .databaseKey = "F-1",
+                                                    .files = ObjectNodeText(
+                                                        {.id = "3",
+                                                         .name = "frame.msh",
+                                                         .type = "CAEFILE",
+                                                         .tail = RecordTail("Mesh", "ASCII", "vault")})}) +
+                                    "," + ObjectNodeText({.id = "4", .name = "tag", .type = "CAETAG"}),
+                        .tail = kRootTail}));
     EXPECT_EQ(TextOf(korvane::GetDisplayName(*project)), "Crash");
     EXPECT_EQ(korvane::GetFileRoles(*project->getCAEObject(2)).activeMesh, 3);
 }
@@ -110,9 +111,9 @@ TEST(Deserialize, TargetMayBeAnyObjectOfTheProject) {
 namespace {
 
 /// An object that cannot be named.
-class StubbornFile : public CAEFile {
+class NamelessFile : public CAEFile {
 public:
-    StubbornFile() : CAEFile(nullptr, CAE_FILE_DECK, CAE_FORMAT_ASCII, false) {}
+    NamelessFile() : CAEFile(nullptr, CAE_FILE_DECK, CAE_FORMAT_ASCII, false) {}
     void setName(const OuString&) override { throw std::runtime_error("no"); }
 };
 
@@ -120,7 +121,7 @@ public:
 
 TEST(Deserialize, ExceptionOfTheObjectModelPassesAndWhatWasDoneStays) {
     TestProject project;
-    auto owned = std::make_unique<StubbornFile>();
+    auto owned = std::make_unique<NamelessFile>();
     CAEFile& file = *owned;
     ASSERT_EQ(project->assignID(owned.get()), 2);
     ASSERT_EQ(project->addFile(owned.get()), 0);

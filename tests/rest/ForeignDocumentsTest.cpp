@@ -32,22 +32,23 @@ std::string Imported(const std::string& text) {
 
 /// What nearly every text here is imported as: a project with a part, its mesh and a tag.
 std::string Expected() {
-    return NodeText(
+    return ObjectNodeText(
         {.id = "1",
          .name = "Crash",
          .type = "SIMULATION",
          .databaseKey = "100",
          .metaData = R"({"Mass":{"value":"1.50","metaDataType":""}})",
-         .children = NodeText({.id = "2",
-                               .name = "frame",
-                               .type = "CAEPART",
-                               .databaseKey = "200",
-                               .files = NodeText({.id = "3",
-                                                  .name = "frame.msh",
-                                                  .type = "CAEFILE",
-                                                  .databaseKey = "300",
-                                                  .tail = RecordTail("Mesh", "Binary", "vault")})}) +
-                     "," + NodeText({.id = "4", .name = "42", .type = "CAETAG"}),
+         .children =
+             ObjectNodeText({.id = "2",
+                             .name = "frame",
+                             .type = "CAEPART",
+                             .databaseKey = "200",
+                             .files = ObjectNodeText({.id = "3",
+                                                      .name = "frame.msh",
+                                                      .type = "CAEFILE",
+                                                      .databaseKey = "300",
+                                                      .tail = RecordTail("Mesh", "Binary", "vault")})}) +
+             "," + ObjectNodeText({.id = "4", .name = "42", .type = "CAETAG"}),
          .tail = kRootTail});
 }
 
@@ -120,29 +121,30 @@ TEST(ForeignDocuments, ObjectsWhereArraysAreExpected) {
 TEST(ForeignDocuments, ArraysWhereObjectsAreExpected) {
     // Elements have no names, so entries go by the empty one, and a record that is an array says nothing.
     EXPECT_EQ(Imported(R"({"type":"X","metaData":[{"value":"1","metaDataType":"a"},["value","2"]]})"),
-              NodeText({.id = "1",
-                        .name = "Project",
-                        .type = "X",
-                        .metaData = R"({"":{"value":"","metaDataType":""}})",
-                        .tail = kRootTail}));
-    EXPECT_EQ(
-        Imported(R"({"type":"X","children":[["type","CAETAG"],[{"type":"CAETAG"}]],)"
-                 R"("files":[["name","a"]]})"),
-        NodeText({.id = "1",
-                  .name = "Project",
-                  .type = "X",
-                  .files = NodeText(
-                      {.id = "2", .name = "", .type = "CAEFILE", .tail = RecordTail("Unknown", "Unknown")}),
-                  .tail = kRootTail}));
+              ObjectNodeText({.id = "1",
+                              .name = "Project",
+                              .type = "X",
+                              .metaData = R"({"":{"value":"","metaDataType":""}})",
+                              .tail = kRootTail}));
+    EXPECT_EQ(Imported(R"({"type":"X","children":[["type","CAETAG"],[{"type":"CAETAG"}]],)"
+                       R"("files":[["name","a"]]})"),
+              ObjectNodeText(
+                  {.id = "1",
+                   .name = "Project",
+                   .type = "X",
+                   .files = ObjectNodeText(
+                       {.id = "2", .name = "", .type = "CAEFILE", .tail = RecordTail("Unknown", "Unknown")}),
+                   .tail = kRootTail}));
     EXPECT_EQ(Imported(R"([{"type":"X","name":"a","children":[{"type":"CAETAG"}]}])"),
-              NodeText({.id = "1", .name = "Project", .type = "", .tail = kRootTail}));
+              ObjectNodeText({.id = "1", .name = "Project", .type = "", .tail = kRootTail}));
 }
 
 TEST(ForeignDocuments, PlainValuesWhereContainersAreExpected) {
     for (const char* value : {"null", "0", "true", R"("")", R"("text")"}) {
         const std::string text = std::string(R"({"type":"X","metaData":)") + value + R"(,"children":)" +
                                  value + R"(,"files":)" + value + R"(,"displayName":"behind"})";
-        EXPECT_EQ(Imported(text), NodeText({.id = "1", .name = "behind", .type = "X", .tail = kRootTail}))
+        EXPECT_EQ(Imported(text),
+                  ObjectNodeText({.id = "1", .name = "behind", .type = "X", .tail = kRootTail}))
             << value;
     }
 }

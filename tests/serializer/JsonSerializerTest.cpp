@@ -35,17 +35,18 @@ struct Study {
     CAEObject& model = project.Add(iteration, CAE_ITERATION_MODEL, L"model");
 
     std::string Expected(bool withModel) const {
-        const std::string modelText = NodeText({.id = "5", .name = "model", .type = "CAEITERATIONMODEL"});
-        const std::string iterationText = NodeText({.id = "4",
-                                                    .name = "run",
-                                                    .type = "CAEITERATION",
-                                                    .studyTypeName = "bracket",
-                                                    .children = withModel ? modelText : ""});
-        return NodeText(
+        const std::string modelText =
+            ObjectNodeText({.id = "5", .name = "model", .type = "CAEITERATIONMODEL"});
+        const std::string iterationText = ObjectNodeText({.id = "4",
+                                                          .name = "run",
+                                                          .type = "CAEITERATION",
+                                                          .studyTypeName = "bracket",
+                                                          .children = withModel ? modelText : ""});
+        return ObjectNodeText(
             {.id = "2",
              .name = "bracket",
              .type = "CAEMODEL",
-             .children = NodeText(
+             .children = ObjectNodeText(
                  {.id = "3", .name = "Iterations", .type = "CAEITERATIONFOLDER", .children = iterationText}),
              .tail = kRootTail});
     }
@@ -72,7 +73,7 @@ TEST(JsonSerializer, FileAsRootIsAnObjectNodeAndNoRecord) {
     TestProject project;
     CAEFile& file = project.AddFile(*project, L"mesh.dat", CAE_FILE_MESH);
     EXPECT_EQ(Document(file),
-              NodeText({.id = "2", .name = "mesh.dat", .type = "CAEFILE", .tail = kRootTail}));
+              ObjectNodeText({.id = "2", .name = "mesh.dat", .type = "CAEFILE", .tail = kRootTail}));
 }
 
 TEST(JsonSerializer, ModeNarrowsTheDocument) {
@@ -145,10 +146,11 @@ TEST(JsonSerializer, EveryCallBuildsTheDocumentAnew) {
     JSONNode first = serializer.GetJson();
     first.push_back(JSONNode("own", "member"));
     part.setName(L"door");
-    EXPECT_EQ(Text(serializer), NodeText({.id = "2", .name = "door", .type = "CAEPART", .tail = kRootTail}));
+    EXPECT_EQ(Text(serializer),
+              ObjectNodeText({.id = "2", .name = "door", .type = "CAEPART", .tail = kRootTail}));
     EXPECT_EQ(
         TextOf(first),
-        NodeText(
+        ObjectNodeText(
             {.id = "2", .name = "frame", .type = "CAEPART", .tail = R"(,"subType":"SDM","own":"member")"}));
 }
 
@@ -158,7 +160,8 @@ TEST(JsonSerializer, DocumentOutlivesTheProject) {
         TestProject project;
         node = JsonSerializer(&project.Add(CAE_PART, L"frame")).GetJson();
     }
-    EXPECT_EQ(TextOf(node), NodeText({.id = "2", .name = "frame", .type = "CAEPART", .tail = kRootTail}));
+    EXPECT_EQ(TextOf(node),
+              ObjectNodeText({.id = "2", .name = "frame", .type = "CAEPART", .tail = kRootTail}));
 }
 
 TEST(JsonSerializer, LongDocumentIsWrittenWhole) {
@@ -169,13 +172,13 @@ TEST(JsonSerializer, LongDocumentIsWrittenWhole) {
         const std::string name = "part " + std::to_string(part);
         project.Add(folder, CAE_PART, OuString(name.c_str(), 0));
         children += (part == 0 ? "" : ",") +
-                    NodeText({.id = std::to_string(part + 3), .name = name, .type = "CAEPART"});
+                    ObjectNodeText({.id = std::to_string(part + 3), .name = name, .type = "CAEPART"});
     }
-    EXPECT_EQ(Document(folder), NodeText({.id = "2",
-                                          .name = "all",
-                                          .type = "CAEASSEMBLYFOLDER",
-                                          .children = children,
-                                          .tail = kRootTail}));
+    EXPECT_EQ(Document(folder), ObjectNodeText({.id = "2",
+                                                .name = "all",
+                                                .type = "CAEASSEMBLYFOLDER",
+                                                .children = children,
+                                                .tail = kRootTail}));
 }
 
 TEST(JsonSerializer, IsDestroyedThroughItsBase) {

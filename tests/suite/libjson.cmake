@@ -11,7 +11,7 @@ set(quick -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DKORVANEJSON_BUI
 file(REMOVE_RECURSE "${WORK}/libjson" "${WORK}/build/documents")
 lay_out_libjson_with_own_texts("${WORK}/libjson" ${quick})
 
-configure("${WORK}/build" ${quick} -DKORVANEJSON_BUILD_TESTS=ON -DKORVANEJSON_PRECOMPILE=tests
+configure("${WORK}/build" ${quick} -DKORVANEJSON_BUILD_TESTS=ON
   -DKORVANEJSON_LIBJSON=system "-Dlibjson_ROOT=${WORK}/libjson")
 set(programs test-objectjson test-rest test-serializer test-serializer-mode test-module test-module-inside
   test-module-loading module-host test-exchange)

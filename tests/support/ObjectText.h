@@ -18,7 +18,7 @@ struct ExpectedObject {
 };
 
 /// The text of the object node in a document.
-inline std::string NodeText(const ExpectedObject& object) {
+inline std::string ObjectNodeText(const ExpectedObject& object) {
     const auto optional = [](const std::string& member, const std::string& value) {
         return value.empty() ? std::string() : "\"" + member + "\":\"" + value + "\",";
     };

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::string_view kDeck = "*STEP\n*STATIC\n*END STEP\n";
-
 /// Two studies, and a project file of them.
 class ProgramCompareTest : public ProgramInFolder {
 protected:

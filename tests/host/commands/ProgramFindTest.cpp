@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr const char* kDeck = "*STEP\n*STATIC\n*END STEP\n";
-
 class ProgramFind : public ProgramInFolder {
 protected:
     ProgramFind() {

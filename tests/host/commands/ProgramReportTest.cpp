@@ -9,13 +9,13 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr const char* kDeck = "*NODE\n*STEP\n*STATIC\n";
+constexpr const char* kDeckWithNodes = "*NODE\n*STEP\n*STATIC\n";
 
 class ProgramReport : public ProgramInFolder {
 protected:
     void SetUp() override {
         folder.Write("root/plan.csv", "a;b\n");
-        folder.Write("root/beam/beam.inp", kDeck);
+        folder.Write("root/beam/beam.inp", kDeckWithNodes);
         folder.Write("root/beam/beam.step", "ISO-10303-21;");
     }
     /// Runs it with --format json, and gives the report, which is all that it writes.
@@ -107,7 +107,7 @@ TEST_F(ProgramReport, OfUpdateHasWhatIsBelowAndTheValues) {
     for (int level = 0; level < 10; ++level) {
         path += "/level";
     }
-    folder.Write(path + "/job.inp", kDeck);
+    folder.Write(path + "/job.inp", kDeckWithNodes);
     folder.Write("root/beam/beam.inp", "*NODE\n1,0,0,0\n2,1,0,0\n*STEP\n*STATIC\n*STEP\n*STATIC\n");
     folder.Write("root/beam/loads.csv", "1\n");
     const ordered_json report = ReportAfterDryRun({"update", "root", "p.kvp"});

@@ -10,6 +10,9 @@
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
 
+/// A deck in as few words as its solver's syntax allows.
+inline constexpr std::string_view kDeck = "*STEP\n*STATIC\n*END STEP\n";
+
 /// Tests that run the program in a directory of their own, with names relative to it.
 class ProgramInFolder : public testing::Test {
 protected:

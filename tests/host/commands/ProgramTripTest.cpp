@@ -155,7 +155,6 @@ TEST_F(ProgramTrip, OfTheDocumentOfAServer) {
 /// A tree like a collection of examples: folders in folders, studies with several decks, parts and files of
 /// all kinds, and files at the root, which are children and attached to the root's study as well.
 TEST_F(ProgramTrip, OfALargeTree) {
-    constexpr std::string_view kDeck = "*STEP\n*STATIC\n*END STEP\n";
     folder.Write("root/main.inp", kDeck);
     folder.Write("root/LICENSE", "free");
     for (int group = 0; group < 12; ++group) {

@@ -11,8 +11,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::string_view kDeck = "*STEP\n*STATIC\n*END STEP\n";
-
 /// Where an object of a document is: its identifier and its key.
 using Keys = std::map<std::string, std::string>;
 

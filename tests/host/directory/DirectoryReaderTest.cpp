@@ -21,7 +21,7 @@ std::string MetadataOf(const CAEObject& object, const wchar_t* name) {
     return value.GetAnsiBuffer();
 }
 
-std::string NameOf(const CAEObject& object) {
+std::string NarrowNameOf(const CAEObject& object) {
     OuString name;
     object.getName(name);
     return name.GetAnsiBuffer();
@@ -45,7 +45,7 @@ protected:
     CAEObject& Find(_tagCAEObjectType type, std::string_view name) {
         CAEObject* found = nullptr;
         korvane::VisitTree(*reading.project, [&](CAEObject& object, int) {
-            if (found == nullptr && object.getType() == type && NameOf(object) == name) {
+            if (found == nullptr && object.getType() == type && NarrowNameOf(object) == name) {
                 found = &object;
             }
         });
@@ -61,7 +61,7 @@ protected:
 
 TEST_F(DirectoryReaderTest, TheRootIsTheProject) {
     CAEProject& project = Read();
-    EXPECT_EQ(NameOf(project), "root");
+    EXPECT_EQ(NarrowNameOf(project), "root");
     EXPECT_STREQ(korvane::GetDisplayName(project).GetAnsiBuffer(), "root");
     EXPECT_EQ(project.getType(), CAE_PROJECT);
     EXPECT_EQ(project.getID(), 1);
@@ -500,7 +500,7 @@ TEST_F(DirectoryReaderTest, DescriptionsAreOfTheProjectOrAFolderWhereThereIsNoSt
     Write("study/job.inp", kAbaqusDeck);
     Write("study/mesh/korvane.toml", "name = \"no\"\n");
     CAEProject& project = Read();
-    EXPECT_EQ(NameOf(project), "All");
+    EXPECT_EQ(NarrowNameOf(project), "All");
     EXPECT_STREQ(korvane::GetDisplayName(project).GetAnsiBuffer(), "All");
     EXPECT_EQ(MetadataOf(project, L"Lead"), "Ada");
     EXPECT_EQ(MetadataOf(Find(CAE_ASSEMBLY_FOLDER, "docs"), L"Description"), "Plans");
@@ -513,7 +513,7 @@ TEST_F(DirectoryReaderTest, ADescriptionInTheRootIsThatOfItsStudy) {
     Write("job.inp", kAbaqusDeck);
     Write("korvane.toml", "name = \"Bracket\"\ndescription = \"Said\"\n[iteration.none]\n[part.none]\n");
     CAEProject& project = Read();
-    EXPECT_EQ(NameOf(project), "root");
+    EXPECT_EQ(NarrowNameOf(project), "root");
     EXPECT_EQ(MetadataOf(project, L"Description"), "Said");
     EXPECT_EQ(MetadataOf(Find(CAE_MODEL, "Bracket"), L"Description"), "Said");
     EXPECT_EQ(reading.described.problems, 2U);
@@ -637,7 +637,7 @@ TEST_F(DirectoryReaderTest, ARootGivenByALinkIsTheDirectoryThatItLeadsTo) {
     std::filesystem::create_directory_symlink("root", folder / "current");
     reading = ReadDirectory(folder / "current", std::nullopt, kept.console);
     ASSERT_NE(reading.project, nullptr);
-    EXPECT_EQ(NameOf(*reading.project), "root");
+    EXPECT_EQ(NarrowNameOf(*reading.project), "root");
 }
 
 #endif

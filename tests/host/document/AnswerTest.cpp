@@ -10,10 +10,6 @@
 namespace host {
 namespace {
 
-JSONNode Parse(const std::string& text) {
-    return libjson::parse(json_string(text.data(), text.size()));
-}
-
 class AnswerReportTest : public testing::Test {
 protected:
     void SetUp() override {

@@ -11,10 +11,6 @@
 namespace host {
 namespace {
 
-JSONNode Parse(const std::string& text) {
-    return libjson::parse(json_string(text.data(), text.size()));
-}
-
 class DocumentImportTest : public testing::Test {
 protected:
     CAEObject* Import(const std::string& text, CAEObject& target) {

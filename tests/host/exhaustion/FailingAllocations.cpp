@@ -27,7 +27,7 @@ struct ut_system;
 namespace exhaustion {
 namespace {
 
-Plan plan;
+Plan plannedAllocations;
 bool isCounting = false;
 /// What the program has asked for last.
 std::size_t lastSize = 0;
@@ -55,7 +55,7 @@ bool IsToFail(std::size_t size) {
         return false;
     }
     lastSize = size;
-    return IsReached(plan, ++SharedCounts().allocations);
+    return IsReached(plannedAllocations, ++SharedCounts().allocations);
 }
 
 void* NoMemory() {
@@ -66,7 +66,7 @@ void* NoMemory() {
 }  // namespace
 
 void PlanAllocations(const Plan& next) {
-    plan = next;
+    plannedAllocations = next;
     isCounting = true;
 }
 

@@ -20,8 +20,8 @@
 namespace exhaustion {
 namespace {
 
-Plan plan;
-bool isCounting = false;
+Plan plannedCalls;
+bool countsCalls = false;
 /// The descriptors of files in the folders of the plan.
 std::array<bool, 1024> isWatched{};
 
@@ -29,7 +29,7 @@ std::array<bool, 1024> isWatched{};
 bool IsInFolder(const char* name) {
     const std::string_view path(name);
     const auto isFolder = [](std::string_view whole) {
-        return whole.substr(whole.rfind('/') + 1) == plan.folder;
+        return whole.substr(whole.rfind('/') + 1) == plannedCalls.folder;
     };
     const std::size_t last = path.rfind('/');
     return isFolder(path) || (last != std::string_view::npos && isFolder(path.substr(0, last)));
@@ -44,8 +44,8 @@ bool IsWatched(int descriptor) {
 void CleanUp() {
     const pid_t other = ::fork();
     if (other == 0) {
-        isCounting = false;
-        host::RemoveLeftovers(plan.folder);
+        countsCalls = false;
+        host::RemoveLeftovers(plannedCalls.folder);
         ::_exit(0);
     }
     ::waitpid(other, nullptr, 0);
@@ -54,22 +54,22 @@ void CleanUp() {
 /// Counts an operation. Returns whether it is to fail or to write half, and ends the process if that is
 /// planned.
 bool IsToFail() {
-    if (!isCounting || !IsReached(plan, ++SharedCounts().fileCalls)) {
+    if (!countsCalls || !IsReached(plannedCalls, ++SharedCounts().fileCalls)) {
         return false;
     }
-    if (plan.outcome == Outcome::Killed) {
+    if (plannedCalls.outcome == Outcome::Killed) {
         ::raise(SIGKILL);
-    } else if (plan.outcome == Outcome::Terminated) {
+    } else if (plannedCalls.outcome == Outcome::Terminated) {
         ::raise(SIGTERM);
-    } else if (plan.outcome == Outcome::CleanedUp) {
+    } else if (plannedCalls.outcome == Outcome::CleanedUp) {
         CleanUp();
     }
-    return plan.outcome == Outcome::Fails || plan.outcome == Outcome::WritesHalf;
+    return plannedCalls.outcome == Outcome::Fails || plannedCalls.outcome == Outcome::WritesHalf;
 }
 
 /// Whether an operation that cannot be done by halves fails.
 bool Fails() {
-    return IsToFail() && plan.outcome == Outcome::Fails;
+    return IsToFail() && plannedCalls.outcome == Outcome::Fails;
 }
 
 int Failure(int reason) {
@@ -81,10 +81,10 @@ int Failure(int reason) {
 int Open(int folder, const char* name, int flags, mode_t mode) {
     const bool isChange = (flags & (O_WRONLY | O_RDWR)) != 0;
     const bool isUnnamed = (flags & O_TMPFILE) == O_TMPFILE;
-    if (isCounting && isUnnamed && !plan.hasUnnamedFiles) {
+    if (countsCalls && isUnnamed && !plannedCalls.hasUnnamedFiles) {
         return Failure(EOPNOTSUPP);
     }
-    const bool isCounted = isCounting && isChange && IsInFolder(name);
+    const bool isCounted = countsCalls && isChange && IsInFolder(name);
     if (isCounted && Fails()) {
         return Failure(EMFILE);
     }
@@ -97,12 +97,12 @@ int Open(int folder, const char* name, int flags, mode_t mode) {
 
 /// Whether the file does not get the name.
 bool IsNameRefused(const char* name) {
-    return isCounting && IsInFolder(name) && (plan.refusesNames || Fails());
+    return countsCalls && IsInFolder(name) && (plannedCalls.refusesNames || Fails());
 }
 
 /// Removes a name, as unlink and remove do.
 int Remove(const char* name, bool isFolderToo) {
-    if (isCounting && IsInFolder(name) && Fails()) {
+    if (countsCalls && IsInFolder(name) && Fails()) {
         SharedCounts().isRemovalRefused = true;
         return Failure(EIO);
     }
@@ -121,8 +121,8 @@ Counts& SharedCounts() {
 }
 
 void PlanFileCalls(const Plan& next) {
-    plan = next;
-    isCounting = true;
+    plannedCalls = next;
+    countsCalls = true;
 }
 
 }  // namespace exhaustion
@@ -150,7 +150,7 @@ int open64(const char* name, int flags, ...) {
 
 ssize_t write(int descriptor, const void* bytes, std::size_t count) {
     if (exhaustion::IsWatched(descriptor) && exhaustion::IsToFail()) {
-        if (exhaustion::plan.outcome == exhaustion::Outcome::Fails) {
+        if (exhaustion::plannedCalls.outcome == exhaustion::Outcome::Fails) {
             return Failure(ENOSPC);
         }
         count = (count + 1) / 2;

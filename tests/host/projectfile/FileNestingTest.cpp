@@ -12,13 +12,8 @@
 namespace host {
 namespace {
 
-std::string ErrorOf(TestProject& project) {
-    try {
-        CheckFileNesting(*project);
-    } catch (const DatabaseError& error) {
-        return error.what();
-    }
-    return "no error";
+std::string ErrorOfNesting(TestProject& project) {
+    return ErrorOf([&] { CheckFileNesting(*project); });
 }
 
 CAEFile& AddBelow(TestProject& project, CAEObject& owner) {
@@ -34,27 +29,27 @@ TEST(FileNesting, FilesMayHaveFilesAndObjects) {
     CAEFile& include = AddBelow(project, deck);
     AttachFile(study, include.getID(), CAE_FILE_DECK);
     project.AddFile(project.Add(include, CAE_PART, L"part"), L"part.step", CAE_FILE_CAD);
-    EXPECT_EQ(ErrorOf(project), "no error");
+    EXPECT_EQ(ErrorOfNesting(project), "no error");
 }
 
 TEST(FileNesting, AFileBelowItselfIsDamage) {
     TestProject itself;
     CAEFile& file = AddBelow(itself, *itself);
     AttachFile(file, file.getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(itself),
+    EXPECT_EQ(ErrorOfNesting(itself),
               "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 
     TestProject pair;
     CAEFile& first = AddBelow(pair, *pair);
     CAEFile& second = AddBelow(pair, first);
     AttachFile(second, first.getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(pair),
+    EXPECT_EQ(ErrorOfNesting(pair),
               "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 
     TestProject part;
     CAEFile& deck = AddBelow(part, *part);
     AttachFile(part.Add(deck, CAE_MODEL, L"study"), deck.getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(part),
+    EXPECT_EQ(ErrorOfNesting(part),
               "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 }
 
@@ -63,7 +58,7 @@ TEST(FileNesting, AFileBelowItselfIsDamageEvenWhereNoObjectHasIt) {
     CAEFile* const file = korvane::CreateFile(*project, L"deck.inp", CAE_FILE_DECK, CAE_FORMAT_ASCII);
     ASSERT_NE(file, nullptr);
     AttachFile(*file, file->getID(), CAE_FILE_DECK);
-    EXPECT_EQ(ErrorOf(project),
+    EXPECT_EQ(ErrorOfNesting(project),
               "is damaged: the file or object 2 is attached below itself. Restore it from a copy");
 }
 
@@ -82,8 +77,8 @@ TEST(FileNesting, FilesThatMultiplyAreDamage) {
         }
         owners = files;
     }
-    EXPECT_NE(ErrorOf(project).find("are attached too many times below each other"), std::string::npos)
-        << ErrorOf(project);
+    EXPECT_NE(ErrorOfNesting(project).find("are attached too many times below each other"), std::string::npos)
+        << ErrorOfNesting(project);
 }
 
 TEST(FileNesting, IsSeenInAProjectFile) {

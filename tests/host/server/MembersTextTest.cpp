@@ -103,7 +103,7 @@ TEST(MembersTextTest, WritesEverythingElseAgain) {
     }
 }
 
-std::string ErrorOf(const std::string& text) {
+std::string ErrorOfReading(const std::string& text) {
     try {
         return Read(text);
     } catch (const std::invalid_argument& error) {
@@ -113,7 +113,7 @@ std::string ErrorOf(const std::string& text) {
 
 TEST(MembersTextTest, RefusesWhatIsNotAnObject) {
     for (const std::string text : {"5", "[1]", "\"{}\"", "null", "true"}) {
-        EXPECT_EQ(ErrorOf(text), "they are not an object");
+        EXPECT_EQ(ErrorOfReading(text), "they are not an object");
     }
     const std::string broken[] = {"",
                                   "{",
@@ -147,7 +147,8 @@ TEST(MembersTextTest, RefusesWhatIsNotAnObject) {
                                   std::string("{\"a\":\"\0\"}", 9),
                                   "{\"a\":\"\x1F\"}"};
     for (const std::string& text : broken) {
-        EXPECT_TRUE(ErrorOf(text).starts_with("line 1, column ")) << text << ": " << ErrorOf(text);
+        EXPECT_TRUE(ErrorOfReading(text).starts_with("line 1, column "))
+            << text << ": " << ErrorOfReading(text);
     }
 }
 

@@ -11,10 +11,6 @@
 namespace host {
 namespace {
 
-JSONNode Parse(const std::string& text) {
-    return libjson::parse(json_string(text.data(), text.size()));
-}
-
 constexpr const char* kDocument =
     R"({"id":"1","name":"P","type":"SIMULATION","children":[{"id":"2","type":"CAEPART"}]})";
 

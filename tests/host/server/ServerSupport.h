@@ -17,10 +17,6 @@
 
 namespace host {
 
-inline JSONNode Parse(const std::string& text) {
-    return libjson::parse(json_string(text.data(), text.size()));
-}
-
 inline std::string ToText(const JSONNode& node) {
     const json_string text = node.write();
     return {text.data(), text.size()};

@@ -10,20 +10,20 @@ namespace {
 
 class ServerTest : public ServerInFolder {};
 
-constexpr const char* kDocument =
+constexpr const char* kSmallDocument =
     R"({"id":"1","name":"P","type":"SIMULATION","metaData":{},"children":[)"
     R"({"id":"2","name":"S","type":"CAEMODEL","children":[{"id":"3","name":"A","type":"CAEPART","children":[],"files":[]}],)"
     R"("files":[{"id":"4","name":"a.dat","type":"CAEFILE","fileType":"Report","filePath":""}]}],"files":[],"subType":"SDM"})";
 
 TEST_F(ServerTest, AnswersWithIdentifiersAndKeysInTheTreeOfTheDocument) {
-    EXPECT_EQ(Store(kDocument),
+    EXPECT_EQ(Store(kSmallDocument),
               R"({"id":"1","dbkey":"PRJ-1","children":[{"id":"2","dbkey":"MOD-2","children":[)"
               R"({"id":"3","dbkey":"PRT-3"}],"files":[{"id":"4","dbkey":"FIL-4"}]}]})");
     EXPECT_EQ(Said(), "korvane-json: s: 3 objects and 1 file stored, 4 of them under new keys\n");
 }
 
 TEST_F(ServerTest, GivesTheDocumentBackWithItsKeysBehindTheTypes) {
-    Store(kDocument);
+    Store(kSmallDocument);
     EXPECT_EQ(Fetch("PRJ-1"),
               R"({"id":"1","name":"P","type":"SIMULATION","dbkey":"PRJ-1","metaData":{},"children":[)"
               R"({"id":"2","name":"S","type":"CAEMODEL","dbkey":"MOD-2","children":[)"
@@ -37,8 +37,8 @@ TEST_F(ServerTest, GivesTheDocumentBackWithItsKeysBehindTheTypes) {
 }
 
 TEST_F(ServerTest, TheSameDocumentGetsTheSameKeysAgain) {
-    const std::string answer = StoreWhole(kDocument);
-    EXPECT_EQ(StoreWhole(kDocument, {"P", true}), answer);
+    const std::string answer = StoreWhole(kSmallDocument);
+    EXPECT_EQ(StoreWhole(kSmallDocument, {"P", true}), answer);
     EXPECT_EQ(report.newKeys, 0U);
     EXPECT_EQ(report.detached, 0U);
     // And so does the document that carries them.
@@ -47,15 +47,15 @@ TEST_F(ServerTest, TheSameDocumentGetsTheSameKeysAgain) {
 }
 
 TEST_F(ServerTest, TwoProjectsDoNotCollideAndTwoDatabasesShareNoKey) {
-    const std::string first = StoreWhole(kDocument);
-    EXPECT_EQ(Store(kDocument, {"Q"}),
+    const std::string first = StoreWhole(kSmallDocument);
+    EXPECT_EQ(Store(kSmallDocument, {"Q"}),
               R"({"id":"1","dbkey":"PRJ-5","children":[{"id":"2","dbkey":"MOD-6","children":[)"
               R"({"id":"3","dbkey":"PRT-7"}],"files":[{"id":"4","dbkey":"FIL-8"}]}]})");
-    EXPECT_EQ(StoreWhole(kDocument, {"P", true}), first);
+    EXPECT_EQ(StoreWhole(kSmallDocument, {"P", true}), first);
     std::set<std::string> origins;
     for (int number = 0; number < 8; ++number) {
         std::filesystem::remove(File());
-        Store(kDocument);
+        Store(kSmallDocument);
         origins.insert(KeyOf(""));
     }
     EXPECT_GT(origins.size(), 4U);
@@ -111,7 +111,7 @@ TEST_F(ServerTest, AnIdentifierThatComesTwiceMeansTwoObjectsButOneFile) {
 }
 
 TEST_F(ServerTest, WhatIsNoLongerInTheDocumentPartsButStaysFetchable) {
-    Store(kDocument);
+    Store(kSmallDocument);
     EXPECT_EQ(Again(R"({"id":"1","name":"P","type":"SIMULATION","children":[],"files":[]})"),
               R"({"id":"1","dbkey":"PRJ-1"})");
     EXPECT_EQ(report.detached, 1U);
@@ -123,12 +123,12 @@ TEST_F(ServerTest, WhatIsNoLongerInTheDocumentPartsButStaysFetchable) {
     EXPECT_NE(Fetch("MOD-2").find("PRT-3"), std::string::npos);
     EXPECT_NE(Fetch("MOD-2").find("FIL-4"), std::string::npos);
     // And back under its key.
-    EXPECT_NE(Again(kDocument).find("MOD-2"), std::string::npos);
+    EXPECT_NE(Again(kSmallDocument).find("MOD-2"), std::string::npos);
     EXPECT_NE(Fetch("PRJ-1").find("PRT-3"), std::string::npos);
 }
 
 TEST_F(ServerTest, APartOfAProjectIsReplacedInItsPlace) {
-    Store(kDocument);
+    Store(kSmallDocument);
     const std::string study = R"({"id":"2","name":"T","type":"CAEMODEL","dbkey":")" + KeyOf("MOD-2") +
                               R"(","children":[{"id":"9","type":"CAETAG"}],"files":[],"subType":"SDM"})";
     EXPECT_EQ(Store(study), R"({"id":"2","dbkey":"MOD-2","children":[{"id":"9","dbkey":"TAG-5"}]})");
@@ -198,7 +198,7 @@ TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
     folder.Write("server.db", "");
     EXPECT_EQ(dryRun(R"({"id":"1","type":"CAEPART"})"), R"({"id":"1","dbkey":"PRT-1"})");
     EXPECT_EQ(ReadWholeFile(File()), "");
-    Store(kDocument);
+    Store(kSmallDocument);
     const std::string bytes = ReadWholeFile(File());
     EXPECT_NE(dryRun(R"({"name":"P","type":"SIMULATION","children":[{"id":"9","type":"CAETAG"}]})", true)
                   .find("TAG-5"),
@@ -206,7 +206,7 @@ TEST_F(ServerTest, ADryRunDoesItAllOnACopy) {
     EXPECT_EQ(report.detached, 1U);
     EXPECT_EQ(ReadWholeFile(File()), bytes);
     // What is refused is refused in the dry run as well.
-    EXPECT_TRUE(ErrorOf([&] { dryRun(kDocument); }).starts_with("has a project 'P' already"));
+    EXPECT_TRUE(ErrorOf([&] { dryRun(kSmallDocument); }).starts_with("has a project 'P' already"));
 }
 
 TEST_F(ServerTest, RefusesOtherFiles) {
@@ -219,7 +219,7 @@ TEST_F(ServerTest, RefusesOtherFiles) {
     folder.Write("text", "x");
     EXPECT_EQ(errorOf("text"), "is not a SQLite database");
     EXPECT_EQ(ReadWholeFile(folder / "text"), "x");
-    Store(kDocument);
+    Store(kSmallDocument);
     Database(File(), DatabaseUse::Changing, kServerKind).Run("PRAGMA user_version = 4");
     EXPECT_EQ(errorOf("server.db"),
               "was written by a newer korvane-json: it has format 4, and this version reads formats up to 3. "
@@ -236,7 +236,7 @@ TEST_F(ServerTest, LeavesTheFileInWhichAnotherProgramMakesItsDatabase) {
     {
         Transaction transaction(other);
         ASSERT_EQ(std::filesystem::file_size(File()), 0U);
-        EXPECT_EQ(ErrorOf([&] { Store(kDocument); }),
+        EXPECT_EQ(ErrorOf([&] { Store(kSmallDocument); }),
                   "is in use by another program: try again when that program has finished");
         EXPECT_TRUE(std::filesystem::exists(File()));
         transaction.Complete([&] { other.SetKind(kServerKind); });
@@ -245,7 +245,7 @@ TEST_F(ServerTest, LeavesTheFileInWhichAnotherProgramMakesItsDatabase) {
 }
 
 TEST_F(ServerTest, FetchesTheStateOfOneMoment) {
-    Store(kDocument);
+    Store(kSmallDocument);
     const std::string whole = Fetch("PRJ-1");
     const std::string key = KeyOf("PRJ-1");
     Server server = Server::OpenForFetching(File());
@@ -276,7 +276,7 @@ TEST_F(ServerTest, RefusesAnEmptyName) {
 TEST_F(ServerTest, RefusesDamagedContent) {
     const auto errorOf = [&](const std::string& statement) {
         std::filesystem::remove(File());
-        Store(kDocument);
+        Store(kSmallDocument);
         const std::string key = KeyOf("PRJ-1");
         Change(statement);
         return ErrorOf([&] { FetchText(Server::OpenForFetching(File()), key, kept.console); });
@@ -314,7 +314,7 @@ TEST_F(ServerTest, RefusesDamagedContent) {
 }
 
 TEST_F(ServerTest, AnInterruptedStoreLeavesNothing) {
-    Store(kDocument);
+    Store(kSmallDocument);
     const std::string bytes = ReadWholeFile(File());
     // Progress is told between the nodes, and there the work ends.
     int calls = 0;

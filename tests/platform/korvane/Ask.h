@@ -33,6 +33,12 @@ inline std::string CreatedUserNameOf(const CAEObject& object) {
     return TextOf(userName);
 }
 
+inline std::string PathOf(const CAEFile& file) {
+    OuString path(L"(untouched)");
+    file.getFullPathName(path);
+    return TextOf(path);
+}
+
 inline std::string DirectoryOf(const CAEProject& project) {
     OuString directory;
     project.getDirectory(directory);

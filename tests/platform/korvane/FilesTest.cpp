@@ -5,12 +5,6 @@
 
 namespace {
 
-std::string PathOf(const CAEFile& file) {
-    OuString path(L"(untouched)");
-    file.getFullPathName(path);
-    return TextOf(path);
-}
-
 TEST(NewFile, HasNothingButWhatItWasGiven) {
     CAEFile file(nullptr, CAE_FILE_UNKNOWN, CAE_FORMAT_UNKNOWN, false);
     EXPECT_EQ(file.getID(), 0);

@@ -20,7 +20,7 @@ Notes NotesOf(const Operation& operation) {
 #define EXPECT_NOTE(operation, note) EXPECT_EQ(NotesOf([&] { operation; }), (Notes{note}))
 
 /// One object of each class, with the identifiers from 1 to 7; the file's is 8.
-struct Model {
+struct RecordedModel {
     TestProject project;
     CAEObject& model = project.Add(CAE_MODEL, L"Model");
     CAEPart& part = dynamic_cast<CAEPart&>(project.Add(model, CAE_PART, L"Door"));
@@ -34,7 +34,7 @@ struct Model {
 };
 
 TEST(Recording, NotesWhatIdentifiesAnObject) {
-    Model m;
+    RecordedModel m;
     EXPECT_NOTE(m.part.getID(), "CAEObjectIdentification::getID(#3)");
     EXPECT_NOTE(m.part.getName(m.text), "CAEObjectIdentification::getName(#3)");
     EXPECT_NOTE(m.part.setName(L"frame"), "CAEObject::setName(#3, \"frame\")");
@@ -44,7 +44,7 @@ TEST(Recording, NotesWhatIdentifiesAnObject) {
 }
 
 TEST(Recording, NotesTheDatabaseKeys) {
-    Model m;
+    RecordedModel m;
     EXPECT_NOTE(m.part.getDBKey(), "CAEObjectDBManagement::getDBKey(#3)");
     EXPECT_NOTE(m.part.setDBKey(L"K"), "CAEObject::setDBKey(#3, \"K\")");
     EXPECT_NOTE(m.part.getLinkDBKey(), "CAEObjectDBManagement::getLinkDBKey(#3)");
@@ -53,7 +53,7 @@ TEST(Recording, NotesTheDatabaseKeys) {
 }
 
 TEST(Recording, NotesThePlaceInTheTree) {
-    Model m;
+    RecordedModel m;
     OuList children;
     CAEObject* child = &m.tag;
     CAEObject* none = nullptr;
@@ -71,14 +71,14 @@ TEST(Recording, NotesThePlaceInTheTree) {
 }
 
 TEST(Recording, NotesDateAndUser) {
-    Model m;
+    RecordedModel m;
     EXPECT_NOTE(m.part.getCreatedDate(m.text), "CAEObject::getCreatedDate(#3)");
     EXPECT_NOTE(m.part.setCreatedDate(L"today"), "CAEObject::setCreatedDate(#3, \"today\")");
     EXPECT_NOTE(m.part.getCreatedUserName(m.text), "CAEObject::getCreatedUserName(#3)");
 }
 
 TEST(Recording, NotesTheFilesOfAnObject) {
-    Model m;
+    RecordedModel m;
     EXPECT_NOTE(m.part.GetFiles(), "CAEObject::GetFiles(#3)");
     EXPECT_NOTE(m.part.attachCustomFile(8, nullptr), "CAEObject::attachCustomFile(#3, 8, null)");
     EXPECT_NOTE(m.part.attachCustomFile(8, &*m.project), "CAEObject::attachCustomFile(#3, 8, #1)");
@@ -96,7 +96,7 @@ TEST(Recording, NotesTheFilesOfAnObject) {
 }
 
 TEST(Recording, NotesMetadata) {
-    Model m;
+    RecordedModel m;
     OuTemplateArray<OuString, OuCRTAllocator> names;
     OuTemplateArray<OuString, OuCRTAllocator> values;
     EXPECT_NOTE(m.part.getAllMetadata(names, values), "CAEObject::getAllMetadata(#3)");
@@ -109,7 +109,7 @@ TEST(Recording, NotesMetadata) {
 }
 
 TEST(Recording, NotesVersions) {
-    Model m;
+    RecordedModel m;
     OuArray majors;
     OuArray minors;
     const CAEObject* version = nullptr;
@@ -124,7 +124,7 @@ TEST(Recording, NotesVersions) {
 }
 
 TEST(Recording, NotesProjects) {
-    Model m;
+    RecordedModel m;
     CAEFile file(nullptr, CAE_FILE_UNKNOWN, CAE_FORMAT_UNKNOWN, false);
     EXPECT_NOTE(m.project->getCAEObject(3), "CAEProject::getCAEObject(#1, 3)");
     EXPECT_NOTE(m.project->getFile(8), "CAEProject::getFile(#1, 8)");
@@ -140,7 +140,7 @@ TEST(Recording, NotesProjects) {
 }
 
 TEST(Recording, NotesFiles) {
-    Model m;
+    RecordedModel m;
     OuString path(L"/a.dat");
     EXPECT_NOTE(CAEFile(nullptr, CAE_FILE_UNKNOWN, CAE_FORMAT_UNKNOWN, false),
                 "CAEFile::CAEFile(null, 0, 0, false)");
@@ -157,7 +157,7 @@ TEST(Recording, NotesFiles) {
 }
 
 TEST(Recording, NotesFreeFunctions) {
-    Model m;
+    RecordedModel m;
     EXPECT_NOTE(createCAEObject(&*m.project, 1, CAE_PROJECT, m.number), "createCAEObject(#1, 1, 4)");
     EXPECT_NOTE(createCAEObject(&*m.project, 1, CAE_FILE, m.number), "createCAEObject(#1, 1, 3)");
     EXPECT_NOTE(createCAEObject(nullptr, 1, CAE_PART, m.number), "createCAEObject(null, 1, 0)");
@@ -168,7 +168,7 @@ TEST(Recording, NotesFreeFunctions) {
 }
 
 TEST(Recording, LeavesOutWhatIsNoPartOfTheSuitesInterface) {
-    Model m;
+    RecordedModel m;
     const Notes notes = NotesOf([&] {
         korvane::SetCreation(*m.project, L"today", L"me");
         CAEObject* const created = korvane::CreateObject(*m.project, CAE_FILE, L"a");
@@ -193,7 +193,7 @@ TEST(Recording, LeavesOutWhatIsNoPartOfTheSuitesInterface) {
 }
 
 TEST(Recording, KeepsTheOrderOfTheCalls) {
-    Model m;
+    RecordedModel m;
     const Notes notes = NotesOf([&] {
         m.part.setName(L"a");
         m.tag.setName(L"b");
@@ -204,7 +204,7 @@ TEST(Recording, KeepsTheOrderOfTheCalls) {
 }
 
 TEST(Recording, HoldsNothingFromOutsideOfIt) {
-    Model m;
+    RecordedModel m;
     m.part.setName(L"before");
     EXPECT_EQ(NotesOf([] {}), Notes{});
     korvane::StartRecording();
@@ -217,7 +217,7 @@ TEST(Recording, HoldsNothingFromOutsideOfIt) {
 }
 
 TEST(Recording, BelongsToTheThreadThatStartedIt) {
-    Model m;
+    RecordedModel m;
     Notes others;
     const Notes notes = NotesOf([&] {
         std::thread([&] {
@@ -231,7 +231,7 @@ TEST(Recording, BelongsToTheThreadThatStartedIt) {
 }
 
 TEST(Recording, WritesTextsInUtf8) {
-    Model m;
+    RecordedModel m;
     EXPECT_NOTE(m.part.setName(L"\u00E4\u20AC\U0001F697"),
                 "CAEObject::setName(#3, \"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x9A\x97\")");
     const wchar_t keptByte[] = {L'a', static_cast<wchar_t>(0xDCFF), L'b', 0};

@@ -10,7 +10,7 @@
 
 namespace {
 
-void WriteExample(libjson::node_writer& writer) {
+void WriteNestedNodes(libjson::node_writer& writer) {
     writer.text("text", "value");
     writer.open_object("object");
     writer.text("a", "1");
@@ -35,7 +35,7 @@ constexpr const char* kExample =
 TEST(NodeWriter, MakesNodesInTheOrderOfTheCalls) {
     JSONNode root;
     libjson::node_writer writer(root);
-    WriteExample(writer);
+    WriteNestedNodes(writer);
     EXPECT_EQ(Write(root), kExample);
     EXPECT_EQ(root, Parse(kExample));
 }

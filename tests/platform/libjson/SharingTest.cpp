@@ -12,13 +12,13 @@ bool Shared(const JSONNode& left, const JSONNode& right) {
     return left.begin() == right.begin();
 }
 
-JSONNode Sample() {
+JSONNode SharedSample() {
     return Parse("{\"a\":1,\"b\":[2,{\"c\":3}]}");
 }
 const char* const kSample = "{\"a\":1,\"b\":[2,{\"c\":3}]}";
 
 TEST(Sharing, CopiesReferToTheSameValue) {
-    const JSONNode node = Sample();
+    const JSONNode node = SharedSample();
     const JSONNode copy = node;
     EXPECT_TRUE(Shared(node, copy));
     JSONNode assigned;
@@ -27,7 +27,7 @@ TEST(Sharing, CopiesReferToTheSameValue) {
 }
 
 TEST(Sharing, ReadingCopiesNothing) {
-    JSONNode node = Sample();
+    JSONNode node = SharedSample();
     const JSONNode copy = node;
     EXPECT_EQ(std::as_const(node).find("b"), std::as_const(node).begin() + 1);
     EXPECT_EQ(std::as_const(node).at(0).as_int(), 1);
@@ -39,7 +39,7 @@ TEST(Sharing, ReadingCopiesNothing) {
 }
 
 TEST(Sharing, ChangesOfOneHolderAreSeenByNoOther) {
-    const JSONNode original = Sample();
+    const JSONNode original = SharedSample();
     const auto change = [&original](auto operation) {
         JSONNode copy = original;
         operation(copy);
@@ -66,7 +66,7 @@ TEST(Sharing, ChangesOfOneHolderAreSeenByNoOther) {
 }
 
 TEST(Sharing, MakingANodeUniqueSharesItsChildren) {
-    const JSONNode original = Sample();
+    const JSONNode original = SharedSample();
     JSONNode copy = original;
     copy.push_back(JSONNode(Text("d"), 4));
     EXPECT_FALSE(Shared(original, copy));
@@ -74,7 +74,7 @@ TEST(Sharing, MakingANodeUniqueSharesItsChildren) {
 }
 
 TEST(Sharing, ANodeWithOneHolderIsChangedInPlace) {
-    JSONNode node = Sample();
+    JSONNode node = SharedSample();
     const JSONNode* const before = std::as_const(node).begin();
     node.set_name(Text("name"));
     EXPECT_EQ(node.begin(), before);
@@ -124,7 +124,7 @@ TEST(Sharing, OneNodeMayHangInManyPlaces) {
 }
 
 TEST(Duplicate, SharesNothing) {
-    const JSONNode original = Sample();
+    const JSONNode original = SharedSample();
     const JSONNode copy = original.duplicate();
     EXPECT_EQ(copy, original);
     EXPECT_FALSE(Shared(original, copy));
