@@ -4,7 +4,6 @@
 #include <limits>
 
 #include "host/system/DatabaseError.h"
-#include "host/system/Notes.h"
 
 namespace host {
 
@@ -31,12 +30,7 @@ std::string_view NarrowText(const Statement& row, int column) {
     if (!row.IsText(column)) {
         RefuseDamaged("a value is not a text");
     }
-    const std::string_view text = row.TextView(column);
-    // The object model would keep only what is before it.
-    if (text.find('\0') != std::string_view::npos) {
-        RefuseDamaged("a text has a NUL character: " + Excerpt(text));
-    }
-    return text;
+    return row.TextView(column);
 }
 
 OuString Text(const Statement& row, int column) {

@@ -7,9 +7,11 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "DatabaseSettings.h"
+#include "Notes.h"
 #include "Text.h"
 
 namespace host {
@@ -94,6 +96,28 @@ void CheckPages(Database& database) {
     }
 }
 
+/// Refuses what no reader of a text sees whole, and passes every row on.
+class TextCheck final : public RowReader {
+public:
+    /// `next` may be null.
+    explicit TextCheck(RowReader* next) : next_(next) {}
+
+    void Read(std::string_view table, const Row& row) override {
+        for (const ColumnValue& value : row) {
+            // The object model, and a key in an answer, would keep only what is before it.
+            if (value.HasBytes() && value.bytes.find('\0') != std::string_view::npos) {
+                RefuseDamaged("a text has a NUL character: " + Excerpt(value.bytes));
+            }
+        }
+        if (next_ != nullptr) {
+            next_->Read(table, row);
+        }
+    }
+
+private:
+    RowReader* next_;
+};
+
 }  // namespace
 
 ReadingLimits::ReadingLimits(Database& database) : handle_(database.Handle()) {
@@ -126,7 +150,8 @@ void CheckDatabase(Database& database, const char* tables, CheckDepth depth, Row
     const bool hasChecksum = NumberOf(database, "PRAGMA user_version") >= kFirstFormatWithChecksum;
     CheckTables(database, std::string(tables) + (hasChecksum ? kChecksumTable : ""));
     EnlargeCache(database.Handle());
-    const std::int64_t sum = ChecksumOf(database, SizeOf(database), reader);
+    TextCheck check(reader);
+    const std::int64_t sum = ChecksumOf(database, SizeOf(database), &check);
     if (hasChecksum && ReadChecksum(database) != sum) {
         RefuseDamaged("its content does not have the checksum that was written with it");
     }

@@ -40,9 +40,9 @@ enum class CheckDepth {
 };
 
 /// Throws DatabaseError unless the database has exactly the tables and indexes that the statements create,
-/// every index has the rows of its table, and the rows have the checksum that was written with them. The
-/// caller has begun a transaction. Every row is read once, and once again for each index. `reader` gets every
-/// row; it may be null.
+/// every index has the rows of its table, no text has a NUL character, and the rows have the checksum that
+/// was written with them. The caller has begun a transaction. Every row is read once, and once again for each
+/// index. `reader` gets every row; it may be null.
 void CheckDatabase(Database& database, const char* tables, CheckDepth depth, RowReader* reader = nullptr);
 
 /// The checksum in the database; nothing if it has none, as in older formats.

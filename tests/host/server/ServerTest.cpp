@@ -297,6 +297,11 @@ TEST_F(ServerTest, RefusesDamagedContent) {
         "is damaged: something that the node 3 refers to is missing, or is below it. Restore it from a copy");
     EXPECT_EQ(errorOf("DELETE FROM origin"),
               "is damaged: it does not have one text for its keys. Restore it from a copy");
+    // Whoever reads the answer would see another key.
+    EXPECT_EQ(errorOf("UPDATE origin SET text = 'a' || char(0) || 'b'"),
+              "is damaged: a text has a NUL character: 'a\\x00b'. Restore it from a copy");
+    EXPECT_EQ(errorOf("UPDATE origin SET text = x'6100'"),
+              "is damaged: a text has a NUL character: 'a\\x00'. Restore it from a copy");
     EXPECT_EQ(
         errorOf("UPDATE node SET above = 2 WHERE number = 1"),
         "is damaged: something that the node 1 refers to is missing, or is below it. Restore it from a copy");
