@@ -57,8 +57,8 @@ std::string UnitList(std::string_view list, std::size_t fewest) {
 }
 
 std::string StatedUnits(std::string_view text) {
-    constexpr std::size_t kLongestLine = 256;
-    if (text.size() > kLongestLine) {
+    constexpr std::size_t kLongestStatement = 256;
+    if (text.size() > kLongestStatement) {
         return {};
     }
     text = Trim(text.substr(std::min(text.find_first_not_of("*$# \t"), text.size())));

@@ -190,9 +190,9 @@ private:
     }
 
     void AddBase64(std::string_view bytes) {
-        constexpr std::size_t kPiece = kBase64Unit * 16384;
-        for (std::size_t place = 0; place < bytes.size(); place += kPiece) {
-            text_.Add(Base64(bytes.substr(place, kPiece)));
+        constexpr std::size_t kBytesAtOnce = kBase64Unit * 16384;
+        for (std::size_t place = 0; place < bytes.size(); place += kBytesAtOnce) {
+            text_.Add(Base64(bytes.substr(place, kBytesAtOnce)));
         }
     }
 
