@@ -18,7 +18,7 @@ using korvane::exchange::CompareReport;
 using korvane::exchange::Report;
 
 /// So many entries with pointers to so deep a place that there is no room for any other.
-constexpr int kLevels = 20'000;
+constexpr int kLevels = 10'000;
 
 std::string Repeated(const std::string& text, int times) {
     std::string all;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <set>
 
 #include "objectjson/CAEFileJson.h"
 #include "objectjson/CAEObjectJson.h"
@@ -81,7 +82,8 @@ TEST(Layout, ExportStandsInTheFirstVirtualSlotAndTheDestructorFollows) {
     EXPECT_EQ(Words(base)[0], 1U);
     EXPECT_EQ(Words(derived)[0], 1U);
 
-    // Each class has destructors of its own in the slots behind it.
+    // Two destructors stand behind it. A compiler may give a class its base's where it has nothing more to
+    // destroy.
     TestProject project;
     const CAEObjectJson object(&*project);
     const CAEFileJson file(nullptr);
@@ -89,9 +91,11 @@ TEST(Layout, ExportStandsInTheFirstVirtualSlotAndTheDestructorFollows) {
     std::array<std::uintptr_t, 3> fileTable{};
     std::memcpy(objectTable.data(), reinterpret_cast<const void*>(Words(object)[0]), sizeof(objectTable));
     std::memcpy(fileTable.data(), reinterpret_cast<const void*>(Words(file)[0]), sizeof(fileTable));
-    for (std::size_t slot = 0; slot < objectTable.size(); ++slot) {
-        EXPECT_NE(objectTable[slot], 0U);
-        EXPECT_NE(objectTable[slot], fileTable[slot]);
+    EXPECT_NE(objectTable[0], fileTable[0]);
+    for (const auto& table : {objectTable, fileTable}) {
+        const std::set<std::uintptr_t> functions(table.begin(), table.end());
+        EXPECT_EQ(functions.size(), table.size());
+        EXPECT_FALSE(functions.contains(0));
     }
 }
 #endif

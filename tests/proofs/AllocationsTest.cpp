@@ -87,8 +87,8 @@ protected:
         if (IsLongRun()) {
             return nth + 1;
         }
-        const std::size_t all = kIsSample ? 20 : 60;
-        return nth < all ? nth + 1 : nth + nth / (kIsSample ? 4 : 16);
+        const std::size_t all = kIsSanitized ? 10 : kIsSample ? 20 : 60;
+        return nth < all ? nth + 1 : nth + nth / (kIsSanitized ? 2 : kIsSample ? 4 : 16);
     }
 
     const Function& function_ = *GetParam().function;

@@ -24,7 +24,7 @@ constexpr int kFew = 200;
 std::vector<int> Levels() {
     constexpr int kMany = 20'000;
     if (kIsSanitized) {
-        return {IsLongRun() ? kMany : kMany / 2};
+        return {IsLongRun() ? kMany : kMany / 5};
     }
     return IsLongRun() ? std::vector<int>{100'000, 1'000'000} : std::vector<int>{kMany};
 }

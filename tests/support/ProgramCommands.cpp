@@ -7,6 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "LongRun.h"
 #include "Process.h"
 
 std::ostream& operator<<(std::ostream& stream, const ProgramCommand& command) {
@@ -178,6 +179,17 @@ std::vector<ProgramCommand> OneOfEach(const std::vector<ProgramCommand>& command
         return names.insert(command.arguments.front()).second;
     });
     return found;
+}
+
+std::vector<ProgramCommand> OneOfEachIfSanitized(const std::vector<ProgramCommand>& commands) {
+    return kIsSanitized ? OneOfEach(commands) : commands;
+}
+
+bool IsTriedBriefly(const ProgramCommand& command) {
+    const auto isCalledAlike = [&](const ProgramCommand& other) {
+        return other.arguments.front() == command.arguments.front();
+    };
+    return !IsLongRun() && std::ranges::find_if(AllCommands(), isCalledAlike)->name != command.name;
 }
 
 void CompleteCommandFolder(const TemporaryDirectory& folder,

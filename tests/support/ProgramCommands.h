@@ -61,6 +61,13 @@ std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const Program
 /// The first of the commands with each name on the command line, where all of them would take too long.
 std::vector<ProgramCommand> OneOfEach(const std::vector<ProgramCommand>& commands);
 
+/// The same under the sanitizers, elsewhere all of them.
+std::vector<ProgramCommand> OneOfEachIfSanitized(const std::vector<ProgramCommand>& commands);
+
+/// Whether the command is one of those with other options of which a few failures say enough: only in a long
+/// run are others than the first of the commands with a name tried with all of them.
+bool IsTriedBriefly(const ProgramCommand& command);
+
 /// Makes the rest of the folder when it has `given/studies`, `given/other`, `given/p.kvp` and
 /// `given/other.json`. `run` runs the program in the folder, and throws if it fails.
 void CompleteCommandFolder(const TemporaryDirectory& folder,

@@ -202,13 +202,13 @@ constexpr Hostility kHostilities[] = {
 };
 
 /// Each test has a share of them, so that none takes long. Where programs take long to start, only some
-/// shares are tried unless the test may be long: on Windows a tenth, under the sanitizers a sixth.
+/// shares are tried unless the test may be long: on Windows a tenth, under the sanitizers a twelfth.
 #if defined(_WIN32)
 constexpr int kTests = 2;
 const int kShares = IsLongRun() ? kTests : 10 * kTests;
 #else
 constexpr int kTests = 8;
-const int kShares = kIsSanitized && !IsLongRun() ? 6 * kTests : kTests;
+const int kShares = kIsSanitized && !IsLongRun() ? 12 * kTests : kTests;
 #endif
 
 class HostileSchema : public DamageTest, public testing::WithParamInterface<int> {

@@ -26,7 +26,7 @@ Amount AmountFor(const FileFormat& format) {
 #else
     const int shares = hasChecksum ? 5 : 1;
     const bool isFree = format.damaged == DamagedReading::AsFarAsItGoes;
-    const int inShortRun = kIsSanitized ? 2 : isFree ? 5 : 10;
+    const int inShortRun = kIsSanitized ? 1 : isFree ? 5 : 10;
 #endif
     return {shares, IsLongRun() ? 100 : inShortRun};
 }

@@ -123,10 +123,10 @@ protected:
 
 /// The allocations that are tried: all of them at the beginning and at the end, where a command opens and
 /// finishes its files, and a sample of the others.
-std::set<long> Tried(long count) {
-    const long whole = IsLongRun() ? 1000 : 10;
-    const long atEnd = IsLongRun() ? 200 : 25;
-    const long samples = IsLongRun() ? 500 : 40;
+std::set<long> Tried(long count, bool isBrief) {
+    const long whole = IsLongRun() ? 1000 : isBrief ? 4 : 10;
+    const long atEnd = IsLongRun() ? 200 : isBrief ? 10 : 25;
+    const long samples = IsLongRun() ? 500 : isBrief ? 12 : 40;
     std::set<long> tried;
     for (long number = 1; number <= count; ++number) {
         if (number <= whole || number > count - atEnd ||
@@ -141,7 +141,7 @@ TEST_P(AllocationFailure, EndsWithAMessageAndWholeFiles) {
     const Undisturbed wanted = RunUndisturbed();
     ASSERT_EQ(wanted.result.status, 0) << wanted.result.error;
     ASSERT_GT(wanted.allocations, 100);
-    for (const long number : Tried(wanted.allocations)) {
+    for (const long number : Tried(wanted.allocations, IsTriedBriefly(GetParam()))) {
         for (const bool forGood : {false, true}) {
             Try(wanted, {number, forGood});
             ASSERT_FALSE(HasFatalFailure());

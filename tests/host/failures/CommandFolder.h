@@ -11,9 +11,9 @@
 
 namespace failures {
 
-/// The commands that change databases.
+/// The commands that change databases, those that are tried here.
 inline std::vector<ProgramCommand> ChangingCommands() {
-    return CommandsWhere(&ProgramCommand::IsChanging);
+    return OneOfEachIfSanitized(CommandsWhere(&ProgramCommand::IsChanging));
 }
 
 /// The folder in which the commands run, and the states that their files can have.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -50,15 +49,6 @@ inline std::vector<std::uint64_t> Moments(std::uint64_t count) {
         }
     }
     return moments;
-}
-
-/// Whether the command is one of those with other options of which a few failures say enough: where a sample
-/// is enough, only the first of the commands with a name is tried with all of them.
-inline bool IsTriedBriefly(const ProgramCommand& command) {
-    return kIsSample && !IsLongRun() &&
-           std::ranges::find(AllCommands(), command.arguments.front(), [](const ProgramCommand& one) {
-               return one.arguments.front();
-           })->name != command.name;
 }
 
 /// How, and which of its operations, a command finds failing.

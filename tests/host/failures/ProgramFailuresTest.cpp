@@ -12,6 +12,7 @@
 #include "CommandFolder.h"
 #include "support/LongRun.h"
 #include "support/Process.h"
+#include "support/ProgramCommands.h"
 
 namespace failures {
 namespace {
@@ -20,7 +21,9 @@ namespace {
 constexpr int kManyStudies = 700;
 constexpr std::uintmax_t kKibibyte = 1024;
 /// Disks and limits of so many sizes, between what is there and what the command needs.
-const std::uintmax_t kLevels = IsLongRun() ? 10 : kIsSample ? 2 : 4;
+std::uintmax_t LevelsFor(const ProgramCommand& command) {
+    return IsLongRun() ? 10 : kIsSample || IsTriedBriefly(command) ? 2 : 4;
+}
 
 std::uintmax_t SizeOf(const std::optional<std::string>& bytes) {
     return bytes ? bytes->size() : 0;
@@ -53,11 +56,12 @@ protected:
 TEST_P(ProgramFailures, OfFilesThatMustNotGrowAnyMoreAreReportedAsTheyAre) {
     const CommandFolder folder(GetParam(), kManyStudies);
     const std::uintmax_t size = NewSize(folder);
+    const std::uintmax_t levels = LevelsFor(GetParam());
     int failed = 0;
-    for (std::uintmax_t level = 0; level < kLevels; ++level) {
+    for (std::uintmax_t level = 0; level < levels; ++level) {
         folder.Reset();
         // In units of 512 bytes. The signal would end the program before it could say anything.
-        const std::uintmax_t limit = size * (2 * level + 1) / (2 * kLevels) / 512;
+        const std::uintmax_t limit = size * (2 * level + 1) / (2 * levels) / 512;
         const ProcessResult result =
             RunAfter("trap '' XFSZ; ulimit -f " + std::to_string(limit) + "; exec \"$@\"", folder);
         SCOPED_TRACE(std::to_string(limit * 512) + " of " + std::to_string(size) + " bytes");
@@ -90,13 +94,14 @@ TEST_P(ProgramFailures, OfAFullDiskAreReportedAsTheyAre) {
     const std::uintmax_t size = NewSize(folder);
     folder.Reset();
     const std::uintmax_t oldSize = SizeOf(folder.Bytes());
+    const std::uintmax_t levels = LevelsFor(GetParam());
     int failed = 0;
-    for (std::uintmax_t level = 0; level < kLevels; ++level) {
+    for (std::uintmax_t level = 0; level < levels; ++level) {
         folder.Reset();
         std::filesystem::remove_all(folder.Path() / "result");
         std::filesystem::copy(folder.Path() / "work", folder.Path() / "result");
         // From no room at all beyond the old file to room for a new one and the journal.
-        const std::uintmax_t room = oldSize + 4 * kKibibyte + (size + oldSize) * level / kLevels;
+        const std::uintmax_t room = oldSize + 4 * kKibibyte + (size + oldSize) * level / levels;
         const ProcessResult result = RunAfter(
             mount + std::to_string(room / kKibibyte) +
                 "k tmpfs work && cp -a result/. work && { \"$@\"; status=$?; rm -rf result/* result/.k*; "
@@ -153,7 +158,7 @@ TEST_P(ProgramFailures, AKilledProgramLeavesTheOldFileOrTheNewOne) {
     std::uniform_int_distribution<std::int64_t> moments(0, duration.count());
     int killed = 0;
     int old = 0;
-    const int kills = IsLongRun() ? 200 : kIsSanitized ? 2 : kIsSample ? 4 : 8;
+    const int kills = IsLongRun() ? 200 : kIsSample || IsTriedBriefly(GetParam()) ? 3 : 8;
     for (int number = 0; number < kills; ++number) {
         folder.Reset();
         // The first one is killed before it could do anything.

@@ -116,9 +116,8 @@ TEST_P(ReadingFaults, LeaveTheChangeToBeUndoneOrUndoIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, ReadingFaults,
-                         testing::ValuesIn(CommandsWhere([](const ProgramCommand& command) {
-                             return command.use == FileUse::Reads;
-                         })),
+                         testing::ValuesIn(OneOfEachIfSanitized(CommandsWhere(
+                             [](const ProgramCommand& command) { return command.use == FileUse::Reads; }))),
                          [](const testing::TestParamInfo<ProgramCommand>& tested) {
                              return tested.param.name;
                          });
