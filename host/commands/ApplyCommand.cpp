@@ -28,7 +28,7 @@ struct ApplyOptions {
     ReportFormat format = ReportFormat::Text;
 };
 
-using korvane::exchange::Entry;
+using ReportEntry = korvane::exchange::Entry;
 using korvane::exchange::KeyChoice;
 using korvane::exchange::Reason;
 
@@ -42,7 +42,7 @@ bool IsConflict(Reason reason) {
 std::string FirstConflicts(const AnswerReport& report) {
     std::string text;
     std::size_t count = 0;
-    for (const Entry& entry : report.entries) {
+    for (const ReportEntry& entry : report.entries) {
         if (IsConflict(entry.reason) && count++ < kShownConflicts) {
             text += (text.empty() ? "" : "; ") + entry.sentence;
         }

@@ -51,9 +51,9 @@ constexpr const char* kNotes =
     "  korvane-json compare bracket.kvp rebuilt.kvp\n"
     "  korvane-json help export\n";
 
-using AddCommand = void (*)(CLI::App& program, Console& console, int& status);
+using CommandAdder = void (*)(CLI::App& program, Console& console, int& status);
 /// The commands, in the order in which the help lists them.
-constexpr AddCommand kCommands[] = {
+constexpr CommandAdder kCommands[] = {
     AddTreeCommand,   AddFindCommand,    AddPlotCommand,       AddPageCommand,  AddExportCommand,
     AddNewCommand,    AddUpdateCommand,  AddStoreCommand,      AddApplyCommand, AddFetchCommand,
     AddImportCommand, AddCompareCommand, AddCompletionCommand, AddHelpCommand,
@@ -104,7 +104,7 @@ int RunCommandLine(std::vector<std::string> arguments, Console& console) {
     DescribeProgram(program);
     constexpr int kNotRun = -1;
     int status = kNotRun;
-    for (const AddCommand addCommand : kCommands) {
+    for (const CommandAdder addCommand : kCommands) {
         addCommand(program, console, status);
     }
     AddVerbosity(program, console);

@@ -19,7 +19,7 @@ namespace host {
 namespace {
 
 using korvane::exchange::CompareReport;
-using korvane::exchange::Entry;
+using ReportEntry = korvane::exchange::Entry;
 
 /// How many differences are shown without --all.
 constexpr std::size_t kMostShown = 20;
@@ -74,7 +74,7 @@ std::string TextOf(const CompareReport& report, bool isAllShown) {
     }
     std::string text;
     std::size_t shown = 0;
-    for (const Entry& entry : report.entries) {
+    for (const ReportEntry& entry : report.entries) {
         if (!isAllShown && shown == kMostShown) {
             break;
         }

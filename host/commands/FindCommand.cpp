@@ -160,7 +160,7 @@ int Find(const FindOptions& options, Console& console) {
                        [&](CAEObject& root) { return search.Run(root, console); });
 }
 
-constexpr const char* kNotes =
+constexpr const char* kFindNotes =
     "Conditions, all of which must be met:\n"
     "  NAME=VALUE    the same text; letter case does not count. != the opposite\n"
     "  NAME~PATTERN  * is any text, ? one character, [a-c] one of these. !~ the opposite\n"
@@ -202,7 +202,7 @@ void AddFindCommand(CLI::App& program, Console& console, int& status) {
                 "  korvane-json find projects/bracket kind=Study --show Solver\n"
                 "  korvane-json find projects/bracket kind=Part has=mesh 'has!=cad'\n"
                 "  korvane-json find bracket.kvp 'Mass>2 kg' 'path=**/static/*' --format csv\n",
-                kNotes);
+                kFindNotes);
     command.Call([options, &console, &status] { status = Find(*options, console); });
 }
 

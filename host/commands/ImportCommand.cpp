@@ -16,7 +16,7 @@
 #include "host/system/Phase.h"
 #include "host/system/Text.h"
 
-using korvane::exchange::Entry;
+using ReportEntry = korvane::exchange::Entry;
 using korvane::exchange::IsLeftOut;
 using korvane::exchange::Reason;
 
@@ -45,7 +45,7 @@ korvane::exchange::ImportOptions LibraryOptions(const ImportOptions& options) {
 /// Why nothing of the document fitted.
 std::string WhyNothingFits(const ImportReport& report) {
     std::string useless = report.hasRoot ? "nothing below its root can be used" : "its root cannot be read";
-    for (const Entry& entry : report.entries) {
+    for (const ReportEntry& entry : report.entries) {
         const bool isBelow = entry.pointer.starts_with("/children") || entry.pointer.starts_with("/files");
         if (IsLeftOut(entry.reason) && !report.hasRoot) {
             return entry.sentence;

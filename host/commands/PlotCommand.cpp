@@ -108,7 +108,7 @@ int DrawObjects(const PlotOptions& options, Console& console) {
     });
 }
 
-constexpr const char* kNotes =
+constexpr const char* kPlotNotes =
     "A point is an object that has a number for x or y, and for the other one itself or from the\n"
     "nearest object above it that has one; the same holds for --by. An axis has the unit that most of\n"
     "its numbers can be converted to; the others are named and left out. When the pointer rests on a\n"
@@ -149,7 +149,7 @@ void AddPlotCommand(CLI::App& program, Console& console, int& status) {
         command,
         "  korvane-json plot projects/bracket --x Files --y Size --kind Study -o sizes.svg\n"
         "  korvane-json plot bracket.kvp --x Mass --y 'Largest Displacement' --by Solver -o mass.svg\n",
-        kNotes);
+        kPlotNotes);
     command.Call([options, &console, &status] { status = DrawObjects(*options, console); });
 }
 

@@ -4,7 +4,7 @@
 #include "host/document/ReportText.h"
 #include "host/system/Text.h"
 
-using korvane::exchange::Entry;
+using ReportEntry = korvane::exchange::Entry;
 using korvane::exchange::IsLeftOut;
 using korvane::exchange::Reason;
 
@@ -22,7 +22,7 @@ bool IsAllowed(const korvane::exchange::Report& report, const StrictInput& input
         return true;
     }
     std::string first;
-    for (const Entry& entry : report.entries) {
+    for (const ReportEntry& entry : report.entries) {
         if (IsLeftOut(entry.reason) && entry.reason != Reason::kFixed) {
             first = ", the first at '" + Printable(std::string_view(entry.pointer)) + "': " + entry.sentence;
             break;
