@@ -591,8 +591,7 @@ TEST_F(ImportDocumentTest, ManyObjectsTakeCallsInProportion) {
 }
 
 TEST_F(ImportDocumentTest, HundredThousandObjects) {
-    // The sanitizers make a tenth take as long.
-    constexpr std::size_t kMany = kIsSanitized ? 9'900 : 99'000;
+    constexpr std::size_t kMany = kIsSample ? 9'900 : 99'000;
     const JSONNode document = libjson::parse(ManyObjects(kMany).c_str());
     const ImportOptions update = {.match = Match::kByKey, .remove = true};
     ImportReport report = korvane::exchange::ImportDocument(document, *project_, update);

@@ -286,8 +286,8 @@ TEST_P(DeepCommands, NeedNoStack) {
         return;
     }
     // Objects take longer than what is read over.
-    constexpr int kObjects = kIsSanitized ? 1500 : kIsSample ? 5000 : 10'000;
-    GoThrough(GetParam(), GetParam().becomesObjects ? kObjects : kIsSanitized ? 5000 : 20'000);
+    constexpr int kObjects = kIsSample ? 1500 : 10'000;
+    GoThrough(GetParam(), GetParam().becomesObjects ? kObjects : kIsSample ? 5000 : 20'000);
 }
 
 TEST(CommandsOfTheTests, AreAllThatTheHelpLists) {

@@ -26,7 +26,8 @@ std::vector<int> Levels() {
     if (kIsSanitized) {
         return {IsLongRun() ? kMany : kMany / 5};
     }
-    return IsLongRun() ? std::vector<int>{100'000, 1'000'000} : std::vector<int>{kMany};
+    return IsLongRun() ? std::vector<int>{100'000, 1'000'000}
+                       : std::vector<int>{kIsSample ? kMany / 2 : kMany};
 }
 
 /// What a call takes and gives.

@@ -25,7 +25,7 @@ inline constexpr bool kIsSanitized =
 /// So many levels that a call which went down into them, a frame for each, would need more than the small
 /// stacks on which tests make it.
 inline int DeepLevels() {
-    constexpr int kLevels = kIsSanitized ? 20'000 : 100'000;
+    constexpr int kLevels = kIsSanitized ? 10'000 : 100'000;
     return IsLongRun() && !kIsSanitized ? 10 * kLevels : kLevels;
 }
 

@@ -181,8 +181,8 @@ std::vector<ProgramCommand> OneOfEach(const std::vector<ProgramCommand>& command
     return found;
 }
 
-std::vector<ProgramCommand> OneOfEachIfSanitized(const std::vector<ProgramCommand>& commands) {
-    return kIsSanitized ? OneOfEach(commands) : commands;
+std::vector<ProgramCommand> OneOfEachInASample(const std::vector<ProgramCommand>& commands) {
+    return kIsSample ? OneOfEach(commands) : commands;
 }
 
 bool IsTriedBriefly(const ProgramCommand& command) {

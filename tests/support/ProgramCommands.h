@@ -61,8 +61,8 @@ std::vector<ProgramCommand> CommandsWhere(const std::function<bool(const Program
 /// The first of the commands with each name on the command line, where all of them would take too long.
 std::vector<ProgramCommand> OneOfEach(const std::vector<ProgramCommand>& commands);
 
-/// The same under the sanitizers, elsewhere all of them.
-std::vector<ProgramCommand> OneOfEachIfSanitized(const std::vector<ProgramCommand>& commands);
+/// The same where a sample is enough (LongRun.h), elsewhere all of them.
+std::vector<ProgramCommand> OneOfEachInASample(const std::vector<ProgramCommand>& commands);
 
 /// Whether the command is one of those with other options of which a few failures say enough: only in a long
 /// run are others than the first of the commands with a name tried with all of them.

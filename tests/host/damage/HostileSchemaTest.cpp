@@ -202,14 +202,9 @@ constexpr Hostility kHostilities[] = {
 };
 
 /// Each test has a share of them, so that none takes long. Where programs take long to start, only some
-/// shares are tried unless the test may be long: on Windows a tenth, under the sanitizers a twelfth.
-#if defined(_WIN32)
-constexpr int kTests = 2;
-const int kShares = IsLongRun() ? kTests : 10 * kTests;
-#else
-constexpr int kTests = 8;
-const int kShares = kIsSanitized && !IsLongRun() ? 12 * kTests : kTests;
-#endif
+/// shares are tried unless the test may be long: a tenth.
+constexpr int kTests = kIsSample ? 2 : 8;
+const int kShares = kIsSample && !IsLongRun() ? 10 * kTests : kTests;
 
 class HostileSchema : public DamageTest, public testing::WithParamInterface<int> {
 protected:

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Each test has a share of the damages, so that none takes long. The code is the same on Windows, where
-/// programs take long to start, so fewer are enough there. More commands read files with a checksum, and they
+/// Each test has a share of the damages, so that none takes long. Where programs take
+/// long to start, fewer are enough. More commands read files with a checksum, and they
 /// have more ways of being damaged.
 struct Amount {
     int shares;
@@ -20,14 +20,9 @@ struct Amount {
 
 Amount AmountFor(const FileFormat& format) {
     const bool hasChecksum = format.damaged == DamagedReading::AsSound;
-#if defined(_WIN32)
-    const int shares = 1;
-    const int inShortRun = hasChecksum ? 5 : 2;
-#else
-    const int shares = hasChecksum ? 5 : 1;
     const bool isFree = format.damaged == DamagedReading::AsFarAsItGoes;
-    const int inShortRun = kIsSanitized ? 1 : isFree ? 5 : 10;
-#endif
+    const int shares = hasChecksum && !kIsSample ? 5 : 1;
+    const int inShortRun = kIsSample ? (hasChecksum ? 3 : 1) : isFree ? 5 : 10;
     return {shares, IsLongRun() ? 100 : inShortRun};
 }
 

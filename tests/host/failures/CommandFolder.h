@@ -13,7 +13,7 @@ namespace failures {
 
 /// The commands that change databases, those that are tried here.
 inline std::vector<ProgramCommand> ChangingCommands() {
-    return OneOfEachIfSanitized(CommandsWhere(&ProgramCommand::IsChanging));
+    return OneOfEachInASample(CommandsWhere(&ProgramCommand::IsChanging));
 }
 
 /// The folder in which the commands run, and the states that their files can have.

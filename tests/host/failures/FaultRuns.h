@@ -40,7 +40,7 @@ inline Outcome RunHere(const std::vector<std::string>& arguments) {
 /// last and some in between. The last one is never reached.
 inline std::vector<std::uint64_t> Moments(std::uint64_t count) {
     constexpr std::uint64_t kEnds = kIsSample ? 1 : 2;
-    constexpr std::uint64_t kBetween = kIsSanitized ? 1 : kIsSample ? 3 : 4;
+    constexpr std::uint64_t kBetween = kIsSample ? 1 : 4;
     std::vector<std::uint64_t> moments;
     for (std::uint64_t moment = 1; moment <= count + 1; ++moment) {
         if (IsLongRun() || moment <= kEnds || moment + kEnds > count ||

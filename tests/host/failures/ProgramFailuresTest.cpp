@@ -17,8 +17,9 @@
 namespace failures {
 namespace {
 
-/// So many studies that the database is larger than what SQLite keeps in memory.
-constexpr int kManyStudies = 700;
+/// So many studies that the database is larger than what SQLite keeps in memory. Under the sanitizers, which
+/// are slow, small caches stand for that (SmallCaches).
+const int kManyStudies = kIsSanitized && !IsLongRun() ? 150 : 700;
 constexpr std::uintmax_t kKibibyte = 1024;
 /// Disks and limits of so many sizes, between what is there and what the command needs.
 std::uintmax_t LevelsFor(const ProgramCommand& command) {

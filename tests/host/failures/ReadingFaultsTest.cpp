@@ -116,7 +116,7 @@ TEST_P(ReadingFaults, LeaveTheChangeToBeUndoneOrUndoIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, ReadingFaults,
-                         testing::ValuesIn(OneOfEachIfSanitized(CommandsWhere(
+                         testing::ValuesIn(OneOfEachInASample(CommandsWhere(
                              [](const ProgramCommand& command) { return command.use == FileUse::Reads; }))),
                          [](const testing::TestParamInfo<ProgramCommand>& tested) {
                              return tested.param.name;
