@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <new>
@@ -37,6 +38,37 @@ void FillIn(const struct stat& status, Entry& entry) {
     entry.size = entry.type == EntryType::File ? static_cast<std::uint64_t>(status.st_size) : 0;
     entry.modified = status.st_mtime;
     entry.owner = status.st_uid;
+}
+
+/// Gives the file the new name and nothing else, with what the file system has.
+std::error_code NameAnew(const std::filesystem::path& from, const std::filesystem::path& to) {
+    // Plain renaming would replace a file that another program has created under the name since. A link does
+    // not.
+    std::error_code error;
+    std::filesystem::create_hard_link(from, to, error);
+    if (!error) {
+        // The file has its new name, whether or not the old one can be removed.
+        std::error_code ignored;
+        std::filesystem::remove(from, ignored);
+        return {};
+    }
+    if (error == std::errc::file_exists) {
+        return error;
+    }
+    // Some file systems have no links, such as those of memory cards, but rename without replacing.
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return {};
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return LastError();
+    }
+    // Others, behind a network, do neither. The look beforehand is the best that can be done there.
+    const bool isThere = std::filesystem::exists(std::filesystem::symlink_status(to, error));
+    if (isThere) {
+        return std::make_error_code(std::errc::file_exists);
+    }
+    std::filesystem::rename(from, to, error);
+    return error;
 }
 
 }  // namespace
@@ -123,22 +155,8 @@ std::size_t LongestName(const std::filesystem::path& folder) {
 }
 
 std::error_code MoveToNewName(const std::filesystem::path& from, const std::filesystem::path& to) {
-    std::error_code error;
-    // Renaming would replace a file that another program has created under the name since. A link does not,
-    // but some file systems have no links.
-    std::filesystem::create_hard_link(from, to, error);
-    if (error == std::errc::file_exists) {
+    if (const std::error_code error = NameAnew(from, to)) {
         return error;
-    }
-    if (error) {
-        std::filesystem::rename(from, to, error);
-        if (error) {
-            return error;
-        }
-    } else {
-        // The file has its new name, whether or not the old one can be removed.
-        std::error_code ignored;
-        std::filesystem::remove(from, ignored);
     }
     // The new name is on the disk when the folder is; if a file system cannot do that, it is not a failure.
     const int folder =

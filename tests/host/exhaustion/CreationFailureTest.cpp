@@ -4,9 +4,12 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <filesystem>
+#include <utility>
 
 #include "Failures.h"
 #include "ProgramState.h"
+#include "host/system/FileSystem.h"
 #include "host/system/TemporaryFile.h"
 
 namespace exhaustion {
@@ -144,6 +147,20 @@ TEST_P(CreationFailure, WithoutANameSaysSoAndLeavesNothing) {
     EXPECT_TRUE(ContentOf(state.Folder()) == state.Before());
 }
 
+TEST_P(CreationFailure, NeedsNoLinksAndNoRenamingWithoutReplacing) {
+    for (const bool renamesExclusively : {true, false}) {
+        Plan plan;
+        plan.hasLinks = false;
+        plan.renamesExclusively = renamesExclusively;
+        const ProcessResult result = Run(plan);
+        EXPECT_EQ(result.status, 0) << result.error;
+        EXPECT_EQ(result.error, wanted.error);
+        EXPECT_EQ(state.TextOf(created), text);
+        EXPECT_EQ(Names(), NamesWith(true));
+        state.Restore();
+    }
+}
+
 TEST_P(CreationFailure, AKillLeavesTheWholeFileOrNoneAndTheNextRunRemovesTheRest) {
     bool wasCreated = false;
     for (long number = 1; number <= calls; ++number) {
@@ -177,6 +194,30 @@ INSTANTIATE_TEST_SUITE_P(Commands, CreationFailure,
                              return !CreatedFile(command).empty();
                          })),
                          [](const auto& command) { return command.param.name; });
+
+TEST(MoveToNewName, ReplacesNothingWithWhateverTheFileSystemHas) {
+    for (const auto& [hasLinks, renamesExclusively] :
+         {std::pair(true, true), {false, true}, {false, false}}) {
+        SCOPED_TRACE(std::to_string(hasLinks) + std::to_string(renamesExclusively));
+        const TemporaryDirectory folder;
+        const std::filesystem::path from = folder.Write("from", "new");
+        const std::filesystem::path to = folder.Write("to", "old");
+        Plan plan;
+        plan.hasLinks = hasLinks;
+        plan.renamesExclusively = renamesExclusively;
+        PlanFileCalls(plan);
+        EXPECT_EQ(host::MoveToNewName(from, to), std::errc::file_exists);
+        EXPECT_EQ(ReadWholeFile(from), "new");
+        EXPECT_EQ(ReadWholeFile(to), "old");
+        EXPECT_FALSE(host::MoveToNewName(from, folder.Path() / "third"));
+        EXPECT_FALSE(std::filesystem::exists(from));
+        EXPECT_EQ(ReadWholeFile(folder.Path() / "third"), "new");
+        // What leads nowhere is a name, too.
+        std::filesystem::create_symlink("nowhere", folder.Path() / "fourth");
+        EXPECT_EQ(host::MoveToNewName(to, folder.Path() / "fourth"), std::errc::file_exists);
+        EXPECT_EQ(ReadWholeFile(to), "old");
+    }
+}
 
 }  // namespace
 }  // namespace exhaustion

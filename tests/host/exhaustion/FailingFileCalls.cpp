@@ -182,6 +182,9 @@ int flock(int descriptor, int operation) {
 }
 
 int link(const char* oldName, const char* newName) {
+    if (exhaustion::countsCalls && !exhaustion::plannedCalls.hasLinks) {
+        return Failure(EPERM);
+    }
     return exhaustion::IsNameRefused(newName)
                ? Failure(EIO)
                : static_cast<int>(::syscall(SYS_linkat, AT_FDCWD, oldName, AT_FDCWD, newName, 0));
@@ -196,6 +199,15 @@ int linkat(int oldFolder, const char* oldName, int newFolder, const char* newNam
 int rename(const char* oldName, const char* newName) {
     return exhaustion::IsNameRefused(newName) ? Failure(EIO)
                                               : static_cast<int>(::syscall(SYS_rename, oldName, newName));
+}
+
+int renameat2(int oldFolder, const char* oldName, int newFolder, const char* newName, unsigned flags) {
+    if (exhaustion::countsCalls && !exhaustion::plannedCalls.renamesExclusively) {
+        return Failure(EINVAL);
+    }
+    return exhaustion::IsNameRefused(newName)
+               ? Failure(EIO)
+               : static_cast<int>(::syscall(SYS_renameat2, oldFolder, oldName, newFolder, newName, flags));
 }
 
 int unlink(const char* name) {

@@ -29,6 +29,9 @@ struct Plan {
     Outcome outcome = Outcome::Fails;
     /// Whether the file system has files without names.
     bool hasUnnamedFiles = true;
+    /// Whether it has links, and renames a file without replacing another.
+    bool hasLinks = true;
+    bool renamesExclusively = true;
     /// File operations count in directories of this name only.
     std::string_view folder = "out";
     /// Whether no file in them gets another name, whatever else fails.
