@@ -83,9 +83,8 @@ TEST_F(ProgramProjectFile, NewCountsWhatStoreCounts) {
         const std::string made = Do({"new", directory, "p.kvp", "--force"});
         Do({"export", "p.kvp", "-o", "d.json"});
         const std::string stored = Do({"store", "d.json", "--db", directory + ".db", "-o", "a.json"});
-        const bool isStudy = directory != "root";
-        const std::string files = isStudy ? "2 files" : "3 files";
-        const std::string objects = isStudy ? "6 objects" : "6 objects";
+        const std::string files = directory == "root" ? "3 files" : "2 files";
+        const std::string objects = "6 objects";
         EXPECT_NE(made.find(": " + objects + ", the project among them, and " + files), std::string::npos)
             << made;
         EXPECT_NE(stored.find(": " + objects + " and " + files + " stored, "), std::string::npos) << stored;

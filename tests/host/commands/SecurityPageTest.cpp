@@ -41,14 +41,13 @@ Names ExportedBy(const std::string& header) {
     std::istringstream lines(header);
     for (std::string line; std::getline(lines, line);) {
         std::smatch found;
-        if (std::regex_search(line, found, function)) {
-            names.insert(found[1]);
-        } else if (std::regex_search(line, found, exported)) {
+        if (std::regex_search(line, found, exported)) {
             inside = found[1];
             names.insert(inside);
         } else if (line == "private:" || line == "};") {
             inside.clear();
-        } else if (!inside.empty() && std::regex_search(line, found, member)) {
+        } else if (std::regex_search(line, found, function) ||
+                   (!inside.empty() && std::regex_search(line, found, member))) {
             names.insert(found[1]);
         }
     }

@@ -135,7 +135,9 @@ public:
         }
     }
 };
-testing::Environment* const kFolderInMemory = testing::AddGlobalTestEnvironment(new FolderInMemory);
+// Google Test deletes it.
+testing::Environment* const kFolderInMemory =
+    testing::AddGlobalTestEnvironment(std::make_unique<FolderInMemory>().release());
 
 #endif
 

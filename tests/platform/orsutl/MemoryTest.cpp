@@ -98,7 +98,7 @@ TEST(OuStringMemory, TakesOneBlockForANarrowTextInUtf8AndItsAnsiForm) {
 TEST(OuStringMemory, TakesOneBlockMoreForAnotherAnsiForm) {
     EXPECT_EQ(AllocationsOf([] {
                   const OuString text(L"\u00FC");
-                  const OuString copy(text);  // NOLINT(performance-unnecessary-copy-initialization)
+                  const OuString copy(text);
                   EXPECT_STREQ(copy.GetAnsiBuffer(), "\xC3\xBC");
                   EXPECT_STREQ(text.GetAnsiBuffer(), "\xC3\xBC");
               }),

@@ -17,7 +17,7 @@
 namespace {
 
 void* Slot(int number) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the slots are made for it.
+    // The slots are made for it.
     return reinterpret_cast<void*>(static_cast<std::intptr_t>(number));
 }
 

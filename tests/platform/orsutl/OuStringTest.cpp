@@ -85,7 +85,7 @@ TEST(OuString, TakesANullPointerAsTheEmptyText) {
 
 TEST(OuString, SharesItsBufferWithCopies) {
     const OuString text(L"shared \u00FC");
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): copies are what is tested.
+    // Copies are what is tested.
     const OuString copy(text);
     OuString assigned;
     assigned = copy;

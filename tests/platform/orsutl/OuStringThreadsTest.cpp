@@ -38,7 +38,7 @@ TEST(OuStringThreads, MakesTheAnsiFormOnceForCopiesThatAskTogether) {
         std::vector<const char*> answers(4);
         std::atomic<int> right{0};
         RunTogether([&text, &answers, &right](int number) {
-            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): copies are what is tested.
+            // Copies are what is tested.
             const OuString copy(text);
             const char* answer = copy.GetAnsiBuffer();
             right += std::strcmp(answer, "asked by many \xC3\xBC") == 0 ? 1 : 0;
