@@ -8,7 +8,6 @@ using allocations::Source;
 
 void allocations::CountOperatorNew() {}
 
-// NOLINTBEGIN(cppcoreguidelines-owning-memory): these are what owners are made of.
 void* operator new(std::size_t size) {
     if (GateOf(Source::kNew).Admit()) {
         if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
@@ -28,4 +27,3 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     operator delete(memory);
 }
-// NOLINTEND(cppcoreguidelines-owning-memory)

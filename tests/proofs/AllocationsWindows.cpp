@@ -21,7 +21,6 @@ void* Allocate(std::size_t bytes) {
 void Free(void* memory) {
     if (memory != nullptr) {
         GateOf(Source::kNew).Return();
-        // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): an allocator is what owners are made of.
         std::free(memory);
     }
 }

@@ -47,7 +47,6 @@ void Free(void* block) {
 
 }  // namespace
 
-// NOLINTBEGIN(cppcoreguidelines-owning-memory): these are what owners are made of.
 void* operator new(std::size_t size) {
     if (void* const memory = Allocate(size)) {
         return memory;
@@ -62,7 +61,6 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     Free(memory);
 }
-// NOLINTEND(cppcoreguidelines-owning-memory)
 
 CountedMemory::CountedMemory() : before_(inUse) {
     most = inUse;

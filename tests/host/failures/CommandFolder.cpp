@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
 
 #if !defined(_WIN32)
@@ -135,9 +134,7 @@ public:
         }
     }
 };
-// Google Test deletes it.
-testing::Environment* const kFolderInMemory =
-    testing::AddGlobalTestEnvironment(std::make_unique<FolderInMemory>().release());
+testing::Environment* const kFolderInMemory = testing::AddGlobalTestEnvironment(new FolderInMemory);
 
 #endif
 

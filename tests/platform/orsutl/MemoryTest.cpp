@@ -37,7 +37,6 @@ bool ThrowsWithoutMemory(Body body) {
 
 }  // namespace
 
-// NOLINTBEGIN(cppcoreguidelines-owning-memory): owners are built with these.
 void* operator new(std::size_t size) {
     ++allocations;
     if (!denied) {
@@ -55,7 +54,6 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
-// NOLINTEND(cppcoreguidelines-owning-memory)
 
 namespace {
 
