@@ -1,8 +1,6 @@
 // Makes a directory of the names that the lines of the input are and reads it as a project. Every file gets
 // its own line and those behind it as its content, so that decks include files.
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -11,6 +9,7 @@
 #include <string_view>
 
 #include "Expect.h"
+#include "FuzzedFiles.h"
 #include "Trip.h"
 #include "host/directory/DirectoryReader.h"
 #include "host/document/TreePrinter.h"
@@ -18,11 +17,6 @@
 namespace {
 
 constexpr int kMostFiles = 12;
-
-std::filesystem::path Root() {
-    const std::filesystem::path folder = std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp";
-    return std::filesystem::canonical(folder) / ("fuzz-directory-" + std::to_string(::getpid()));
-}
 
 /// Where in the root a name lies; empty for one that leads out of it.
 std::filesystem::path PlaceOf(std::string_view line) {
@@ -52,12 +46,11 @@ void Fill(const std::filesystem::path& root, std::string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::filesystem::path root = Root();
+    static const std::filesystem::path root = PlaceInMemory("directory");
     std::filesystem::remove_all(root);
     std::filesystem::create_directory(root);
     Fill(root, {reinterpret_cast<const char*>(data), size});
-    host::Console console([](std::string_view) {}, false, &host::Console::Clock::now);
-    const host::DirectoryReading reading = host::ReadDirectory(root, std::nullopt, console);
+    const host::DirectoryReading reading = host::ReadDirectory(root, std::nullopt, Silent());
     Expect(reading.project != nullptr && !reading.error, "a directory is read");
     Expect(!host::PrintTree(*reading.project, {}).empty(), "a project is printed");
     ExpectTrip(*reading.project);

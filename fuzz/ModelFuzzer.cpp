@@ -1,16 +1,13 @@
 // Reads any text as a model in every syntax. The text is in three files that include each other, and the same
 // with a surface made of it.
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <string>
 #include <string_view>
 
 #include "Expect.h"
+#include "FuzzedFiles.h"
 #include "host/model/ModelReader.h"
 #include "host/model/SurfaceMesh.h"
 
@@ -95,19 +92,18 @@ void ExpectModel(const std::filesystem::path& file, host::ModelSyntax syntax) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::filesystem::path folder =
-        std::filesystem::canonical(std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp") /
-        ("fuzz-model-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder);
+    static const std::filesystem::path folder = PlaceInMemory("model");
+    std::filesystem::create_directory(folder);
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     // The first file may include the others by their names.
-    std::ofstream(folder / "deck", std::ios::binary) << text;
-    std::ofstream(folder / "a", std::ios::binary) << text.substr(size / 2);
-    std::ofstream(folder / "b", std::ios::binary) << text.substr(size / 4 * 3);
+    WriteBytes(folder / "deck", text);
+    WriteBytes(folder / "a", text.substr(size / 2));
+    WriteBytes(folder / "b", text.substr(size / 4 * 3));
     for (const host::ModelSyntax syntax :
          {host::ModelSyntax::Abaqus, host::ModelSyntax::Nastran, host::ModelSyntax::LsDyna,
           host::ModelSyntax::Stl, host::ModelSyntax::Gmsh}) {
         ExpectModel(folder / "deck", syntax);
     }
+    std::filesystem::remove_all(folder);
     return 0;
 }

@@ -66,7 +66,8 @@ TEST(Metadata, EmptyNamesAndValuesAreWritten) {
 
 TEST(Metadata, ValueOfTenMegabytesIsWrittenWhole) {
     TestProject project;
-    const std::wstring value(10'000'000, L'x');
+    std::wstring value;
+    value.resize(10'000'000, L'x');
     project->setMetadataValue(L"Log", OuString(value.c_str()));
     EXPECT_EQ(MetadataText(*project), R"({"metaData":{"Log":{"value":")" + std::string(value.size(), 'x') +
                                           R"(","metaDataType":""}}})");
