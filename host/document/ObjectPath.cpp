@@ -29,14 +29,18 @@ bool IsDirectory(const CAEObject& object) {
     return object.getType() == CAE_MODEL || object.getType() == CAE_ASSEMBLY_FOLDER;
 }
 
-/// What follows the directory and a slash; nothing if the path does not lead into it.
-std::string_view Below(std::string_view path, std::string_view directory) {
-    if (directory.empty()) {
+/// What follows the slash behind a directory of that length; nothing if there is none.
+std::string_view Behind(std::string_view path, std::size_t directory) {
+    if (directory == 0) {
         return path;
     }
-    return path.size() > directory.size() + 1 && path.starts_with(directory) && path[directory.size()] == '/'
-               ? path.substr(directory.size() + 1)
-               : std::string_view();
+    return path.size() > directory + 1 && path[directory] == '/' ? path.substr(directory + 1)
+                                                                 : std::string_view();
+}
+
+/// What follows the directory and a slash; nothing if the path does not lead into it.
+std::string_view Below(std::string_view path, std::string_view directory) {
+    return path.starts_with(directory) ? Behind(path, directory.size()) : std::string_view();
 }
 
 /// The path from the directory of the project to that of the study, by the deck of its first iteration; empty
@@ -81,21 +85,26 @@ void ObjectPath::Enter(const CAEObject& child) {
     levels_.push_back({begin, IsDirectory(child) ? path_.size() : before, otherDirectories_.size()});
     if (child.getType() == CAE_MODEL) {
         const std::string path = DirectoryOfStudy(child, directory_);
-        if (!path.empty() && path != PathOfDirectory()) {
+        const DirectoryPath expected = PathOfDirectory();
+        if (!path.empty() && !(path.size() == expected.Size() && expected.IsBeginningOf(path))) {
             otherDirectories_.push_back({path, path_.size()});
             levels_.back().otherDirectories = otherDirectories_.size();
         }
     }
 }
 
-/// The path from the directory of the project to that of the study or folder that the object is or is in.
-std::string ObjectPath::PathOfDirectory() const {
+bool ObjectPath::DirectoryPath::IsBeginningOf(std::string_view path) const {
+    return path.starts_with(other) && path.substr(other.size()).starts_with(names);
+}
+
+ObjectPath::DirectoryPath ObjectPath::PathOfDirectory() const {
     const std::size_t end = levels_.empty() ? 0 : levels_.back().endOfDirectory;
+    const std::string_view names = std::string_view(path_).substr(0, end);
     if (otherDirectories_.empty()) {
-        return path_.substr(0, end);
+        return {{}, names};
     }
     const OtherDirectory& other = otherDirectories_.back();
-    return other.path + path_.substr(other.end, end - other.end);
+    return {other.path, names.substr(other.end)};
 }
 
 void ObjectPath::Leave() {
@@ -135,7 +144,9 @@ std::string ObjectPath::PlaceOf(const CAEFile& file) const {
     if (fromProject.empty()) {
         return path.substr(path.find_last_of("/\\") + 1);
     }
-    const std::string_view fromStudy = Below(fromProject, PathOfDirectory());
+    const DirectoryPath directory = PathOfDirectory();
+    const std::string_view fromStudy =
+        directory.IsBeginningOf(fromProject) ? Behind(fromProject, directory.Size()) : std::string_view();
     return std::string(fromStudy.empty() ? fromProject : fromStudy);
 }
 

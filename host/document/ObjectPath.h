@@ -48,7 +48,17 @@ private:
         /// Where the path of the names ends that this one stands for.
         std::size_t end;
     };
-    std::string PathOfDirectory() const;
+    /// The path from the directory of the project to that of the study or folder that the object is or is in,
+    /// in two parts: a path is as long as all names of a deep object together, too long to be put together
+    /// for each.
+    struct DirectoryPath {
+        std::string_view other;
+        std::string_view names;
+
+        bool IsBeginningOf(std::string_view path) const;
+        std::size_t Size() const { return other.size() + names.size(); }
+    };
+    DirectoryPath PathOfDirectory() const;
     std::string_view LastNames(std::size_t most) const;
 
     std::string directory_;

@@ -11,6 +11,15 @@ protected:
     CAEFile& AddFile(const OuString& path) {
         return *korvane::CreateFile(*project, path, CAE_FILE_PICTURE, CAE_FORMAT_BINARY);
     }
+    /// With one run, which has the deck.
+    CAEObject& AddStudy(CAEObject& parent, const OuString& name, const OuString& deck) {
+        CAEObject& study = *korvane::CreateObject(parent, CAE_MODEL, name);
+        CAEObject& iterations = *korvane::CreateObject(study, CAE_ITERATION_FOLDER, L"Iterations");
+        CAEObject& iteration = *korvane::CreateObject(iterations, CAE_ITERATION, L"1");
+        CAEObject& model = *korvane::CreateObject(iteration, CAE_ITERATION_MODEL, L"run");
+        dynamic_cast<CAERunAssembly&>(model).setFERepresentationFile(AddFile(deck).getID());
+        return study;
+    }
     std::vector<std::string> Paths() const {
         std::vector<std::string> paths;
         WalkObjects(*project, [&](const WalkedObject& walked) {
@@ -36,6 +45,48 @@ TEST_F(ObjectWalkTest, FilesAreToldApartByTheirFoldersInTheStudy) {
                            "3 Linear/Plates/Refs/mesh.png", "3 Linear/Plates/Plate",
                            "4 Linear/Plates/Plate/Refs/plate.png", "4 Linear/Plates/Plate/Linear/else.png",
                            "4 Linear/Plates/Plate/far.png"}));
+}
+
+TEST_F(ObjectWalkTest, ADirectoryIsMoreThanABeginning) {
+    CAEObject& folder = *korvane::CreateObject(*project, CAE_ASSEMBLY_FOLDER, L"a");
+    CAEObject& study = *korvane::CreateObject(folder, CAE_MODEL, L"b");
+    for (const wchar_t* const path :
+         {L"/data/demo/a/b/1.png", L"/data/demo/a/bc/2.png", L"/data/demo/a/b", L"/data/demo/a/b/",
+          L"/data/demo/a/c/3.png", L"/data/demo/a", L"/data/demonstration/a/b/4.png"}) {
+        study.attachCustomFile(AddFile(path).getID(), nullptr);
+    }
+    EXPECT_EQ(Paths(),
+              (std::vector<std::string>{"0 .", "1 a", "2 a/b", "3 a/b/1.png", "3 a/b/a/bc/2.png", "3 a/b/a/b",
+                                        "3 a/b/a/b/", "3 a/b/a/c/3.png", "3 a/b/a", "3 a/b/4.png"}));
+}
+
+TEST_F(ObjectWalkTest, AStudyThatAUserNamedHasTheDirectoryOfItsDeck) {
+    CAEObject& folder = *korvane::CreateObject(*project, CAE_ASSEMBLY_FOLDER, L"Linear");
+    CAEObject& study = AddStudy(folder, L"Second", L"/data/demo/Linear/Plates/deck.inp");
+    CAEObject& below = *korvane::CreateObject(study, CAE_ASSEMBLY_FOLDER, L"Refs");
+    below.attachCustomFile(AddFile(L"/data/demo/Linear/Plates/Refs/1.png").getID(), nullptr);
+    below.attachCustomFile(AddFile(L"/data/demo/Linear/Plates/RefsOfOthers/2.png").getID(), nullptr);
+    below.attachCustomFile(AddFile(L"/data/demo/Linear/Second/Refs/3.png").getID(), nullptr);
+    below.attachCustomFile(AddFile(L"/data/demo/Linear/Plates/4.png").getID(), nullptr);
+    study.attachCustomFile(AddFile(L"/data/demo/Linear/Plates/5.png").getID(), nullptr);
+    study.attachCustomFile(AddFile(L"/data/demo/Linear/6.png").getID(), nullptr);
+    EXPECT_EQ(
+        Paths(),
+        (std::vector<std::string>{
+            "0 .", "1 Linear", "2 Linear/Second", "3 Linear/Second/5.png", "3 Linear/Second/Linear/6.png",
+            "3 Linear/Second/Iterations", "4 Linear/Second/Iterations/1", "5 Linear/Second/Iterations/1/run",
+            "6 Linear/Second/Iterations/1/run/deck.inp", "3 Linear/Second/Refs", "4 Linear/Second/Refs/1.png",
+            "4 Linear/Second/Refs/Linear/Plates/RefsOfOthers/2.png",
+            "4 Linear/Second/Refs/Linear/Second/Refs/3.png", "4 Linear/Second/Refs/Linear/Plates/4.png"}));
+}
+
+TEST_F(ObjectWalkTest, TheDirectoryOfAStudyMayBeginWithItsName) {
+    CAEObject& study = AddStudy(*project, L"Plates", L"/data/demo/Plates2/deck.inp");
+    study.attachCustomFile(AddFile(L"/data/demo/Plates2/Refs/1.png").getID(), nullptr);
+    EXPECT_EQ(Paths(),
+              (std::vector<std::string>{"0 .", "1 Plates", "2 Plates/Refs/1.png", "2 Plates/Iterations",
+                                        "3 Plates/Iterations/1", "4 Plates/Iterations/1/run",
+                                        "5 Plates/Iterations/1/run/deck.inp"}));
 }
 
 TEST_F(ObjectWalkTest, AFileIsVisitedOnce) {
