@@ -4,11 +4,23 @@
 
 #include <new>
 #include <string>
+#include <system_error>
 
 #include "DatabaseError.h"
 #include "SqliteMemory.h"
 
 namespace host {
+namespace {
+
+std::error_code SystemError(sqlite3* handle) {
+    return {handle != nullptr ? sqlite3_system_errno(handle) : 0, std::system_category()};
+}
+
+bool LacksDescriptors(std::error_code error) {
+    return error == std::errc::too_many_files_open || error == std::errc::too_many_files_open_in_system;
+}
+
+}  // namespace
 
 void Fail(sqlite3* handle, int code) {
     switch (code & 0xFF) {
@@ -26,6 +38,9 @@ void Fail(sqlite3* handle, int code) {
                       "cannot be undone: make the file and its directory writable"
                     : "is read-only: make it writable");
         case SQLITE_CANTOPEN:
+            if (const std::error_code error = SystemError(handle); LacksDescriptors(error)) {
+                throw DatabaseError("cannot be opened or created: " + error.message());
+            }
             throw DatabaseError("cannot be opened or created: its directory must exist and be writable");
         case SQLITE_FULL:
             throw DatabaseError("cannot be written, because the disk is full: free some space");

@@ -7,6 +7,11 @@
 
 #if defined(_WIN32)
 #include <windows.h>
+#else
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <system_error>
 #endif
 
 namespace host {
@@ -72,6 +77,24 @@ TEST_F(DatabaseTest, SaysThatAnotherProgramKeepsTheFileForItself) {
     EXPECT_EQ(ErrorOfOpening(file, DatabaseUse::Changing),
               "cannot be read: " + std::system_category().message(ERROR_SHARING_VIOLATION));
     ::CloseHandle(handle);
+}
+
+#else
+
+TEST_F(DatabaseTest, SaysThatTooManyFilesAreOpen) {
+    const std::filesystem::path file = folder / "p.kvp";
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const int firstFree = ::dup(STDERR_FILENO);
+    ::close(firstFree);
+    rlimit narrow = before;
+    narrow.rlim_cur = static_cast<rlim_t>(firstFree);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &narrow), 0);
+    const std::string error = ErrorOfOpening(file, DatabaseUse::Creating);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(error, "cannot be opened or created: " +
+                         std::make_error_code(std::errc::too_many_files_open).message());
+    EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 #endif
