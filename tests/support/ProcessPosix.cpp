@@ -56,11 +56,8 @@ std::string ReadFromPipe(int pipe, std::size_t most) {
 }
 
 ProcessorTime TimeOf(const rusage& usage) {
-    const auto milliseconds = [](const timeval& time) {
-        return std::chrono::duration_cast<ProcessorTime>(std::chrono::seconds(time.tv_sec) +
-                                                         std::chrono::microseconds(time.tv_usec));
-    };
-    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+    return std::chrono::duration_cast<ProcessorTime>(std::chrono::seconds(usage.ru_utime.tv_sec) +
+                                                     std::chrono::microseconds(usage.ru_utime.tv_usec));
 }
 
 }  // namespace

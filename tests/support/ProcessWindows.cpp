@@ -64,8 +64,13 @@ bool IsUnderWine() {
     return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
+struct Times {
+    ProcessorTime ofProcess;
+    ProcessorTime ofSystem;
+};
+
 /// Nothing if the system does not tell.
-std::optional<ProcessorTime> TimeOf(HANDLE process) {
+std::optional<Times> TimesOf(HANDLE process) {
     using HundredNanoseconds = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
     FILETIME ignored{};
     FILETIME kernel{};
@@ -73,17 +78,23 @@ std::optional<ProcessorTime> TimeOf(HANDLE process) {
     if (::GetProcessTimes(process, &ignored, &ignored, &kernel, &user) == 0) {
         return std::nullopt;
     }
-    const auto ticks = [](const FILETIME& time) {
-        return static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    const auto milliseconds = [](const FILETIME& time) {
+        const std::int64_t ticks = static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+        return std::chrono::duration_cast<ProcessorTime>(HundredNanoseconds(ticks));
     };
-    return std::chrono::duration_cast<ProcessorTime>(HundredNanoseconds(ticks(kernel) + ticks(user)));
+    return Times{.ofProcess = milliseconds(user), .ofSystem = milliseconds(kernel)};
+}
+
+ProcessorTime TimeOf(HANDLE process) {
+    const std::optional<Times> times = TimesOf(process);
+    return times ? times->ofProcess : ProcessorTime::zero();
 }
 
 /// Whether the process has done nothing yet, not even what every program does before its main function.
 bool HasDoneNothing(HANDLE process) {
     constexpr ProcessorTime kLeast{30};
-    const std::optional<ProcessorTime> time = TimeOf(process);
-    return time && *time < kLeast;
+    const std::optional<Times> times = TimesOf(process);
+    return times && times->ofProcess + times->ofSystem < kLeast;
 }
 
 /// Waits for the end. A process can wait for itself inside of Wine before it comes to run: it is ended after
@@ -181,7 +192,7 @@ std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const
     DWORD status = 0;
     ::GetExitCodeProcess(process.get(), &status);
     result.status = static_cast<int>(status);
-    result.processorTime = TimeOf(process.get()).value_or(ProcessorTime::zero());
+    result.processorTime = TimeOf(process.get());
     if (options.output.empty() && !options.bytesRead) {
         result.output = ReadWholeFile(outputFile);
     }
@@ -192,7 +203,7 @@ std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const
 }  // namespace
 
 ProcessorTime ProcessorTimeSoFar() {
-    return TimeOf(::GetCurrentProcess()).value_or(ProcessorTime::zero());
+    return TimeOf(::GetCurrentProcess());
 }
 
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {

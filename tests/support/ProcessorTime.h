@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <chrono>
 
-/// What processors spent on a process, in all its threads and in the system for it.
+/// What processors spent in a process, in all its threads. What the system does for it is not counted: memory
+/// that is handed out for the first time takes the longer for each page the more it is (measured on a virtual
+/// machine: 2 microseconds of 250 MB, 8 of 2.5 GB), whatever is done with it.
 using ProcessorTime = std::chrono::milliseconds;
 
 /// Of this process, without those that it started. It comes with the library of Process.h.
