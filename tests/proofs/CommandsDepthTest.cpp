@@ -16,13 +16,21 @@
 
 namespace {
 
+/// Which levels become objects, instead of being left out or without effect.
+enum class Objects {
+    kAll,
+    kFirst,
+    kNone,
+};
+
 /// Where the levels of a document lie, and how often it has what is on each level.
 struct Nesting {
     const char* name;
     std::string_view opening;
     std::string_view closing;
-    /// Whether each level becomes an object, instead of being left out or without effect.
-    bool becomesObjects;
+    Objects objects;
+
+    bool BecomesObjects() const { return objects == Objects::kAll; }
 };
 
 void PrintTo(const Nesting& nesting, std::ostream* out) {
@@ -30,22 +38,19 @@ void PrintTo(const Nesting& nesting, std::ostream* out) {
 }
 
 constexpr Nesting kNestings[] = {
-    {"Children", R"({"type":"CAEMODEL","name":"m","children":[)", "]}", true},
+    {"Children", R"({"type":"CAEMODEL","name":"m","children":[)", "]}", Objects::kAll},
     {"Mixed",
      R"({"type":"CAEMODEL","name":"m","metaData":{"m":{"value":"1","metaDataType":"kg"}},)"
      R"("files":[{"type":"CAEFILE","name":"f","fileType":"Deck"}],"children":[)",
-     "]}", true},
-    {"Arrays", "[", "]", false},
-    {"UnknownMembers", R"({"type":"CAEMODEL","unknown":[{"metaData":)", "}]}", false},
-    {"Files", R"({"type":"CAEMODEL","files":[{"name":"f","files":[)", "]}]}", false},
-    {"Metadata", R"({"type":"CAEMODEL","metaData":{"m":{"value":)", "}}}", false},
+     "]}", Objects::kAll},
+    {"Arrays", "[", "]", Objects::kNone},
+    {"UnknownMembers", R"({"type":"CAEMODEL","unknown":[{"metaData":)", "}]}", Objects::kFirst},
+    {"Files", R"({"type":"CAEMODEL","files":[{"name":"f","files":[)", "]}]}", Objects::kFirst},
+    {"Metadata", R"({"type":"CAEMODEL","metaData":{"m":{"value":)", "}}}", Objects::kFirst},
 };
 
-std::string DocumentOf(const Nesting& nesting, int levels) {
-    // A document of which nothing can be used would be refused.
-    std::string text =
-        R"({"type":"SIMULATION","name":"Deep","metaData":{"Mass":{"value":"1","metaDataType":"kg"}},)"
-        R"("children":[{"type":"CAEPART"},)";
+std::string LevelsOf(const Nesting& nesting, int levels) {
+    std::string text;
     for (int level = 0; level < levels; ++level) {
         text += nesting.opening;
     }
@@ -53,7 +58,14 @@ std::string DocumentOf(const Nesting& nesting, int levels) {
     for (int level = 0; level < levels; ++level) {
         text += nesting.closing;
     }
-    return text + "]}";
+    return text;
+}
+
+std::string DocumentOf(const Nesting& nesting, int levels) {
+    // A document of which nothing can be used would be refused.
+    return R"({"type":"SIMULATION","name":"Deep","metaData":{"Mass":{"value":"1","metaDataType":"kg"}},)"
+           R"("children":[{"type":"CAEPART"},)" +
+           LevelsOf(nesting, levels) + "]}";
 }
 
 std::size_t CountIn(const std::string& text, std::string_view word) {
@@ -155,6 +167,9 @@ const std::vector<DeepCommand>& CommandsOfAllLevels() {
     return commands;
 }
 
+/// The status of `compare` for projects that differ.
+constexpr int kDifferent = 1;
+
 /// What the processor spent on runs.
 using Times = std::map<std::string, ProcessorTime>;
 
@@ -170,14 +185,21 @@ public:
         folder_.Write("given/other.json", R"({"type":"SIMULATION","name":"Other","children":[]})");
         Run("import", {"import", "source.json", "given/p.kvp"});
         CompleteCommandFolder(folder_, [&](const auto& arguments) { Run(arguments.front(), arguments); });
-        WriteDocumentWithOtherInnermost();
+        if (nesting.BecomesObjects()) {
+            WriteDocumentWithOtherInnermost();
+        } else {
+            // The project does not have the levels, so neither has what the program wrote from it.
+            AddLevels("given/document.json");
+            AddLevels("given/answer.json");
+        }
     }
 
     void Run(const ProgramCommand& command) {
         const std::filesystem::path document = folder_ / "out/document.json";
         std::filesystem::remove(document);
-        RunWithFile(command, 0);
-        if (!nesting_.becomesObjects) {
+        const bool isCompared = command.arguments.front() == "compare";
+        RunWithFile(command, isCompared && nesting_.objects == Objects::kFirst ? kDifferent : 0);
+        if (!nesting_.BecomesObjects()) {
             return;
         }
         const std::string_view name = command.name;
@@ -214,7 +236,7 @@ public:
         Run("compare", {"compare", "out/fetched.json", "out/rebuilt.kvp"});
     }
     void ExpectAnswerOfAllLevels() const {
-        if (nesting_.becomesObjects) {
+        if (nesting_.BecomesObjects()) {
             EXPECT_GE(CountIn(ReadWholeFile(folder_ / "given/answer.json"), "\"dbkey\""),
                       static_cast<std::size_t>(levels_));
         }
@@ -234,6 +256,14 @@ private:
     void RunWithFile(const ProgramCommand& command, int status) {
         PutFileOf(command, folder_);
         Run(command.name, ArgumentsIn(folder_, command), status);
+    }
+    /// As one more child of the root.
+    void AddLevels(const std::string& file) const {
+        constexpr std::string_view kChildren = "\"children\":[";
+        std::string text = ReadWholeFile(folder_ / file);
+        const std::size_t at = text.find(kChildren);
+        ASSERT_NE(at, std::string::npos) << file;
+        folder_.Write(file, text.insert(at + kChildren.size(), LevelsOf(nesting_, levels_) + ","));
     }
     void WriteDocumentWithOtherInnermost() const {
         constexpr std::string_view kType = "CAEPART";
@@ -262,7 +292,7 @@ Times GoThrough(const Nesting& nesting, int levels) {
                             {"import", "--update", "--same", "source.json", "work/p.kvp"},
                             FileUse::Changes,
                             "p.kvp"});
-    if (nesting.becomesObjects) {
+    if (nesting.BecomesObjects()) {
         for (const DeepCommand& command : CommandsOfAllLevels()) {
             runs.Run(command);
         }
@@ -282,12 +312,12 @@ TEST_P(DeepCommands, NeedNoStack) {
         return;
     }
     if (IsLongRun()) {
-        GoThrough(GetParam(), GetParam().becomesObjects ? kMany / 5 : kMany);
+        GoThrough(GetParam(), GetParam().BecomesObjects() ? kMany / 5 : kMany);
         return;
     }
     // Objects take longer than what is read over.
     constexpr int kObjects = kIsSample ? 1500 : 10'000;
-    GoThrough(GetParam(), GetParam().becomesObjects ? kObjects : kIsSample ? 5000 : 20'000);
+    GoThrough(GetParam(), GetParam().BecomesObjects() ? kObjects : kIsSample ? 5000 : 20'000);
 }
 
 TEST(CommandsOfTheTests, AreAllThatTheHelpLists) {
