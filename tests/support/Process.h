@@ -7,8 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "ProcessorTime.h"
-
 /// How a program is started.
 struct ProcessOptions {
     /// Arguments in UTF-8, the program's own name left out.
@@ -30,7 +28,6 @@ struct ProcessResult {
     int status = 0;
     std::string output;
     std::string error;
-    ProcessorTime processorTime = {};
 };
 
 /// Runs a program to its end. Throws when it cannot be started.

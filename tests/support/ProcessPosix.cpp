@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -55,18 +54,7 @@ std::string ReadFromPipe(int pipe, std::size_t most) {
     return bytes;
 }
 
-ProcessorTime TimeOf(const rusage& usage) {
-    return std::chrono::duration_cast<ProcessorTime>(std::chrono::seconds(usage.ru_utime.tv_sec) +
-                                                     std::chrono::microseconds(usage.ru_utime.tv_usec));
-}
-
 }  // namespace
-
-ProcessorTime ProcessorTimeSoFar() {
-    rusage usage{};
-    ::getrusage(RUSAGE_SELF, &usage);
-    return TimeOf(usage);
-}
 
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
     const TemporaryDirectory folder;
@@ -97,13 +85,11 @@ ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOpti
         ::close(pipe[0]);
     }
     int status = 0;
-    rusage usage{};
-    while (::wait4(child, &status, 0, &usage) < 0) {
+    while (::waitpid(child, &status, 0) < 0) {
         if (errno != EINTR) {
-            Fail("wait4");
+            Fail("waitpid");
         }
     }
-    result.processorTime = TimeOf(usage);
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     if (options.output.empty() && !options.bytesRead) {
         result.output = ReadWholeFile(outputFile);

@@ -1,11 +1,9 @@
 #include <windows.h>
 
 #include <array>
-#include <cstdint>
 #include <iostream>
 #include <memory>
 #include <optional>
-#include <ratio>
 #include <stdexcept>
 #include <string_view>
 
@@ -64,45 +62,23 @@ bool IsUnderWine() {
     return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-struct Times {
-    ProcessorTime ofProcess;
-    ProcessorTime ofSystem;
-};
-
-/// Nothing if the system does not tell.
-std::optional<Times> TimesOf(HANDLE process) {
-    using HundredNanoseconds = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+/// Whether the first thread of a process has done nothing yet, not even what every program does before its
+/// main function.
+bool HasDoneNothing(HANDLE thread) {
+    constexpr DWORD kLeast = 300'000;  // In steps of 100 nanoseconds: 30 milliseconds.
     FILETIME ignored{};
     FILETIME kernel{};
     FILETIME user{};
-    if (::GetProcessTimes(process, &ignored, &ignored, &kernel, &user) == 0) {
-        return std::nullopt;
-    }
-    const auto milliseconds = [](const FILETIME& time) {
-        const std::int64_t ticks = static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-        return std::chrono::duration_cast<ProcessorTime>(HundredNanoseconds(ticks));
-    };
-    return Times{.ofProcess = milliseconds(user), .ofSystem = milliseconds(kernel)};
-}
-
-ProcessorTime TimeOf(HANDLE process) {
-    const std::optional<Times> times = TimesOf(process);
-    return times ? times->ofProcess : ProcessorTime::zero();
-}
-
-/// Whether the process has done nothing yet, not even what every program does before its main function.
-bool HasDoneNothing(HANDLE process) {
-    constexpr ProcessorTime kLeast{30};
-    const std::optional<Times> times = TimesOf(process);
-    return times && times->ofProcess + times->ofSystem < kLeast;
+    return ::GetThreadTimes(thread, &ignored, &ignored, &kernel, &user) != 0 && kernel.dwHighDateTime == 0 &&
+           user.dwHighDateTime == 0 && kernel.dwLowDateTime < kLeast && user.dwLowDateTime < kLeast;
 }
 
 /// Waits for the end. A process can wait for itself inside of Wine before it comes to run: it is ended after
 /// a minute, and false comes back.
-bool WaitForEnd(HANDLE process) {
+bool WaitForEnd(HANDLE process, HANDLE firstThread) {
     constexpr DWORD kMinute = 60'000;
     while (::WaitForSingleObject(process, kMinute) == WAIT_TIMEOUT) {
-        if (IsUnderWine() && HasDoneNothing(process)) {
+        if (IsUnderWine() && HasDoneNothing(firstThread)) {
             ::TerminateProcess(process, 1);
             ::WaitForSingleObject(process, INFINITE);
             return false;
@@ -186,13 +162,12 @@ std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const
         result.output = ReadFromPipe(pipe.get(), *options.bytesRead);
         pipe.reset();
     }
-    if (!WaitForEnd(process.get())) {
+    if (!WaitForEnd(process.get(), thread.get())) {
         return std::nullopt;
     }
     DWORD status = 0;
     ::GetExitCodeProcess(process.get(), &status);
     result.status = static_cast<int>(status);
-    result.processorTime = TimeOf(process.get());
     if (options.output.empty() && !options.bytesRead) {
         result.output = ReadWholeFile(outputFile);
     }
@@ -201,10 +176,6 @@ std::optional<ProcessResult> RunOnce(const std::filesystem::path& program, const
 }
 
 }  // namespace
-
-ProcessorTime ProcessorTimeSoFar() {
-    return TimeOf(::GetCurrentProcess());
-}
 
 ProcessResult RunProgram(const std::filesystem::path& program, const ProcessOptions& options) {
     constexpr int kMostRuns = 3;
