@@ -1,6 +1,7 @@
 #include "Alignment.h"
 
 #include <algorithm>
+#include <span>
 #include <tuple>
 
 #include "IncreasingRun.h"
@@ -222,12 +223,12 @@ void Alignment::AlignGroups(Equal equal, const GroupOfFirst& ofFirst, const Grou
     Sort(second_, leftOfSecond_, ofSecond, sortedSecond_);
     const auto groupOf = [](const Grouped& grouped) { return std::tie(grouped.value, grouped.more); };
     const auto lengthOfGroup = [&](const std::vector<Grouped>& sorted, std::size_t begin) {
-        std::size_t end = begin;
-        while (end < sorted.size() && groupOf(sorted[end]) == groupOf(sorted[begin])) {
-            ++end;
-        }
-        steps_ += end - begin;
-        return end - begin;
+        const std::span<const Grouped> rest = std::span(sorted).subspan(begin);
+        const auto end = std::ranges::find_if(
+            rest, [&](const Grouped& other) { return groupOf(other) != groupOf(rest.front()); });
+        const auto length = static_cast<std::size_t>(end - rest.begin());
+        steps_ += length;
+        return length;
     };
     std::size_t a = 0;
     std::size_t b = 0;
