@@ -186,6 +186,13 @@ TEST_F(AnswerConflicts, AnObjectThatIsInAnotherPlaceOnceGetsNoKeyAtAll) {
     EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 study\n    #3 arm [#4 a.inp]\n    #5 bolt B\n");
 }
 
+TEST_F(AnswerConflicts, WhatIsNoNodeOfTheAnswerIsInNoPlace) {
+    const AnswerReport report = Apply(R"({"id":"2","dbkey":"S","more":{"id":"3","children":[{"id":"5"}]},)"
+                                      R"("children":[{"id":"5","dbkey":"B"}]})");
+    EXPECT_EQ(report.Conflicts(), 0U);
+    EXPECT_EQ(report.keysSet, 2U);
+}
+
 TEST_F(AnswerConflicts, TheLastTextOfAnIdentifierDecides) {
     SetKey(2, L"S");
     EXPECT_EQ(Listed(Apply(R"([{"id":"2","dbkey":"S"},{"id":"02","dbkey":"T"}])")), "/1 later-key #2\n");

@@ -92,6 +92,14 @@ TEST(CompareMembers, FindsEveryChangeOfMetadata) {
                   changed("metaData/M] P/t: metadata 'M' changed from '1' to '2'"));
     EXPECT_EQ(CompareMetadata(R"("\u00E4":{"value":"1"})", R"("\u00C4":{"value":"1"})"),
               changed("metaData/\u00C4] P/t: metadata '\u00C4' was called '\u00E4'"));
+    EXPECT_EQ(CompareMetadata(R"("az`{":{"value":"1"})", R"("AZ`{":{"value":"1"})"),
+              changed("metaData/AZ`{] P/t: metadata 'AZ`{' was called 'az`{'"));
+    // What stands beside the letters has no other case.
+    EXPECT_EQ(CompareMetadata(R"("`":{},"[":{})", R"("@":{},"{":{})"),
+              changed("metaData/@] P/t: metadata '@' added ''") +
+                  changed("metaData/{] P/t: metadata '{' added ''") +
+                  changed("metaData/`] P/t: metadata '`' removed ''") +
+                  changed("metaData/[] P/t: metadata '[' removed ''"));
     // One that was added or removed is none of another order.
     EXPECT_EQ(CompareMetadata(R"("a":{},"b":{},"c":{})", R"("x":{},"b":{},"c":{})"),
               changed("metaData/x] P/t: metadata 'x' added ''") +

@@ -254,6 +254,11 @@ TEST(CompareTrees, SaysWhereItIsAndCanBeStopped) {
     EXPECT_EQ(calls.front().total, 0U);
     EXPECT_TRUE(std::ranges::is_sorted(calls, {}, &Progress::objects));
     EXPECT_EQ(calls.back().total, 2 * 11002U);
+    // What there is altogether is known as soon as both are read.
+    EXPECT_TRUE(std::ranges::any_of(
+        calls, [](const Progress& call) { return call.objects == 11002 && call.total == 2 * call.objects; }));
+    EXPECT_TRUE(std::ranges::all_of(
+        calls, [](const Progress& call) { return call.total > 0 || call.objects < 11002; }));
     EXPECT_GT(calls.back().objects, 21000U);
     EXPECT_LE(calls.back().objects, calls.back().total);
 

@@ -95,6 +95,11 @@ TEST_F(ImportDocumentTest, RepeatedMember) {
         SaidOfProject(R"("metaData":{"Mass":{"value":"1","metaDataType":"","value":"2"}})"),
         "/metaData/Mass/value repeated-member #1 'Mass.value' of '': 'Mass.value' of '' occurs again; the "
         "first one counts\n");
+    EXPECT_EQ(
+        SaidOfProject(R"("children":[{"type":"CAEPART","name":"p",)"
+                      R"("metaData":{"Mass":{"value":"1","metaDataType":"","value":"2"}}}])"),
+        "/children/0/metaData/Mass/value repeated-member #2 'Mass.value' of 'p': 'Mass.value' of 'p' occurs "
+        "again; the first one counts\n");
 }
 
 TEST_F(ImportDocumentTest, WrongKind) {
@@ -223,6 +228,14 @@ TEST_F(ImportDocumentTest, NoMasterAssembly) {
         "/children/0 no-master-assembly #2 'v' with the key 'ITEM': 'v' with the key 'ITEM' shows nothing, "
         "because no assembly with its key came before it\n"
         "/children/1 no-master-assembly #3 'w': 'w' shows nothing, because it has no key\n");
+}
+
+TEST_F(ImportDocumentTest, OnlyAnAssemblyIsAMaster) {
+    EXPECT_EQ(
+        SaidOfProject(R"("children":[{"type":"CAEPART","name":"p","dbkey":"ITEM"},)"
+                      R"({"type":"CAEVIEWITEM","name":"v","dbkey":"ITEM"}])"),
+        "/children/1 no-master-assembly #3 'v' with the key 'ITEM': 'v' with the key 'ITEM' shows nothing, "
+        "because no assembly with its key came before it\n");
 }
 
 TEST_F(ImportDocumentTest, TextsOfEntriesAreOnOneLineAndPrintable) {

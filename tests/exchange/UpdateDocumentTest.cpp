@@ -257,6 +257,15 @@ TEST_F(UpdateDocumentTest, TheKeyOfAFileIsNoObjects) {
     EXPECT_EQ(report.Count(Reason::kConflict), 1U);
 }
 
+TEST_F(UpdateDocumentTest, TheKeyOfAnObjectIsNoFiles) {
+    project_.Add(CAE_PART, L"p").setDBKey(L"K-1");
+    const ImportReport report =
+        Update(R"({"type":"SIMULATION","files":[{"name":"a.inp","fileType":"Deck","dbkey":"K-1"}]})");
+    EXPECT_EQ(Outline(*project_), "#1 Project\n  #2 p K-1\n");
+    EXPECT_EQ(Listed(report, [](auto reason) { return reason == Reason::kConflict; }),
+              "/files/0 conflict #2\n");
+}
+
 TEST_F(UpdateDocumentTest, ConflictsAreNotRemoved) {
     project_.Add(CAE_PART, L"p").setDBKey(L"K-1");
     project_.Add(CAE_PART, L"q").setDBKey(L"K-1");
@@ -556,6 +565,15 @@ TEST_F(UpdateDocumentTest, AViewItemIsKnownByItsOwnKey) {
     EXPECT_FALSE(report.HasChanged()) << Whole(report);
     EXPECT_EQ(report.objectsMatched, 3U);
     EXPECT_EQ(KeyOf(item), "OWN");
+}
+
+TEST_F(UpdateDocumentTest, AViewItemIsTakenOnceByItsOwnKey) {
+    project_.Add(CAE_VIEW_ITEM, L"v").setDBKey(L"OWN");
+    const ImportReport report =
+        Update(R"({"type":"SIMULATION","children":[{"type":"CAEVIEWITEM","name":"v","dbkey":"OWN"},)"
+               R"({"type":"CAEVIEWITEM","name":"w","dbkey":"OWN"}]})");
+    EXPECT_EQ(report.objectsMatched, 2U);
+    EXPECT_EQ(report.objectsAdded, 1U);
 }
 
 TEST_F(UpdateDocumentTest, AViewItemIsKnownByItsLinkKey) {
